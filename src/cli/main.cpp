@@ -1,0 +1,6 @@
+#include <cstdio>
+
+int main() {
+  std::puts("brindle " BRINDLE_VERSION);
+  return 0;
+}

@@ -1,0 +1,133 @@
+#pragma once
+
+// The file list: its items in their current order, packed for lists of a million, and the duplicate set of their paths.
+//
+// A row is an index into the current order; sorting and removing change which item a row names. One thread at a time.
+
+#include <cstdint>
+#include <functional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+
+#include "pipeline/file_system_item.h"
+#include "pipeline/folder_table.h"
+#include "platform/text_arena.h"
+
+namespace brindle {
+
+/// One item as the list keeps it. Names are on-disk bytes with a NUL behind their end.
+struct ItemRecord {
+  const char* name_data = nullptr;
+  const char* proposed_data = nullptr;  ///< the proposed name; null unless the status is `proposed` (or it was renamed)
+  std::uint64_t inode = 0;              ///< as the listing gave it; 0 when not known
+  FolderId folder = FolderTable::root;
+  std::uint16_t name_size = 0;
+  std::uint16_t proposed_size = 0;
+  std::uint16_t reason = 0;  ///< index into the list's reasons; 0: none
+  ItemStatus status = ItemStatus::none;
+  std::uint8_t kind = 0;  ///< bits: folder 1, alias 2, package 4
+
+  std::string_view name() const { return {name_data, name_size}; }
+  std::string_view proposed() const { return {proposed_data, proposed_size}; }
+  bool is_folder() const { return (kind & 1U) != 0; }
+  ItemType type() const { return kind == 0 || kind == 4 ? ItemType::file : is_folder() ? ItemType::folder : ItemType::alias; }
+};
+
+constexpr std::uint8_t kind_bits(bool is_folder, bool is_alias, bool is_package) {
+  return static_cast<std::uint8_t>((is_folder ? 1U : 0U) | (is_alias ? 2U : 0U) | (is_package ? 4U : 0U));
+}
+
+class FileList {
+ public:
+  std::size_t size() const { return items_.size(); }
+  bool empty() const { return items_.empty(); }
+  const ItemRecord& operator[](std::size_t row) const { return items_[row]; }
+  std::span<const ItemRecord> items() const { return items_; }
+  FolderTable& folders() { return folders_; }
+  const FolderTable& folders() const { return folders_; }
+
+  // Adding. The duplicate set holds every path ever accepted since it was last reset, also of items removed since.
+
+  /// Appends an item unless its path is in the duplicate set; false when it is.
+  bool add(FolderId folder, std::string_view name, std::uint8_t kind, std::uint64_t inode);
+  /// The same for the entries of one folder listing, which cannot hold a name twice: call begin_listing first, then
+  /// add_listed for each entry. Costs no look-up while the folder has no items yet.
+  void begin_listing(FolderId folder);
+  bool add_listed(std::string_view name, std::uint8_t kind, std::uint64_t inode);
+
+  // Removing. The duplicate set is kept as it is until resetFilesDic.
+
+  void remove_if(const std::function<bool(const ItemRecord&)>& leaves);
+  void remove_rows(std::span<const std::size_t> sorted_rows);
+  void clear();
+  /// Rebuilds the duplicate set from the items.
+  void resetFilesDic();
+
+  // Reading and writing.
+
+  /// Makes `item` stand for a row. Reading the rows of one folder one after the other is cheapest.
+  void read(std::size_t row, FileSystemItem& item) const;
+  /// Stores the item's new name and reason. A new name that cannot be written to disk (see encode_file_name) is kept out:
+  /// the row gets "No Changes" and why. `name_limit` is the longest name the folder takes, in bytes.
+  void write(std::size_t row, const FileSystemItem& item, std::size_t name_limit);
+  void set_status(std::size_t row, ItemStatus status);
+  void set_reason(std::size_t row, std::string_view reason);
+  std::string_view reason(std::size_t row) const { return reasons_[items_[row].reason]; }
+  void set_inode(std::size_t row, std::uint64_t inode) { items_[row].inode = inode; }
+  /// The row's new-name field as text: status text or proposed name, on-disk form.
+  std::u16string new_filename(std::size_t row) const;
+
+  /// Forgets all new names and gives every row this status. Frees the memory of the proposed names.
+  void reset_new_names(ItemStatus status);
+
+  /// After a rename: the proposed name becomes the name, and the row is "Renaming (OK)".
+  void set_renamed(std::size_t row);
+  /// Puts a row under another path (its folder was renamed).
+  void set_path(std::size_t row, FolderId folder, std::string_view name);
+
+  std::string path(std::size_t row) const;           ///< bytes
+  std::string folder_path(std::size_t row) const { return folders_.path(items_[row].folder); }
+
+  /// Puts the rows into the given order: new row i is the old row order[i].
+  void reorder(std::span<const std::uint32_t> order);
+
+  /// Bytes kept for names, items and folders, about.
+  std::size_t memory() const;
+
+ private:
+  struct PathKey {
+    FolderId folder;
+    std::string_view name;
+    bool operator==(const PathKey&) const = default;
+  };
+  struct PathHash {
+    std::size_t operator()(const PathKey& key) const;
+  };
+
+  void append(FolderId folder, std::string_view name, std::uint8_t kind, std::uint64_t inode);
+  void make_set();
+  bool is_new_folder(FolderId folder);
+  std::uint16_t intern_reason(std::string_view reason);
+
+  FolderTable folders_;
+  std::vector<ItemRecord> items_;
+  TextArena names_;
+  TextArena proposed_names_;
+  std::vector<std::string> reasons_ = {""};
+  std::unordered_map<std::string, std::uint16_t> reason_ids_;
+
+  // filesDic. While no folder has been listed twice, the items themselves are the set; the hash set is made when a path
+  // arrives that could be there already.
+  std::unordered_set<PathKey, PathHash> filesDic_;
+  bool set_made_ = false;
+  std::vector<PathKey> removed_;       // accepted once, no longer listed
+  std::vector<bool> folder_has_items_;  // by folder
+  FolderId listing_ = FolderTable::root;
+  bool listing_is_new_ = false;
+};
+
+}  // namespace brindle

@@ -1,0 +1,65 @@
+#include "platform/file_kind.h"
+
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <memory>
+
+namespace brindle {
+namespace {
+
+// Bundles as they are met on disks shared with macOS, in lower case and sorted.
+constexpr std::array<std::string_view, 38> package_extensions = {
+    "action",       "app",           "appex",      "aplibrary",       "band",          "bundle",       "component",
+    "download",     "dsym",          "framework",  "fcpbundle",       "garageband",    "imovielibrary", "key",
+    "kext",         "logicx",        "lrdata",     "mdimporter",      "menu",          "mpkg",         "musiclibrary",
+    "nib",          "numbers",       "pages",      "photolibrary",    "photoslibrary", "pkg",          "playground",
+    "plugin",       "prefpane",      "qlgenerator", "rtfd",           "saver",         "service",      "sparsebundle",
+    "tvlibrary",    "workflow",      "xcodeproj"};
+
+char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+
+bool equals_ignoring_case(std::string_view text, std::string_view lower_case) {
+  return std::equal(text.begin(), text.end(), lower_case.begin(), lower_case.end(),
+                    [](char a, char b) { return lower(a) == b; });
+}
+
+}  // namespace
+
+bool is_package_name(std::string_view name) {
+  const std::size_t dot = name.rfind('.');
+  if (dot == std::string_view::npos || dot == 0) return false;
+  const std::string_view extension = name.substr(dot + 1);
+  return std::any_of(package_extensions.begin(), package_extensions.end(),
+                     [extension](std::string_view known) { return equals_ignoring_case(extension, known); });
+}
+
+std::string canonical_path(const std::string& path) {
+  const std::unique_ptr<char, decltype(&std::free)> resolved(::realpath(path.c_str(), nullptr), &std::free);
+  return resolved ? std::string(resolved.get()) : std::string();
+}
+
+FileKind file_kind(const std::string& path) {
+  FileKind kind;
+  struct stat status {};
+  if (::lstat(path.c_str(), &status) != 0) return kind;
+  kind.exists = true;
+  kind.inode = status.st_ino;
+  const bool is_link = S_ISLNK(status.st_mode);
+  kind.is_alias = is_link || canonical_path(path) != path;
+  struct stat target = status;
+  if (is_link && ::stat(path.c_str(), &target) != 0) return kind;  // a dangling link leads nowhere
+  kind.is_folder = S_ISDIR(target.st_mode);
+  kind.is_package = kind.is_folder && is_package_name(std::string_view(path).substr(path.rfind('/') + 1));
+  return kind;
+}
+
+bool isPathAlias(const std::string& path, bool& is_folder) {
+  const FileKind kind = file_kind(path);
+  is_folder = kind.is_folder;
+  return kind.is_alias;
+}
+
+}  // namespace brindle

@@ -1,0 +1,31 @@
+#pragma once
+
+// What a path is: file, folder, alias, package. Safe on any thread.
+
+#include <string>
+#include <string_view>
+
+namespace brindle {
+
+struct FileKind {
+  bool exists = false;      ///< a dangling symbolic link exists
+  bool is_folder = false;   ///< the path, or what its last link points to, is a folder
+  bool is_alias = false;    ///< see isPathAlias
+  bool is_package = false;  ///< see is_package_name; folders only
+  unsigned long long inode = 0;
+};
+
+/// True for a symbolic link, and for any path that passes through one: exactly when the canonical path differs from the
+/// path. `is_folder` tells whether the path leads to a folder. A path that does not exist is no alias.
+bool isPathAlias(const std::string& path, bool& is_folder);
+
+/// All of the above in one go. `path` is absolute.
+FileKind file_kind(const std::string& path);
+
+/// The path with every symbolic link resolved; empty when it does not exist.
+std::string canonical_path(const std::string& path);
+
+/// Whether a folder of this name (bytes) is a bundle of other systems: one item to a person, never entered.
+bool is_package_name(std::string_view name);
+
+}  // namespace brindle

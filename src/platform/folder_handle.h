@@ -1,0 +1,96 @@
+#pragma once
+
+// An open folder, and everything that is asked of the entries in it. Look-ups and renames relative to an open folder cost
+// one path component each, and cannot be led astray by a folder that is moved meanwhile.
+
+#include <sys/types.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace brindle {
+
+/// What a folder's listing says of an entry without a look at the entry itself.
+enum class EntryKind : std::uint8_t { unknown, file, folder, link, other };
+
+struct FolderEntry {
+  std::string_view name;  ///< bytes; NUL-terminated behind its end; valid until the next call of the reader
+  std::uint64_t inode = 0;
+  EntryKind kind = EntryKind::unknown;
+};
+
+/// Facts of one entry, its last symbolic link not followed.
+struct EntryFacts {
+  EntryKind kind = EntryKind::unknown;
+  std::uint64_t inode = 0;
+  std::uint64_t device = 0;
+  std::uint64_t links = 0;
+};
+
+/// Identifies the contents of a folder: equal stamps mean that no entry came, went or changed its name in between.
+struct FolderStamp {
+  std::uint64_t device = 0;
+  std::uint64_t inode = 0;
+  std::int64_t modified_ns = 0;  ///< since 1970
+  std::int64_t changed_ns = 0;
+  bool operator==(const FolderStamp&) const = default;
+};
+
+/// Owns one descriptor. Movable; one thread at a time, though the look-ups below may run on several threads at once.
+class FolderHandle {
+ public:
+  FolderHandle() = default;
+  FolderHandle(FolderHandle&& other) noexcept;
+  FolderHandle& operator=(FolderHandle&& other) noexcept;
+  ~FolderHandle();
+
+  /// Opens the folder at an absolute path of any length (longer than PATH_MAX too). On failure the handle is empty and
+  /// `error()` holds errno.
+  static FolderHandle open(const std::string& path);
+  /// Opens a folder inside this one, never through a symbolic link.
+  FolderHandle open_child(const char* name) const;
+
+  explicit operator bool() const { return descriptor_ >= 0; }
+  int descriptor() const { return descriptor_; }
+  int error() const { return error_; }
+
+  /// False when there is no such entry (errno tells). `name` is NUL-terminated.
+  bool look_up(const char* name, EntryFacts& facts) const;
+  bool exists(const char* name) const;
+  bool stamp(FolderStamp& stamp) const;
+  /// The longest name that the folder's disk takes, in bytes (255 when the disk does not say).
+  std::size_t name_limit() const;
+
+ private:
+  explicit FolderHandle(int descriptor, int error) : descriptor_(descriptor), error_(error) {}
+  int descriptor_ = -1;
+  int error_ = 0;
+};
+
+/// Reads the entries of a folder in the order in which the disk gives them, "." and ".." left out. One reader can read many
+/// folders, one after the other; its buffer is kept.
+class FolderReader {
+ public:
+  FolderReader();
+
+  /// Starts on a folder, from its first entry. The handle must outlive the reading.
+  void start(const FolderHandle& folder);
+  /// False at the end, and when the folder cannot be read on (`error()` is then not 0).
+  bool next(FolderEntry& entry);
+  int error() const { return error_; }
+
+ private:
+  bool fill();
+
+  static constexpr std::size_t buffer_size = std::size_t{256} * 1024;
+  std::unique_ptr<char[]> buffer_;
+  int descriptor_ = -1;
+  std::size_t position_ = 0;
+  std::size_t filled_ = 0;
+  int error_ = 0;
+};
+
+}  // namespace brindle
