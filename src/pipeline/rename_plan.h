@@ -1,0 +1,69 @@
+#pragma once
+
+// A tab's settings, or a chain of rules, made ready to run over many items: everything that can be done once a run is done
+// when the plan is made. Running an item is a loop over the steps.
+//
+// A plan belongs to one thread at a time (its counters move).
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "methods/insert_delete.h"
+#include "methods/rename_operation.h"
+#include "pipeline/file_system_item.h"
+#include "settings/rename_settings.h"
+#include "settings/rule.h"
+
+namespace brindle {
+
+/// The running counter of a sequence step.
+struct SequenceCounter {
+  std::int32_t number = 0;
+  std::u16string letters;
+};
+
+/// One operation with its arguments made ready. std::monostate leaves every item alone (a tab without a chosen variant, the
+/// list tab).
+using RenameStep = std::variant<std::monostate, InsertParameters, DeleteParameters>;
+
+class RenamePlan {
+ public:
+  /// The method of the selected tab. The settings are expected to be validated and normalised (settings/validation.h).
+  /// `now` is the start of the run: what "the current date" means in every name of it.
+  RenamePlan(const RenameSettings& settings, Date now);
+  /// The active rules, in list order.
+  RenamePlan(std::span<const Rule> rules, Date now);
+
+  bool is_chain() const { return is_chain_; }
+  /// The new names are in the items already (rename from list): they are kept, and no operation runs.
+  bool keeps_loaded_names() const { return keeps_loaded_names_; }
+  /// Counters start anew in every folder; the list is sorted by folder first.
+  bool resets_on_folder() const { return resets_on_folder_; }
+  /// There is no operation to run at all.
+  bool empty() const { return steps_.empty(); }
+
+  /// Puts all counters back to their start: at the start of a run, and at each new folder where the plan asks for it.
+  void reset_counters();
+
+  /// Runs every step on the item, each on the name the one before made. True when `error` is still empty.
+  bool run(FileSystemItem& item, std::u16string& error);
+
+ private:
+  struct Step {
+    RenameStep operation;
+    SequenceCounter start;
+    SequenceCounter counter;
+    bool resets_on_folder = false;
+  };
+  std::vector<Step> steps_;
+  WorkingName working_name_;
+  std::int32_t photo_number_ = 1;
+  bool is_chain_ = false;
+  bool keeps_loaded_names_ = false;
+  bool resets_on_folder_ = false;
+};
+
+}  // namespace brindle
