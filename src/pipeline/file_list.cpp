@@ -45,14 +45,12 @@ bool FileList::add(FolderId folder, std::string_view name, std::uint8_t kind, st
   return true;
 }
 
-void FileList::begin_listing(FolderId folder) {
-  listing_ = folder;
-  listing_is_new_ = is_new_folder(folder) && !set_made_;
-}
+FileList::Listing FileList::begin_listing(FolderId folder) { return {folder, is_new_folder(folder) && !set_made_}; }
 
-bool FileList::add_listed(std::string_view name, std::uint8_t kind, std::uint64_t inode) {
-  if (!listing_is_new_) return add(listing_, name, kind, inode);
-  append(listing_, name, kind, inode);
+bool FileList::add_listed(const Listing& listing, std::string_view name, std::uint8_t kind, std::uint64_t inode) {
+  // The set may have been made while the listing was open; then it must learn the name.
+  if (!listing.is_new || set_made_) return add(listing.folder, name, kind, inode);
+  append(listing.folder, name, kind, inode);
   return true;
 }
 
@@ -143,8 +141,18 @@ std::u16string FileList::new_filename(std::size_t row) const {
   return std::u16string(status_text(record.status));
 }
 
+void FileList::begin_new_names() {
+  old_proposed_names_.absorb(std::move(proposed_names_));
+  proposed_names_.clear();
+}
+
+void FileList::end_new_names(bool complete) {
+  if (complete) old_proposed_names_.clear();
+}
+
 void FileList::reset_new_names(ItemStatus status) {
   proposed_names_.clear();
+  old_proposed_names_.clear();
   for (ItemRecord& record : items_) {
     record.status = status;
     record.reason = 0;

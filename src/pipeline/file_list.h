@@ -54,10 +54,14 @@ class FileList {
 
   /// Appends an item unless its path is in the duplicate set; false when it is.
   bool add(FolderId folder, std::string_view name, std::uint8_t kind, std::uint64_t inode);
-  /// The same for the entries of one folder listing, which cannot hold a name twice: call begin_listing first, then
-  /// add_listed for each entry. Costs no look-up while the folder has no items yet.
-  void begin_listing(FolderId folder);
-  bool add_listed(std::string_view name, std::uint8_t kind, std::uint64_t inode);
+  /// The same for the entries of one folder listing, which holds no name twice: while the folder had no items before, an
+  /// entry costs no look-up. Several listings may be open at once.
+  struct Listing {
+    FolderId folder = FolderTable::root;
+    bool is_new = false;
+  };
+  Listing begin_listing(FolderId folder);
+  bool add_listed(const Listing& listing, std::string_view name, std::uint8_t kind, std::uint64_t inode);
 
   // Removing. The duplicate set is kept as it is until resetFilesDic.
 
@@ -81,7 +85,11 @@ class FileList {
   /// The row's new-name field as text: status text or proposed name, on-disk form.
   std::u16string new_filename(std::size_t row) const;
 
-  /// Forgets all new names and gives every row this status. Frees the memory of the proposed names.
+  /// A preview writes its new names between these two calls. Afterwards the names of the preview before are freed, unless it
+  /// was broken off: rows it did not reach still hold theirs.
+  void begin_new_names();
+  void end_new_names(bool complete);
+  /// Forgets all new names and gives every row this status.
   void reset_new_names(ItemStatus status);
 
   /// After a rename: the proposed name becomes the name, and the row is "Renaming (OK)".
@@ -117,6 +125,7 @@ class FileList {
   std::vector<ItemRecord> items_;
   TextArena names_;
   TextArena proposed_names_;
+  TextArena old_proposed_names_;
   std::vector<std::string> reasons_ = {""};
   std::unordered_map<std::string, std::uint16_t> reason_ids_;
 
@@ -126,8 +135,6 @@ class FileList {
   bool set_made_ = false;
   std::vector<PathKey> removed_;       // accepted once, no longer listed
   std::vector<bool> folder_has_items_;  // by folder
-  FolderId listing_ = FolderTable::root;
-  bool listing_is_new_ = false;
 };
 
 }  // namespace brindle

@@ -7,18 +7,16 @@
 //
 // An object belongs to one thread at a time. Texts are UTF-16; views stay valid until the item is next changed.
 
-#include <chrono>
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
 
 #include "pipeline/item_status.h"
+#include "platform/date.h"
+#include "platform/date.h"
 
 namespace brindle {
-
-/// A moment, in milliseconds since 1970 (UTC).
-using Date = std::chrono::sys_time<std::chrono::milliseconds>;
 
 /// What an image says about itself. Empty for everything that is not an image.
 struct PhotoFields {

@@ -6,6 +6,7 @@
 #include <cstring>
 #include <memory>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace brindle {
@@ -29,6 +30,14 @@ class TextArena {
   }
 
   void clear() { *this = TextArena(); }
+  /// Takes over the texts of another arena; their views stay valid.
+  void absorb(TextArena&& other) {
+    for (auto& block : other.blocks_) blocks_.push_back(std::move(block));
+    bytes_ += other.bytes_;
+    next_ = nullptr;
+    space_ = 0;
+    other.clear();
+  }
   std::size_t bytes() const { return bytes_; }
 
  private:

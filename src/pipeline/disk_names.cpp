@@ -1,0 +1,151 @@
+#include "pipeline/disk_names.h"
+
+#include <sys/ioctl.h>
+#include <sys/vfs.h>
+#include <time.h>
+
+#include <algorithm>
+#include <array>
+#include <bit>
+
+#include <linux/fs.h>
+#include <linux/magic.h>
+
+#include "platform/hash.h"
+
+namespace brindle {
+namespace {
+
+// Below so many tests a listing does not pay, and a folder with more than so many other entries a test is not listed whole.
+constexpr std::size_t fewest_tests = 24;
+constexpr std::size_t most_entries_a_test = 40;
+
+// 0 marks a free place in the set.
+std::uint64_t name_hash(std::string_view name) { return hash_bytes(name) | 1U; }
+
+// A file system stamps a change with the time of its last tick, so a change right after a listing can leave the stamp as it
+// was. A stamp counts only when it was old already at the time of the listing.
+bool is_settled(const FolderStamp& stamp) {
+  constexpr std::int64_t tick_ns = 20'000'000;
+  timespec now{};
+  ::clock_gettime(CLOCK_REALTIME, &now);
+  const std::int64_t now_ns = std::int64_t{now.tv_sec} * 1'000'000'000 + now.tv_nsec;
+  return std::max(stamp.modified_ns, stamp.changed_ns) + tick_ns < now_ns;
+}
+
+constexpr std::uint32_t casefold_flag = 0x40000000;  // FS_CASEFOLD_FL: ext4, f2fs and tmpfs folders can ignore case
+
+// Disks that tell names apart byte by byte, unless a folder says otherwise.
+bool disk_is_exact(int descriptor) {
+  constexpr std::array<std::uint32_t, 8> exact = {EXT4_SUPER_MAGIC, XFS_SUPER_MAGIC,  BTRFS_SUPER_MAGIC,     TMPFS_MAGIC,
+                                                  F2FS_SUPER_MAGIC, NFS_SUPER_MAGIC, OVERLAYFS_SUPER_MAGIC, RAMFS_MAGIC};
+  struct statfs disk {};
+  if (::fstatfs(descriptor, &disk) != 0) return false;
+  const auto type = static_cast<std::uint32_t>(disk.f_type);
+  if (std::find(exact.begin(), exact.end(), type) == exact.end()) return false;
+  int flags = 0;
+  return ::ioctl(descriptor, FS_IOC_GETFLAGS, &flags) != 0 || (static_cast<std::uint32_t>(flags) & casefold_flag) == 0;
+}
+
+bool is_letter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
+
+}  // namespace
+
+void DiskNames::begin_listing(FolderId folder, const FolderHandle& handle) {
+  if (folder >= listings_.size()) listings_.resize(folder + 1);
+  listings_[folder] = Listing();
+  filling_ = handle.stamp(listings_[folder].stamp) && is_settled(listings_[folder].stamp) ? folder : SIZE_MAX;
+}
+
+void DiskNames::add_listed(std::string_view name) {
+  if (filling_ != SIZE_MAX) listings_[filling_].hashes.push_back(name_hash(name));
+}
+
+void DiskNames::end_listing() {
+  if (filling_ != SIZE_MAX) listings_[filling_].complete = true;
+  filling_ = SIZE_MAX;
+}
+
+void DiskNames::clear() { *this = DiskNames(); }
+
+void DiskNames::make_set(Listing& listing) {
+  if (listing.hashed) return;
+  const std::size_t size = std::bit_ceil(std::max<std::size_t>(8, listing.hashes.size() + listing.hashes.size() / 2));
+  std::vector<std::uint64_t> set(size, 0);
+  for (const std::uint64_t hash : listing.hashes) {
+    std::size_t place = (hash >> 1U) & (size - 1);
+    while (set[place] != 0 && set[place] != hash) place = (place + 1) & (size - 1);
+    set[place] = hash;
+  }
+  listing.hashes = std::move(set);
+  listing.hashed = true;
+}
+
+bool DiskNames::contains(const Listing& listing, std::uint64_t hash) {
+  const std::size_t mask = listing.hashes.size() - 1;
+  std::size_t place = (hash >> 1U) & mask;
+  while (listing.hashes[place] != 0 && listing.hashes[place] != hash) place = (place + 1) & mask;
+  return listing.hashes[place] == hash;
+}
+
+// A disk that is known to be exact is believed once a name of the folder in other letters is not found (some disks can be
+// made to ignore case without saying so).
+bool DiskNames::is_case_sensitive(const Listing& listing) const {
+  if (!disk_is_exact(handle_.descriptor())) return false;
+  std::string other = sample_;
+  for (char& c : other) c = is_letter(c) ? static_cast<char>(c ^ 0x20) : c;
+  return contains(listing, name_hash(other)) || !handle_.exists(other.c_str());
+}
+
+bool DiskNames::list_now(Listing& listing, std::size_t most) {
+  listing = Listing();
+  if (!handle_.stamp(listing.stamp)) return false;
+  const bool settled = is_settled(listing.stamp);
+  FolderEntry entry;
+  for (reader_.start(handle_); reader_.next(entry);) {
+    if (listing.hashes.size() == most) return false;
+    listing.hashes.push_back(name_hash(entry.name));
+  }
+  // An unsettled stamp answers for this visit, and never again.
+  if (!settled) listing.stamp = {};
+  listing.complete = reader_.error() == 0;
+  return listing.complete;
+}
+
+void DiskNames::enter(const FolderTable& folders, FolderId folder, std::size_t expected_tests) {
+  current_ = nullptr;
+  handle_ = FolderHandle::open(folders.path(folder));
+  if (!handle_) return;
+  name_limit_ = handle_.name_limit();
+  if (folder >= listings_.size()) listings_.resize(folders.size());
+  Listing& listing = listings_[folder];
+  FolderStamp stamp;
+  const bool kept = listing.complete && handle_.stamp(stamp) && stamp == listing.stamp;
+  if (!kept) {
+    listing = Listing();
+    if (expected_tests < fewest_tests) return;
+    if (!list_now(listing, expected_tests * most_entries_a_test)) {
+      listing = Listing();
+      return;
+    }
+  }
+  make_set(listing);
+  current_ = &listing;
+  sample_.clear();
+}
+
+bool DiskNames::exists(std::string_view name) {
+  if (!handle_) return false;
+  if (current_ == nullptr) return handle_.exists(name.data());
+  const bool listed = contains(*current_, name_hash(name));
+  if (listed) {
+    if (sample_.empty() && std::any_of(name.begin(), name.end(), is_letter)) {
+      sample_ = name;
+      current_->case_sensitive = is_case_sensitive(*current_);
+    }
+    return true;
+  }
+  return !current_->case_sensitive && handle_.exists(name.data());
+}
+
+}  // namespace brindle
