@@ -1,0 +1,95 @@
+#include "platform/date_format.h"
+
+#include <unicode/calendar.h>
+#include <unicode/locid.h>
+#include <unicode/smpdtfmt.h>
+
+#include <cstdlib>
+#include <stdexcept>
+
+namespace brindle {
+namespace {
+
+// What setlocale would choose for dates, without asking a program to call it.
+icu::Locale date_locale() {
+  const char* name = nullptr;
+  for (const char* variable : {"LC_ALL", "LC_TIME", "LANG"}) {
+    name = std::getenv(variable);
+    if (name != nullptr && *name != '\0') break;
+  }
+  icu::Locale locale = icu::Locale::createCanonical(name == nullptr || *name == '\0' ? "C" : name);
+  UErrorCode status = U_ZERO_ERROR;
+  locale.setKeywordValue("calendar", "gregorian", status);
+  locale.setKeywordValue("numbers", "latn", status);
+  return locale;
+}
+
+icu::UnicodeString view_of(std::u16string_view text) {
+  return {false, text.data(), static_cast<std::int32_t>(text.size())};
+}
+
+std::unique_ptr<icu::SimpleDateFormat> make_format(std::u16string_view pattern) {
+  UErrorCode status = U_ZERO_ERROR;
+  auto format = std::make_unique<icu::SimpleDateFormat>(icu::UnicodeString(view_of(pattern)), date_locale(), status);
+  return U_FAILURE(status) ? nullptr : std::move(format);
+}
+
+}  // namespace
+
+class DateFormatter::Pattern {
+ public:
+  explicit Pattern(std::u16string_view pattern) : format_(make_format(pattern)) {}
+
+  void append(Date date, std::u16string& out) const {
+    UErrorCode status = U_ZERO_ERROR;
+    icu::UnicodeString text;
+    if (format_) format_->format(static_cast<UDate>(date.time_since_epoch().count()), text, nullptr, status);
+    if (!format_ || U_FAILURE(status))
+      throw std::runtime_error("the date pattern holds a letter that stands for no field");
+    out.append(text.getBuffer(), static_cast<std::size_t>(text.length()));
+  }
+
+ private:
+  std::unique_ptr<icu::SimpleDateFormat> format_;
+};
+
+DateFormatter::DateFormatter(std::u16string_view pattern) : pattern_(std::make_shared<const Pattern>(pattern)) {}
+
+void DateFormatter::append(Date date, std::u16string& out) const {
+  pattern_->append(date, out);
+}
+
+std::u16string DateFormatter::format(Date date) const {
+  std::u16string text;
+  append(date, text);
+  return text;
+}
+
+std::u16string format_date(Date date, std::u16string_view pattern) {
+  struct Last {
+    std::u16string pattern;
+    DateFormatter formatter;
+  };
+  thread_local std::optional<Last> last;
+  if (!last || last->pattern != pattern) last.emplace(Last{std::u16string(pattern), DateFormatter(pattern)});
+  return last->formatter.format(date);
+}
+
+std::optional<Date> parse_date(std::u16string_view text, std::u16string_view pattern) {
+  struct Last {
+    std::u16string pattern;
+    std::unique_ptr<icu::SimpleDateFormat> format;
+  };
+  thread_local Last last;
+  if (!last.format || last.pattern != pattern) {
+    last = {std::u16string(pattern), make_format(pattern)};
+    if (!last.format) return std::nullopt;
+    last.format->setLenient(false);
+  }
+  icu::ParsePosition position(0);
+  const UDate date = last.format->parse(icu::UnicodeString(view_of(text)), position);
+  if (position.getIndex() != static_cast<std::int32_t>(text.size()) || text.empty()) return std::nullopt;
+  return Date(std::chrono::milliseconds(static_cast<std::int64_t>(date)));
+}
+
+}  // namespace brindle
