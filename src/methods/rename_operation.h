@@ -2,9 +2,9 @@
 
 // The contract that every rename operation keeps, in one place.
 //
-// An operation works on the base of the working name: of "newFilename" when an earlier rule of a chain (or a list) has put
-// a name there, else of the name on disk. The result is stored in "newFilename" with the extension put back. Whatever goes
-// wrong while the name is being built ends up in `error`; the field then keeps what it held.
+// An operation works on the base of the working name: of "newFilename" when an earlier rule of a chain (or a list) has
+// put a name there, else of the name on disk. The result is stored in "newFilename" with the extension put back.
+// Whatever goes wrong while the name is being built ends up in `error`; the field then keeps what it held.
 
 #include <exception>
 #include <string>
@@ -20,13 +20,14 @@ struct WorkingName {
   std::u16string_view base;       ///< views into the item
   std::u16string_view extension;  ///< without the dot; empty for none
   std::u16string result;          ///< the new base, and in the end the whole name
+  std::u16string scratch;         ///< for the text function's own use; holds anything on entry
 };
 
 /// What a text function made of the base.
 enum class NameOutcome {
-  base,     ///< `result` holds the new base; the extension is to be put back
-  whole,    ///< `result` holds the whole name, extension included
-  absent,   ///< no name at all: the field becomes empty, and no error is reported
+  base,    ///< `result` holds the new base; the extension is to be put back
+  whole,   ///< `result` holds the whole name, extension included
+  absent,  ///< no name at all: the field becomes empty, and no error is reported
 };
 
 /// Takes the working name of `item` apart.
@@ -34,6 +35,10 @@ void take_apart(const FileSystemItem& item, WorkingName& name);
 
 /// Puts `result` and the extension together and stores them as the item's new name.
 void store(FileSystemItem& item, WorkingName& name, NameOutcome outcome);
+
+/// The localised text of "UNABLETOGENERATENEWFILENAMEERROR", with "%@" where the reason goes; English until it is set.
+/// To be set while no operation runs.
+void set_failure_format(std::u16string_view format);
 
 /// Fills `error` with the localised "UNABLETOGENERATENEWFILENAMEERROR" and the reason.
 void report_failure(std::u16string& error, const char* reason);
