@@ -1,0 +1,103 @@
+"""Fails when the house loses its shape: a toolkit in the core, an include that runs upwards, or a cycle of includes.
+
+usage: check_architecture.py SOURCE_FOLDER LIBRARY LINKED
+
+SOURCE_FOLDER is src/, LIBRARY the built libbrindle_core.a, LINKED everything the build links with it, joined by
+"|" (empty entries allowed).
+"""
+
+import pathlib
+import re
+import subprocess
+import sys
+
+# What the files of each folder may include: whole folders, or single headers. "app" and "cli" stand at the top.
+ALLOWED = {
+    "platform": ["platform/"],
+    "methods": ["platform/", "methods/", "pipeline/file_system_item.h", "pipeline/item_status.h"],
+    "settings": ["platform/", "settings/", "files/meta_data_field.h"],
+    "log": ["platform/", "pipeline/", "log/"],
+    "pipeline": ["platform/", "methods/", "settings/", "log/", "pipeline/"],
+    "files": ["platform/", "settings/", "pipeline/", "files/"],
+    "app": ["platform/", "methods/", "settings/", "log/", "pipeline/", "files/", "app/"],
+    "cli": [""],
+}
+# The window may use its toolkit and the command line its JSON; the core may not even include them.
+OUTSIDE_THE_CORE = ("app/window/", "cli/")
+TOOLKIT_HEADER = re.compile(r"^(Q[A-Z]\w*|Qt\w*/.*|q[a-z]+\.h|(gtk|gdk|glib|gio|wx|FL|SDL\d?)([/.-].*)?)$")
+TOOLKIT_LIBRARY = re.compile(r"\bQt\d?(::|[A-Z])|Qt\d?Core|\b(lib)?(gtk|gdk|glib|gio|gobject|wx_|fltk|SDL)", re.IGNORECASE)
+TOOLKIT_SYMBOL = re.compile(r"\bU (Q[A-Z]\w*::|q[A-Z]\w*\(|gtk_|gdk_|g_object_|wx[A-Z])")
+# Slow to compile, so they stay out of what everybody includes.
+NOT_IN_HEADERS = re.compile(r"^(fmt|nlohmann)/")
+INCLUDE = re.compile(r'^\s*#\s*include\s*[<"]([^>"]+)[>"]', re.MULTILINE)
+
+
+def includes_of(folder):
+    files = sorted(path for path in folder.rglob("*") if path.suffix in (".h", ".cpp"))
+    return {str(path.relative_to(folder)): INCLUDE.findall(path.read_text(encoding="utf-8")) for path in files}
+
+
+def upward_includes(includes):
+    for name, targets in includes.items():
+        allowed = ALLOWED.get(name.split("/")[0])
+        if allowed is None:
+            yield f"{name}: its folder has no place in the order of folders (see ALLOWED)"
+            continue
+        for target in targets:
+            if target in includes and not target.startswith(tuple(allowed)):
+                yield f"{name} must not include {target}: includes run downwards"
+
+
+def foreign_headers(includes):
+    for name, targets in includes.items():
+        if name.startswith(OUTSIDE_THE_CORE):
+            continue
+        for target in targets:
+            if target not in includes and TOOLKIT_HEADER.match(target):
+                yield f"{name} includes the toolkit header {target}"
+            if name.endswith(".h") and NOT_IN_HEADERS.match(target):
+                yield f"{name} includes {target}, which belongs in a .cpp file"
+
+
+def cycles(includes):
+    done, road = set(), []
+
+    def visit(name):
+        if name in road:
+            yield "includes go round: " + " -> ".join(road[road.index(name):] + [name])
+        elif name not in done:
+            road.append(name)
+            for target in includes[name]:
+                if target in includes:
+                    yield from visit(target)
+            road.pop()
+            done.add(name)
+
+    for name in includes:
+        yield from visit(name)
+
+
+def linked_toolkits(linked, library):
+    for entry in linked.split("|"):
+        if TOOLKIT_LIBRARY.search(entry):
+            yield f"brindle_core links {entry}"
+    symbols = subprocess.run(["nm", "-uC", library], check=True, capture_output=True, text=True).stdout
+    if not symbols:
+        yield f"{library} holds no symbols: is it the right file?"
+    for line in symbols.splitlines():
+        if TOOLKIT_SYMBOL.search(line.strip()):
+            yield f"brindle_core uses a toolkit: {line.strip()}"
+
+
+def main():
+    source, library, linked = sys.argv[1:]
+    includes = includes_of(pathlib.Path(source))
+    faults = [*upward_includes(includes), *foreign_headers(includes), *cycles(includes), *linked_toolkits(linked, library)]
+    if not includes:
+        faults.append(f"there are no sources in {source}")
+    print("\n".join(faults) or f"{len(includes)} files, all in order")
+    return 1 if faults else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
