@@ -14,7 +14,6 @@
 
 #include "pipeline/item_status.h"
 #include "platform/date.h"
-#include "platform/date.h"
 
 namespace brindle {
 
