@@ -1,0 +1,89 @@
+#include "settings/list_values.h"
+
+namespace brindle {
+namespace {
+
+std::u16string text_at(const PropertyDictionary& dictionary, std::u16string_view key) {
+  const PropertyValue* value = dictionary.find(key);
+  const auto* text = value ? value->get_if<std::u16string>() : nullptr;
+  return text ? *text : std::u16string();
+}
+
+PropertyDictionary dictionary_of(const MetaDataField& field) {
+  PropertyDictionary dictionary;
+  dictionary.append(u"prefix", field.prefix);
+  dictionary.append(u"label", field.label);
+  dictionary.append(u"tagCode", field.tagCode);
+  dictionary.append(u"metadataCode", field.metadataCode);
+  return dictionary;
+}
+
+std::optional<MetaDataField> field_of(const PropertyValue& value) {
+  if (const auto* token = value.get_if<std::u16string>()) return field_of_token(*token);
+  const auto* dictionary = value.get_if<PropertyDictionary>();
+  if (!dictionary) return std::nullopt;
+  return MetaDataField{text_at(*dictionary, u"prefix"), text_at(*dictionary, u"label"),
+                       text_at(*dictionary, u"tagCode"), text_at(*dictionary, u"metadataCode"), u""};
+}
+
+std::optional<std::u16string> text_of(const PropertyValue& value) {
+  const auto* text = value.get_if<std::u16string>();
+  return text ? std::optional(*text) : std::nullopt;
+}
+
+// The members of an array, each read by `read`; none as soon as one cannot be read.
+template <class Member>
+std::optional<std::vector<Member>> members_of(const PropertyValue& value,
+                                              std::optional<Member> (*read)(const PropertyValue&)) {
+  const auto* array = value.get_if<PropertyValue::Array>();
+  if (!array) return std::nullopt;
+  std::vector<Member> members;
+  members.reserve(array->size());
+  for (const PropertyValue& element : *array) {
+    std::optional<Member> member = read(element);
+    if (!member) return std::nullopt;
+    members.push_back(std::move(*member));
+  }
+  return members;
+}
+
+}  // namespace
+
+PropertyValue array_of(const TextList& texts) {
+  return PropertyValue::Array(texts.begin(), texts.end());
+}
+
+PropertyValue array_of(const FieldList& fields) {
+  PropertyValue::Array array;
+  array.reserve(fields.size());
+  for (const MetaDataField& field : fields) array.emplace_back(dictionary_of(field));
+  return array;
+}
+
+std::optional<TextList> texts_of(const PropertyValue& value) {
+  return members_of(value, text_of);
+}
+std::optional<FieldList> fields_of(const PropertyValue& value) {
+  return members_of(value, field_of);
+}
+
+MetaDataField field_of_token(std::u16string_view token) {
+  const bool bracketed = token.size() >= 2 && token.front() == u'<' && token.back() == u'>';
+  const std::u16string_view inside = bracketed ? token.substr(1, token.size() - 2) : token;
+  return {u"CUSTOM", std::u16string(token), std::u16string(token), std::u16string(inside), u""};
+}
+
+PropertyValue archived(const TextList& texts) {
+  return array_of(texts);
+}
+PropertyValue archived(const FieldList& fields) {
+  return array_of(fields);
+}
+std::optional<TextList> unarchived_texts(const PropertyValue& value) {
+  return texts_of(value);
+}
+std::optional<FieldList> unarchived_fields(const PropertyValue& value) {
+  return fields_of(value);
+}
+
+}  // namespace brindle

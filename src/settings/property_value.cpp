@@ -1,0 +1,48 @@
+#include "settings/property_value.h"
+
+#include <algorithm>
+
+namespace brindle {
+
+// Out of line, since a dictionary is part of the value that it holds.
+PropertyDictionary::PropertyDictionary() = default;
+PropertyDictionary::PropertyDictionary(const PropertyDictionary&) = default;
+PropertyDictionary::PropertyDictionary(PropertyDictionary&&) noexcept = default;
+PropertyDictionary& PropertyDictionary::operator=(const PropertyDictionary&) = default;
+PropertyDictionary& PropertyDictionary::operator=(PropertyDictionary&&) noexcept = default;
+PropertyDictionary::~PropertyDictionary() = default;
+
+const PropertyValue* PropertyDictionary::find(std::u16string_view key) const {
+  const auto found = std::ranges::find(entries_, key, &PropertyEntry::key);
+  return found == entries_.end() ? nullptr : &found->value;
+}
+
+void PropertyDictionary::set(std::u16string_view key, PropertyValue value) {
+  const auto found = std::ranges::find(entries_, key, &PropertyEntry::key);
+  if (found == entries_.end()) {
+    append(key, std::move(value));
+  } else {
+    found->value = std::move(value);
+  }
+}
+
+void PropertyDictionary::append(std::u16string_view key, PropertyValue value) {
+  entries_.push_back({std::u16string(key), std::move(value)});
+}
+
+std::size_t PropertyDictionary::size() const {
+  return entries_.size();
+}
+
+std::vector<PropertyEntry>::const_iterator PropertyDictionary::begin() const {
+  return entries_.begin();
+}
+std::vector<PropertyEntry>::const_iterator PropertyDictionary::end() const {
+  return entries_.end();
+}
+
+bool PropertyDictionary::operator==(const PropertyDictionary& other) const {
+  return entries_ == other.entries_;
+}
+
+}  // namespace brindle

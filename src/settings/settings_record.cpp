@@ -1,0 +1,85 @@
+#include "settings/settings_record.h"
+
+#include <optional>
+#include <utility>
+
+#include "platform/app_info.h"
+#include "settings/list_values.h"
+#include "settings/settings_table.h"
+#include "settings/stored_value.h"
+
+namespace brindle {
+namespace {
+
+std::u16string key_text(std::string_view key) {
+  return {key.begin(), key.end()};
+}
+
+std::optional<PropertyValue> record_value(bool flag) {
+  return stored(flag);
+}
+std::optional<PropertyValue> record_value(std::int32_t number) {
+  return stored(number);
+}
+std::optional<PropertyValue> record_value(Date date) {
+  return PropertyValue(date);
+}
+std::optional<PropertyValue> record_value(const TextList& texts) {
+  return archived(texts);
+}
+std::optional<PropertyValue> record_value(const FieldList& fields) {
+  return archived(fields);
+}
+std::optional<PropertyValue> record_value(const Text& text) {
+  return text ? std::optional<PropertyValue>(*text) : std::nullopt;
+}
+
+template <class List>
+void take(List& list, std::optional<List> found) {
+  if (found) list = std::move(*found);
+}
+
+template <class Member>
+void take_value(Member& member, const PropertyValue& value) {
+  restore(member, value);
+}
+void take_value(TextList& texts, const PropertyValue& value) {
+  take(texts, unarchived_texts(value));
+}
+void take_value(FieldList& fields, const PropertyValue& value) {
+  take(fields, unarchived_fields(value));
+}
+
+}  // namespace
+
+SettingsRecord getCurrentSettings(const RenameSettings& settings) {
+  SettingsRecord record;
+  record.append(u"appVersion", key_text(appVersion()));
+  for (const SettingRow& row : settings_table().subspan<1>()) {
+    std::optional<PropertyValue> value;
+    visit_member(row, settings, [&value](const auto& member) { value = record_value(member); });
+    if (!value) break;
+    record.append(key_text(row.key), std::move(*value));
+  }
+  return record;
+}
+
+SettingsOutcome setSettings(RenameSettings& settings, const SettingsRecord& record) {
+  const bool had_files = settings.isFiles;
+  const bool had_folders = settings.isFolders;
+  for (const PropertyEntry& entry : record) {
+    const SettingRow* row = find_setting(std::u16string_view(entry.key));
+    if (!row || !is_restored(*row)) continue;
+    visit_member(*row, settings, [&entry](auto& member) { take_value(member, entry.value); });
+  }
+  resetPhotoMask(settings);
+  resetID3Mask(settings);
+  return {
+      .must_clear_list = settings.isFolders ? !had_folders : !had_files,
+      .refresh_replace_remove = settings.selectedTab == static_cast<std::int32_t>(SettingTab::replace_remove),
+      .can_rename = settings.selectedTab != rename_from_list_tab,
+      .count_label_key = settings.isFolders ? "TOTALFOLDERSSELECTED" : "TOTALFILESSELECTED",
+  };
+}
+
+}  // namespace brindle

@@ -1,0 +1,33 @@
+#pragma once
+
+// The settings record: what a profile file and the user defaults store. Pure; any thread.
+
+#include <cstdint>
+#include <string_view>
+
+#include "settings/property_value.h"
+#include "settings/rename_settings.h"
+
+namespace brindle {
+
+/// Keys and stored values: flags and numbers as decimal text, texts and the date as they are, the four lists archived.
+using SettingsRecord = PropertyDictionary;
+
+/// The record of the settings, `appVersion` first. It ends before the first absent text, so a record without a list
+/// file lacks `renameFile`, and one whose `alphaNumericSeperator` is absent ends there; this is what the format is.
+SettingsRecord getCurrentSettings(const RenameSettings& settings);
+
+/// What the owner of the file list and of the controls has to do after a record was applied. In any case nothing is
+/// ready for renaming any more (`isHasFilesForRenaming` becomes false).
+struct SettingsOutcome {
+  bool must_clear_list = false;         ///< the record switched between files and folders
+  bool refresh_replace_remove = false;  ///< tab 2 is shown: its controls follow the remove type
+  bool can_rename = false;              ///< the Rename command is on when the list also holds an item
+  std::string_view count_label_key;     ///< the format that shows the number of listed items
+};
+
+/// Writes a record into the settings and rebuilds the two masks from their lists. Keys that the record lacks keep their
+/// values. `appVersion`, `dateTimeCustomDate`, unknown keys and values of a wrong kind are passed over without a word.
+SettingsOutcome setSettings(RenameSettings& settings, const SettingsRecord& record);
+
+}  // namespace brindle

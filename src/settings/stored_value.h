@@ -1,0 +1,25 @@
+#pragma once
+
+// How one setting stands in a settings record and in a rule: flags and numbers as decimal text, texts and the date as
+// they are. Lists are not dealt with here, since the two store them differently (list_values.h). Pure; any thread.
+
+#include <optional>
+
+#include "settings/property_value.h"
+#include "settings/rename_settings.h"
+
+namespace brindle {
+
+PropertyValue stored(bool flag);
+PropertyValue stored(std::int32_t number);
+
+// Taking a value back: false, with the member untouched, when the value is of a kind that the member cannot hold.
+
+/// Flags and numbers come from a text's integer value (0 where it is none), and from a property list's own flags and
+/// numbers, saturating at 32 bits.
+bool restore(bool& flag, const PropertyValue& value);
+bool restore(std::int32_t& number, const PropertyValue& value);
+bool restore(Text& text, const PropertyValue& value);
+bool restore(Date& date, const PropertyValue& value);
+
+}  // namespace brindle
