@@ -8,7 +8,7 @@ namespace {
 struct AbsentDefault {
   std::int32_t tab;
   Text RenameSettings::*text;
-  std::u16string_view value;
+  std::u16string_view value = {};
 };
 
 using S = RenameSettings;
