@@ -1,0 +1,151 @@
+#pragma once
+
+// The journal: a whole run as it is meant, on disk before its first rename, and how far it got. Whatever stops the
+// program, recovery (log/recovery.h) finishes the run's log from it.
+//
+// Written in one go (add…, seal), then marked as the run proceeds. The file is locked for the life of the writer, so
+// that a run still going on is known from one that was interrupted.
+
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace brindle {
+
+/// What became of one renaming.
+enum class JournalMark : std::uint8_t {
+  none = 0,    ///< not reached
+  begun = 1,   ///< about to be carried out, or being carried out
+  done = 2,    ///< renamed
+  failed = 3,  ///< not renamed
+};
+
+/// Facts of the run as a whole.
+struct JournalInfo {
+  bool isFolders = false;     ///< the log's type is "FOLDERS"
+  bool paths_follow = false;  ///< paths below a renamed folder follow it while the run goes on
+  std::string appversion;     ///< of the program that began the run; at most 31 bytes
+};
+
+/// The journal's path for a log's "#" path: the same with the extension "journal".
+std::string journal_path(const std::string& log_path);
+
+/// Writes a journal. Errors come back as a sentence (UTF-8), empty when all went well. All calls but mark() belong to
+/// one thread. Destroying a writer unlocks the journal and leaves it on disk.
+class JournalWriter {
+ public:
+  JournalWriter() = default;
+  JournalWriter(const JournalWriter&) = delete;
+  JournalWriter& operator=(const JournalWriter&) = delete;
+  ~JournalWriter();
+
+  /// Makes the file and locks it. Fails when anything stands at the path (`name_taken()` is then true).
+  std::string create(const std::string& path, const JournalInfo& info);
+  bool name_taken() const { return name_taken_; }
+
+  /// Says once which path (bytes, absolute, as it is before the run) a folder's number stands for, before its first
+  /// entry. Numbers are the caller's, below 2^32 - 1.
+  void add_folder(std::uint32_t folder, std::string_view path);
+  /// Appends the renaming number size(): names are bytes of at most 65,535; `inode` is 0 when not known.
+  void add(std::uint32_t folder, std::string_view old_name, std::string_view new_name, std::uint64_t inode);
+  std::size_t size() const { return count_; }
+
+  /// Ends the list and brings it, and the file's entry in its folder, to the disk. No rename may be made before this
+  /// succeeded. On failure (full disk) the journal is of no use: remove() it.
+  std::string seal();
+
+  /// After seal(): records what became of entry `index` (below size()). One store into a shared mapping whose disk
+  /// space is reserved; kept whatever happens to the process, not brought to the disk by itself. Different entries may
+  /// be marked by different threads at once.
+  void mark(std::size_t index, JournalMark mark) noexcept {
+    if (marks_ != nullptr) {
+      std::atomic_ref<std::uint8_t>(marks_[index]).store(static_cast<std::uint8_t>(mark), std::memory_order_relaxed);
+    } else {
+      mark_by_call(index, mark);
+    }
+  }
+
+  /// Deletes the journal: the run's log is safe, or nothing was begun.
+  void remove();
+
+ private:
+  void append(const void* data, std::size_t size);
+  void flush(std::size_t size);
+  bool reserve_marks(std::uint64_t offset);
+  std::string failure(const char* what) const;
+  void mark_by_call(std::size_t index, JournalMark mark) const noexcept;
+  void close();
+
+  std::string path_;
+  JournalInfo info_;
+  int descriptor_ = -1;
+  int error_ = 0;  // of the first write that failed
+  std::unique_ptr<char[]> buffer_;
+  std::size_t filled_ = 0;
+  std::uint64_t body_size_ = 0;
+  std::uint64_t checksum_ = 0;
+  std::size_t count_ = 0;
+  std::uint64_t marks_offset_ = 0;
+  void* mapping_ = nullptr;
+  std::size_t mapping_size_ = 0;
+  std::uint8_t* marks_ = nullptr;
+  bool name_taken_ = false;
+};
+
+/// One renaming as it was meant.
+struct JournalEntry {
+  std::uint32_t folder = 0;  ///< index into JournalReader::folders()
+  JournalMark mark = JournalMark::none;
+  std::uint64_t inode = 0;
+  std::string_view old_name;  ///< valid as long as the reader
+  std::string_view new_name;
+};
+
+/// Reads a journal and checks every byte of it but the marks. One thread.
+class JournalReader {
+ public:
+  enum class State {
+    missing,      ///< there is no such file, or it cannot be read (`error()`)
+    in_progress,  ///< the run that writes it is still going on
+    unsealed,     ///< nothing was begun
+    damaged,      ///< something was begun, but the list cannot be trusted
+    sealed,       ///< everything below is set
+  };
+
+  JournalReader() = default;
+  JournalReader(const JournalReader&) = delete;
+  JournalReader& operator=(const JournalReader&) = delete;
+  ~JournalReader();
+
+  /// Opens, locks (until the reader is destroyed) and reads.
+  State open(const std::string& path);
+  /// Reads the bytes of a journal, which must live as long as the reader.
+  State parse(std::string_view bytes);
+
+  const std::string& error() const { return error_; }
+  const JournalInfo& info() const { return info_; }
+  const std::vector<std::string_view>& folders() const { return folders_; }
+  const std::vector<JournalEntry>& entries() const { return entries_; }
+  /// Whether the system has run on since the journal was begun: only then are the marks the whole truth.
+  bool same_boot() const;
+
+ private:
+  bool read_records(std::string_view body, std::uint64_t count);
+
+  int descriptor_ = -1;
+  std::string error_;
+  std::string bytes_;
+  JournalInfo info_;
+  std::string boot_id_;
+  std::vector<std::string_view> folders_;
+  std::vector<JournalEntry> entries_;
+};
+
+/// Names the present run of the system: it changes with every boot. Empty when the system does not tell.
+std::string boot_id();
+
+}  // namespace brindle

@@ -1,0 +1,134 @@
+#pragma once
+
+// The rename log: one XML file a run, from which the run can be undone. Writing it in constant memory, reading it back,
+// listing and deleting logs.
+//
+// Names and folders are on-disk bytes on both sides of this header; how they stand in XML is this module's business.
+// Errors come back as a sentence for a person (UTF-8), empty when all went well. An object belongs to one thread at a
+// time.
+
+#include <cstddef>
+#include <ctime>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/atomic_file.h"
+#include "platform/date.h"
+#include "platform/text_arena.h"
+
+namespace brindle {
+
+// Names.
+
+/// The file name of the log of a run that begins at `when`, "Log 15-11-2026 03-17-45-#.xml" (local time). "#" holds the
+/// place of the number of items renamed.
+std::string getNewLogFileName(std::time_t when);
+/// The path with the "#" of its file name (never one in its folder) replaced by the count.
+std::string finished_log_path(const std::string& path, std::size_t count);
+/// Whether the folder holds a finished log of the same second as this "#" log.
+bool has_finished_log(const std::string& path);
+
+// Writing.
+
+/// Writes one log. From createLogFile on, an empty log stands at the "#" path; the entries go to a file beside it that
+/// becomes the finished log in saveLog. An object that is destroyed before leaves the "#" file and nothing else.
+class RenameLogWriter {
+ public:
+  /// Puts the empty log on disk. `path` is absolute and holds the "#"; `type` is "FILES" or "FOLDERS". Fails when
+  /// anything stands at `path` (`name_taken()` is then true). `appversion` is for logs of runs that another version
+  /// began.
+  std::string createLogFile(const std::string& path, std::string_view type, std::string_view appversion = {});
+  bool name_taken() const { return name_taken_; }
+  /// Takes over a "#" log (which may be missing) of a run that was interrupted.
+  std::string take_over(const std::string& path, std::string_view type, std::string_view appversion);
+  const std::string& path() const { return path_; }
+
+  /// Appends an entry: old and new full path. A failed write is remembered and reported by saveLog.
+  void addLogEntry(std::string_view source, std::string_view target);
+  /// The same with folders (no trailing "/", but for "/" itself) and names apart; entries of one folder in a row are
+  /// cheapest.
+  void addLogEntry(std::string_view source_folder, std::string_view source_name, std::string_view target_folder,
+                   std::string_view target_name);
+  std::size_t count() const { return count_; }
+
+  /// Finishes the log: it is synced to disk and put at the "#" path with the number of entries in place of the "#",
+  /// never over another file; where that name is taken, the next second's that is free is used. Then the "#" file goes.
+  /// On failure no half log is left, and the "#" file stays.
+  std::string saveLog();
+  /// Where saveLog put the log; empty before.
+  const std::string& saved_path() const { return saved_path_; }
+  /// Gives the run up: removes the "#" file and what was written.
+  void discard();
+
+ private:
+  struct Folder {
+    std::string bytes;
+    std::string attribute;  // as it stands in the log
+    bool representable = true;
+  };
+  void start(const std::string& path, std::string_view type, std::string_view appversion);
+  static void use_folder(Folder& folder, std::string_view bytes);
+  void append_exact_names(std::string_view source_name, std::string_view target_name);
+  void flush_if_full();
+  std::string place();
+
+  std::string path_;
+  std::string type_;
+  std::string appversion_;
+  std::string saved_path_;
+  AtomicFile file_;
+  std::string buffer_;
+  Folder source_;
+  Folder target_;
+  std::size_t count_ = 0;
+  bool name_taken_ = false;
+};
+
+// Reading.
+
+/// One renaming. The views last as long as the LogFile.
+struct LogEntry {
+  std::string_view source_folder;  ///< absolute
+  std::string_view source_name;    ///< NUL-terminated behind its end
+  std::string_view target_folder;
+  std::string_view target_name;  ///< NUL-terminated behind its end
+  std::string_view fault;        ///< why the entry cannot be used (then nothing else is set); empty when it can
+};
+
+struct LogFile {
+  std::string
+      error;  ///< why the file could not be read as a log: one line that names the file; nothing else is set then
+  std::string appversion;
+  std::string type;
+  std::vector<LogEntry> entries;  ///< in document order, unusable ones too
+  std::uint64_t checksum = 0;     ///< of the file's bytes
+  TextArena texts;                ///< keeps the entries' bytes
+};
+
+/// Reads any file that claims to be a log. Only regular files are opened. Entries are the elements "file" directly
+/// below the root "files"; one that lacks an attribute, whose folder is not absolute or whose name cannot be that of
+/// one entry (empty,
+/// ".", "..", with "/" or NUL) is there with its fault.
+LogFile readLogFile(const std::string& path);
+
+// Listing and deleting.
+
+struct LogRecord {
+  std::string logFileName;      ///< bytes, without the folder
+  Date dateCreated;             ///< the file's birth, or its modification where the disk keeps none
+  std::int32_t filesCount = 0;  ///< the number behind the last "-" of the name; 0 when there is none
+};
+
+/// The files with the extension "xml" (any case) in the folder, newest first; logs of runs still going on are left out.
+/// Empty when the folder cannot be read.
+std::vector<LogRecord> loadUserLogFiles(const std::string& folder);
+
+/// Whether the file is a log with at least one entry.
+bool verifyLogFile(const std::string& path);
+
+/// Moves the file to the trash of its disk, or removes it where there is none.
+std::string deleteLogFile(const std::string& path);
+
+}  // namespace brindle

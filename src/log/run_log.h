@@ -1,0 +1,24 @@
+#pragma once
+
+// What apply needs before its first rename: a log and a journal under a name that no other run has, in this process or
+// any.
+
+#include <ctime>
+#include <string>
+
+#include "log/journal.h"
+#include "log/rename_log.h"
+
+namespace brindle {
+
+/// Makes the journal and the empty "#" log of a run that begins at `when`, under the first second from `when` on that
+/// neither a finished log, nor a "#" log, nor a journal has. Returns why it cannot be done; nothing is left on disk
+/// then.
+///
+/// The run then goes: journal.add…, journal.seal(), the renames with their marks, log.addLogEntry in list order,
+/// log.saveLog(), and journal.remove() if saveLog succeeded. When the run ends before its first rename for want of a
+/// journal: log.discard() and journal.remove().
+std::string begin_run_log(const std::string& log_folder, std::time_t when, const JournalInfo& info,
+                          JournalWriter& journal, RenameLogWriter& log);
+
+}  // namespace brindle

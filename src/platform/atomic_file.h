@@ -1,0 +1,63 @@
+#pragma once
+
+// Files that are either written whole or not there at all. One thread.
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace brindle {
+
+/// A file in the making, under a name of its own beside its final place. Destroying it before it was placed deletes it.
+class AtomicFile {
+ public:
+  AtomicFile() = default;
+  AtomicFile(AtomicFile&& other) noexcept;
+  AtomicFile& operator=(AtomicFile&& other) noexcept;
+  ~AtomicFile();
+
+  /// Makes the file at `temporary_path`, replacing what an interrupted run left there (never through a symbolic link).
+  /// Returns 0 or errno, as all calls below.
+  int open(const std::string& temporary_path);
+  bool is_open() const { return descriptor_ >= 0; }
+  /// After an error, further writes do nothing; sync() reports it.
+  void write(std::string_view bytes);
+  /// Brings the bytes to the disk.
+  int sync();
+  /// Gives the file its name; EEXIST when something stands there.
+  int place_exclusively(const std::string& path);
+  /// Gives the file its name in place of whatever stands there.
+  int place_over(const std::string& path);
+  void discard();
+
+ private:
+  void close();
+
+  std::string temporary_path_;
+  int descriptor_ = -1;
+  int error_ = 0;
+};
+
+/// Writes a whole file in place of the old one, which keeps its permission bits: after a crash there is the old or the
+/// new one. A symbolic link at `path` is followed, so that it stays a link. Returns a sentence (UTF-8), empty on
+/// success.
+std::string write_file_atomically(const std::string& path, std::string_view content);
+
+/// Reads a regular file of at most `limit` bytes; never waits on a pipe or device. Returns 0 or errno (EFBIG: too
+/// large).
+int read_regular_file(const std::string& path, std::size_t limit, std::string& content);
+
+/// Brings the entries of the folder that holds `path` to the disk. Returns 0 or errno.
+int sync_folder_of(const std::string& path);
+
+/// The path's folder and last component. "/a" → "/", "a"; "a" → ".", "a".
+struct PathParts {
+  std::string folder;
+  std::string name;
+};
+PathParts split_path(std::string_view path);
+
+/// What the system says of an error number, as in "Permission denied".
+std::string system_error_text(int error);
+
+}  // namespace brindle

@@ -1,0 +1,22 @@
+#pragma once
+
+// Where the program keeps what is the user's. Safe on any thread as long as none changes the environment.
+
+#include <string>
+#include <string_view>
+
+namespace brindle {
+
+/// The data folder: $XDG_DATA_HOME (~/.local/share when unset, empty or not absolute) + "/Tessalon/Brindle4". Empty
+/// when no home folder can be told.
+std::string getAppPath();
+
+/// Makes sure that the subfolder `name` of the data folder exists ("" for the data folder itself), with all that is
+/// above it. False with `error` (UTF-8) set when it cannot be had.
+bool createApplicationUsersFolder(std::string_view name, std::string& error);
+
+/// Where logs go: "defaultLogFolderPath" of preferences.plist in the data folder, when that can be read and names an
+/// absolute path; else the data folder's "Logs". Read afresh each time. Empty when there is no data folder.
+std::string default_log_folder();
+
+}  // namespace brindle

@@ -1,0 +1,24 @@
+#pragma once
+
+// On-disk bytes as XML text and back. Pure; any thread.
+
+#include <string>
+#include <string_view>
+
+namespace brindle {
+
+/// Appends a name or path as the value of an XML 1.0 attribute (UTF-8, to stand between double quotes): the text of
+/// platform/file_name.h, with line ends and tabs as character references. False when it holds a character that XML
+/// cannot (control characters, U+FFFE, U+FFFF), for which U+FFFD stands.
+bool append_xml_attribute(std::string_view bytes, std::string& xml);
+
+/// The bytes of a name or path that was read from XML as UTF-8, in place: the way back of append_xml_attribute.
+void restore_bytes(std::string& text);
+
+/// Appends bytes with all but unreserved characters (and "/") as %XX.
+void append_percent_encoded(std::string_view bytes, std::string& text);
+
+/// The way back. False when a "%" is not followed by two hexadecimal digits.
+bool percent_decode(std::string_view text, std::string& bytes);
+
+}  // namespace brindle
