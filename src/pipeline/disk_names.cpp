@@ -90,62 +90,75 @@ bool DiskNames::contains(const Listing& listing, std::uint64_t hash) {
 
 // A disk that is known to be exact is believed once a name of the folder in other letters is not found (some disks can be
 // made to ignore case without saying so).
-bool DiskNames::is_case_sensitive(const Listing& listing) const {
-  if (!disk_is_exact(handle_.descriptor())) return false;
-  std::string other = sample_;
+bool DiskNames::is_case_sensitive(const Listing& listing, std::string_view sample) {
+  std::string other(sample);
   for (char& c : other) c = is_letter(c) ? static_cast<char>(c ^ 0x20) : c;
-  return contains(listing, name_hash(other)) || !handle_.exists(other.c_str());
+  const bool listed_too = contains(listing, name_hash(other));
+  return (listed_too || !ask_disk(other.c_str())) && disk_is_exact(handle_.descriptor());
+}
+
+bool DiskNames::ask_disk(const char* name) {
+  if (!handle_) handle_ = FolderHandle::open(folders_->path(folder_));
+  return handle_ && handle_.exists(name);
 }
 
 bool DiskNames::list_now(Listing& listing, std::size_t most) {
   listing = Listing();
   if (!handle_.stamp(listing.stamp)) return false;
-  const bool settled = is_settled(listing.stamp);
+  // An unsettled stamp answers for this run, and never again.
+  if (!is_settled(listing.stamp)) listing.stamp = {};
   FolderEntry entry;
   for (reader_.start(handle_); reader_.next(entry);) {
     if (listing.hashes.size() == most) return false;
     listing.hashes.push_back(name_hash(entry.name));
   }
-  // An unsettled stamp answers for this visit, and never again.
-  if (!settled) listing.stamp = {};
   listing.complete = reader_.error() == 0;
   return listing.complete;
 }
 
-void DiskNames::enter(const FolderTable& folders, FolderId folder, std::size_t expected_tests) {
-  current_ = nullptr;
-  handle_ = FolderHandle::open(folders.path(folder));
-  if (!handle_) return;
-  name_limit_ = handle_.name_limit();
-  if (folder >= listings_.size()) listings_.resize(folders.size());
-  Listing& listing = listings_[folder];
+// Brings a listing up to date for this run. False when there is none and none pays.
+bool DiskNames::refresh(Listing& listing, std::size_t expected_tests) {
+  handle_ = FolderHandle::open(folders_->path(folder_));
+  name_limit_ = handle_ ? handle_.name_limit() : name_limit_;
   FolderStamp stamp;
-  const bool kept = listing.complete && handle_.stamp(stamp) && stamp == listing.stamp;
+  const bool kept = handle_ && listing.complete && handle_.stamp(stamp) && stamp == listing.stamp;
   if (!kept) {
-    listing = Listing();
-    if (expected_tests < fewest_tests) return;
-    if (!list_now(listing, expected_tests * most_entries_a_test)) {
-      listing = Listing();
-      return;
-    }
+    const bool listed = handle_ && expected_tests >= fewest_tests && list_now(listing, expected_tests * most_entries_a_test);
+    if (!listed) listing = Listing();
+    if (!listed) return false;
   }
   make_set(listing);
-  current_ = &listing;
-  sample_.clear();
+  listing.run = run_;
+  listing.name_limit = name_limit_;
+  return true;
+}
+
+void DiskNames::begin_run(const FolderTable& folders) {
+  folders_ = &folders;
+  listings_.resize(folders.size());
+  folder_ = FolderTable::none;
+  ++run_;
+}
+
+void DiskNames::enter(FolderId folder, std::size_t expected_tests) {
+  if (folder == folder_) return;
+  folder_ = folder;
+  handle_ = FolderHandle();
+  Listing& listing = listings_[folder];
+  current_ = listing.run == run_ || refresh(listing, expected_tests) ? &listing : nullptr;
+  if (current_ != nullptr) name_limit_ = listing.name_limit;
 }
 
 bool DiskNames::exists(std::string_view name) {
-  if (!handle_) return false;
-  if (current_ == nullptr) return handle_.exists(name.data());
-  const bool listed = contains(*current_, name_hash(name));
-  if (listed) {
-    if (sample_.empty() && std::any_of(name.begin(), name.end(), is_letter)) {
-      sample_ = name;
-      current_->case_sensitive = is_case_sensitive(*current_);
+  if (current_ == nullptr) return ask_disk(name.data());
+  if (contains(*current_, name_hash(name))) {
+    if (!current_->case_known && std::any_of(name.begin(), name.end(), is_letter)) {
+      current_->case_sensitive = is_case_sensitive(*current_, name);
+      current_->case_known = true;
     }
     return true;
   }
-  return !current_->case_sensitive && handle_.exists(name.data());
+  return !current_->case_sensitive && ask_disk(name.data());
 }
 
 }  // namespace brindle

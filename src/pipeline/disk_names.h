@@ -23,9 +23,11 @@ class DiskNames {
   void add_listed(std::string_view name);
   void end_listing();
 
-  /// Turns to a folder; the tests below are about it. `expected_tests` tells how many will come, about: few are answered one
-  /// by one. A kept listing is used when the folder has not changed since.
-  void enter(const FolderTable& folders, FolderId folder, std::size_t expected_tests);
+  /// Starts a run of tests: what was listed before is looked over once more.
+  void begin_run(const FolderTable& folders);
+  /// Turns to a folder; the tests below are about it. `expected_tests` tells how many there will be in the whole run, about:
+  /// few are answered one by one. A folder is opened once a run, and listed only when it has changed since it last was.
+  void enter(FolderId folder, std::size_t expected_tests);
 
   /// Whether an entry of this name is in the folder. `name` is NUL-terminated behind its end.
   bool exists(std::string_view name);
@@ -38,21 +40,28 @@ class DiskNames {
   struct Listing {
     FolderStamp stamp;
     std::vector<std::uint64_t> hashes;  // in order of arrival until `hashed`, then an open-addressing set
+    std::size_t name_limit = 255;
+    std::uint32_t run = 0;  // the run in which it was last found up to date
     bool hashed = false;
-    bool case_sensitive = false;
     bool complete = false;
+    bool case_known = false;
+    bool case_sensitive = false;
   };
 
+  bool refresh(Listing& listing, std::size_t expected_tests);
   bool list_now(Listing& listing, std::size_t most);
+  bool ask_disk(const char* name);
+  bool is_case_sensitive(const Listing& listing, std::string_view sample);
   static void make_set(Listing& listing);
   static bool contains(const Listing& listing, std::uint64_t hash);
-  bool is_case_sensitive(const Listing& listing) const;
 
+  const FolderTable* folders_ = nullptr;
   std::vector<Listing> listings_;  // by folder
   std::size_t filling_ = SIZE_MAX;
-  std::string sample_;  // a name of the folder with a letter in it
+  std::uint32_t run_ = 0;
   FolderReader reader_;
-  FolderHandle handle_;
+  FolderId folder_ = FolderTable::none;
+  FolderHandle handle_;         // of folder_; opened when first needed
   Listing* current_ = nullptr;  // null: every test goes to the disk
   std::size_t name_limit_ = 255;
 };

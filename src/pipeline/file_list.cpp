@@ -81,12 +81,15 @@ void FileList::resetFilesDic() {
   set_made_ = false;
   removed_.clear();
   folder_has_items_.assign(folders_.size(), false);
-  for (const ItemRecord& record : items_) folder_has_items_[record.folder] = true;
+  for (ItemRecord& record : items_) {
+    record.folder = folders_.resolve(record.folder);
+    folder_has_items_[record.folder] = true;
+  }
 }
 
 // Reading and writing
 
-void FileList::read(std::size_t row, FileSystemItem& item) const {
+void FileList::read_without_new_name(std::size_t row, FileSystemItem& item) const {
   const ItemRecord& record = items_[row];
   if (item.list_folder() == record.folder && item.list() == this) {
     item.set_name(record.name());
@@ -95,6 +98,11 @@ void FileList::read(std::size_t row, FileSystemItem& item) const {
     item.set_list(this, record.folder);
   }
   item.set_kind((record.kind & 1U) != 0, (record.kind & 2U) != 0, (record.kind & 4U) != 0);
+}
+
+void FileList::read(std::size_t row, FileSystemItem& item) const {
+  read_without_new_name(row, item);
+  const ItemRecord& record = items_[row];
   if (record.status != ItemStatus::none) item.setNewFilename(new_filename(row));
   if (record.reason != 0) item.set_reason(decode_file_name(reasons_[record.reason]));
 }

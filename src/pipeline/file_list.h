@@ -75,6 +75,8 @@ class FileList {
 
   /// Makes `item` stand for a row. Reading the rows of one folder one after the other is cheapest.
   void read(std::size_t row, FileSystemItem& item) const;
+  /// The same with an empty new-name field.
+  void read_without_new_name(std::size_t row, FileSystemItem& item) const;
   /// Stores the item's new name and reason. A new name that cannot be written to disk (see encode_file_name) is kept out:
   /// the row gets "No Changes" and why. `name_limit` is the longest name the folder takes, in bytes.
   void write(std::size_t row, const FileSystemItem& item, std::size_t name_limit);

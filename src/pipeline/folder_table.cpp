@@ -6,7 +6,7 @@ namespace brindle {
 
 std::size_t FolderTable::KeyHash::operator()(const Key& key) const { return hash_bytes(key.name, key.parent); }
 
-FolderTable::FolderTable() { nodes_.push_back({none, {}}); }
+FolderTable::FolderTable() { nodes_.push_back({}); }
 
 FolderId FolderTable::intern(std::string_view path) {
   FolderId folder = root;
@@ -24,7 +24,7 @@ FolderId FolderTable::child(FolderId parent, std::string_view name) {
   if (known != none) return known;
   const auto folder = static_cast<FolderId>(nodes_.size());
   const std::string_view kept = names_.keep(name);
-  nodes_.push_back({parent, kept});
+  nodes_.push_back({parent, kept, none});
   children_.emplace(Key{parent, kept}, folder);
   return folder;
 }
@@ -40,17 +40,23 @@ std::string FolderTable::path(FolderId folder) const {
   return path;
 }
 
+FolderId FolderTable::resolve(FolderId folder) const {
+  while (nodes_[folder].alias != none) folder = nodes_[folder].alias;
+  return folder;
+}
+
 void FolderTable::append_path(FolderId folder, std::string& path) const {
-  if (folder == root) {
+  const FolderId start = resolve(folder);
+  if (start == root) {
     path.push_back('/');
     return;
   }
   std::size_t size = 0;
-  for (FolderId at = folder; at != root; at = nodes_[at].parent) size += nodes_[at].name.size() + 1;
+  for (FolderId at = start; at != root; at = resolve(nodes_[at].parent)) size += nodes_[at].name.size() + 1;
   // Filled from the end: a path is told from its last folder upwards.
   std::size_t position = path.size() + size;
   path.resize(position);
-  for (FolderId at = folder; at != root; at = nodes_[at].parent) {
+  for (FolderId at = start; at != root; at = resolve(nodes_[at].parent)) {
     const std::string_view name = nodes_[at].name;
     position -= name.size();
     path.replace(position, name.size(), name);
@@ -58,11 +64,15 @@ void FolderTable::append_path(FolderId folder, std::string& path) const {
   }
 }
 
-void FolderTable::move(FolderId folder, FolderId parent, std::string_view name) {
-  Node& node = nodes_[folder];
-  children_.erase(Key{node.parent, node.name});
-  node = {parent, names_.keep(name)};
-  children_.emplace(Key{parent, node.name}, folder);
+void FolderTable::detach(FolderId folder) { children_.erase(Key{nodes_[folder].parent, nodes_[folder].name}); }
+
+FolderId FolderTable::attach(FolderId folder, FolderId parent, std::string_view name) {
+  const FolderId taken = find_child(parent, name);
+  if (taken != none) return taken;
+  nodes_[folder].parent = parent;
+  nodes_[folder].name = names_.keep(name);
+  children_.emplace(Key{parent, nodes_[folder].name}, folder);
+  return folder;
 }
 
 }  // namespace brindle

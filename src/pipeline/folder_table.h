@@ -39,13 +39,23 @@ class FolderTable {
   std::string path(FolderId folder) const;
   void append_path(FolderId folder, std::string& path) const;
 
-  /// Gives a folder another name or another place. The caller sees to it that no other folder has the new path.
-  void move(FolderId folder, FolderId parent, std::string_view name);
+  // Giving folders other names: detach all of them, then attach each.
+
+  /// Takes a folder out of its parent. It keeps its number, and what is below it.
+  void detach(FolderId folder);
+  /// Puts a detached folder below `parent`. When a folder of this name is there already, nothing happens and that one is
+  /// returned; otherwise `folder` itself.
+  FolderId attach(FolderId folder, FolderId parent, std::string_view name);
+  /// Makes a detached folder stand for another: its path is the other's from now on.
+  void make_alias(FolderId folder, FolderId other) { nodes_[folder].alias = other; }
+  /// The folder that a number stands for, made aliases followed.
+  FolderId resolve(FolderId folder) const;
 
  private:
   struct Node {
     FolderId parent = none;
     std::string_view name;
+    FolderId alias = none;
   };
   struct Key {
     FolderId parent;

@@ -19,20 +19,23 @@
 
 namespace brindle {
 
-/// The running counter of a sequence step.
+/// One operation with its arguments made ready. std::monostate leaves every item alone.
+using RenameStep = std::variant<std::monostate, InsertParameters, DeleteParameters>;
+
+/// The step of a settings record's selected tab: one row a tab decides which operation runs. std::monostate for a tab without
+/// a chosen variant, for the list tab, and for any tab outside 0…9. `now` is the start of the run: what "the current date"
+/// means in every name of it.
+RenameStep make_step(const RenameSettings& settings, Date now);
+
+/// The running counter of a sequence step: a number or letters, whichever the step counts in.
 struct SequenceCounter {
   std::int32_t number = 0;
   std::u16string letters;
 };
 
-/// One operation with its arguments made ready. std::monostate leaves every item alone (a tab without a chosen variant, the
-/// list tab).
-using RenameStep = std::variant<std::monostate, InsertParameters, DeleteParameters>;
-
 class RenamePlan {
  public:
   /// The method of the selected tab. The settings are expected to be validated and normalised (settings/validation.h).
-  /// `now` is the start of the run: what "the current date" means in every name of it.
   RenamePlan(const RenameSettings& settings, Date now);
   /// The active rules, in list order.
   RenamePlan(std::span<const Rule> rules, Date now);
@@ -56,8 +59,10 @@ class RenamePlan {
     RenameStep operation;
     SequenceCounter start;
     SequenceCounter counter;
-    bool resets_on_folder = false;
   };
+
+  void add_step(const RenameSettings& settings, Date now);
+
   std::vector<Step> steps_;
   WorkingName working_name_;
   std::int32_t photo_number_ = 1;
