@@ -1,0 +1,188 @@
+#include "pipeline/apply.h"
+
+#include <ctime>
+#include <optional>
+#include <vector>
+
+#include "log/run_log.h"
+#include "pipeline/file_order.h"
+#include "pipeline/folder_workers.h"
+#include "pipeline/path_follower.h"
+#include "pipeline/rename_row.h"
+#include "platform/app_info.h"
+
+namespace brindle {
+namespace {
+
+constexpr std::int32_t general_tab = 5;
+constexpr std::int32_t list_tab = 9;
+
+/// One apply from its journal to its log.
+class Run {
+ public:
+  Run(FileList& files, const ApplyOptions& options, const JobControl& control)
+      : files_(files), options_(options), control_(control), throttle_(control), follows_(paths_follow(options)) {
+    rules_.case_method = !options.is_chain && options.selectedTab == general_tab && options.generalOptionIndex < 2;
+  }
+
+  ApplyResult make();
+
+ private:
+  static bool paths_follow(const ApplyOptions& options) {
+    return (options.isFolders && options.isIncludeSubFolders) || options.selectedTab == list_tab;
+  }
+
+  void collect_rows();
+  std::string open_log();
+  std::string write_journal();
+  void rename_in_order();
+  void rename_by_folder();
+  void settle(std::size_t index, const RowOutcome& outcome, const std::string& folder_path);
+  void mark(std::size_t index, JournalMark mark) {
+    if (logged_) journal_.mark(index, mark);
+  }
+  void save_log();
+  void finish();
+
+  FileList& files_;
+  const ApplyOptions& options_;
+  const JobControl& control_;
+  ProgressThrottle throttle_;
+  RowRules rules_;
+  bool follows_ = false;
+  bool logged_ = false;
+  std::vector<std::uint32_t> rows_;  // that carry a proposed name, in list order
+  JournalWriter journal_;
+  RenameLogWriter log_;
+  std::optional<PathFollower> follower_;
+  ApplyResult result_;
+};
+
+void Run::collect_rows() {
+  if (follows_) sort_by_location(files_);
+  for (std::uint32_t row = 0; row < files_.size(); ++row) {
+    if (files_[row].status == ItemStatus::proposed) rows_.push_back(row);
+  }
+  throttle_ = ProgressThrottle(control_, rows_.size());
+}
+
+// Everything that is meant to happen is on disk before anything happens.
+std::string Run::write_journal() {
+  std::vector<bool> told(files_.folders().size());
+  std::string path;
+  for (const std::uint32_t row : rows_) {
+    const ItemRecord& record = files_[row];
+    if (!told[record.folder]) {
+      path.clear();
+      files_.folders().append_path(record.folder, path);
+      journal_.add_folder(record.folder, path);
+      told[record.folder] = true;
+    }
+    journal_.add(record.folder, record.name(), record.proposed(), record.inode);
+  }
+  return journal_.seal();
+}
+
+std::string Run::open_log() {
+  const JournalInfo info{options_.isFolders, follows_, std::string(appVersion())};
+  std::string error = begin_run_log(options_.log_folder, std::time(nullptr), info, journal_, log_);
+  if (!error.empty()) return error;
+  error = write_journal();
+  if (error.empty()) return {};
+  log_.discard();
+  journal_.remove();
+  return error;
+}
+
+// Brings the list and the log up to date with what became of a row. Rows are settled in list order.
+void Run::settle(std::size_t index, const RowOutcome& outcome, const std::string& folder_path) {
+  const std::uint32_t row = rows_[index];
+  ++result_.attempted;
+  if (outcome.status != ItemStatus::renaming_ok) {
+    files_.set_status(row, outcome.status);
+    files_.set_reason(row, describe_error(outcome.error));
+    return;
+  }
+  const ItemRecord& record = files_[row];
+  if (logged_) log_.addLogEntry(folder_path, record.name(), folder_path, record.proposed());
+  if (follower_) follower_->follow(record.folder, record.name(), record.proposed());
+  files_.set_renamed(row);
+  ++result_.renamed;
+  throttle_.step(result_.attempted, [&] { return files_.path(row); });
+}
+
+// One after the other: a rename may change where the next row lies.
+void Run::rename_in_order() {
+  if (follows_) follower_.emplace(files_);
+  std::string folder_path;
+  FolderHandle folder;
+  std::string open_path;
+  for (std::size_t index = 0; index < rows_.size() && !control_.cancelled(); ++index) {
+    const ItemRecord& record = files_[rows_[index]];
+    folder_path.clear();
+    files_.folders().append_path(record.folder, folder_path);
+    const bool is_open = index > 0 && folder_path == open_path && record.folder == files_[rows_[index - 1]].folder;
+    if (!is_open) folder = FolderHandle::open(folder_path);
+    open_path = folder_path;
+    mark(index, JournalMark::begun);
+    const bool doubtful = follower_ && follower_->is_doubtful(record.folder);
+    const RowOutcome outcome = rename_row(record, folder, rules_, doubtful);
+    mark(index, outcome.status == ItemStatus::renaming_ok ? JournalMark::done : JournalMark::failed);
+    settle(index, outcome, folder_path);
+  }
+}
+
+void Run::rename_by_folder() {
+  FolderWorkers workers(files_, rows_, rules_, logged_ ? &journal_ : nullptr, control_);
+  std::string folder_path;
+  FolderId at = FolderTable::none;
+  for (std::size_t index = 0; index < rows_.size(); ++index) {
+    const RowOutcome outcome = workers.take(index);
+    if (outcome.status == ItemStatus::none) continue;
+    if (files_[rows_[index]].folder != at) {
+      at = files_[rows_[index]].folder;
+      folder_path = files_.folders().path(at);
+    }
+    settle(index, outcome, folder_path);
+  }
+}
+
+void Run::save_log() {
+  result_.error = log_.saveLog();
+  result_.log_path = log_.saved_path();
+  // Without a log the journal is what the next start makes one of.
+  if (result_.error.empty()) journal_.remove();
+}
+
+void Run::finish() {
+  if (logged_) save_log();
+  files_.resetFilesDic();
+  result_.cancelled = result_.attempted < rows_.size();
+  result_.isHasFilesForRenaming = result_.cancelled;
+  throttle_.finish(result_.attempted);
+}
+
+ApplyResult Run::make() {
+  collect_rows();
+  if (!options_.without_log) {
+    result_.error = open_log();
+    result_.log_failed = !result_.error.empty();
+    if (result_.log_failed) return result_;
+    logged_ = true;
+  }
+  if (!follows_ && folders_are_independent(files_, rows_)) {
+    rename_by_folder();
+  } else {
+    rename_in_order();
+  }
+  finish();
+  return result_;
+}
+
+}  // namespace
+
+ApplyResult applyRenames(FileList& files, const ApplyOptions& options, const JobControl& control) {
+  return Run(files, options, control).make();
+}
+
+}  // namespace brindle

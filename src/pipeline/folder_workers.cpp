@@ -1,0 +1,109 @@
+#include "pipeline/folder_workers.h"
+
+#include <algorithm>
+#include <chrono>
+#include <numeric>
+
+#include "platform/file_kind.h"
+
+namespace brindle {
+namespace {
+
+constexpr std::size_t most_threads = 2;  // more only queue up at the disk's own locks
+constexpr std::size_t rows_worth_a_thread = 64;
+
+// An outcome in one word: the status above, the errno (or `other_file`) in the low bits.
+constexpr std::int32_t errno_bias = 1;
+
+std::int32_t pack(const RowOutcome& outcome) {
+  return (static_cast<std::int32_t>(outcome.status) << 16) | (outcome.error + errno_bias);
+}
+
+RowOutcome unpack(std::int32_t packed) {
+  return {static_cast<ItemStatus>(packed >> 16), (packed & 0xFFFF) - errno_bias};
+}
+
+bool is_canonical(const std::string& path) { return canonical_path(path) == path; }
+
+}  // namespace
+
+bool folders_are_independent(const FileList& files, std::span<const std::uint32_t> rows) {
+  const FolderTable& folders = files.folders();
+  FolderId checked = FolderTable::none;
+  return std::all_of(rows.begin(), rows.end(), [&](std::uint32_t row) {
+    const ItemRecord& record = files[row];
+    if (record.kind == 0) return true;
+    if (folders.find_child(record.folder, record.name()) != FolderTable::none) return false;
+    // Through a link one folder can be listed under two paths.
+    const bool needs_check = (record.kind & 2U) != 0 && record.folder != checked;
+    checked = record.folder;
+    return !needs_check || is_canonical(folders.path(record.folder));
+  });
+}
+
+FolderWorkers::FolderWorkers(const FileList& files, std::span<const std::uint32_t> rows, const RowRules& rules,
+                             JournalWriter* journal, const JobControl& control)
+    : files_(files), rows_(rows), rules_(rules), journal_(journal), control_(control), outcomes_(rows.size()) {
+  sort_into_tasks();
+  const std::size_t useful = std::min(tasks_.size(), 1 + rows.size() / rows_worth_a_thread);
+  const std::size_t cores = std::max<std::size_t>(1, std::thread::hardware_concurrency());
+  const std::size_t count = std::min({useful, cores, most_threads});
+  at_work_ = count;
+  for (std::size_t i = 0; i < count; ++i) threads_.emplace_back([this] { work(); });
+}
+
+FolderWorkers::~FolderWorkers() = default;
+
+// Folders in the order in which the list first comes to them, each with all of its rows.
+void FolderWorkers::sort_into_tasks() {
+  constexpr std::uint32_t no_task = UINT32_MAX;
+  std::vector<std::uint32_t> task_of(files_.folders().size(), no_task);
+  for (const std::uint32_t row : rows_) {
+    std::uint32_t& task = task_of[files_[row].folder];
+    if (task == no_task) {
+      task = static_cast<std::uint32_t>(tasks_.size());
+      tasks_.push_back({files_[row].folder, 0, 0});
+    }
+    ++tasks_[task].end;
+  }
+  std::uint32_t start = 0;
+  for (Task& task : tasks_) {
+    const std::uint32_t count = task.end;
+    task.begin = task.end = start;
+    start += count;
+  }
+  order_.resize(rows_.size());
+  for (std::uint32_t index = 0; index < rows_.size(); ++index) order_[tasks_[task_of[files_[rows_[index]].folder]].end++] = index;
+}
+
+void FolderWorkers::work() {
+  for (std::size_t task = next_task_++; task < tasks_.size() && !control_.cancelled(); task = next_task_++) {
+    rename_folder(tasks_[task]);
+  }
+  at_work_.fetch_sub(1, std::memory_order_release);
+}
+
+void FolderWorkers::rename_folder(const Task& task) {
+  const FolderHandle folder = FolderHandle::open(files_.folders().path(task.folder));
+  for (std::uint32_t i = task.begin; i < task.end && !control_.cancelled(); ++i) {
+    const std::uint32_t index = order_[i];
+    if (journal_ != nullptr) journal_->mark(index, JournalMark::begun);
+    const RowOutcome outcome = rename_row(files_[rows_[index]], folder, rules_, false);
+    const bool done = outcome.status == ItemStatus::renaming_ok;
+    if (journal_ != nullptr) journal_->mark(index, done ? JournalMark::done : JournalMark::failed);
+    outcomes_[index].store(pack(outcome), std::memory_order_release);
+  }
+}
+
+RowOutcome FolderWorkers::take(std::size_t index) {
+  for (;;) {
+    // Looked at in this order: who has stopped working has stored all it had to store.
+    const bool over = at_work_.load(std::memory_order_acquire) == 0;
+    const std::int32_t packed = outcomes_[index].load(std::memory_order_acquire);
+    if (packed != 0) return unpack(packed);
+    if (over) return {};
+    std::this_thread::sleep_for(std::chrono::microseconds(100));
+  }
+}
+
+}  // namespace brindle

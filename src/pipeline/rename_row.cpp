@@ -1,0 +1,51 @@
+#include "pipeline/rename_row.h"
+
+#include <cerrno>
+#include <cstring>
+
+#include "platform/move.h"
+
+namespace brindle {
+namespace {
+
+bool leads_elsewhere(const ItemRecord& record, const FolderHandle& folder) {
+  EntryFacts facts;
+  return record.inode != 0 && folder.look_up(record.name_data, facts) && facts.inode != record.inode;
+}
+
+// For a folder only another folder counts as taking the name; a file there is a move that failed.
+bool is_taken(const ItemRecord& record, const FolderHandle& folder) {
+  if (record.type() != ItemType::folder) return true;
+  EntryFacts facts;
+  return folder.look_up(record.proposed_data, facts) && facts.kind == EntryKind::folder;
+}
+
+RowOutcome refused(const ItemRecord& record, const FolderHandle& folder, const RowRules& rules) {
+  // On a disk that ignores case, the name in other letters is taken by the very entry that is to be renamed.
+  if (differ_in_case_only(record.name(), record.proposed()) &&
+      move_changing_case(folder, record.name_data, record.proposed_data) == 0) {
+    return {ItemStatus::renaming_ok, 0};
+  }
+  if (!rules.case_method && is_taken(record, folder)) return {already_exists(record.type()), 0};
+  return {ItemStatus::no_changes, EEXIST};
+}
+
+}  // namespace
+
+RowOutcome rename_row(const ItemRecord& record, const FolderHandle& folder, const RowRules& rules, bool doubtful) {
+  if (!folder) return {ItemStatus::no_changes, folder.error()};
+  if (doubtful && leads_elsewhere(record, folder)) return {ItemStatus::no_changes, other_file};
+  const int error = move_exclusively(folder, record.name_data, folder, record.proposed_data);
+  if (error == 0) return {ItemStatus::renaming_ok, 0};
+  if (error == EEXIST) return refused(record, folder, rules);
+  return {ItemStatus::no_changes, error};
+}
+
+std::string_view describe_error(int error) {
+  if (error == 0) return {};
+  if (error == other_file) return "another file stands at this path now";
+  if (error == ENOTSUP) return "this disk cannot rename without the risk of replacing another file";
+  return ::strerrordesc_np(error);
+}
+
+}  // namespace brindle
