@@ -69,4 +69,8 @@ std::u16string folded(std::u16string_view text) {
   return result;
 }
 
+char32_t fold_character(char32_t character) {
+  return static_cast<char32_t>(u_foldCase(static_cast<UChar32>(character), U_FOLD_CASE_DEFAULT));
+}
+
 }  // namespace brindle

@@ -25,6 +25,9 @@ inline char16_t fold_unit(std::u16string_view text, std::size_t index) {
 /// The whole text folded: as many units as before.
 std::u16string folded(std::u16string_view text);
 
+/// The fold of one character.
+char32_t fold_character(char32_t character);
+
 constexpr bool is_high_surrogate(char16_t unit) {
   return (unit & 0xFC00U) == 0xD800U;
 }
