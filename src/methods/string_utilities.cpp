@@ -136,6 +136,11 @@ std::u16string swapStringByPosition(std::u16string_view text, std::int32_t posit
   return result;
 }
 
+void append_padded(std::u16string_view text, std::u16string_view mask, std::u16string& out) {
+  if (mask.size() > text.size()) out.append(mask.substr(0, mask.size() - text.size()));
+  out.append(text);
+}
+
 std::optional<Date> dateFromString(std::u16string_view text) {
   std::u16string plain(text);
   if (const std::size_t colon = plain.rfind(u':'); colon != std::u16string::npos) plain.erase(colon, 1);

@@ -1,0 +1,31 @@
+#pragma once
+
+// Counting with letters: a, b, … z, aa, ab, … A counter is a text of the letters a to z; every operation also takes any
+// other text. Pure; any thread.
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace brindle {
+
+/// Whether every unit lies between "a" and "z"; true for the empty text.
+bool isAlphabeticNumericInRange(std::u16string_view text);
+
+/// The counter stepped up once. A last letter that runs past "z" becomes the `incrementBy`-th letter, whatever it was,
+/// so "y" stepped by 3 is "ac".
+std::u16string nextAlphabeticNumber(std::u16string_view text, std::int32_t incrementBy);
+
+/// The counter stepped down once. A last letter that falls below "a" becomes the `decrementBy`-th letter from the end;
+/// a leading letter that falls below "a" vanishes, so "a" stepped by 1 is empty.
+std::u16string previousAlphabeticNumber(std::u16string_view text, std::int32_t decrementBy);
+
+/// `counter` stepped up, and on until it is in range. `step` is 1…26. The time depends on the length alone, however
+/// many steps that takes.
+void step_up_into_range(std::u16string& counter, std::int32_t step);
+
+/// The same downwards. An empty counter that comes up on the way stands for the letter before "a", which is "z" again;
+/// with `keep_empty` it is the result.
+void step_down_into_range(std::u16string& counter, std::int32_t step, bool keep_empty);
+
+}  // namespace brindle
