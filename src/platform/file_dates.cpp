@@ -1,0 +1,28 @@
+#include "platform/file_dates.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <cerrno>
+
+namespace brindle {
+namespace {
+
+Date to_date(const struct statx_timestamp& stamp) {
+  return Date(std::chrono::seconds(stamp.tv_sec) + std::chrono::milliseconds(stamp.tv_nsec / 1'000'000));
+}
+
+}  // namespace
+
+std::optional<FileDates> file_dates(const std::string& path, int& error) {
+  struct statx found {};
+  if (statx(AT_FDCWD, path.c_str(), AT_SYMLINK_NOFOLLOW, STATX_MTIME | STATX_BTIME, &found) != 0) {
+    error = errno;
+    return std::nullopt;
+  }
+  const Date modification = to_date(found.stx_mtime);
+  const bool has_birth = (found.stx_mask & STATX_BTIME) != 0;
+  return FileDates{has_birth ? to_date(found.stx_btime) : modification, modification};
+}
+
+}  // namespace brindle
