@@ -1,0 +1,82 @@
+#pragma once
+
+// General: one of twelve transformations of the whole name. Odd parameters leave the name as it is. Parameters are
+// immutable; any number of threads may use them.
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "methods/rename_operation.h"
+#include "methods/search_text.h"
+
+namespace brindle {
+
+/// What generalOptionIndex chooses. Any other index changes nothing.
+enum class GeneralOption : std::int32_t {
+  convert_filename_case = 0,
+  convert_extension = 1,
+  remove_extension = 2,
+  change_extension = 3,  ///< of files; everything else loses its extension
+  reverse = 4,           ///< unit by unit
+  remove_spaces = 5,
+  swap_from_seperator = 6,
+  swap_from_position = 7,
+  remove_after_string = 8,  ///< keeps the occurrence
+  remove_from_string = 9,   ///< drops the occurrence; keeps what follows it where nothing else would be left
+  filename_mask = 10,       ///< as long as the mask: padded by its first units, or cut to the last units of the name
+  convert_windows_compatible = 11,
+};
+
+/// The arguments as the settings hold them. "/" becomes ":" in all texts but the Windows replacement. Cases are 1
+/// upper, 2 lower, 3 proper; any other leaves the text alone. Positions and occurrences are 1-based.
+struct GeneralArguments {
+  std::int32_t generalOptionIndex = 0;
+  std::int32_t generalFileNameCase = 0;
+  std::int32_t generalExtensionCase = 0;
+  std::u16string_view generalChangeExtension;
+  std::u16string_view generalSwapSeperator;
+  std::int32_t generalSwapPosition = 1;
+  std::u16string_view generalRemoveAfterString;
+  std::u16string_view generalRemoveFromString;
+  std::int32_t generalRemoveAfterStringOccurrence = 1;
+  std::int32_t generalRemoveFromStringOccurrence = 1;
+  std::u16string_view generalConvertWindowsCompatibleString;
+  std::u16string_view generalFilenameMask;
+};
+
+/// The characters that Windows forbids in names, each with what it finally becomes. They are replaced one after the
+/// other, so a replacement that holds a later one of them is itself worked on.
+class WindowsReplacements {
+ public:
+  WindowsReplacements() = default;
+  explicit WindowsReplacements(std::u16string_view replacement);
+
+  /// Throws std::length_error when the replacements of replacements would make a text of more than 65,536 units.
+  void append_compatible(std::u16string_view text, std::u16string& out) const;
+
+ private:
+  static constexpr std::u16string_view forbidden = u"/\\:*?\"<>|";
+  std::array<std::u16string, 9> becomes_;
+  std::array<bool, 9> too_long_{};
+};
+
+/// The option's arguments made ready; the texts of other options stay empty.
+struct GeneralParameters {
+  explicit GeneralParameters(const GeneralArguments& arguments);
+
+  GeneralOption option;
+  std::int32_t letter_case;
+  std::int32_t number;  ///< position or occurrence
+  std::u16string text;  ///< new extension or mask
+  SearchText search;
+  WindowsReplacements windows;
+};
+
+NameOutcome general_text(const GeneralParameters& parameters, ItemType type, WorkingName& name);
+
+bool renameByGeneral(FileSystemItem& item, const GeneralParameters& parameters, WorkingName& name,
+                     std::u16string& error);
+
+}  // namespace brindle
