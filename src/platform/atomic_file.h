@@ -22,6 +22,7 @@ class AtomicFile {
   bool is_open() const { return descriptor_ >= 0; }
   /// After an error, further writes do nothing; sync() reports it.
   void write(std::string_view bytes);
+  void set_permissions(unsigned mode);
   /// Brings the bytes to the disk.
   int sync();
   /// Gives the file its name; EEXIST when something stands there.

@@ -7,13 +7,18 @@
 
 namespace brindle {
 
-/// The data folder: $XDG_DATA_HOME (~/.local/share when unset, empty or not absolute) + "/Tessalon/Brindle4". Empty
-/// when no home folder can be told.
+/// $XDG_DATA_HOME; ~/.local/share when that is unset, empty or not absolute. Empty when no home folder can be told.
+std::string data_home();
+
+/// The data folder: data_home() + "/Tessalon/Brindle4", or empty.
 std::string getAppPath();
 
 /// Makes sure that the subfolder `name` of the data folder exists ("" for the data folder itself), with all that is
 /// above it. False with `error` (UTF-8) set when it cannot be had.
 bool createApplicationUsersFolder(std::string_view name, std::string& error);
+
+/// Makes the folder at an absolute path with all that is above it. Returns 0 or errno; an existing folder will do.
+int make_folders(const std::string& path, unsigned mode);
 
 /// Where logs go: "defaultLogFolderPath" of preferences.plist in the data folder, when that can be read and names an
 /// absolute path; else the data folder's "Logs". Read afresh each time. Empty when there is no data folder.

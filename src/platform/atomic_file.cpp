@@ -1,0 +1,192 @@
+#include "platform/atomic_file.h"
+
+#include <fcntl.h>
+#include <fmt/format.h>
+#include <sys/random.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <climits>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <system_error>
+#include <utility>
+
+#include "platform/folder_handle.h"
+#include "platform/move.h"
+
+namespace brindle {
+namespace {
+
+int write_all(int descriptor, std::string_view bytes) {
+  while (!bytes.empty()) {
+    const ssize_t written = ::write(descriptor, bytes.data(), bytes.size());
+    if (written < 0 && errno != EINTR) return errno;
+    if (written > 0) bytes.remove_prefix(static_cast<std::size_t>(written));
+  }
+  return 0;
+}
+
+// For disks that know neither RENAME_NOREPLACE nor hard links: the empty file that rename(2) replaces is our own.
+int place_on_own_file(const std::string& from, const std::string& to) {
+  const int descriptor = ::open(to.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+  if (descriptor < 0) return errno;
+  ::close(descriptor);
+  if (::rename(from.c_str(), to.c_str()) == 0) return 0;
+  const int error = errno;
+  ::unlink(to.c_str());
+  return error;
+}
+
+// A name that no other writer uses, short enough for every disk.
+std::string unique_name_beside(const std::string& path) {
+  std::uint64_t number = 0;
+  if (::getrandom(&number, sizeof number, 0) < 0) number = static_cast<std::uint64_t>(::getpid());
+  return fmt::format("{}/.brindle-{:016x}.tmp", split_path(path).folder, number);
+}
+
+std::string resolved(const std::string& path) {
+  const std::unique_ptr<char, decltype(&std::free)> real(::realpath(path.c_str(), nullptr), &std::free);
+  return real == nullptr ? path : std::string(real.get());
+}
+
+int write_and_place(AtomicFile& file, const std::string& path, std::string_view content) {
+  int error = file.open(unique_name_beside(path));
+  if (error != 0) return error;
+  struct stat old {};
+  if (::stat(path.c_str(), &old) == 0) file.set_permissions(old.st_mode & 07777U);
+  file.write(content);
+  error = file.sync();
+  return error != 0 ? error : file.place_over(path);
+}
+
+int read_all(int descriptor, std::size_t limit, std::string& content) {
+  struct stat status {};
+  if (::fstat(descriptor, &status) != 0) return errno;
+  if (!S_ISREG(status.st_mode)) return EINVAL;
+  const auto size = static_cast<std::size_t>(status.st_size);
+  if (size > limit) return EFBIG;
+  content.resize(size);
+  for (std::size_t filled = 0; filled < size;) {
+    const ssize_t got = ::read(descriptor, content.data() + filled, size - filled);
+    if (got < 0 && errno != EINTR) return errno;
+    if (got == 0) content.resize(filled);
+    if (got == 0) break;
+    filled += got > 0 ? static_cast<std::size_t>(got) : 0;
+  }
+  return 0;
+}
+
+}  // namespace
+
+AtomicFile::AtomicFile(AtomicFile&& other) noexcept
+    : temporary_path_(std::move(other.temporary_path_)),
+      descriptor_(std::exchange(other.descriptor_, -1)),
+      error_(other.error_) {}
+
+AtomicFile& AtomicFile::operator=(AtomicFile&& other) noexcept {
+  std::swap(temporary_path_, other.temporary_path_);
+  std::swap(descriptor_, other.descriptor_);
+  std::swap(error_, other.error_);
+  return *this;
+}
+
+AtomicFile::~AtomicFile() {
+  discard();
+}
+
+int AtomicFile::open(const std::string& temporary_path) {
+  discard();
+  if (::unlink(temporary_path.c_str()) != 0 && errno != ENOENT) return errno;
+  descriptor_ = ::open(temporary_path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666);
+  if (descriptor_ < 0) return errno;
+  temporary_path_ = temporary_path;
+  error_ = 0;
+  return 0;
+}
+
+void AtomicFile::write(std::string_view bytes) {
+  if (error_ == 0) error_ = descriptor_ < 0 ? EBADF : write_all(descriptor_, bytes);
+}
+
+void AtomicFile::set_permissions(unsigned mode) {
+  // A disk without permissions (FAT) may refuse; the content is what matters.
+  if (::fchmod(descriptor_, mode) != 0) return;
+}
+
+int AtomicFile::sync() {
+  if (error_ == 0 && ::fsync(descriptor_) != 0) error_ = errno;
+  return error_;
+}
+
+int AtomicFile::place_exclusively(const std::string& path) {
+  const PathParts from = split_path(temporary_path_);
+  const PathParts to = split_path(path);
+  const FolderHandle from_folder = FolderHandle::open(from.folder);
+  const FolderHandle to_folder = FolderHandle::open(to.folder);
+  if (!from_folder || !to_folder) return from_folder ? to_folder.error() : from_folder.error();
+  int error = move_exclusively(from_folder, from.name.c_str(), to_folder, to.name.c_str());
+  if (error == ENOTSUP) error = place_on_own_file(temporary_path_, path);
+  if (error == 0) close();
+  return error == 0 ? sync_folder_of(path) : error;
+}
+
+int AtomicFile::place_over(const std::string& path) {
+  if (::rename(temporary_path_.c_str(), path.c_str()) != 0) return errno;
+  close();
+  return sync_folder_of(path);
+}
+
+void AtomicFile::discard() {
+  if (descriptor_ < 0) return;
+  ::unlink(temporary_path_.c_str());
+  close();
+}
+
+void AtomicFile::close() {
+  ::close(std::exchange(descriptor_, -1));
+  temporary_path_.clear();
+}
+
+std::string write_file_atomically(const std::string& path, std::string_view content) {
+  AtomicFile file;
+  const int error = write_and_place(file, resolved(path), content);
+  return error == 0 ? std::string() : fmt::format("“{}” cannot be written: {}", path, system_error_text(error));
+}
+
+int read_regular_file(const std::string& path, std::size_t limit, std::string& content) {
+  struct stat status {};
+  if (::stat(path.c_str(), &status) != 0) return errno;
+  if (S_ISDIR(status.st_mode)) return EISDIR;
+  if (!S_ISREG(status.st_mode)) return EINVAL;  // opening a device can do things
+  const int descriptor = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+  if (descriptor < 0) return errno;
+  const int error = read_all(descriptor, limit, content);
+  ::close(descriptor);
+  return error;
+}
+
+int sync_folder_of(const std::string& path) {
+  const int descriptor = ::open(split_path(path).folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (descriptor < 0) return errno;
+  // Some network and FUSE disks cannot sync a folder; they order their changes themselves.
+  const int error = ::fsync(descriptor) == 0 || errno == EINVAL || errno == ENOTSUP || errno == ENOSYS ? 0 : errno;
+  ::close(descriptor);
+  return error;
+}
+
+PathParts split_path(std::string_view path) {
+  const std::size_t slash = path.rfind('/');
+  if (slash == std::string_view::npos) return {".", std::string(path)};
+  return {std::string(path.substr(0, std::max<std::size_t>(slash, 1))), std::string(path.substr(slash + 1))};
+}
+
+std::string system_error_text(int error) {
+  return std::generic_category().message(error);
+}
+
+}  // namespace brindle

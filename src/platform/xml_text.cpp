@@ -1,0 +1,161 @@
+#include "platform/xml_text.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+
+#include "platform/file_name.h"
+
+namespace brindle {
+namespace {
+
+enum class ByteClass : unsigned char { plain, reference, control, beyond_ascii };
+
+constexpr std::array<ByteClass, 256> byte_classes = [] {
+  std::array<ByteClass, 256> classes{};
+  for (std::size_t i = 0; i < 0x20; ++i) classes[i] = ByteClass::control;
+  for (std::size_t i = 0x80; i < 256; ++i) classes[i] = ByteClass::beyond_ascii;
+  for (const char c : {'\t', '\n', '\r', '&', '<', '>', '"'})
+    classes[static_cast<unsigned char>(c)] = ByteClass::reference;
+  return classes;
+}();
+
+ByteClass class_of(char c) {
+  return byte_classes[static_cast<unsigned char>(c)];
+}
+
+std::string_view reference_for(char c) {
+  switch (c) {
+    case '\t':
+      return "&#9;";
+    case '\n':
+      return "&#10;";
+    case '\r':
+      return "&#13;";
+    case '&':
+      return "&amp;";
+    case '<':
+      return "&lt;";
+    case '>':
+      return "&gt;";
+    default:
+      return "&quot;";
+  }
+}
+
+constexpr std::string_view replacement_character = "\xEF\xBF\xBD";
+
+// Well-formed two-byte sequences and those three-byte ones that want no closer look: nearly everything in file names.
+bool is_common_text(std::string_view bytes) {
+  for (std::size_t i = 0; i < bytes.size();) {
+    const auto lead = static_cast<unsigned char>(bytes[i]);
+    const std::size_t length = lead < 0xC2 ? 0 : lead < 0xE0 ? 2 : lead > 0xE0 && lead < 0xED ? 3 : 0;
+    if (length == 0 || i + length > bytes.size()) return false;
+    for (std::size_t k = 1; k < length; ++k) {
+      if ((static_cast<unsigned char>(bytes[i + k]) & 0xC0U) != 0x80U) return false;
+    }
+    i += length;
+  }
+  return true;
+}
+
+// `bytes` are all above ASCII.
+bool append_beyond_ascii(std::string_view bytes, std::string& xml) {
+  if (is_common_text(bytes)) {
+    xml += bytes;
+    return true;
+  }
+  std::u16string text = decode_file_name(bytes);
+  bool representable = true;
+  for (char16_t& c : text) {
+    if (c < 0xFFFE) continue;
+    c = u'\uFFFD';
+    representable = false;
+  }
+  xml += to_utf8(text);
+  return representable;
+}
+
+bool is_unreserved(char c) {
+  return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '-' || c == '.' ||
+         c == '_' || c == '~' || c == '/';
+}
+
+int hex_value(char c) {
+  if (c >= '0' && c <= '9') return c - '0';
+  if (c >= 'A' && c <= 'F') return c - 'A' + 10;
+  if (c >= 'a' && c <= 'f') return c - 'a' + 10;
+  return -1;
+}
+
+}  // namespace
+
+bool append_xml_attribute(std::string_view bytes, std::string& xml) {
+  bool representable = true;
+  for (std::size_t i = 0; i < bytes.size();) {
+    const ByteClass kind = class_of(bytes[i]);
+    std::size_t end = i + 1;
+    while (end < bytes.size() && class_of(bytes[end]) == kind) ++end;
+    const std::string_view run = bytes.substr(i, end - i);
+    if (kind == ByteClass::plain) {
+      xml += run;
+    } else if (kind == ByteClass::beyond_ascii) {
+      representable = append_beyond_ascii(run, xml) && representable;
+    } else {
+      for (const char c : run) xml += kind == ByteClass::reference ? reference_for(c) : replacement_character;
+      representable = representable && kind == ByteClass::reference;
+    }
+    i = end;
+  }
+  return representable;
+}
+
+// U+EF80…U+EFBF is EE BE 80…BF, U+EFC0…U+EFFF is EE BF 80…BF.
+void restore_bytes(std::string& text) {
+  std::size_t kept = text.find('\xEE');
+  for (std::size_t i = kept; i < text.size(); ++kept) {
+    const bool stands_for_byte =
+        text[i] == '\xEE' && i + 2 < text.size() && (text[i + 1] == '\xBE' || text[i + 1] == '\xBF');
+    if (stands_for_byte) {
+      const unsigned high = text[i + 1] == '\xBF' ? 0xC0U : 0x80U;
+      text[kept] = static_cast<char>(high | (static_cast<unsigned char>(text[i + 2]) & 0x3FU));
+    } else {
+      text[kept] = text[i];
+    }
+    i += stands_for_byte ? 3 : 1;
+  }
+  if (kept != std::string::npos) text.resize(kept);
+}
+
+void append_percent_encoded(std::string_view bytes, std::string& text) {
+  constexpr std::string_view digits = "0123456789ABCDEF";
+  for (const char c : bytes) {
+    if (is_unreserved(c)) {
+      text.push_back(c);
+    } else {
+      const auto byte = static_cast<unsigned char>(c);
+      text.push_back('%');
+      text.push_back(digits[byte >> 4U]);
+      text.push_back(digits[byte & 0xFU]);
+    }
+  }
+}
+
+bool percent_decode(std::string_view text, std::string& bytes) {
+  bytes.clear();
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] != '%') {
+      bytes.push_back(text[i]);
+      continue;
+    }
+    if (i + 2 >= text.size()) return false;
+    const int high = hex_value(text[i + 1]);
+    const int low = hex_value(text[i + 2]);
+    if (high < 0 || low < 0) return false;
+    bytes.push_back(static_cast<char>(high * 16 + low));
+    i += 2;
+  }
+  return true;
+}
+
+}  // namespace brindle
