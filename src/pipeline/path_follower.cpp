@@ -18,8 +18,13 @@ void replace_all(std::string& text, std::string_view find, std::string_view repl
 
 }  // namespace
 
-PathFollower::PathFollower(FileList& files) : files_(files) {
-  const FolderTable& folders = files.folders();
+PathFollower::PathFollower(FileList& files) : files_(files) { index_all(); }
+
+void PathFollower::index_all() {
+  const FolderTable& folders = files_.folders();
+  places_.clear();
+  top_names_.clear();
+  named_like_top_.clear();
   for (FolderId folder = 1; folder < folders.size(); ++folder) {
     if (folders.parent(folder) == FolderTable::root) top_names_.insert(folders.name(folder));
   }
@@ -135,7 +140,7 @@ void PathFollower::rewrite_texts(const std::string& old_path, const std::string&
     const std::size_t slash = path.rfind('/');
     files_.set_path(row, folders.intern(std::string_view(path).substr(0, slash)), std::string_view(path).substr(slash + 1));
   }
-  for (FolderId folder = known; folder < folders.size(); ++folder) index(folder);
+  index_all();  // there may be new folders, at the top too
   all_doubtful_ = true;
 }
 

@@ -37,6 +37,7 @@ class PathFollower {
   std::vector<FolderId> children_beginning_with(FolderId parent, std::string_view start) const;
   void rename_folders(const std::vector<FolderId>& folders, std::string_view old_name, std::string_view new_name);
   void place(FolderId folder, FolderId parent, std::string_view name);
+  void index_all();
   void index(FolderId folder);
   bool path_recurs_below(FolderId folder, std::string_view old_name) const;
   bool lies_below(FolderId folder, FolderId ancestor, std::string_view child_start) const;
