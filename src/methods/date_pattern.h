@@ -11,14 +11,14 @@ namespace brindle {
 /// A part is a field of a Unicode date pattern ("yyyy", "MM", "HH"), or "None" for no part here.
 struct DateParts {
   std::u16string_view datePart1 = u"None";
-  std::u16string_view dateSeperator1;
+  std::u16string_view dateSeperator1 = {};
   std::u16string_view datePart2 = u"None";
-  std::u16string_view dateSeperator2;
+  std::u16string_view dateSeperator2 = {};
   std::u16string_view datePart3 = u"None";
   std::u16string_view timePart1 = u"None";
-  std::u16string_view timeSeperator1;
+  std::u16string_view timeSeperator1 = {};
   std::u16string_view timePart2 = u"None";
-  std::u16string_view timeSeperator2;
+  std::u16string_view timeSeperator2 = {};
   std::u16string_view timePart3 = u"None";
 };
 

@@ -20,22 +20,22 @@ namespace brindle {
 /// The arguments as the settings hold them. "/" becomes ":" in all texts but the parts.
 struct DateTimeArguments {
   std::int32_t dateTimeDateOptionIndex = 0;  ///< 0 creation, 1 modification, 2 the custom date
-  std::optional<Date> dateTimeCustomDate;
+  std::optional<Date> dateTimeCustomDate = {};
   std::int32_t dateTimeOptionsIndex = 0;  ///< where it goes, as for Insert
   std::int32_t dateTimeAtPositionNo = 1;
   std::int32_t dateTimeAtPositionDirection = 0;
-  std::u16string_view dateTimeAtBeforeText;
+  std::u16string_view dateTimeAtBeforeText = {};
   std::int32_t dateTimeAtBeforeTextOccurrence = 1;
-  std::u16string_view dateTimeAtAfterText;
+  std::u16string_view dateTimeAtAfterText = {};
   std::int32_t dateTimeAtAfterTextOccurrence = 1;
   bool hasDateFormat = true;
   bool hasTimeFormat = true;  ///< with neither format the pattern is "dd/MM/yyyy hh:mm:ss a"
-  DateParts parts;
+  DateParts parts = {};
   bool isDateTimeColonReplace = false;  ///< every ":" of the date becomes dateTimeColonReplace
-  std::u16string_view dateTimeColonReplace;
-  std::u16string_view dateTimeSeparator;  ///< literally, between date and time when both are there
-  std::u16string_view dateTimePrefix;     ///< stands before the date
-  std::u16string_view dateTimeSuffix;
+  std::u16string_view dateTimeColonReplace = {};
+  std::u16string_view dateTimeSeparator = {};  ///< literally, between date and time when both are there
+  std::u16string_view dateTimePrefix = {};     ///< stands before the date
+  std::u16string_view dateTimeSuffix = {};
 };
 
 /// The pattern these arguments stand for.

@@ -35,15 +35,15 @@ struct GeneralArguments {
   std::int32_t generalOptionIndex = 0;
   std::int32_t generalFileNameCase = 0;
   std::int32_t generalExtensionCase = 0;
-  std::u16string_view generalChangeExtension;
-  std::u16string_view generalSwapSeperator;
+  std::u16string_view generalChangeExtension = {};
+  std::u16string_view generalSwapSeperator = {};
   std::int32_t generalSwapPosition = 1;
-  std::u16string_view generalRemoveAfterString;
-  std::u16string_view generalRemoveFromString;
+  std::u16string_view generalRemoveAfterString = {};
+  std::u16string_view generalRemoveFromString = {};
   std::int32_t generalRemoveAfterStringOccurrence = 1;
   std::int32_t generalRemoveFromStringOccurrence = 1;
-  std::u16string_view generalConvertWindowsCompatibleString;
-  std::u16string_view generalFilenameMask;
+  std::u16string_view generalConvertWindowsCompatibleString = {};
+  std::u16string_view generalFilenameMask = {};
 };
 
 /// The characters that Windows forbids in names, each with what it finally becomes. They are replaced one after the

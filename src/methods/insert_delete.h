@@ -14,13 +14,13 @@ namespace brindle {
 
 /// The arguments as the settings hold them. Texts are as typed: "/" becomes ":".
 struct InsertArguments {
-  std::u16string_view insertText;
+  std::u16string_view insertText = {};
   std::int32_t insertOptionIndex = 0;     ///< 0 beginning, 1 end, 2 position, 3 before a text, 4 after a text
   std::int32_t atCharacterPositions = 1;  ///< 1-based; the text ends up before the unit there
   std::int32_t atPostionDirection = 0;    ///< 0 from the start, 1 from the end (the text goes behind that unit)
-  std::u16string_view atBeforeText;
+  std::u16string_view atBeforeText = {};
   std::int32_t atBeforeOccurrence = 1;
-  std::u16string_view atAfterText;
+  std::u16string_view atAfterText = {};
   std::int32_t atAfterOccurrence = 1;
 };
 

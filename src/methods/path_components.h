@@ -19,13 +19,13 @@ struct PathComponentsArguments {
   std::int32_t pathComponentsOptionsIndex = 0;  ///< where they go, as for Insert
   std::int32_t pathComponentsAtPositionNo = 1;
   std::int32_t pathComponentsAtPositionDirection = 0;
-  std::u16string_view pathComponentsAtBeforeText;
+  std::u16string_view pathComponentsAtBeforeText = {};
   std::int32_t pathComponentsAtBeforeOccurrence = 1;
-  std::u16string_view pathComponentsAtAfterText;
+  std::u16string_view pathComponentsAtAfterText = {};
   std::int32_t pathComponentsAtAfterOccurrence = 1;
-  std::u16string_view pathComponentsSeparator;  ///< between folder names
-  std::u16string_view pathComponentsPrefix;     ///< stands before them, also when there are none
-  std::u16string_view pathComponentsSuffix;
+  std::u16string_view pathComponentsSeparator = {};  ///< between folder names
+  std::u16string_view pathComponentsPrefix = {};     ///< stands before them, also when there are none
+  std::u16string_view pathComponentsSuffix = {};
 };
 
 class PathComponentsParameters {

@@ -20,9 +20,9 @@ class Placement {
     std::int32_t option_index = at_beginning;
     std::int32_t position = 1;   ///< 1-based, in UTF-16 units; 1…length + 1, else the name stays as it is
     std::int32_t direction = 0;  ///< 1: the position counts from the end; anything else: from the start
-    std::u16string_view before_text;
+    std::u16string_view before_text = {};
     std::int32_t before_occurrence = 1;  ///< 1-based, counted without overlap; with fewer matches the name stays
-    std::u16string_view after_text;
+    std::u16string_view after_text = {};
     std::int32_t after_occurrence = 1;
   };
 

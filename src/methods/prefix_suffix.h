@@ -17,16 +17,16 @@ namespace brindle {
 
 /// The arguments as the settings hold them.
 struct PrefixSuffixArguments {
-  std::u16string_view prefix;          ///< as typed: "/" becomes ":"
-  std::u16string_view suffix;          ///< as typed: "/" becomes ":"
+  std::u16string_view prefix = {};     ///< as typed: "/" becomes ":"
+  std::u16string_view suffix = {};     ///< as typed: "/" becomes ":"
   bool isString = true;                ///< prefix and suffix; off: the date
   std::int32_t fileDateAttribute = 1;  ///< 1 creation, 2 modification, else the start of the run
   bool isDatePrefix = false;           ///< the date goes before the name
   bool isDateSuffix = false;           ///< and/or behind it
-  DateParts parts;                 ///< used as they are; date and time are always both written, a space between them
-  std::u16string_view datePrefix;  ///< stands before the date wherever it goes; used as it is
-  std::u16string_view dateSuffix;
-  Date now;  ///< the start of the run
+  DateParts parts = {};  ///< used as they are; date and time are always both written, a space between them
+  std::u16string_view datePrefix = {};  ///< stands before the date wherever it goes; used as it is
+  std::u16string_view dateSuffix = {};
+  Date now = {};  ///< the start of the run
 };
 
 class PrefixSuffixParameters {
@@ -37,8 +37,8 @@ class PrefixSuffixParameters {
   /// of the file; one that cannot be read is replaced by the start of the run. Throws std::runtime_error for an
   /// unusable pattern.
   struct Sides {
-    std::u16string_view before;
-    std::u16string_view behind;
+    std::u16string_view before = {};
+    std::u16string_view behind = {};
   };
   Sides sides(const FileSystemItem& item, std::u16string& text) const;
 

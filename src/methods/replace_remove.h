@@ -16,8 +16,8 @@ namespace brindle {
 
 /// The arguments as the settings hold them. Texts are as typed: "/" becomes ":".
 struct ReplaceRemoveArguments {
-  std::u16string_view replaceThis;  ///< the text to search for; for type 0 the characters to take out
-  std::u16string_view replaceWith;  ///< empty for every kind of removal
+  std::u16string_view replaceThis = {};  ///< the text to search for; for type 0 the characters to take out
+  std::u16string_view replaceWith = {};  ///< empty for every kind of removal
   bool caseSensitive = false;
   bool removeCharacters = false;  ///< selects replaceRemoveRemoveType; off: replace
   std::int32_t startFromCharacter =

@@ -19,8 +19,9 @@ struct SequenceArguments {
   bool prefix = false;     ///< the counter goes before the name
   bool subffix = false;    ///< and/or behind it; with neither it replaces the name
   bool seperator = false;  ///< whether seperatorString stands between counter and name
-  std::u16string_view seperatorString;
-  std::u16string_view addingMask;  ///< width and padding: its first units stand before a short value, a long one is cut
+  std::u16string_view seperatorString = {};
+  std::u16string_view addingMask =
+      {};  ///< width and padding: its first units stand before a short value, a long one is cut
   std::int32_t incrementBy = 1;
   std::int32_t decrementBy = 1;
 };

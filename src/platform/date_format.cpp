@@ -1,11 +1,13 @@
 #include "platform/date_format.h"
 
-#include <unicode/calendar.h>
+#include <unicode/dtfmtsym.h>
 #include <unicode/locid.h>
 #include <unicode/smpdtfmt.h>
 
 #include <cstdlib>
 #include <stdexcept>
+
+#include "platform/numeric_date_pattern.h"
 
 namespace brindle {
 namespace {
@@ -34,13 +36,49 @@ std::unique_ptr<icu::SimpleDateFormat> make_format(std::u16string_view pattern) 
   return U_FAILURE(status) ? nullptr : std::move(format);
 }
 
+std::u16string text_of(const icu::UnicodeString& text) {
+  return {text.getBuffer(), static_cast<std::size_t>(text.length())};
+}
+
+NumericDatePattern::DayHalves day_halves(const icu::SimpleDateFormat& format) {
+  std::int32_t count = 0;
+  const icu::UnicodeString* const words = format.getDateFormatSymbols()->getAmPmStrings(count);
+  return count < 2 ? NumericDatePattern::DayHalves{}
+                   : NumericDatePattern::DayHalves{text_of(words[0]), text_of(words[1])};
+}
+
+// Outside these dates calendars and offsets have stories of their own, which the general formatter knows.
+constexpr Date first_plain_date = std::chrono::sys_days(std::chrono::year(1900) / 1 / 2);
+constexpr Date last_plain_date = std::chrono::sys_days(std::chrono::year(9999) / 12 / 30);
+
 }  // namespace
 
 class DateFormatter::Pattern {
  public:
-  explicit Pattern(std::u16string_view pattern) : format_(make_format(pattern)) {}
+  explicit Pattern(std::u16string_view pattern) : format_(make_format(pattern)) {
+    if (format_) numeric_ = NumericDatePattern::compile(pattern, day_halves(*format_));
+  }
 
   void append(Date date, std::u16string& out) const {
+    if (numeric_ && date >= first_plain_date && date <= last_plain_date) {
+      numeric_->append(local(date), out);
+    } else {
+      append_generally(date, out);
+    }
+  }
+
+ private:
+  std::chrono::local_seconds local(Date date) const {
+    std::int32_t zone = 0;
+    std::int32_t daylight = 0;
+    UErrorCode status = U_ZERO_ERROR;
+    format_->getTimeZone().getOffset(static_cast<UDate>(date.time_since_epoch().count()), false, zone, daylight,
+                                     status);
+    const Date there = date + std::chrono::milliseconds(zone + daylight);
+    return std::chrono::local_seconds(std::chrono::floor<std::chrono::seconds>(there).time_since_epoch());
+  }
+
+  void append_generally(Date date, std::u16string& out) const {
     UErrorCode status = U_ZERO_ERROR;
     icu::UnicodeString text;
     if (format_) format_->format(static_cast<UDate>(date.time_since_epoch().count()), text, nullptr, status);
@@ -49,8 +87,8 @@ class DateFormatter::Pattern {
     out.append(text.getBuffer(), static_cast<std::size_t>(text.length()));
   }
 
- private:
   std::unique_ptr<icu::SimpleDateFormat> format_;
+  std::optional<NumericDatePattern> numeric_;
 };
 
 DateFormatter::DateFormatter(std::u16string_view pattern) : pattern_(std::make_shared<const Pattern>(pattern)) {}
