@@ -41,20 +41,31 @@ void RenamePlan::reset_counters() {
   for (Step& step : steps_) step.counter = step.start;
 }
 
+namespace {
+
+/// Calls the operation of a step.
+struct StepRunner {
+  FileSystemItem& item;
+  WorkingName& name;
+  SequenceCounter& counter;
+  std::u16string& error;
+
+  void operator()(std::monostate) const {}
+  void operator()(const NumericParameters& step) const { renameByNumeric(item, step, counter.number, name, error); }
+  void operator()(const AlphabeticParameters& step) const { renameByAlphabetic(item, step, counter.letters, name, error); }
+  void operator()(const InsertParameters& step) const { renameByInsert(item, step, name, error); }
+  void operator()(const DeleteParameters& step) const { renameByDelete(item, step, name, error); }
+  void operator()(const ReplaceRemoveParameters& step) const { renameByReplaceRemove(item, step, name, error); }
+  void operator()(const PrefixSuffixParameters& step) const { renameByPrefixSuffix(item, step, name, error); }
+  void operator()(const DateTimeParameters& step) const { renameByDateTime(item, step, name, error); }
+  void operator()(const GeneralParameters& step) const { renameByGeneral(item, step, name, error); }
+  void operator()(const PathComponentsParameters& step) const { renameByPathComponents(item, step, name, error); }
+};
+
+}  // namespace
+
 bool RenamePlan::run(FileSystemItem& item, std::u16string& error) {
-  const auto run_step = [&](Step& step) {
-    struct Runner {
-      FileSystemItem& item;
-      WorkingName& name;
-      SequenceCounter& counter;
-      std::u16string& error;
-      void operator()(std::monostate) const {}
-      void operator()(const InsertParameters& parameters) const { renameByInsert(item, parameters, name, error); }
-      void operator()(const DeleteParameters& parameters) const { renameByDelete(item, parameters, name, error); }
-    };
-    std::visit(Runner{item, working_name_, step.counter, error}, step.operation);
-  };
-  for (Step& step : steps_) run_step(step);
+  for (Step& step : steps_) std::visit(StepRunner{item, working_name_, step.counter, error}, step.operation);
   return error.empty();
 }
 

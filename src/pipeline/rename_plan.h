@@ -11,8 +11,14 @@
 #include <variant>
 #include <vector>
 
+#include "methods/date_time.h"
+#include "methods/general.h"
 #include "methods/insert_delete.h"
+#include "methods/path_components.h"
+#include "methods/prefix_suffix.h"
 #include "methods/rename_operation.h"
+#include "methods/replace_remove.h"
+#include "methods/sequence.h"
 #include "pipeline/file_system_item.h"
 #include "settings/rename_settings.h"
 #include "settings/rule.h"
@@ -20,7 +26,9 @@
 namespace brindle {
 
 /// One operation with its arguments made ready. std::monostate leaves every item alone.
-using RenameStep = std::variant<std::monostate, InsertParameters, DeleteParameters>;
+using RenameStep = std::variant<std::monostate, NumericParameters, AlphabeticParameters, InsertParameters, DeleteParameters,
+                                ReplaceRemoveParameters, PrefixSuffixParameters, DateTimeParameters, GeneralParameters,
+                                PathComponentsParameters>;
 
 /// The step of a settings record's selected tab: one row a tab decides which operation runs. std::monostate for a tab without
 /// a chosen variant, for the list tab, and for any tab outside 0…9. `now` is the start of the run: what "the current date"
