@@ -1,0 +1,130 @@
+#include "settings/settings_table.h"
+
+#include <gmock/gmock.h>
+
+#include "platform/app_info.h"
+#include "platform/file_name.h"
+#include "settings/case_file.h"
+#include "settings/rule.h"
+
+namespace brindle {
+namespace {
+
+std::string rule_names(const SettingRow& row) {
+  std::string names;
+  for (unsigned i = 0; i < 14; ++i) {
+    const auto variant = static_cast<RuleVariant>(i);
+    if ((row.rules & rule_bit(variant)) == 0) continue;
+    const std::u16string_view type = rule_kind(variant).type;
+    names.append(names.empty() ? "" : ",").append(type.begin(), type.end());
+  }
+  return names;
+}
+
+// The keys are stored in files, so they, their order, types and defaults are fixed.
+TEST(SettingsTable, HoldsTheFixedKeysInTheFixedOrder) {
+  const std::vector<CaseColumns> expected = read_cases("settings_keys.tsv", 5);
+  const std::vector<SettingDescription> described = describe_settings();
+  ASSERT_EQ(expected.size(), setting_count);
+  ASSERT_EQ(described.size(), setting_count);
+  for (std::size_t i = 0; i < setting_count; ++i) {
+    const SettingRow& row = settings_table()[i];
+    const std::string default_text = i == 0 ? std::string(appVersion()) : expected[i][2];
+    EXPECT_EQ(row.key, expected[i][0]);
+    EXPECT_EQ(described[i].key, row.key);
+    EXPECT_EQ(described[i].type, expected[i][1]) << row.key;
+    EXPECT_EQ(described[i].default_text, default_text) << row.key;
+    EXPECT_EQ(row.counts_as_change, expected[i][3] == "1") << row.key;
+    EXPECT_EQ(rule_names(row), expected[i][4]) << row.key;
+    EXPECT_FALSE(described[i].meaning.empty()) << row.key;
+  }
+}
+
+TEST(SettingsTable, FindsEveryKeyAndNothingElse) {
+  for (const SettingRow& row : settings_table()) {
+    EXPECT_EQ(find_setting(row.key), &row);
+    EXPECT_EQ(find_setting(std::u16string(row.key.begin(), row.key.end())), &row);
+    EXPECT_EQ(find_setting(std::string(row.key) + "x"), nullptr);
+  }
+  EXPECT_EQ(find_setting(std::string_view()), nullptr);
+  EXPECT_EQ(find_setting("isfiles"), nullptr);
+  // The last letter has the same low byte as "s".
+  EXPECT_EQ(find_setting(u"isFileų"), nullptr);
+}
+
+TEST(SettingsTable, ComparesMemberByMember) {
+  const RenameSettings defaults;
+  SettingSet all_members;
+  all_members.set().reset(0);
+  EXPECT_EQ(compare_settings(defaults, all_changed()), all_members);
+  EXPECT_THAT(differing_keys(defaults, with(defaults, "isFiles=0|~generalFilenameMask")),
+              testing::ElementsAre("isFiles", "generalFilenameMask"));
+}
+
+TEST(RenameSettings, LoadsTheEmptyProfile) {
+  RenameSettings settings = all_changed();
+  const Date now(std::chrono::milliseconds(1'700'000'000'123));
+  loadEmptyProfile(settings, now);
+  EXPECT_EQ(settings.dateTimeCustomDate, now);
+  EXPECT_THAT(differing_keys(settings, RenameSettings{}), testing::ElementsAre("dateTimeCustomDate"));
+  EXPECT_EQ(settings.renameFile, std::nullopt);
+}
+
+struct MaskCase {
+  const char* tokens;
+  const char* photo;  // with the separator "-" switched on
+  const char* audio;
+};
+
+TEST(RenameSettings, MakesMasksFromLists) {
+  constexpr MaskCase cases[] = {
+      {"", "", ""},
+      {"<Artist>;<Title>", "<Artist>-<Title>", "<Artist>-<Title>"},
+      {"<Artist>;<x>;<Title>;<Year>", "<Artist>-<x>-<Title>-<Year>", "<Artist>-<x><Title>-<Year>"},
+      {"<x>;<Artist>", "<x>-<Artist>", "<x><Artist>"},
+  };
+  for (const MaskCase& mask : cases) {
+    const std::string tokens = mask.tokens;
+    RenameSettings settings = with({}, "photoRenamingSeperator=-|id3RenamingSeperator=-|photoMetaDataList=" + tokens +
+                                           "|id3RenamingTagsList=" + tokens);
+    EXPECT_EQ(resetPhotoMask(settings), !tokens.empty());
+    std::string joined = tokens;
+    std::erase(joined, ';');
+    EXPECT_EQ(settings.photoRenamingMask, decode_file_name(joined));
+    settings = with(settings, "isPhotoRenamingSeperator=1|isID3RenamingSeperator=1");
+    resetPhotoMask(settings);
+    EXPECT_EQ(resetID3Mask(settings), !tokens.empty());
+    EXPECT_EQ(settings.photoRenamingMask, decode_file_name(mask.photo));
+    EXPECT_EQ(settings.id3RenamingMask, decode_file_name(mask.audio));
+  }
+}
+
+TEST(IntegerValue, FollowsThePlatform) {
+  const std::pair<std::u16string_view, std::int32_t> cases[] = {
+      {u"", 0},
+      {u"12", 12},
+      {u" \t\n-7", -7},
+      {u"+3x", 3},
+      {u"x3", 0},
+      {u"- 3", 0},
+      {u"--3", 0},
+      {u"007", 7},
+      {u"1.9", 1},
+      {u"2147483648", 2147483647},
+      {u"-99999999999999999999999", -2147483647 - 1},
+      {u"-2147483648", -2147483647 - 1},
+      {u"99999999999999999999999", 2147483647},
+      {u"٣", 0},
+      {u"   ", 0},
+      {u"-", 0},
+  };
+  for (const auto& [text, value] : cases) EXPECT_EQ(integer_value(text), value);
+}
+
+TEST(AppInfo, AcceptsFilesOfEveryVersion) {
+  for (const char* version : {"", "1.0", "99", ".", "4.0.0"}) EXPECT_TRUE(isFileVersionMatch(version));
+  EXPECT_EQ(getAppTitle(" - x"), "Brindle - x");
+}
+
+}  // namespace
+}  // namespace brindle
