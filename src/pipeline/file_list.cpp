@@ -1,6 +1,7 @@
 #include "pipeline/file_list.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/file_name.h"
 #include "platform/hash.h"
@@ -193,11 +194,19 @@ std::string FileList::path(std::size_t row) const {
   return path.append(items_[row].name());
 }
 
-void FileList::reorder(std::span<const std::uint32_t> order) {
-  std::vector<ItemRecord> items;
-  items.reserve(order.size());
-  for (const std::uint32_t row : order) items.push_back(items_[row]);
-  items_ = std::move(items);
+// In place, one cycle of the permutation after the other: a list of a million has no room for a second copy of itself.
+void FileList::reorder(std::vector<std::uint32_t> order) {
+  for (std::uint32_t start = 0; start < order.size(); ++start) {
+    if (order[start] == start) continue;
+    const ItemRecord first = items_[start];
+    std::uint32_t row = start;
+    while (order[row] != start) {
+      items_[row] = items_[order[row]];
+      row = std::exchange(order[row], row);
+    }
+    items_[row] = first;
+    order[row] = row;
+  }
 }
 
 std::size_t FileList::memory() const {

@@ -103,7 +103,7 @@ class FileList {
   std::string folder_path(std::size_t row) const { return folders_.path(items_[row].folder); }
 
   /// Puts the rows into the given order: new row i is the old row order[i].
-  void reorder(std::span<const std::uint32_t> order);
+  void reorder(std::vector<std::uint32_t> order);
 
   /// Bytes kept for names, items and folders, about.
   std::size_t memory() const;

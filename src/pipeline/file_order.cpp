@@ -73,7 +73,10 @@ bool append_ascii_key(std::string_view name, std::string& key) {
 /// Keys one after the other, each ended by the start of the next.
 class SortKeys {
  public:
-  explicit SortKeys(std::size_t count) { starts_.reserve(count + 1); }
+  SortKeys(std::size_t count, std::size_t name_bytes) {
+    starts_.reserve(count + 1);
+    bytes_.reserve(name_bytes + 2 * count);  // a number in a name makes its key two bytes longer
+  }
   void add(std::string_view name) {
     starts_.push_back(bytes_.size());
     append_sort_key(name, bytes_);
@@ -122,7 +125,9 @@ void sort_rows(std::span<SortRow> rows, const SortKeys& keys, std::size_t offset
 }
 
 std::vector<std::uint32_t> order_by_name(const FileList& files) {
-  SortKeys keys(files.size());
+  std::size_t name_bytes = 0;
+  for (const ItemRecord& record : files.items()) name_bytes += record.name_size;
+  SortKeys keys(files.size(), name_bytes);
   for (const ItemRecord& record : files.items()) keys.add(record.name());
   keys.end();
   std::vector<SortRow> rows(files.size());
@@ -182,7 +187,7 @@ void sort_by_location(FileList& files) {
   std::partial_sum(starts.begin(), starts.end(), starts.begin());
   std::vector<std::uint32_t> order(by_name.size());
   for (const std::uint32_t row : by_name) order[starts[ranks[files[row].folder]]++] = row;
-  files.reorder(order);
+  files.reorder(std::move(order));
 }
 
 }  // namespace brindle
