@@ -1,0 +1,181 @@
+// The methods that write dates: which date, and in which pattern. All in one zone and language, whatever the machine
+// has.
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unicode/smpdtfmt.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+
+#include "methods/date_time.h"
+#include "methods/prefix_suffix.h"
+#include "methods/sample_item.h"
+#include "methods/string_utilities.h"
+
+namespace brindle::test {
+namespace {
+
+// Before anything asks for the zone: it is looked up once a process.
+const bool zone_is_set = setenv("TZ", "Europe/Berlin", 1) == 0 && setenv("LC_ALL", "C.UTF-8", 1) == 0;
+
+/// 2009-05-17 15:04:05 in Berlin.
+constexpr Date some_date{std::chrono::milliseconds(1'242'565'445'678)};
+
+/// A folder of its own that goes when the test ends.
+class FileDatesTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    std::string pattern = (std::filesystem::temp_directory_path() / "brindle_dates_XXXXXX").string();
+    folder_ = mkdtemp(pattern.data());
+    std::ofstream(folder_ + "/img.jpg") << "x";
+    const struct timespec times[] = {{1, 0}, {some_date.time_since_epoch().count() / 1000, 678'000'000}};
+    ASSERT_EQ(utimensat(AT_FDCWD, (folder_ + "/img.jpg").c_str(), times, 0), 0);
+  }
+  void TearDown() override { std::filesystem::remove_all(folder_); }
+
+  std::string folder_;
+};
+
+DateParts parts_of(const Case& c) {
+  const auto part = [&](const std::string& key) -> std::u16string_view {
+    return c.has(key) ? std::u16string_view(c[key]) : u"None";
+  };
+  return {.datePart1 = part("d1"),
+          .dateSeperator1 = c["ds1"],
+          .datePart2 = part("d2"),
+          .dateSeperator2 = c["ds2"],
+          .datePart3 = part("d3"),
+          .timePart1 = part("t1"),
+          .timeSeperator1 = c["ts1"],
+          .timePart2 = part("t2"),
+          .timeSeperator2 = c["ts2"],
+          .timePart3 = part("t3")};
+}
+
+TEST(PrefixSuffix, DoesAsTheTableSays) {
+  for_each_case("prefix_suffix", [](const Case& c) {
+    const bool is_date = c.has("before") || c.has("behind");
+    const PrefixSuffixParameters parameters({.prefix = c["prefix"],
+                                             .suffix = c["suffix"],
+                                             .isString = !is_date,
+                                             .fileDateAttribute = c.number("attribute", 0),
+                                             .isDatePrefix = c.flag("before"),
+                                             .isDateSuffix = c.flag("behind"),
+                                             .parts = parts_of(c),
+                                             .datePrefix = c["prefix"],
+                                             .dateSuffix = c["suffix"],
+                                             .now = some_date});
+    expect_case(c, [&](FileSystemItem& item, WorkingName& name, std::u16string& error) {
+      return renameByPrefixSuffix(item, parameters, name, error);
+    });
+  });
+}
+
+TEST(DateTime, DoesAsTheTableSays) {
+  for_each_case("date_time", [](const Case& c) {
+    const DateTimeArguments arguments{.dateTimeDateOptionIndex = c.number("source", 2),
+                                      .dateTimeCustomDate = some_date,
+                                      .dateTimeOptionsIndex = c.number("option", 0),
+                                      .dateTimeAtPositionNo = c.number("position", 1),
+                                      .dateTimeAtPositionDirection = c.number("direction", 0),
+                                      .dateTimeAtBeforeText = c["before"],
+                                      .dateTimeAtBeforeTextOccurrence = c.number("occurrence", 1),
+                                      .dateTimeAtAfterText = c["after"],
+                                      .dateTimeAtAfterTextOccurrence = c.number("occurrence", 1),
+                                      .hasDateFormat = c.flag("date", true),
+                                      .hasTimeFormat = c.flag("time", false),
+                                      .parts = parts_of(c),
+                                      .isDateTimeColonReplace = c.has("colon"),
+                                      .dateTimeColonReplace = c["colon"],
+                                      .dateTimeSeparator = c["separator"],
+                                      .dateTimePrefix = c["prefix"],
+                                      .dateTimeSuffix = c["suffix"]};
+    const std::u16string pattern = date_time_pattern(arguments);
+    EXPECT_EQ(to_utf8(pattern), to_utf8(c.has("pattern") ? c["pattern"] : pattern));
+    expect_case(c, [&](FileSystemItem& item, WorkingName& name, std::u16string& error) {
+      return renameByDateTime(item, DateTimeParameters(arguments), name, error);
+    });
+  });
+}
+
+TEST_F(FileDatesTest, AreReadOfTheFile) {
+  FileSystemItem item = sample_item(u"img.jpg", folder_);
+  WorkingName name;
+  std::u16string error;
+  const DateParts parts{.datePart1 = u"yyyy", .dateSeperator1 = u"-", .datePart2 = u"MM", .timePart1 = u"HH"};
+  DateTimeArguments date_time{.dateTimeDateOptionIndex = 1, .hasTimeFormat = false, .parts = parts};
+  EXPECT_TRUE(renameByDateTime(item, DateTimeParameters(date_time), name, error));
+  EXPECT_EQ(to_utf8(item.newFilename()), "2009-05img.jpg");
+  // The disk's own date of making the file, where it keeps one, is later than the one the test has set.
+  date_time.dateTimeDateOptionIndex = 0;
+  EXPECT_TRUE(renameByDateTime(item, DateTimeParameters(date_time), name, error));
+  EXPECT_GE(to_utf8(item.newFilename()), "2009-05");
+
+  item.setNewFilename(u"");
+  const PrefixSuffixParameters suffix(
+      {.isString = false, .fileDateAttribute = 2, .isDateSuffix = true, .parts = parts, .dateSuffix = u"h"});
+  EXPECT_TRUE(renameByPrefixSuffix(item, suffix, name, error));
+  EXPECT_EQ(to_utf8(item.newFilename()), "img2009-05 15h.jpg");
+}
+
+TEST_F(FileDatesTest, OfALinkAreItsOwn) {
+  std::filesystem::create_symlink("img.jpg", folder_ + "/link.jpg");
+  FileSystemItem item = sample_item(u"link.jpg", folder_);
+  WorkingName name;
+  std::u16string error;
+  const DateTimeParameters year(
+      {.dateTimeDateOptionIndex = 1, .hasTimeFormat = false, .parts = {.datePart1 = u"yyyy"}});
+  EXPECT_TRUE(renameByDateTime(item, year, name, error));
+  EXPECT_NE(to_utf8(item.newFilename()), "2009link.jpg");
+}
+
+// Patterns of numbers take a way of their own, which must write what the general formatter writes, in winter and in
+// summer and in years long gone.
+TEST(DateFormatter, WritesWhatTheGeneralFormatterWrites) {
+  const std::u16string_view patterns[] = {u"yyyy-MM-dd HH:mm:ss", u"y/yy/yyyyy M d", u"h:m:s a",
+                                          u"hh K KK k kk H a",    u"''yy'y'''dd'",   u"dd'",
+                                          u"yyyy年MM月"};
+  for (const std::u16string_view pattern : patterns) {
+    UErrorCode status = U_ZERO_ERROR;
+    const icu::SimpleDateFormat general(icu::UnicodeString(pattern.data(), static_cast<std::int32_t>(pattern.size())),
+                                        icu::Locale("en_US_POSIX"), status);
+    ASSERT_TRUE(U_SUCCESS(status));
+    const DateFormatter formatter(pattern);
+    for (std::int64_t hour = -30'000L * 365; hour < 4'000'000; hour += 3203) {
+      const std::int64_t milliseconds = hour * 3'600'000 + hour % 3'600'000;
+      icu::UnicodeString expected;
+      general.format(static_cast<UDate>(milliseconds), expected);
+      ASSERT_EQ(formatter.format(Date(std::chrono::milliseconds(milliseconds))),
+                std::u16string(expected.getBuffer(), static_cast<std::size_t>(expected.length())))
+          << to_utf8(pattern) << " at hour " << hour;
+    }
+  }
+}
+
+TEST(DateFormatter, WritesWordsAndRefusesUnknownFields) {
+  EXPECT_EQ(to_utf8(format_date(some_date, u"EEE dd MMM yyyy")), "Sun 17 May 2009");
+  EXPECT_EQ(to_utf8(format_date(some_date, u"dd-MMM-yyyy hh:mm:ss a")), "17-May-2009 03:04:05 PM");
+  EXPECT_THROW(format_date(some_date, u"yyyy n"), std::runtime_error);
+}
+
+TEST(MetadataDates, AreReadInTheZoneOfThisComputer) {
+  EXPECT_EQ(date_of_stamp(u"2009:05:17 15:04:05"), std::chrono::floor<std::chrono::seconds>(some_date));
+  EXPECT_EQ(date_of_stamp(u"2009-05-17 15:04:05"), std::chrono::floor<std::chrono::seconds>(some_date));
+  EXPECT_EQ(stringToFormattedDate(u"2009:05:17 15:04:05"), u"2009-05-17 15:04:05 +0200");
+  EXPECT_EQ(stringToFormattedDate(u"2009:12:17 15:04:05"), u"2009-12-17 15:04:05 +0100");
+  for (const auto* const none : {u"", u"0000:00:00 00:00:00", u"2009:13:45 10:20:30", u"2009:05:17",
+                                 u"2009:05:17 15:04:05x", u"yesterday", u"    :  :     :  :  "}) {
+    EXPECT_FALSE(date_of_stamp(none)) << to_utf8(none);
+  }
+  const auto seconds = std::chrono::floor<std::chrono::seconds>(some_date);
+  EXPECT_EQ(dateFromString(u"2009-05-17T18:34:05+05:30"), seconds);
+  EXPECT_EQ(dateFromString(u"2009-05-17T08:04:05-05:00"), seconds);
+  EXPECT_FALSE(dateFromString(u"2009-05-17T18:34:05"));
+  EXPECT_FALSE(dateFromString(u"2009-05-17T18:34:05+0530"));  // its last ":" stands in the time
+  EXPECT_FALSE(dateFromString(u""));
+}
+
+}  // namespace
+}  // namespace brindle::test
