@@ -6,13 +6,15 @@
 // Written in one go (add…, seal), then marked as the run proceeds. The file is locked for the life of the writer, so
 // that a run still going on is known from one that was interrupted.
 
-#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "log/checksum.h"
+#include "log/mark_map.h"
 
 namespace brindle {
 
@@ -30,9 +32,6 @@ struct JournalInfo {
   bool paths_follow = false;  ///< paths below a renamed folder follow it while the run goes on
   std::string appversion;     ///< of the program that began the run; at most 31 bytes
 };
-
-/// The journal's path for a log's "#" path: the same with the extension "journal".
-std::string journal_path(const std::string& log_path);
 
 /// Writes a journal. Errors come back as a sentence (UTF-8), empty when all went well. All calls but mark() belong to
 /// one thread. Destroying a writer unlocks the journal and leaves it on disk.
@@ -61,38 +60,29 @@ class JournalWriter {
   /// After seal(): records what became of entry `index` (below size()). One store into a shared mapping whose disk
   /// space is reserved; kept whatever happens to the process, not brought to the disk by itself. Different entries may
   /// be marked by different threads at once.
-  void mark(std::size_t index, JournalMark mark) noexcept {
-    if (marks_ != nullptr) {
-      std::atomic_ref<std::uint8_t>(marks_[index]).store(static_cast<std::uint8_t>(mark), std::memory_order_relaxed);
-    } else {
-      mark_by_call(index, mark);
-    }
-  }
+  void mark(std::size_t index, JournalMark mark) noexcept { marks_.set(index, static_cast<std::uint8_t>(mark)); }
 
   /// Deletes the journal: the run's log is safe, or nothing was begun.
   void remove();
 
  private:
   void append(const void* data, std::size_t size);
-  void flush(std::size_t size);
-  bool reserve_marks(std::uint64_t offset);
-  std::string failure(const char* what) const;
-  void mark_by_call(std::size_t index, JournalMark mark) const noexcept;
+  void flush();
+  bool write_header();
+  std::string failure() const;
   void close();
 
   std::string path_;
   JournalInfo info_;
   int descriptor_ = -1;
-  int error_ = 0;  // of the first write that failed
+  int error_ = 0;  // errno of the first call that failed
   std::unique_ptr<char[]> buffer_;
   std::size_t filled_ = 0;
-  std::uint64_t body_size_ = 0;
-  std::uint64_t checksum_ = 0;
+  std::uint64_t written_ = 0;  // the header's place included
+  Checksum checksum_;
   std::size_t count_ = 0;
   std::uint64_t marks_offset_ = 0;
-  void* mapping_ = nullptr;
-  std::size_t mapping_size_ = 0;
-  std::uint8_t* marks_ = nullptr;
+  MarkMap marks_;
   bool name_taken_ = false;
 };
 
@@ -109,10 +99,10 @@ struct JournalEntry {
 class JournalReader {
  public:
   enum class State {
-    missing,      ///< there is no such file, or it cannot be read (`error()`)
+    missing,      ///< there is no such file (any more), or it cannot be read (`error()` is then set)
     in_progress,  ///< the run that writes it is still going on
     unsealed,     ///< nothing was begun
-    damaged,      ///< something was begun, but the list cannot be trusted
+    damaged,      ///< something was begun, but the list cannot be made out (`error()`)
     sealed,       ///< everything below is set
   };
 
@@ -134,7 +124,9 @@ class JournalReader {
   bool same_boot() const;
 
  private:
+  State read_file();
   bool read_records(std::string_view body, std::uint64_t count);
+  void read_marks(std::string_view marks);
 
   int descriptor_ = -1;
   std::string error_;

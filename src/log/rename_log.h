@@ -8,27 +8,17 @@
 // time.
 
 #include <cstddef>
-#include <ctime>
-#include <memory>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "log/log_name.h"
 #include "platform/atomic_file.h"
 #include "platform/date.h"
 #include "platform/text_arena.h"
 
 namespace brindle {
-
-// Names.
-
-/// The file name of the log of a run that begins at `when`, "Log 15-11-2026 03-17-45-#.xml" (local time). "#" holds the
-/// place of the number of items renamed.
-std::string getNewLogFileName(std::time_t when);
-/// The path with the "#" of its file name (never one in its folder) replaced by the count.
-std::string finished_log_path(const std::string& path, std::size_t count);
-/// Whether the folder holds a finished log of the same second as this "#" log.
-bool has_finished_log(const std::string& path);
 
 // Writing.
 
@@ -68,15 +58,12 @@ class RenameLogWriter {
     std::string attribute;  // as it stands in the log
     bool representable = true;
   };
-  void start(const std::string& path, std::string_view type, std::string_view appversion);
   static void use_folder(Folder& folder, std::string_view bytes);
   void append_exact_names(std::string_view source_name, std::string_view target_name);
   void flush_if_full();
-  std::string place();
+  int place();
 
   std::string path_;
-  std::string type_;
-  std::string appversion_;
   std::string saved_path_;
   AtomicFile file_;
   std::string buffer_;
@@ -98,8 +85,7 @@ struct LogEntry {
 };
 
 struct LogFile {
-  std::string
-      error;  ///< why the file could not be read as a log: one line that names the file; nothing else is set then
+  std::string error;  ///< why the file cannot be read as a log: one line that names it; nothing else is set then
   std::string appversion;
   std::string type;
   std::vector<LogEntry> entries;  ///< in document order, unusable ones too
@@ -108,9 +94,8 @@ struct LogFile {
 };
 
 /// Reads any file that claims to be a log. Only regular files are opened. Entries are the elements "file" directly
-/// below the root "files"; one that lacks an attribute, whose folder is not absolute or whose name cannot be that of
-/// one entry (empty,
-/// ".", "..", with "/" or NUL) is there with its fault.
+/// below the root "files"; one that lacks an attribute, whose folder is not absolute, or whose name cannot be that of
+/// an entry (empty, ".", "..", with "/" or NUL) is there with its fault.
 LogFile readLogFile(const std::string& path);
 
 // Listing and deleting.

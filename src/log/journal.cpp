@@ -1,0 +1,168 @@
+#include "log/journal.h"
+
+#include <fcntl.h>
+#include <fmt/format.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstddef>
+#include <cstring>
+#include <utility>
+
+#include "log/journal_format.h"
+#include "platform/atomic_file.h"
+
+namespace brindle {
+namespace {
+
+constexpr std::size_t buffer_size = std::size_t{256} * 1024;
+
+bool write_at(int descriptor, const char* bytes, std::size_t size, std::uint64_t offset) {
+  while (size > 0) {
+    const ssize_t written = ::pwrite(descriptor, bytes, size, static_cast<off_t>(offset));
+    if (written < 0 && errno != EINTR) return false;
+    if (written <= 0) continue;
+    bytes += written;
+    offset += static_cast<std::uint64_t>(written);
+    size -= static_cast<std::size_t>(written);
+  }
+  return true;
+}
+
+// Another process may have taken the new file for one left behind, and removed it before it was locked.
+int lock_new_file(int descriptor) {
+  if (::flock(descriptor, LOCK_EX | LOCK_NB) != 0) return errno == EWOULDBLOCK ? EEXIST : errno;
+  struct stat status {};
+  if (::fstat(descriptor, &status) != 0) return errno;
+  return status.st_nlink == 0 ? EEXIST : 0;
+}
+
+template <std::size_t size>
+void copy_text(std::array<char, size>& field, std::string_view text) {
+  std::copy_n(text.data(), std::min(text.size(), size - 1), field.data());
+}
+
+}  // namespace
+
+std::string boot_id() {
+  const int descriptor = ::open("/proc/sys/kernel/random/boot_id", O_RDONLY | O_CLOEXEC);
+  if (descriptor < 0) return {};
+  std::array<char, 36> text{};
+  const ssize_t size = ::read(descriptor, text.data(), text.size());
+  ::close(descriptor);
+  return size == static_cast<ssize_t>(text.size()) ? std::string(text.data(), text.size()) : std::string();
+}
+
+JournalWriter::~JournalWriter() {
+  close();
+}
+
+void JournalWriter::close() {
+  marks_.release();
+  if (descriptor_ >= 0) ::close(std::exchange(descriptor_, -1));
+}
+
+std::string JournalWriter::failure() const {
+  return fmt::format("the journal “{}” cannot be written: {}", path_, system_error_text(error_));
+}
+
+std::string JournalWriter::create(const std::string& path, const JournalInfo& info) {
+  close();
+  path_ = path;
+  info_ = info;
+  descriptor_ = ::open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666);
+  error_ = descriptor_ < 0 ? errno : lock_new_file(descriptor_);
+  name_taken_ = error_ == EEXIST;
+  if (error_ != 0) {
+    close();
+    return failure();
+  }
+  MarkMap::exempt_from_copy(descriptor_);
+  buffer_ = std::make_unique_for_overwrite<char[]>(buffer_size);
+  filled_ = 0;
+  count_ = 0;
+  written_ = sizeof(JournalHeader);  // its place is left free until seal()
+  checksum_ = {};
+  return {};
+}
+
+void JournalWriter::flush() {
+  if (error_ == 0 && !write_at(descriptor_, buffer_.get(), filled_, written_)) error_ = errno;
+  checksum_.add({buffer_.get(), filled_});
+  written_ += std::exchange(filled_, 0);
+}
+
+void JournalWriter::append(const void* data, std::size_t size) {
+  const auto* bytes = static_cast<const char*>(data);
+  while (size > 0) {
+    const std::size_t part = std::min(size, buffer_size - filled_);
+    std::memcpy(buffer_.get() + filled_, bytes, part);
+    filled_ += part;
+    bytes += part;
+    size -= part;
+    if (filled_ == buffer_size) flush();
+  }
+}
+
+void JournalWriter::add_folder(std::uint32_t folder, std::string_view path) {
+  const auto low = static_cast<std::uint16_t>(path.size() & 0xFFFFU);
+  const auto high = static_cast<std::uint16_t>(path.size() >> 16U);
+  const JournalRecord record{folder_definition, low, high, folder};
+  append(&record, sizeof record);
+  append(path.data(), path.size());
+}
+
+void JournalWriter::add(std::uint32_t folder, std::string_view old_name, std::string_view new_name,
+                        std::uint64_t inode) {
+  const JournalRecord record{folder, static_cast<std::uint16_t>(old_name.size()),
+                             static_cast<std::uint16_t>(new_name.size()), inode};
+  append(&record, sizeof record);
+  append(old_name.data(), old_name.size());
+  append(new_name.data(), new_name.size());
+  ++count_;
+}
+
+bool JournalWriter::write_header() {
+  JournalHeader header;
+  header.magic = journal_magic;
+  header.version = journal_version;
+  header.flags = (info_.isFolders ? flag_folders : 0) | (info_.paths_follow ? flag_paths_follow : 0);
+  header.entries = count_;
+  header.body_size = written_ - sizeof header;
+  header.body_checksum = checksum_.value();
+  header.marks_offset = marks_offset_;
+  copy_text(header.boot_id, boot_id());
+  copy_text(header.appversion, info_.appversion);
+  std::array<char, sizeof header> bytes{};
+  std::memcpy(bytes.data(), &header, sizeof header);
+  header.header_checksum = checksum_of({bytes.data(), offsetof(JournalHeader, header_checksum)});
+  std::memcpy(bytes.data(), &header, sizeof header);
+  if (!write_at(descriptor_, bytes.data(), bytes.size(), 0)) error_ = errno;
+  return error_ == 0;
+}
+
+std::string JournalWriter::seal() {
+  flush();
+  buffer_.reset();
+  if (error_ != 0) return failure();
+  const auto page = static_cast<std::uint64_t>(::sysconf(_SC_PAGESIZE));
+  marks_offset_ = (written_ + page - 1) / page * page;
+  error_ = MarkMap::reserve(descriptor_, marks_offset_, count_);
+  if (error_ != 0 || !write_header()) return failure();
+  if (::fdatasync(descriptor_) != 0) error_ = errno;
+  if (error_ == 0) error_ = sync_folder_of(path_);
+  if (error_ != 0) return failure();
+  marks_.use(descriptor_, marks_offset_, count_);
+  return {};
+}
+
+void JournalWriter::remove() {
+  if (descriptor_ < 0) return;
+  ::unlink(path_.c_str());
+  close();
+}
+
+}  // namespace brindle

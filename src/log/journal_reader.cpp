@@ -1,0 +1,154 @@
+#include <fcntl.h>
+#include <fmt/format.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstddef>
+#include <cstring>
+#include <unordered_map>
+#include <utility>
+
+#include "log/checksum.h"
+#include "log/journal.h"
+#include "log/journal_format.h"
+#include "platform/atomic_file.h"
+
+namespace brindle {
+namespace {
+
+// One record taken off the front of `body`; false when it does not fit.
+bool take_record(std::string_view& body, JournalRecord& record, std::string_view& text) {
+  if (body.size() < sizeof record) return false;
+  std::memcpy(&record, body.data(), sizeof record);
+  body.remove_prefix(sizeof record);
+  std::size_t size = std::size_t{record.old_size} + record.new_size;
+  if (record.folder == folder_definition) size = record.old_size + (std::size_t{record.new_size} << 16U);
+  if (body.size() < size) return false;
+  text = body.substr(0, size);
+  body.remove_prefix(size);
+  return true;
+}
+
+template <std::size_t size>
+std::string text_of(const std::array<char, size>& field) {
+  return {field.begin(), std::find(field.begin(), field.end(), '\0')};
+}
+
+bool read_header(std::string_view bytes, JournalHeader& header) {
+  if (bytes.size() < sizeof header) return false;
+  std::memcpy(&header, bytes.data(), sizeof header);
+  return header.magic == journal_magic &&
+         header.header_checksum == checksum_of(bytes.substr(0, offsetof(JournalHeader, header_checksum)));
+}
+
+// Where the marks are, as far as they are there at all.
+std::string_view marks_of(std::string_view bytes, const JournalHeader& header) {
+  return header.marks_offset >= bytes.size() ? std::string_view() : bytes.substr(header.marks_offset, header.entries);
+}
+
+bool is_whole(std::string_view bytes, const JournalHeader& header) {
+  const std::size_t rest = bytes.size() - sizeof header;
+  return header.body_size <= rest && marks_of(bytes, header).size() == header.entries &&
+         checksum_of(bytes.substr(sizeof header, header.body_size)) == header.body_checksum;
+}
+
+}  // namespace
+
+JournalReader::~JournalReader() {
+  if (descriptor_ >= 0) ::close(descriptor_);
+}
+
+JournalReader::State JournalReader::open(const std::string& path) {
+  descriptor_ = ::open(path.c_str(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+  if (descriptor_ < 0 && errno == ENOENT) return State::missing;
+  State state = State::missing;
+  if (descriptor_ < 0) {
+    error_ = system_error_text(errno);
+  } else if (::flock(descriptor_, LOCK_EX | LOCK_NB) == 0) {
+    state = read_file();
+  } else if (errno == EWOULDBLOCK) {
+    return State::in_progress;
+  } else {
+    error_ = system_error_text(errno);
+  }
+  if (!error_.empty()) error_ = fmt::format("the journal “{}” cannot be used: {}", path, error_);
+  return state;
+}
+
+JournalReader::State JournalReader::read_file() {
+  struct stat status {};
+  if (::fstat(descriptor_, &status) != 0 || status.st_nlink == 0) return State::missing;
+  bytes_.resize(static_cast<std::size_t>(status.st_size));
+  for (std::size_t filled = 0; filled < bytes_.size();) {
+    const ssize_t got = ::read(descriptor_, bytes_.data() + filled, bytes_.size() - filled);
+    if (got < 0 && errno == EINTR) continue;
+    if (got < 0) error_ = system_error_text(errno);
+    if (got < 0) return State::missing;
+    if (got == 0) bytes_.resize(filled);
+    filled += static_cast<std::size_t>(got);
+  }
+  return parse(bytes_);
+}
+
+JournalReader::State JournalReader::parse(std::string_view bytes) {
+  JournalHeader header;
+  if (!read_header(bytes, header)) return State::unsealed;
+  const std::string_view marks = marks_of(bytes, header);
+  if (header.version != journal_version) {
+    error_ = "another version of the program made it";
+    return State::damaged;
+  }
+  // The marks are written after all else was synced: where there is one, the rest was right once.
+  if (!is_whole(bytes, header)) {
+    if (marks.find_first_not_of('\0') == std::string_view::npos) return State::unsealed;
+    error_ = "it is damaged";
+    return State::damaged;
+  }
+  info_.isFolders = (header.flags & flag_folders) != 0;
+  info_.paths_follow = (header.flags & flag_paths_follow) != 0;
+  info_.appversion = text_of(header.appversion);
+  boot_id_ = text_of(header.boot_id);
+  if (!read_records(bytes.substr(sizeof header, header.body_size), header.entries)) {
+    error_ = "it is damaged";
+    return State::damaged;
+  }
+  read_marks(marks);
+  return State::sealed;
+}
+
+bool JournalReader::read_records(std::string_view body, std::uint64_t count) {
+  if (count > body.size() / sizeof(JournalRecord)) return false;
+  entries_.reserve(count);
+  std::unordered_map<std::uint64_t, std::uint32_t> numbers;
+  JournalRecord record;
+  std::string_view text;
+  while (!body.empty()) {
+    if (!take_record(body, record, text)) return false;
+    if (record.folder == folder_definition) {
+      numbers[record.inode] = static_cast<std::uint32_t>(folders_.size());
+      folders_.push_back(text);
+      continue;
+    }
+    const auto number = numbers.find(record.folder);
+    if (number == numbers.end()) return false;
+    entries_.push_back({number->second, JournalMark::none, record.inode, text.substr(0, record.old_size),
+                        text.substr(record.old_size)});
+  }
+  return entries_.size() == count;
+}
+
+void JournalReader::read_marks(std::string_view marks) {
+  for (std::size_t i = 0; i < entries_.size(); ++i) {
+    const auto byte = static_cast<std::uint8_t>(marks[i]);
+    entries_[i].mark = byte <= 3 ? static_cast<JournalMark>(byte) : JournalMark::begun;
+  }
+}
+
+bool JournalReader::same_boot() const {
+  return !boot_id_.empty() && boot_id_ == boot_id();
+}
+
+}  // namespace brindle
