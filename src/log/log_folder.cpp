@@ -1,0 +1,71 @@
+#include <fcntl.h>
+#include <fmt/format.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <tuple>
+
+#include "log/rename_log.h"
+#include "log/undo_progress.h"
+#include "platform/atomic_file.h"
+#include "platform/file_name.h"
+#include "platform/folder_handle.h"
+#include "platform/integer_text.h"
+#include "platform/trash.h"
+
+namespace brindle {
+namespace {
+
+bool has_xml_extension(std::string_view name) {
+  if (name.size() < 4) return false;
+  std::string ending(name.substr(name.size() - 4));
+  for (char& c : ending) c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+  return ending == ".xml";
+}
+
+std::int32_t count_in_name(std::string_view name) {
+  const std::string_view base = name.substr(0, name.rfind('.'));
+  const std::size_t dash = base.rfind('-');
+  return integer_value(decode_file_name(dash == std::string_view::npos ? base : base.substr(dash + 1)));
+}
+
+Date date_created(const FolderHandle& folder, const char* name) {
+  struct statx facts {};
+  if (::statx(folder.descriptor(), name, AT_STATX_SYNC_AS_STAT, STATX_BTIME | STATX_MTIME, &facts) != 0) return {};
+  const statx_timestamp& time = (facts.stx_mask & STATX_BTIME) != 0 ? facts.stx_btime : facts.stx_mtime;
+  return Date(std::chrono::milliseconds(time.tv_sec * 1000 + time.tv_nsec / 1'000'000));
+}
+
+}  // namespace
+
+std::vector<LogRecord> loadUserLogFiles(const std::string& folder_path) {
+  std::vector<LogRecord> records;
+  const FolderHandle folder = FolderHandle::open(folder_path);
+  if (!folder) return records;
+  FolderReader reader;
+  FolderEntry entry;
+  for (reader.start(folder); reader.next(entry);) {
+    if (!has_xml_extension(entry.name) || is_open_log_name(entry.name)) continue;
+    records.push_back({std::string(entry.name), date_created(folder, entry.name.data()), count_in_name(entry.name)});
+  }
+  std::sort(records.begin(), records.end(), [](const LogRecord& a, const LogRecord& b) {
+    return std::tie(a.dateCreated, a.logFileName) > std::tie(b.dateCreated, b.logFileName);
+  });
+  return records;
+}
+
+bool verifyLogFile(const std::string& path) {
+  return !readLogFile(path).entries.empty();
+}
+
+std::string deleteLogFile(const std::string& path) {
+  int error = move_to_trash(path);
+  if (error != 0) error = ::unlink(path.c_str()) == 0 ? 0 : errno;
+  if (error != 0) return fmt::format("the log “{}” cannot be removed: {}", path, system_error_text(error));
+  ::unlink(undo_progress_path(path).c_str());
+  return {};
+}
+
+}  // namespace brindle

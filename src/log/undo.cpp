@@ -1,0 +1,137 @@
+#include "log/undo.h"
+
+#include <fmt/format.h>
+#include <sys/stat.h>
+
+#include <cerrno>
+
+#include "log/undo_progress.h"
+#include "platform/atomic_file.h"
+#include "platform/folder_handle.h"
+#include "platform/move.h"
+
+namespace brindle {
+namespace {
+
+constexpr std::string_view source_taken = "another file has its old name";
+constexpr std::string_view target_gone = "it is no longer there";
+constexpr std::string_view source_folder_gone = "the folder it was in is no longer there";
+
+/// A folder held open as long as entry after entry lies in it.
+///
+/// A path that is held cannot come to mean another folder by our own moves: an entry's move changes what is below its
+/// target and its source only, the held folders are always those of the entry at hand, and neither can lie below either
+/// (the move into itself is refused, and so is the one onto a source that is there).
+class HeldFolder {
+ public:
+  const FolderHandle& at(std::string_view path) {
+    const bool same = path.data() == text_.data() || path == text_;
+    if (!same) handle_ = FolderHandle::open(std::string(path));
+    text_ = path;
+    return handle_;
+  }
+
+ private:
+  std::string_view text_;  // the log keeps it
+  FolderHandle handle_;
+};
+
+bool are_one_folder(const FolderHandle& a, const FolderHandle& b) {
+  FolderStamp first;
+  FolderStamp second;
+  return a.stamp(first) && b.stamp(second) && first.device == second.device && first.inode == second.inode;
+}
+
+/// Moves entries back.
+class Restorer {
+ public:
+  /// Empty when the entry is back at its source, else why not.
+  std::string_view restore(const LogEntry& entry) {
+    const FolderHandle& target = targets_.at(entry.target_folder);
+    const FolderHandle& source = sources_.at(entry.source_folder);
+    if (!target) return target.error() == ENOENT ? target_gone : text(target.error());
+    if (!source) return source.error() == ENOENT ? source_folder_gone : text(source.error());
+    int error = move_exclusively(target, entry.target_name.data(), source, entry.source_name.data());
+    if (error == EEXIST && are_one_folder(target, source)) {
+      error = move_changing_case(target, entry.target_name.data(), entry.source_name.data());
+    }
+    if (error == 0) return {};
+    return error == ENOENT ? target_gone : error == EEXIST ? source_taken : text(error);
+  }
+
+  /// After a restore that came to nothing: whether the entry stands as a restore before would have left it.
+  bool is_back(const LogEntry& entry) {
+    const FolderHandle& target = targets_.at(entry.target_folder);
+    const FolderHandle& source = sources_.at(entry.source_folder);
+    return source && source.exists(entry.source_name.data()) && !(target && target.exists(entry.target_name.data()));
+  }
+
+ private:
+  std::string_view text(int error) {
+    text_ = system_error_text(error);
+    return text_;
+  }
+
+  HeldFolder targets_;
+  HeldFolder sources_;
+  std::string text_;
+};
+
+class Undoing {
+ public:
+  Undoing(const LogFile& log, UndoProgress& progress, const UndoReport& report, UndoResult& result)
+      : log_(log), progress_(progress), report_(report), result_(result) {}
+
+  void run(const JobControl& control) {
+    ProgressThrottle throttle(control, log_.entries.size());
+    std::size_t done = 0;
+    for (std::size_t i = log_.entries.size(); i > 0; --i, ++done) {
+      result_.cancelled = control.cancelled();
+      if (result_.cancelled) break;
+      const LogEntry& entry = log_.entries[i - 1];
+      const std::string_view reason = entry.fault.empty() ? undo(i - 1, entry) : entry.fault;
+      if (reason.empty()) ++result_.restored;
+      if (report_) report_(entry, reason);
+      throttle.step(done + 1, [&] { return fmt::format("{}/{}", entry.source_folder, entry.source_name); });
+    }
+    throttle.finish(done);
+  }
+
+ private:
+  std::string_view undo(std::size_t index, const LogEntry& entry) {
+    const UndoMark before = progress_.get(index);
+    if (before == UndoMark::restored && progress_.is_certain()) return {};
+    progress_.set(index, UndoMark::begun);
+    std::string_view reason = restorer_.restore(entry);
+    const bool tried_before = before == UndoMark::begun || before == UndoMark::restored;
+    if (!reason.empty() && tried_before && restorer_.is_back(entry)) reason = {};
+    progress_.set(index, reason.empty() ? UndoMark::restored : UndoMark::left);
+    return reason;
+  }
+
+  const LogFile& log_;
+  UndoProgress& progress_;
+  const UndoReport& report_;
+  UndoResult& result_;
+  Restorer restorer_;
+};
+
+}  // namespace
+
+UndoResult undoRenaming(const std::string& log_path, const JobControl& control, const UndoReport& report) {
+  UndoResult result;
+  const LogFile log = readLogFile(log_path);
+  result.error = log.error;
+  result.entries = log.entries.size();
+  UndoProgress progress;
+  if (result.error.empty()) result.error = progress.open(log_path, log.checksum, log.entries.size());
+  if (!result.error.empty()) return result;
+  Undoing(log, progress, report, result).run(control);
+  if (result.cancelled) return result;
+  result.error = deleteLogFile(log_path);
+  result.log_removed = result.error.empty();
+  if (result.log_removed) progress.remove();
+  return result;
+}
+
+}  // namespace brindle

@@ -1,0 +1,120 @@
+#include "log/undo_progress.h"
+
+#include <fcntl.h>
+#include <fmt/format.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <cstring>
+
+#include "log/journal.h"
+#include "platform/atomic_file.h"
+#include "platform/data_folders.h"
+
+namespace brindle {
+namespace {
+
+struct ProgressHeader {
+  std::array<char, 8> magic = {'b', 'r', 'i', 'n', 'u', 'n', 'd', '1'};
+  std::uint64_t log_checksum = 0;
+  std::uint64_t entries = 0;
+  std::array<char, 40> boot_id{};
+
+  bool is_of_same_log(const ProgressHeader& other) const {
+    return magic == other.magic && log_checksum == other.log_checksum && entries == other.entries;
+  }
+};
+static_assert(sizeof(ProgressHeader) == 64);
+
+std::uint64_t marks_offset() {
+  return static_cast<std::uint64_t>(::sysconf(_SC_PAGESIZE));
+}
+
+ProgressHeader header_for(std::uint64_t log_checksum, std::size_t entries) {
+  ProgressHeader header;
+  header.log_checksum = log_checksum;
+  header.entries = entries;
+  const std::string boot = boot_id();
+  std::memcpy(header.boot_id.data(), boot.data(), boot.size());
+  return header;
+}
+
+bool read_header(int descriptor, ProgressHeader& header) {
+  std::array<char, sizeof header> bytes{};
+  if (::pread(descriptor, bytes.data(), bytes.size(), 0) != static_cast<ssize_t>(bytes.size())) return false;
+  std::memcpy(&header, bytes.data(), bytes.size());
+  return true;
+}
+
+bool write_header(int descriptor, const ProgressHeader& header) {
+  return ::pwrite(descriptor, &header, sizeof header, 0) == static_cast<ssize_t>(sizeof header);
+}
+
+std::string path_in_data_folder(std::uint64_t log_checksum) {
+  std::string ignored;
+  if (!createApplicationUsersFolder("", ignored)) return {};
+  return fmt::format("{}/{:016x}.undo", getAppPath(), log_checksum);
+}
+
+}  // namespace
+
+std::string undo_progress_path(const std::string& log_path) {
+  return log_path + ".undo";
+}
+
+UndoProgress::~UndoProgress() {
+  if (descriptor_ >= 0) ::close(descriptor_);
+}
+
+std::string UndoProgress::open(const std::string& log_path, std::uint64_t log_checksum, std::size_t entries) {
+  int error = open_file(undo_progress_path(log_path));
+  if (error != 0 && error != EWOULDBLOCK) {
+    const std::string elsewhere = path_in_data_folder(log_checksum);
+    if (!elsewhere.empty()) error = open_file(elsewhere);
+  }
+  if (error == EWOULDBLOCK) return fmt::format("“{}” is just being undone by another process", log_path);
+  if (error == 0) error = adopt_or_begin(log_checksum, entries);
+  if (error == 0) return {};
+  return fmt::format("the undoing of “{}” cannot be kept track of: {}", log_path, system_error_text(error));
+}
+
+int UndoProgress::open_file(const std::string& path) {
+  path_ = path;
+  descriptor_ = ::open(path.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0666);
+  if (descriptor_ < 0) return errno;
+  struct stat status {};
+  const bool locked = ::flock(descriptor_, LOCK_EX | LOCK_NB) == 0;
+  int error = locked ? 0 : errno;
+  if (error == 0 && ::fstat(descriptor_, &status) != 0) error = errno;
+  // Without a name any more: the undo that held it has just come to its end.
+  if (error == 0 && status.st_nlink == 0) error = EWOULDBLOCK;
+  if (error == 0 && !S_ISREG(status.st_mode)) error = EINVAL;
+  if (error == 0) return 0;
+  ::close(descriptor_);
+  descriptor_ = -1;
+  return error;
+}
+
+int UndoProgress::adopt_or_begin(std::uint64_t log_checksum, std::size_t entries) {
+  const ProgressHeader wanted = header_for(log_checksum, entries);
+  ProgressHeader found;
+  const bool adopts = read_header(descriptor_, found) && found.is_of_same_log(wanted);
+  certain_ = !adopts || (found.boot_id == wanted.boot_id && wanted.boot_id.front() != '\0');
+  if (!adopts && ::ftruncate(descriptor_, 0) != 0) return errno;
+  if (!adopts) MarkMap::exempt_from_copy(descriptor_);
+  const int error = MarkMap::reserve(descriptor_, marks_offset(), entries);
+  if (error != 0) return error;
+  // The header comes last: without it, whatever else is there counts for nothing.
+  if (!adopts && !write_header(descriptor_, wanted)) return errno;
+  marks_.use(descriptor_, marks_offset(), entries);
+  return 0;
+}
+
+void UndoProgress::remove() {
+  if (descriptor_ >= 0) ::unlink(path_.c_str());
+}
+
+}  // namespace brindle
