@@ -1,0 +1,212 @@
+#include "log/recovery.h"
+
+#include <fmt/format.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <new>
+#include <optional>
+#include <stdexcept>
+#include <string_view>
+#include <tuple>
+
+#include "log/disk_evidence.h"
+#include "log/journal.h"
+#include "log/rename_log.h"
+#include "log/undo_progress.h"
+#include "pipeline/file_list.h"
+#include "pipeline/path_follower.h"
+#include "platform/folder_handle.h"
+
+namespace brindle {
+namespace {
+
+/// The folder and the name that each entry had when its turn came. In most runs they are what the journal says; where
+/// paths follow renamed folders, the run is gone through once more.
+class Replay {
+ public:
+  explicit Replay(const JournalReader& journal) : journal_(journal) {
+    if (!journal.info().paths_follow) return;
+    for (const JournalEntry& entry : journal.entries()) {
+      const FolderId folder = files_.folders().intern(journal.folders()[entry.folder]);
+      // Every entry is a row, or the rows would not be the entries any more; a run never holds a path twice.
+      if (!files_.add(folder, entry.old_name, 0, entry.inode)) throw std::invalid_argument("a path stands in it twice");
+    }
+    follower_.emplace(files_);
+  }
+
+  IntendedRenaming at(std::size_t index) {
+    const JournalEntry& entry = journal_.entries()[index];
+    if (!follower_) return {journal_.folders()[entry.folder], entry.old_name, entry.new_name, entry.inode};
+    path_.clear();
+    files_.folders().append_path(files_[index].folder, path_);
+    return {path_, files_[index].name(), entry.new_name, entry.inode};
+  }
+  void renamed(std::size_t index, const IntendedRenaming& renaming) {
+    if (follower_) follower_->follow(files_[index].folder, renaming.old_name, renaming.new_name);
+  }
+
+ private:
+  const JournalReader& journal_;
+  FileList files_;
+  std::optional<PathFollower> follower_;
+  std::string path_;
+};
+
+/// Says of each entry, in order, whether it was renamed.
+class Judge {
+ public:
+  explicit Judge(bool same_boot) : same_boot_(same_boot) {}
+
+  // Where nothing can be found out, the entry counts as renamed: undoing what was never done does nothing.
+  bool is_renamed(JournalMark mark, const IntendedRenaming& renaming) {
+    if (same_boot_ && mark != JournalMark::begun) return mark == JournalMark::done;
+    const Evidence evidence = disk_.ask(renaming);
+    if (evidence == Evidence::none) return mark != JournalMark::failed;
+    return evidence == Evidence::renamed;
+  }
+
+ private:
+  DiskEvidence disk_;
+  bool same_boot_;
+};
+
+std::string write_log(const JournalReader& journal, const std::string& path, RecoveredRun& run) {
+  RenameLogWriter log;
+  std::string error = log.take_over(path, journal.info().isFolders ? "FOLDERS" : "FILES", journal.info().appversion);
+  if (!error.empty()) return error;
+  Replay replay(journal);
+  Judge judge(journal.same_boot());
+  for (std::size_t i = 0; i < journal.entries().size(); ++i) {
+    const IntendedRenaming renaming = replay.at(i);
+    if (!judge.is_renamed(journal.entries()[i].mark, renaming)) continue;
+    log.addLogEntry(renaming.folder, renaming.old_name, renaming.folder, renaming.new_name);
+    replay.renamed(i, renaming);
+  }
+  error = log.saveLog();
+  run = {log.saved_path(), log.count()};
+  return error;
+}
+
+// Whether a finished log is this run's: its entries are some of the journal's, in the same order.
+bool is_log_of(const JournalReader& journal, const LogFile& log) {
+  if (!log.error.empty() || log.type != (journal.info().isFolders ? "FOLDERS" : "FILES")) return false;
+  // Following a renamed folder may have changed the old name as well, where the folder's whole path recurs in the item's.
+  const bool follows = journal.info().paths_follow;
+  auto intended = journal.entries().begin();
+  const auto end = journal.entries().end();
+  for (const LogEntry& entry : log.entries) {
+    intended = std::find_if(intended, end, [&](const JournalEntry& candidate) {
+      return candidate.new_name == entry.target_name && (follows || candidate.old_name == entry.source_name);
+    });
+    if (intended == end) return false;
+    ++intended;
+  }
+  return true;
+}
+
+// The program may have been stopped between the finished log and the end of its journal.
+bool has_log_already(const JournalReader& journal, std::string path, RecoveredRun& run) {
+  for (; !path.empty(); path = next_log_path(path)) {
+    const std::vector<std::string> logs = find_finished_logs(path);
+    if (logs.empty()) return false;
+    for (const std::string& candidate : logs) {
+      const LogFile log = readLogFile(candidate);
+      if (!is_log_of(journal, log)) continue;
+      run = {candidate, log.entries.size()};
+      return true;
+    }
+  }
+  return false;
+}
+
+void remove_traces(const std::string& log_path) {
+  ::unlink(log_path.c_str());
+  ::unlink(unfinished_log_path(log_path).c_str());
+  ::unlink(journal_path(log_path).c_str());  // the last: as long as it is there, the rest can be done again
+}
+
+void recover_run(const std::string& log_path, RecoveryResult& result) {
+  JournalReader journal;
+  RecoveredRun run;
+  const JournalReader::State state = journal.open(journal_path(log_path));
+  std::string problem = journal.error();
+  const bool sealed = state == JournalReader::State::sealed;
+  if (sealed && !has_log_already(journal, log_path, run)) problem = write_log(journal, log_path, run);
+  if (!problem.empty()) {
+    result.problems.push_back(problem);
+  } else if (sealed || state == JournalReader::State::unsealed) {
+    remove_traces(log_path);
+    result.runs.push_back(run);
+  }
+}
+
+struct Leftovers {
+  std::vector<std::string> journals;  // the "#" paths they belong to, oldest first
+  std::vector<std::string> others;    // names that only make sense beside another file
+};
+
+Leftovers find_leftovers(const std::string& folder_path) {
+  Leftovers found;
+  const FolderHandle folder = FolderHandle::open(folder_path);
+  if (!folder) return found;
+  FolderReader reader;
+  FolderEntry entry;
+  for (reader.start(folder); reader.next(entry);) {
+    const std::string path = fmt::format("{}/{}", folder_path, entry.name);
+    if (!entry.name.starts_with("Log ")) continue;
+    if (entry.name.ends_with("-#.journal")) found.journals.push_back(log_path_of_journal(path));
+    if (entry.name.ends_with("-#.xml") || entry.name.ends_with("-#.xml.part") || entry.name.ends_with(".xml.undo")) {
+      found.others.push_back(path);
+    }
+  }
+  std::sort(found.journals.begin(), found.journals.end(), [](const std::string& a, const std::string& b) {
+    return std::tuple(log_time(a), a) < std::tuple(log_time(b), b);
+  });
+  return found;
+}
+
+bool exists(const std::string& path) {
+  struct stat status {};
+  return ::lstat(path.c_str(), &status) == 0;
+}
+
+bool is_empty_log(const std::string& path) {
+  struct stat status {};
+  if (::lstat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) && status.st_size == 0) return true;
+  const LogFile log = readLogFile(path);
+  return log.error.empty() && log.entries.empty();
+}
+
+// Traces of a run without its journal: the run is over, or never came to anything.
+void remove_orphan(const std::string& path) {
+  const std::string_view name = path;
+  if (name.ends_with(".undo")) {
+    if (!exists(path.substr(0, path.size() - 5))) ::unlink(path.c_str());
+  } else if (name.ends_with(".part")) {
+    if (!exists(journal_path(path.substr(0, path.size() - 5)))) ::unlink(path.c_str());
+  } else if (!exists(journal_path(path)) && is_empty_log(path)) {
+    ::unlink(path.c_str());
+  }
+}
+
+}  // namespace
+
+RecoveryResult recover(const std::string& log_folder) {
+  RecoveryResult result;
+  const Leftovers leftovers = find_leftovers(log_folder);
+  for (const std::string& log_path : leftovers.journals) {
+    try {
+      recover_run(log_path, result);
+    } catch (const std::bad_alloc&) {
+      result.problems.push_back(fmt::format("there is not enough memory for the journal of “{}”", log_path));
+    } catch (const std::logic_error& error) {
+      result.problems.push_back(fmt::format("the journal of “{}” cannot be used: {}", log_path, error.what()));
+    }
+  }
+  for (const std::string& path : leftovers.others) remove_orphan(path);
+  return result;
+}
+
+}  // namespace brindle
