@@ -33,13 +33,14 @@ class PrefixSuffixParameters {
  public:
   explicit PrefixSuffixParameters(const PrefixSuffixArguments& arguments);
 
-  /// The text before and behind the name of this item; `text` is where a date is put together. Asks the disk for dates
-  /// of the file; one that cannot be read is replaced by the start of the run. Throws std::runtime_error for an
-  /// unusable pattern.
   struct Sides {
-    std::u16string_view before = {};
-    std::u16string_view behind = {};
+    std::u16string_view before;
+    std::u16string_view behind;
   };
+
+  /// The texts before and behind the name of this item; `text` is where a date is put together, and what the result may
+  /// view. Asks the disk for the file's dates; when it cannot tell, the start of the run is used. Throws
+  /// std::runtime_error for an unusable pattern.
   Sides sides(const FileSystemItem& item, std::u16string& text) const;
 
  private:

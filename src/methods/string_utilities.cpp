@@ -4,6 +4,8 @@
 #include <limits>
 
 #include "platform/date_format.h"
+#include "platform/file_name.h"
+#include "platform/message_log.h"
 
 namespace brindle {
 namespace {
@@ -144,7 +146,9 @@ void append_padded(std::u16string_view text, std::u16string_view mask, std::u16s
 std::optional<Date> dateFromString(std::u16string_view text) {
   std::u16string plain(text);
   if (const std::size_t colon = plain.rfind(u':'); colon != std::u16string::npos) plain.erase(colon, 1);
-  return parse_date(plain, u"yyyy-MM-dd'T'HH:mm:ssZ");
+  const std::optional<Date> date = parse_date(plain, u"yyyy-MM-dd'T'HH:mm:ssZ");
+  if (!date) log_failure("dateFromString", "\"" + to_utf8(text) + "\" is not a date");
+  return date;
 }
 
 std::optional<Date> date_of_stamp(std::u16string_view text) {

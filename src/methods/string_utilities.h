@@ -74,7 +74,7 @@ void append_swapped(std::u16string_view text, std::int32_t position, std::u16str
 /// Pads from the left: the first units of `mask`, as many as the mask is longer than the text, then the text.
 void append_padded(std::u16string_view text, std::u16string_view mask, std::u16string& out);
 
-/// A date such as "2009-05-17T10:20:30+05:30"; none (and a line in the program's messages) for anything else. The last
+/// A date such as "2009-05-17T10:20:30+05:30"; none (and a line on standard error) for anything else. The last
 /// ":" is deleted before the text is read, so the zone may stand with or without one, but must stand.
 std::optional<Date> dateFromString(std::u16string_view text);
 

@@ -1,0 +1,13 @@
+#pragma once
+
+// Lines for whoever looks into why something did not work: they go to standard error, where a desktop session keeps
+// them.
+
+#include <string_view>
+
+namespace brindle {
+
+/// "Error in OPERATION : REASON", one line. Any thread.
+void log_failure(std::string_view operation, std::string_view reason);
+
+}  // namespace brindle
