@@ -4,11 +4,11 @@ namespace brindle {
 
 /// What `brindle` tells the shell.
 enum class ExitCode : int {
-  done = 0,        ///< everything asked for was done
-  incomplete = 1,  ///< it ran, and some items could not be renamed or restored
-  usage = 2,       ///< wrong words or unreadable input
-  refused = 3,     ///< the method's parameters were refused; nothing ran
-  cancelled = 130, ///< Ctrl-C between items; the log is saved
+  done = 0,         ///< everything asked for was done
+  incomplete = 1,   ///< it ran, and some items could not be renamed or restored
+  usage = 2,        ///< wrong words or unreadable input
+  refused = 3,      ///< the method's parameters were refused; nothing ran
+  cancelled = 130,  ///< Ctrl-C between items; the log is saved
 };
 
 }  // namespace brindle

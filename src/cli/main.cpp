@@ -1,6 +1,5 @@
-#include <cstdio>
+#include "cli/commands.h"
 
-int main() {
-  std::puts("brindle " BRINDLE_VERSION);
-  return 0;
+int main(int count, char** words) {
+  return static_cast<int>(brindle::run_program(count - 1, words + 1));
 }

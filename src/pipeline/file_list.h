@@ -22,7 +22,7 @@ namespace brindle {
 /// One item as the list keeps it. Names are on-disk bytes with a NUL behind their end.
 struct ItemRecord {
   const char* name_data = nullptr;
-  const char* proposed_data = nullptr;  ///< the proposed name; null unless the status is `proposed` (or it was renamed)
+  const char* proposed_data = nullptr;  ///< null unless `proposed`, renamed, or the name is taken
   std::uint64_t inode = 0;              ///< as the listing gave it; 0 when not known
   FolderId folder = FolderTable::root;
   std::uint16_t name_size = 0;

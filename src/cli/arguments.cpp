@@ -1,0 +1,432 @@
+#include "cli/arguments.h"
+
+#include <fmt/format.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+
+#include "cli/option_value.h"
+#include "cli/suggestion.h"
+#include "settings/rule.h"
+
+namespace brindle {
+namespace {
+
+bool is_option_word(std::string_view word) {
+  return word.size() > 1 && word.front() == '-';
+}
+
+bool exists_on_disk(std::string_view path) {
+  struct stat facts {};
+  return ::lstat(std::string(path).c_str(), &facts) == 0;
+}
+
+std::string meant(std::string_view word, const std::vector<std::string_view>& candidates,
+                  std::string_view dashes = "") {
+  const std::string_view closest = closest_word(word, candidates);
+  return closest.empty() ? std::string() : fmt::format("; did you mean {}{}?", dashes, closest);
+}
+
+std::vector<std::string_view> method_words() {
+  std::vector<std::string_view> words;
+  for (const MethodRow& row : method_table()) words.push_back(row.word);
+  return words;
+}
+
+std::vector<std::string_view> option_names(const CommandRow& command, const MethodRow* method) {
+  std::vector<std::string_view> names;
+  if (method != nullptr) {
+    for (const MethodOption& option : method->options) names.push_back(option.name);
+  }
+  for (const OptionId id : command.options) names.push_back(option_row(id).name);
+  return names;
+}
+
+// "--name=value" and "--name" taken apart.
+struct OptionWord {
+  std::string_view name;
+  std::optional<std::string_view> value;
+};
+
+OptionWord split_option(std::string_view word) {
+  word.remove_prefix(2);
+  const std::size_t equals = word.find('=');
+  if (equals == std::string_view::npos) return {word, std::nullopt};
+  return {word.substr(0, equals), word.substr(equals + 1)};
+}
+
+// The command whose option it would be, or a method's: where to look when an option is in the wrong place.
+std::string where_option_belongs(std::string_view name) {
+  for (const MethodRow& method : method_table()) {
+    if (find_option(method, name) != nullptr) {
+      return fmt::format("; it belongs to methods such as {}: write it behind the method's word", method.word);
+    }
+  }
+  for (const CommandRow& command : command_table()) {
+    if (find_option(command, name) != nullptr) return fmt::format("; it belongs to brindle {}", command.word);
+  }
+  return {};
+}
+
+void set_option(Options& options, OptionId id, std::string_view value) {
+  switch (id) {
+    case OptionId::files:
+      options.folders = false;
+      return;
+    case OptionId::folders:
+      options.folders = true;
+      return;
+    case OptionId::subfolders:
+      options.subfolders = true;
+      return;
+    case OptionId::no_subfolders:
+      options.subfolders = false;
+      return;
+    case OptionId::hidden:
+      options.hidden = true;
+      return;
+    case OptionId::sort:
+      options.sort = value == "name" ? ListOrder::name : value == "folder" ? ListOrder::folder : ListOrder::as_found;
+      return;
+    case OptionId::from:
+      options.from.emplace_back(value);
+      return;
+    case OptionId::nul:
+      options.nul = true;
+      return;
+    case OptionId::set:
+      options.set.emplace_back(value);
+      return;
+    case OptionId::all:
+      options.all = true;
+      return;
+    case OptionId::json:
+      options.json = true;
+      return;
+    case OptionId::yes:
+      options.yes = true;
+      return;
+    case OptionId::quiet:
+      options.quiet = true;
+      return;
+    case OptionId::no_color:
+      options.color = false;
+      return;
+    case OptionId::help:
+      options.help = true;
+      return;
+    case OptionId::version:
+      options.version = true;
+      return;
+  }
+}
+
+class ArgumentParser {
+ public:
+  explicit ArgumentParser(std::span<const char* const> words) : words_(words) {}
+
+  CommandLine parse();
+
+ private:
+  bool at_end() const { return next_ == words_.size(); }
+  std::string_view peek() const { return words_[next_]; }
+  std::string_view take() { return words_[next_++]; }
+  /// The value of an option, from behind "=" or the next word.
+  std::string_view value_of(const OptionWord& word, std::string_view value_name);
+
+  void take_command();
+  void take_words();
+  void take_operand(std::string_view word);
+  bool begins_method(std::string_view word, bool options_ended) const;
+
+  void take_option(std::string_view word, const MethodRow* method);
+  void take_letters(std::string_view word);
+  [[noreturn]] void refuse_option(std::string_view name, const MethodRow* method) const;
+
+  void take_methods(std::string_view first);
+  /// True when "then" ended it.
+  bool take_method(const MethodRow& method);
+  bool take_method_option(MethodCall& call, std::string_view word);
+  void take_method_operand(MethodCall& call, std::string_view word);
+  const MethodRow& method_behind_then();
+
+  void check_line() const;
+
+  std::span<const char* const> words_;
+  std::size_t next_ = 0;
+  CommandLine line_;
+};
+
+bool has_option(const MethodCall& call, std::string_view name) {
+  return std::ranges::any_of(call.options, [&](const auto& given) { return given.first->name == name; });
+}
+
+bool operands_replaced(const MethodCall& call) {
+  return std::ranges::any_of(call.options, [](const auto& given) { return given.first->replaces_operands; });
+}
+
+bool has_its_operands(const MethodCall& call) {
+  return call.operands.size() == call.method->operands.size() || operands_replaced(call);
+}
+
+// "--before or --after", from "before|after".
+std::string listed_options(std::string_view names) {
+  std::string text;
+  for (const std::string_view name : split_choices(names)) {
+    text += fmt::format("{}--{}", text.empty() ? "" : " or ", name);
+  }
+  return text;
+}
+
+void check_operands(const MethodCall& call) {
+  const MethodRow& method = *call.method;
+  if (operands_replaced(call)) {
+    const auto& option =
+        std::ranges::find_if(call.options, [](const auto& each) { return each.first->replaces_operands; });
+    if (call.operands.empty()) return;
+    throw UsageError(fmt::format("{}: --{} stands instead of {}; give one of them", method.word, option->first->name,
+                                 method.operands.front().name));
+  }
+  if (call.operands.size() == method.operands.size()) return;
+  const MethodOperand& missing = method.operands[call.operands.size()];
+  throw UsageError(fmt::format("{} needs {}, {} (brindle {} --help shows examples)", method.word, missing.name,
+                               missing.help, method.word));
+}
+
+void check_group(const MethodCall& call) {
+  const MethodRow& method = *call.method;
+  if (method.required_group == 0) return;
+  const auto in_group = [&](const MethodOption& option) {
+    return option.groups.find(method.required_group) != std::string_view::npos;
+  };
+  if (std::ranges::any_of(call.options, [&](const auto& given) { return in_group(*given.first); })) return;
+  std::string names;
+  for (const MethodOption& option : method.options) {
+    if (in_group(option)) names += fmt::format("{}--{}", names.empty() ? "" : ", ", option.name);
+  }
+  throw UsageError(
+      fmt::format("{} needs one of {} (brindle {} --help shows examples)", method.word, names, method.word));
+}
+
+void check_needs(const MethodCall& call) {
+  for (const auto& [option, value] : call.options) {
+    if (option->needs.empty()) continue;
+    const auto names = split_choices(option->needs);
+    if (std::ranges::any_of(names, [&](std::string_view name) { return has_option(call, name); })) continue;
+    throw UsageError(
+        fmt::format("{}: --{} goes with {}", call.method->word, option->name, listed_options(option->needs)));
+  }
+}
+
+void check_call(const MethodCall& call) {
+  check_operands(call);
+  check_group(call);
+  check_needs(call);
+}
+
+// An option given again replaces the value before; one that contradicts another is an error.
+void add_option(MethodCall& call, const MethodOption& option, OptionValue value) {
+  for (auto& [given, given_value] : call.options) {
+    if (given == &option) {
+      given_value = std::move(value);
+      return;
+    }
+    if (given->groups.find_first_of(option.groups) != std::string_view::npos) {
+      throw UsageError(fmt::format("{}: give either --{} or --{}", call.method->word, given->name, option.name));
+    }
+  }
+  call.options.emplace_back(&option, std::move(value));
+}
+
+CommandLine ArgumentParser::parse() {
+  take_command();
+  if (line_.command == nullptr) return std::move(line_);
+  take_words();
+  if (!line_.options.help) check_line();
+  return std::move(line_);
+}
+
+void ArgumentParser::take_command() {
+  if (at_end())
+    throw UsageError("say what to do, such as: brindle preview FOLDER insert TEXT (brindle --help tells more)");
+  const std::string_view word = take();
+  line_.options.help = word == "--help" || word == "-h";
+  line_.options.version = word == "--version";
+  if (line_.options.help || line_.options.version) return;
+  line_.command = find_command(word);
+  if (line_.command != nullptr) return;
+  line_.help_method = find_method(word);
+  if (line_.help_method != nullptr) {
+    line_.options.help =
+        std::ranges::any_of(words_, [](std::string_view each) { return each == "--help" || each == "-h"; });
+    if (line_.options.help) return;
+    throw UsageError(fmt::format("{} is a method; say what to do with it: brindle preview PATH... {} ...", word, word));
+  }
+  if (is_option_word(word))
+    throw UsageError(fmt::format("{} comes behind a command (brindle --help lists them)", word));
+  std::vector<std::string_view> words = method_words();
+  for (const CommandRow& row : command_table()) words.push_back(row.word);
+  throw UsageError(fmt::format("there is no command {}{} (brindle --help lists them)", word, meant(word, words)));
+}
+
+void ArgumentParser::take_words() {
+  bool options_ended = false;
+  while (!at_end()) {
+    const std::string_view word = take();
+    if (!options_ended && word == "--") {
+      options_ended = true;
+    } else if (!options_ended && word.starts_with("--")) {
+      take_option(word, nullptr);
+    } else if (!options_ended && is_option_word(word)) {
+      take_letters(word);
+    } else if (begins_method(word, options_ended)) {
+      take_methods(word);
+    } else {
+      take_operand(word);
+    }
+  }
+}
+
+bool ArgumentParser::begins_method(std::string_view word, bool options_ended) const {
+  if (line_.command->operands != Operands::paths_and_methods || find_method(word) == nullptr) return false;
+  return !(options_ended && exists_on_disk(word));
+}
+
+void ArgumentParser::take_operand(std::string_view word) {
+  const Operands operands = line_.command->operands;
+  const bool one_at_most = operands == Operands::log || operands == Operands::topic;
+  if (operands == Operands::none || (one_at_most && !line_.operands.empty())) {
+    throw UsageError(fmt::format("{} takes no {}; usage: brindle {} {}", line_.command->word, word, line_.command->word,
+                                 line_.command->synopsis));
+  }
+  if (word.empty()) throw UsageError("an argument is empty; a path or name cannot be");
+  line_.operands.emplace_back(word);
+}
+
+std::string_view ArgumentParser::value_of(const OptionWord& word, std::string_view value_name) {
+  if (value_name.empty()) {
+    if (word.value) throw UsageError(fmt::format("--{} takes no value", word.name));
+    return {};
+  }
+  if (word.value) return *word.value;
+  if (at_end()) throw UsageError(fmt::format("--{} needs a value: --{} {}", word.name, word.name, value_name));
+  return take();
+}
+
+void ArgumentParser::take_option(std::string_view word, const MethodRow* method) {
+  const OptionWord parts = split_option(word);
+  const OptionRow* row = find_option(*line_.command, parts.name);
+  if (row == nullptr) refuse_option(parts.name, method);
+  const std::string_view value = value_of(parts, row->value);
+  if (row->value.find('|') != std::string_view::npos) read_value(ValueKind::choice, row->name, row->value, value);
+  set_option(line_.options, row->id, value);
+  if (row->id == OptionId::help) line_.help_method = method;
+}
+
+void ArgumentParser::take_letters(std::string_view word) {
+  for (const char letter : word.substr(1)) {
+    const OptionRow* row = find_letter(*line_.command, letter);
+    if (row == nullptr) {
+      throw UsageError(
+          fmt::format("{} has no option {}; write a path that begins with \"-\" as ./{} (brindle {} --help)",
+                      line_.command->word, word, word, line_.command->word));
+    }
+    set_option(line_.options, row->id, {});
+  }
+}
+
+void ArgumentParser::refuse_option(std::string_view name, const MethodRow* method) const {
+  const std::string_view owner = method != nullptr ? method->word : line_.command->word;
+  std::string advice = meant(name, option_names(*line_.command, method), "--");
+  if (advice.empty()) advice = where_option_belongs(name);
+  if (advice.empty() && method != nullptr) advice = "; write -- before a text that begins with \"--\"";
+  throw UsageError(fmt::format("{} has no option --{}{} (brindle {} --help lists them)", owner, name, advice, owner));
+}
+
+void ArgumentParser::take_methods(std::string_view first) {
+  const MethodRow* method = find_method(first);
+  while (take_method(*method)) method = &method_behind_then();
+}
+
+const MethodRow& ArgumentParser::method_behind_then() {
+  if (at_end()) throw UsageError("a method is missing behind then (brindle --help lists them)");
+  const std::string_view word = take();
+  const MethodRow* method = find_method(word);
+  if (method != nullptr) return *method;
+  throw UsageError(
+      fmt::format("there is no method {}{} (brindle --help lists them)", word, meant(word, method_words())));
+}
+
+bool ArgumentParser::take_method(const MethodRow& method) {
+  MethodCall call{&method, {}, {}};
+  bool options_ended = false;
+  bool then = false;
+  while (!at_end() && !then) {
+    const std::string_view word = take();
+    if (word == "then" && has_its_operands(call)) {
+      then = true;
+    } else if (!options_ended && word == "--") {
+      options_ended = true;
+    } else if (!options_ended && word.starts_with("--")) {
+      if (!take_method_option(call, word)) take_option(word, &method);
+    } else if (!options_ended && is_option_word(word) && has_its_operands(call)) {
+      take_letters(word);
+    } else {
+      take_method_operand(call, word);
+    }
+  }
+  if (!line_.options.help) check_call(call);
+  line_.methods.push_back(std::move(call));
+  return then;
+}
+
+bool ArgumentParser::take_method_option(MethodCall& call, std::string_view word) {
+  const OptionWord parts = split_option(word);
+  const MethodOption* option = find_option(*call.method, parts.name);
+  if (option == nullptr) return false;
+  const std::string_view text = value_of(parts, option->value);
+  add_option(call, *option, read_value(option->kind, option->name, option->value, text));
+  return true;
+}
+
+void ArgumentParser::take_method_operand(MethodCall& call, std::string_view word) {
+  const MethodRow& method = *call.method;
+  if (call.operands.size() == method.operands.size()) {
+    const std::string_view advice =
+        find_method(word) != nullptr ? "; methods are joined by then" : "; put quotes round a text with spaces";
+    throw UsageError(fmt::format("{} does not take {} as well{}", method.word, word, advice));
+  }
+  const MethodOperand& operand = method.operands[call.operands.size()];
+  call.operands.push_back(read_value(operand.kind, operand.name, operand.name, word));
+}
+
+void ArgumentParser::check_line() const {
+  if (line_.options.nul && line_.options.from.empty()) {
+    throw UsageError("-0 says how --from reads PATHs; write --from - to read them from standard input");
+  }
+}
+
+}  // namespace
+
+CommandLine parse_arguments(std::span<const char* const> words) {
+  return ArgumentParser(words).parse();
+}
+
+void fill_settings(RenameSettings& settings, const MethodCall& call) {
+  const MethodRow& method = *call.method;
+  if (method.fill != nullptr) method.fill(settings, {});
+  for (std::size_t i = 0; i < call.operands.size(); ++i) method.operands[i].fill(settings, call.operands[i]);
+  RuleVariant variant = method.variant;
+  // In the order of the table, so that the order on the command line does not matter.
+  for (const MethodOption& option : method.options) {
+    const auto given = std::ranges::find(call.options, &option, &std::pair<const MethodOption*, OptionValue>::first);
+    if (given == call.options.end()) continue;
+    option.fill(settings, given->second);
+    variant = option.variant.value_or(variant);
+  }
+  // Loading the options back as a rule of this kind also sets the choices that go with them.
+  const RuleKind& kind = rule_kind(variant);
+  setRule(settings, Rule{std::u16string(kind.rule), std::u16string(kind.type), true, settings, -1, u"", {}});
+}
+
+}  // namespace brindle

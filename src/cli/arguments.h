@@ -1,0 +1,68 @@
+#pragma once
+
+// From the words of a command line to what they ask for.
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "cli/command_table.h"
+#include "cli/method_table.h"
+
+namespace brindle {
+
+/// Wrong words, or input that cannot be read: one line that says what, where, and what to do.
+class UsageError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+enum class ListOrder : std::uint8_t { as_found, name, folder };
+
+/// The options of the commands.
+struct Options {
+  std::optional<bool> folders;
+  std::optional<bool> subfolders;
+  bool hidden = false;
+  ListOrder sort = ListOrder::as_found;
+  std::vector<std::string> from;
+  bool nul = false;
+  std::vector<std::string> set;  ///< "KEY=VALUE", in order
+  bool all = false;
+  bool json = false;
+  bool yes = false;
+  bool quiet = false;
+  bool color = true;
+  bool help = false;
+  bool version = false;
+};
+
+/// A method with what was given to it, complete and free of contradictions.
+struct MethodCall {
+  const MethodRow* method = nullptr;
+  std::vector<OptionValue> operands;
+  std::vector<std::pair<const MethodOption*, OptionValue>> options;
+};
+
+struct CommandLine {
+  const CommandRow* command = nullptr;     ///< null when only help or the version is asked for
+  const MethodRow* help_method = nullptr;  ///< with `options.help`: the method that help is wanted on
+  Options options;
+  std::vector<std::string> operands;  ///< PATHs, LOG, KEYs or topic, byte for byte as given
+  std::vector<MethodCall> methods;
+};
+
+/// Reads the words behind the program's name. Looks at the disk only to tell a PATH behind "--" from a method. Throws
+/// UsageError.
+CommandLine parse_arguments(std::span<const char* const> words);
+
+/// Fills the settings with what the call says: the method's tab is selected, its options and the choices that show them
+/// are set, everything else stays.
+void fill_settings(RenameSettings& settings, const MethodCall& call);
+
+}  // namespace brindle

@@ -1,0 +1,66 @@
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "app/string_table.h"
+#include "cli/commands.h"
+#include "cli/json_lines.h"
+#include "cli/log_folder.h"
+#include "log/rename_log.h"
+#include "platform/data_folders.h"
+#include "platform/date_format.h"
+#include "platform/file_name.h"
+#include "settings/iso_date.h"
+
+namespace brindle {
+namespace {
+
+void print_json(const std::vector<LogRecord>& logs, const std::string& folder, Console& console) {
+  for (const LogRecord& log : logs) {
+    JsonLine(console.out().buffer(), "log")
+        .bytes("name", log.logFileName)
+        .bytes("path", folder + "/" + log.logFileName)
+        .text("date", iso_text(log.dateCreated))
+        .number("count", log.filesCount);
+    console.out().flush_if_full();
+  }
+}
+
+void print_table(const std::vector<LogRecord>& logs, const std::string& folder, Console& console) {
+  if (logs.empty()) {
+    console.note(fmt::format("No logs in {}", folder));
+    return;
+  }
+  const auto longest = std::ranges::max(logs, {}, &LogRecord::filesCount).filesCount;
+  const std::size_t column = std::to_string(longest).size();
+  const DateFormatter format(u"yyyy-MM-dd HH:mm:ss");
+  for (const LogRecord& log : logs) {
+    console.out() << fmt::format("{}  {:>{}} renamed  ", to_utf8(format.format(log.dateCreated)), log.filesCount,
+                                 column)
+                  << console.shown(log.logFileName) << "\n";
+  }
+  console.out().flush();
+  console.note(fmt::format("{} in {}", localized_format("TOTALLOGFILES", logs.size()), folder));
+}
+
+}  // namespace
+
+ExitCode run_logs(const CommandLine& line, Console& console) {
+  const bool all_finished = finish_interrupted_runs(console);
+  const std::string folder = default_log_folder();
+  const std::vector<LogRecord> logs = loadUserLogFiles(folder);
+  if (line.options.json) {
+    print_json(logs, folder, console);
+  } else {
+    print_table(logs, folder, console);
+  }
+  return all_finished ? ExitCode::done : ExitCode::incomplete;
+}
+
+ExitCode run_recover(const CommandLine&, Console& console) {
+  return finish_interrupted_runs(console) ? ExitCode::done : ExitCode::incomplete;
+}
+
+}  // namespace brindle

@@ -1,0 +1,194 @@
+#include <fmt/format.h>
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "app/string_table.h"
+#include "cli/cancellation.h"
+#include "cli/commands.h"
+#include "cli/json_report.h"
+#include "cli/listing.h"
+#include "cli/log_folder.h"
+#include "cli/rename_batch.h"
+#include "cli/summary.h"
+#include "pipeline/apply.h"
+#include "pipeline/file_order.h"
+
+namespace brindle {
+namespace {
+
+/// The full paths of a list's rows at one moment, packed.
+class PathRecord {
+ public:
+  explicit PathRecord(const FileList& files) {
+    ends_.reserve(files.size());
+    for (std::size_t row = 0; row < files.size(); ++row) {
+      paths_ += files.path(row);
+      ends_.push_back(paths_.size());
+    }
+  }
+  std::string_view operator[](std::size_t row) const {
+    const std::size_t start = row == 0 ? 0 : ends_[row - 1];
+    return std::string_view(paths_).substr(start, ends_[row] - start);
+  }
+
+ private:
+  std::string paths_;
+  std::vector<std::size_t> ends_;
+};
+
+class RenameCommand {
+ public:
+  RenameCommand(const CommandLine& line, Console& console) : line_(line), options_(line.options), console_(console) {}
+
+  ExitCode run();
+
+ private:
+  void show_preview();
+  bool is_wanted();
+  bool goes_on_without_log(const std::string& error);
+  ApplyResult apply();
+  void print_json(const PathRecord& old_paths, const ApplyResult& result);
+  void print_for_people(const ApplyResult& result, const std::vector<bool>& known_problems);
+  ExitCode answer(const ApplyResult& result) const;
+  std::vector<bool> problems_shown() const;
+  ExitCode give_up(ExitCode code);
+
+  const CommandLine& line_;
+  const Options& options_;
+  Console& console_;
+  Stopwatch watch_;
+  RenameBatch batch_;
+  Tally before_;
+  Tally after_;
+};
+
+ExitCode RenameCommand::run() {
+  if (!options_.yes && !console_.in_is_terminal()) {
+    throw UsageError("rename asks before it renames, and standard input is no terminal; --yes renames without asking");
+  }
+  finish_interrupted_runs(console_);
+  if (const auto answer = prepare_batch(line_, console_, batch_)) return *answer;
+  before_ = count_rows(batch_.files);
+  show_preview();
+  if (before_.proposed == 0) return give_up(ExitCode::done);
+  if (!is_wanted()) return give_up(is_cancelled() ? ExitCode::cancelled : ExitCode::done);
+  // Apply puts folders into this order itself; done before, the rows keep their places.
+  if (batch_.is_folders() && batch_.request.settings.isIncludeSubFolders) sort_by_location(batch_.files);
+  const std::vector<bool> known_problems = problems_shown();
+  std::optional<PathRecord> old_paths;
+  if (options_.json) old_paths.emplace(batch_.files);
+  const ApplyResult result = apply();
+  after_ = count_rows(batch_.files);
+  if (old_paths) {
+    print_json(*old_paths, result);
+  } else {
+    print_for_people(result, known_problems);
+  }
+  return answer(result);
+}
+
+void RenameCommand::show_preview() {
+  if (options_.json || console_.quiet()) return;
+  print_listing(batch_.files, batch_.folder, options_.all, console_);
+  console_.out() << preview_sentence(batch_, before_) << ".\n";
+  console_.out().flush();
+  warn_of_surprises(line_, batch_, console_);
+}
+
+bool RenameCommand::is_wanted() {
+  if (options_.yes) return !is_cancelled();
+  const std::string text = localized(batch_.is_folders() ? "ITEMRENAMINGMESSAGEFOLDERS" : "ITEMRENAMINGMESSAGEFILES");
+  return console_.ask(fmt::format("{} ({}) [y/N]", text, before_.proposed));
+}
+
+// The end of a run that renamed nothing.
+ExitCode RenameCommand::give_up(ExitCode code) {
+  if (options_.json) {
+    ItemPrinter printer(batch_.files, console_.out().buffer());
+    for (std::size_t row = 0; row < batch_.files.size(); ++row) printer.print(row, batch_.files.path(row));
+    print_summary(console_.out().buffer(), {"rename", {before_.items, before_.proposed, 0}, {}, watch_.seconds()});
+  } else if (console_.quiet()) {
+    report_problems(batch_, {}, console_);
+  }
+  if (before_.proposed > 0) console_.note("Nothing was renamed.");
+  const bool incomplete = before_.problems() + batch_.left_out > 0;
+  return code == ExitCode::done && incomplete ? ExitCode::incomplete : code;
+}
+
+bool RenameCommand::goes_on_without_log(const std::string& error) {
+  if (options_.yes || !console_.in_is_terminal()) {
+    console_.error(fmt::format("{}; nothing was renamed, since it could not be undone", error));
+    return false;
+  }
+  console_.error(error);
+  const std::string question =
+      fmt::format("{} {} / {} [c/A]", localized("LOGCREATEFAILED"), localized("CONTINUE"), localized("ABORT"));
+  return console_.ask(question, "cC");
+}
+
+ApplyResult RenameCommand::apply() {
+  const RenameSettings& settings = batch_.request.settings;
+  ApplyOptions options;
+  options.isFolders = settings.isFolders;
+  options.isIncludeSubFolders = settings.isIncludeSubFolders;
+  options.selectedTab = settings.selectedTab;
+  options.generalOptionIndex = settings.generalOptionIndex;
+  options.is_chain = batch_.request.is_chain();
+  ApplyResult result;
+  result.error = make_log_folder(options.log_folder);
+  result.log_failed = !result.error.empty();
+  const auto attempt = [&] {
+    ProgressLine progress(console_, "Renaming");
+    return applyRenames(batch_.files, options, {&cancel_flag(), &progress});
+  };
+  if (!result.log_failed) result = attempt();
+  if (!result.log_failed || !goes_on_without_log(result.error)) return result;
+  options.without_log = true;
+  return attempt();
+}
+
+std::vector<bool> RenameCommand::problems_shown() const {
+  if (console_.quiet()) return {};
+  std::vector<bool> problems(batch_.files.size());
+  for (std::size_t row = 0; row < problems.size(); ++row) problems[row] = is_problem(batch_.files[row]);
+  return problems;
+}
+
+void RenameCommand::print_json(const PathRecord& old_paths, const ApplyResult& result) {
+  ItemPrinter printer(batch_.files, console_.out().buffer());
+  for (std::size_t row = 0; row < batch_.files.size() && !console_.out().closed(); ++row) {
+    printer.print(row, old_paths[row]);
+    console_.out().flush_if_full();
+  }
+  print_summary(console_.out().buffer(),
+                {"rename", {after_.items, before_.proposed, after_.renamed}, result.log_path, watch_.seconds()});
+  if (!result.error.empty() && !result.log_failed) console_.error(result.error);
+}
+
+void RenameCommand::print_for_people(const ApplyResult& result, const std::vector<bool>& known_problems) {
+  report_problems(batch_, known_problems, console_);
+  if (!result.error.empty() && !result.log_failed) console_.error(result.error);
+  if (console_.quiet()) return;
+  console_.out() << (result.cancelled ? "Cancelled: " : "") << rename_sentence(batch_, after_) << ".\n";
+  if (!result.log_path.empty()) {
+    console_.out() << "Log: " << console_.shown(result.log_path) << "\n";
+    if (after_.renamed > 0) console_.out() << "brindle undo takes it back.\n";
+  }
+}
+
+ExitCode RenameCommand::answer(const ApplyResult& result) const {
+  if (result.cancelled) return ExitCode::cancelled;
+  const bool complete = after_.problems() + after_.proposed + batch_.left_out == 0 && result.error.empty();
+  return complete ? ExitCode::done : ExitCode::incomplete;
+}
+
+}  // namespace
+
+ExitCode run_rename(const CommandLine& line, Console& console) {
+  return RenameCommand(line, console).run();
+}
+
+}  // namespace brindle

@@ -1,0 +1,129 @@
+#include <fmt/format.h>
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "app/string_table.h"
+#include "cli/cancellation.h"
+#include "cli/commands.h"
+#include "cli/json_lines.h"
+#include "cli/log_folder.h"
+#include "cli/rename_batch.h"
+#include "log/rename_log.h"
+#include "log/undo.h"
+#include "pipeline/item_status.h"
+#include "platform/file_name.h"
+
+namespace brindle {
+namespace {
+
+std::string path_of(std::string_view folder, std::string_view name) {
+  std::string path(folder);
+  if (path.empty() || path.back() != '/') path += '/';
+  return path.append(name);
+}
+
+/// Prints what became of each entry, or keeps what went wrong for the end.
+class UndoReporter {
+ public:
+  UndoReporter(bool json, Console& console) : json_(json), console_(console) {}
+
+  void operator()(const LogEntry& entry, std::string_view reason) {
+    if (json_) {
+      print(entry, reason);
+    } else if (!reason.empty()) {
+      const bool usable = entry.fault.empty();
+      left_alone_[std::string(reason)].push_back(usable ? path_of(entry.target_folder, entry.target_name)
+                                                        : "(an unusable entry)");
+    }
+  }
+
+  void report_left_alone() {
+    for (const auto& [reason, paths] : left_alone_) {
+      console_.error(fmt::format("{} left alone, {}",
+                                 paths.size() == 1 ? "1 item" : fmt::format("{} items", paths.size()), reason));
+      for (const std::string& path : paths) console_.append_error_line("  ", path);
+    }
+  }
+
+ private:
+  void print(const LogEntry& entry, std::string_view reason) {
+    const bool restored = reason.empty();
+    const std::string source = path_of(entry.source_folder, entry.source_name);
+    const std::string target = path_of(entry.target_folder, entry.target_name);
+    JsonLine line(console_.out().buffer(), "item");
+    if (entry.fault.empty()) line.bytes("path", restored ? source : target).bytes("oldPath", target);
+    line.text("newFilename", to_utf8(status_text(restored ? ItemStatus::renaming_ok : ItemStatus::no_changes)));
+    line.flag("renamed", restored);
+    if (!restored) line.text("reason", reason);
+    console_.out().flush_if_full();
+  }
+
+  bool json_;
+  Console& console_;
+  std::map<std::string, std::vector<std::string>> left_alone_;
+};
+
+void print_json_summary(const UndoResult& result, const std::string& log, double seconds, Console& console) {
+  JsonLine(console.out().buffer(), "summary")
+      .text("command", "undo")
+      .number("items", result.entries)
+      .number("entries", result.entries)
+      .number("restored", result.restored)
+      .bytes("log", log)
+      .seconds("seconds", seconds);
+}
+
+void print_summary_for_people(const UndoResult& result, Console& console) {
+  if (console.quiet()) return;
+  if (result.cancelled) console.out() << "Cancelled: the log is kept; undoing it again goes on from here.\n";
+  console.out() << localized_format("UNDOTOTALNOSITEMSFOUND", result.entries)
+                << localized_format("UNDOTOTALNOSITEMSRENAMED", result.restored)
+                << localized_format("UNDOTOTALNOSITEMDOESNOTEXISTS", result.entries - result.restored) << "\n";
+}
+
+bool is_wanted(const std::string& log, std::size_t entries, const Options& options, Console& console) {
+  if (options.yes) return !is_cancelled();
+  console.note(fmt::format("{}: {}", localized("UNDOFILESFOLDERSTITLE"), log));
+  return console.ask(fmt::format("Give {} {} back the old name? [y/N]", entries, entries == 1 ? "item" : "items"));
+}
+
+}  // namespace
+
+ExitCode run_undo(const CommandLine& line, Console& console) {
+  const Stopwatch watch;
+  if (!line.options.yes && !console.in_is_terminal()) {
+    throw UsageError("undo asks before it renames, and standard input is no terminal; --yes undoes without asking");
+  }
+  finish_interrupted_runs(console);
+  const std::string log = find_log(line.operands.empty() ? "" : line.operands.front());
+  std::size_t entries = 0;
+  {
+    const LogFile file = readLogFile(log);
+    if (!file.error.empty()) throw UsageError(file.error);
+    entries = file.entries.size();
+  }
+  if (!is_wanted(log, entries, line.options, console)) {
+    console.note("Nothing was undone.");
+    return is_cancelled() ? ExitCode::cancelled : ExitCode::done;
+  }
+  UndoReporter reporter(line.options.json, console);
+  UndoResult result;
+  {
+    ProgressLine progress(console, "Restoring");
+    result = undoRenaming(log, {&cancel_flag(), &progress},
+                          [&](const LogEntry& entry, std::string_view reason) { reporter(entry, reason); });
+  }
+  reporter.report_left_alone();
+  if (!result.error.empty()) console.error(result.error);
+  if (line.options.json) {
+    print_json_summary(result, log, watch.seconds(), console);
+  } else {
+    print_summary_for_people(result, console);
+  }
+  if (result.cancelled) return ExitCode::cancelled;
+  return result.restored == result.entries && result.error.empty() ? ExitCode::done : ExitCode::incomplete;
+}
+
+}  // namespace brindle

@@ -1,0 +1,191 @@
+#include "cli/help.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <vector>
+
+#include "cli/display_width.h"
+
+namespace brindle {
+namespace {
+
+/// Two columns, the left one as wide as it must be and no wider than makes sense.
+struct Row {
+  std::string left;
+  std::string right;
+};
+
+class HelpWriter {
+ public:
+  HelpWriter(const Style& style, std::size_t width) : style_(style), width_(std::clamp<std::size_t>(width, 40, 100)) {}
+
+  void heading(std::string_view text) { text_ += fmt::format("\n{}{}{}\n", style_.heading, text, style_.plain); }
+  void line(std::string_view text) { text_ += fmt::format("  {}\n", text); }
+  void paragraphs(std::string_view text);
+  void rows(const std::vector<Row>& rows);
+  void plain(std::string_view text) { text_ += text; }
+  std::string text() && { return std::move(text_); }
+
+ private:
+  /// Fills lines from column `indent` on; the cursor stands at `indent` already.
+  void wrap(std::string_view text, std::size_t indent);
+
+  const Style& style_;
+  std::size_t width_;
+  std::string text_;
+};
+
+void HelpWriter::wrap(std::string_view text, std::size_t indent) {
+  std::size_t column = indent;
+  while (!text.empty()) {
+    const std::size_t end = std::min(text.find(' '), text.size());
+    const std::string_view word = text.substr(0, end);
+    text.remove_prefix(std::min(end + 1, text.size()));
+    const std::size_t size = display_width(word);
+    if (column > indent && column + 1 + size > width_) {
+      text_ += fmt::format("\n{:{}}", "", indent);
+      column = indent;
+    }
+    if (column > indent) {
+      text_ += ' ';
+      ++column;
+    }
+    text_ += word;
+    column += size;
+  }
+  text_ += '\n';
+}
+
+void HelpWriter::paragraphs(std::string_view text) {
+  while (!text.empty()) {
+    const std::size_t end = std::min(text.find("\n\n"), text.size());
+    text_ += '\n';
+    wrap(text.substr(0, end), 0);
+    text.remove_prefix(std::min(end + 2, text.size()));
+  }
+}
+
+void HelpWriter::rows(const std::vector<Row>& rows) {
+  std::size_t column = 0;
+  for (const Row& row : rows) column = std::max(column, display_width(row.left) + 4);
+  column = std::min(column, std::size_t{30});
+  for (const Row& row : rows) {
+    text_ += fmt::format("  {}", row.left);
+    const std::size_t at = display_width(row.left) + 2;
+    if (at + 2 > column) {
+      text_ += fmt::format("\n{:{}}", "", column);
+    } else {
+      text_ += fmt::format("{:{}}", "", column - at);
+    }
+    wrap(row.right, column);
+  }
+}
+
+std::string option_text(char letter, std::string_view name, std::string_view value) {
+  const std::string short_form = letter == 0 ? "" : fmt::format("-{}, ", letter);
+  return fmt::format("{}--{}{}{}", short_form, name, value.empty() ? "" : " ", value);
+}
+
+std::vector<Row> method_rows() {
+  std::vector<Row> rows;
+  for (const MethodRow& method : method_table())
+    rows.push_back({std::string(method.word), std::string(method.summary)});
+  return rows;
+}
+
+std::vector<Row> option_rows(const CommandRow& command) {
+  std::vector<Row> rows;
+  for (const OptionId id : command.options) {
+    const OptionRow& row = option_row(id);
+    rows.push_back({option_text(row.letter, row.name, row.value), std::string(row.help)});
+  }
+  return rows;
+}
+
+std::string method_usage(const MethodRow& method) {
+  std::string usage(method.word);
+  const bool replaced = std::ranges::any_of(method.options, &MethodOption::replaces_operands);
+  for (const MethodOperand& operand : method.operands) {
+    usage += replaced ? fmt::format(" [{}]", operand.name) : fmt::format(" {}", operand.name);
+  }
+  if (!method.options.empty()) usage += method.required_group != 0 ? " OPTION..." : " [OPTION]...";
+  return usage;
+}
+
+void examples(HelpWriter& writer, std::span<const Example> examples, std::string_view before_words) {
+  if (examples.empty()) return;
+  writer.heading("Examples");
+  std::vector<Row> rows;
+  for (const Example& example : examples) {
+    writer.line(fmt::format("{}{}", before_words, example.words));
+    if (!example.before.empty()) writer.line(fmt::format("    {} → {}", example.before, example.after));
+  }
+}
+
+constexpr std::string_view introduction =
+    "Renames files and folders in batches: shows the new names first, never replaces a file, and keeps a log of every "
+    "renaming from which it can be undone.";
+
+}  // namespace
+
+std::string program_help(const Style& style, std::size_t width) {
+  HelpWriter writer(style, width);
+  writer.plain("usage: brindle COMMAND [OPTION]... [PATH]... [METHOD [then METHOD]...]\n");
+  writer.paragraphs(introduction);
+  writer.heading("Commands");
+  std::vector<Row> commands;
+  for (const CommandRow& row : command_table()) commands.push_back({std::string(row.word), std::string(row.summary)});
+  writer.rows(commands);
+  writer.heading("Methods");
+  writer.rows(method_rows());
+  constexpr auto first_steps = std::to_array<Example>({
+      {"preview Photos insert 'Brest - '", "", ""},
+      {"rename Photos insert 'Brest - '", "", ""},
+      {"undo", "", ""},
+      {"preview --sort name . number --start 1 --mask 000 --prefix --separator ' '", "", ""},
+  });
+  examples(writer, first_steps, "brindle ");
+  writer.paragraphs(
+      "brindle help COMMAND and brindle help METHOD tell more, with examples. brindle --version shows the version.\n\n"
+      "Exit codes: 0 done, 1 some items could not be renamed or restored, 2 wrong words or unreadable input, 3 the "
+      "method "
+      "lacks a text, 130 cancelled with Ctrl-C.");
+  return std::move(writer).text();
+}
+
+std::string command_help(const CommandRow& command, const Style& style, std::size_t width) {
+  HelpWriter writer(style, width);
+  writer.plain(fmt::format("usage: brindle {} {}\n", command.word, command.synopsis));
+  writer.paragraphs(
+      fmt::format("{}{}.", static_cast<char>(command.summary.front() - 'a' + 'A'), command.summary.substr(1)));
+  writer.heading("Options");
+  writer.rows(option_rows(command));
+  if (command.operands == Operands::paths_and_methods) {
+    writer.heading("Methods (brindle help METHOD tells more)");
+    writer.rows(method_rows());
+  }
+  examples(writer, command.examples, "brindle ");
+  writer.paragraphs(command.about);
+  return std::move(writer).text();
+}
+
+std::string method_help(const MethodRow& method, const Style& style, std::size_t width) {
+  HelpWriter writer(style, width);
+  writer.plain(fmt::format("usage: brindle preview PATH... {}\n", method_usage(method)));
+  writer.paragraphs(
+      fmt::format("{}{}.", static_cast<char>(method.summary.front() - 'a' + 'A'), method.summary.substr(1)));
+  std::vector<Row> rows;
+  for (const MethodOperand& operand : method.operands)
+    rows.push_back({std::string(operand.name), std::string(operand.help)});
+  for (const MethodOption& option : method.options) {
+    rows.push_back({option_text(0, option.name, option.value), std::string(option.help)});
+  }
+  if (!rows.empty()) writer.plain("\n");
+  writer.rows(rows);
+  examples(writer, method.examples, "brindle preview PATH... ");
+  writer.paragraphs(method.about);
+  return std::move(writer).text();
+}
+
+}  // namespace brindle

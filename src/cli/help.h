@@ -1,0 +1,19 @@
+#pragma once
+
+// Help texts, made from the tables.
+
+#include <cstddef>
+#include <string>
+
+#include "cli/command_table.h"
+#include "cli/console.h"
+#include "cli/method_table.h"
+
+namespace brindle {
+
+/// What `brindle --help` prints, wrapped to `width` columns.
+std::string program_help(const Style& style, std::size_t width);
+std::string command_help(const CommandRow& command, const Style& style, std::size_t width);
+std::string method_help(const MethodRow& method, const Style& style, std::size_t width);
+
+}  // namespace brindle

@@ -1,0 +1,248 @@
+#include "cli/listing.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <vector>
+
+#include "cli/display_width.h"
+#include "cli/name_change.h"
+#include "cli/rename_batch.h"
+#include "platform/file_name.h"
+
+namespace brindle {
+namespace {
+
+constexpr std::size_t indent = 2;
+constexpr std::string_view arrow = " → ";
+constexpr std::size_t arrow_width = 3;
+// Keeps an arrow between two names that are read from right to left in its place.
+constexpr std::string_view left_to_right_mark = "\u200E";
+
+bool is_shown(const ItemRecord& record, bool all) {
+  return all || record.status == ItemStatus::proposed || is_problem(record);
+}
+
+// Which name it is that exists already.
+void append_taken_name(const ItemRecord& record, const Console& console, std::string& text) {
+  const bool taken =
+      record.status == ItemStatus::file_already_exists || record.status == ItemStatus::folder_already_exists;
+  if (!taken || record.proposed_data == nullptr) return;
+  text += ": ";
+  console.append_shown(record.proposed(), text);
+}
+
+/// Rows put together by folder, folders in the order in which they turn up and the rows of each in theirs.
+std::vector<std::uint32_t> rows_by_folder(const FileList& files, bool all) {
+  std::vector<std::uint32_t> places(files.folders().size());  // first how many, then where the next one goes
+  std::vector<FolderId> folders;
+  for (const ItemRecord& record : files.items()) {
+    if (is_shown(record, all) && places[record.folder]++ == 0) folders.push_back(record.folder);
+  }
+  std::uint32_t place = 0;
+  for (const FolderId folder : folders) place += std::exchange(places[folder], place);
+  std::vector<std::uint32_t> rows(place);
+  for (std::uint32_t row = 0; row < files.size(); ++row) {
+    if (is_shown(files[row], all)) rows[places[files[row].folder]++] = row;
+  }
+  return rows;
+}
+
+/// The terminal's form.
+class GroupedListing {
+ public:
+  GroupedListing(const FileList& files, std::string_view folder, Console& console)
+      : files_(files), folder_(folder), console_(console), style_(console.style()), text_(console.out().buffer()) {}
+
+  void print(const std::vector<std::uint32_t>& rows);
+
+ private:
+  void print_heading(FolderId folder);
+  void print_group(const std::uint32_t* first, const std::uint32_t* last);
+  void print_row(std::size_t row, std::size_t column);
+  void print_change(const ItemRecord& record, std::size_t column);
+  void print_status(std::size_t row, std::size_t column);
+  void append_marked(std::string_view name, const std::vector<NameRange>& ranges, std::string_view style);
+  void append_old_name(std::size_t column, std::size_t right_width);
+
+  const FileList& files_;
+  std::string_view folder_;
+  Console& console_;
+  const Style& style_;
+  std::string& text_;
+  std::string old_name_;
+  std::string new_name_;
+  NameComparison comparison_;  // finds nothing where nothing is coloured
+};
+
+void GroupedListing::print(const std::vector<std::uint32_t>& rows) {
+  const std::uint32_t* const end = rows.data() + rows.size();
+  for (const std::uint32_t* first = rows.data(); first != end && !console_.out().closed();) {
+    const FolderId folder = files_[*first].folder;
+    const std::uint32_t* last =
+        std::find_if(first, end, [&](std::uint32_t row) { return files_[row].folder != folder; });
+    print_heading(folder);
+    print_group(first, last);
+    first = last;
+  }
+}
+
+void GroupedListing::print_heading(FolderId folder) {
+  const std::string path = files_.folders().path(folder);
+  text_ += style_.heading;
+  console_.append_shown(relative_path(path, folder_), text_);
+  text_ += style_.plain;
+  text_ += '\n';
+}
+
+void GroupedListing::print_group(const std::uint32_t* first, const std::uint32_t* last) {
+  const std::size_t widest = std::max<std::size_t>(console_.width() / 2, 20) - indent;
+  std::size_t column = 0;
+  for (const std::uint32_t* row = first; row != last; ++row) {
+    old_name_.clear();
+    console_.append_shown(files_[*row].name(), old_name_);
+    const std::size_t width = display_width(old_name_);
+    if (width <= widest) column = std::max(column, width);
+  }
+  for (const std::uint32_t* row = first; row != last && !console_.out().closed(); ++row) {
+    print_row(*row, column);
+    console_.out().flush_if_full();
+  }
+}
+
+void GroupedListing::print_row(std::size_t row, std::size_t column) {
+  const ItemRecord& record = files_[row];
+  old_name_.clear();
+  console_.append_shown(record.name(), old_name_);
+  if (record.status == ItemStatus::proposed) {
+    print_change(record, column);
+  } else {
+    print_status(row, column);
+  }
+  text_ += '\n';
+}
+
+// Blanks have no colour of their own: what holds one is shown reversed.
+void GroupedListing::append_marked(std::string_view name, const std::vector<NameRange>& ranges,
+                                   std::string_view style) {
+  std::size_t at = 0;
+  for (const NameRange range : ranges) {
+    const std::string_view part = name.substr(range.start, range.end - range.start);
+    text_ += name.substr(at, range.start - at);
+    text_ += style;
+    if (part.find(' ') != std::string_view::npos) text_ += style_.reversed;
+    text_ += part;
+    text_ += style_.plain;
+    at = range.end;
+  }
+  text_ += name.substr(at);
+}
+
+// Room up to the arrow, or a new line when what follows would not fit behind it.
+void GroupedListing::append_old_name(std::size_t column, std::size_t right_width) {
+  const std::size_t width = display_width(old_name_);
+  const std::size_t at = std::max(width, column);
+  if (indent + at + arrow_width + right_width <= console_.width()) {
+    text_.append(at - width, ' ');
+  } else {
+    text_ += "\n   ";
+  }
+}
+
+void GroupedListing::print_change(const ItemRecord& record, std::size_t column) {
+  new_name_.clear();
+  console_.append_shown(record.proposed(), new_name_);
+  if (!style_.plain.empty()) comparison_.compare(old_name_, new_name_);
+  const bool marks = has_right_to_left(old_name_) || has_right_to_left(new_name_);
+  text_.append(indent, ' ');
+  append_marked(old_name_, comparison_.removed(), style_.removed);
+  if (marks) text_ += left_to_right_mark;
+  append_old_name(column, display_width(new_name_));
+  text_ += arrow;
+  append_marked(new_name_, comparison_.added(), style_.added);
+  if (marks) text_ += left_to_right_mark;
+}
+
+void GroupedListing::print_status(std::size_t row, std::size_t column) {
+  const bool problem = is_problem(files_[row]);
+  new_name_ = status_and_reason(files_, row);
+  append_taken_name(files_[row], console_, new_name_);
+  text_.append(indent, ' ');
+  text_ += problem ? std::string_view() : style_.faint;
+  text_ += old_name_;
+  append_old_name(column, display_width(new_name_));
+  text_ += problem ? " ✗ " : "   ";
+  text_ += problem ? style_.problem : std::string_view();
+  text_ += new_name_;
+  text_ += style_.plain;
+}
+
+/// The pipe's form, in the order of the list.
+class PlainListing {
+ public:
+  PlainListing(const FileList& files, std::string_view folder, Console& console)
+      : files_(files), folder_(folder), console_(console), text_(console.out().buffer()) {}
+
+  void print(std::size_t row) {
+    const ItemRecord& record = files_[row];
+    enter(record.folder);
+    text_ += prefix_;
+    console_.append_shown(record.name(), text_);
+    if (record.status == ItemStatus::proposed) {
+      text_ += " -> ";
+      console_.append_shown(record.proposed(), text_);
+    } else {
+      text_ += ": ";
+      text_ += status_and_reason(files_, row);
+      append_taken_name(record, console_, text_);
+    }
+    text_ += '\n';
+    console_.out().flush_if_full();
+  }
+
+ private:
+  void enter(FolderId folder) {
+    if (folder == current_) return;
+    current_ = folder;
+    const std::string path = files_.folders().path(folder);
+    const std::string_view shown = relative_path(path, folder_);
+    prefix_.clear();
+    if (shown != ".") console_.append_shown(shown, prefix_);
+    if (shown != "." && shown != "/") prefix_ += '/';
+  }
+
+  const FileList& files_;
+  std::string_view folder_;
+  Console& console_;
+  std::string& text_;
+  FolderId current_ = FolderTable::none;
+  std::string prefix_;
+};
+
+}  // namespace
+
+std::string_view relative_path(std::string_view path, std::string_view folder) {
+  if (path == folder) return ".";
+  const std::size_t size = folder == "/" ? 0 : folder.size();
+  const bool below = path.size() > size + 1 && path.starts_with(folder) && path[size] == '/';
+  return below ? path.substr(size + 1) : path;
+}
+
+std::string status_and_reason(const FileList& files, std::size_t row) {
+  std::string text = to_utf8(status_text(files[row].status));
+  const std::string_view reason = files.reason(row);
+  if (!reason.empty()) text.append(": ").append(reason);
+  return text;
+}
+
+void print_listing(const FileList& files, std::string_view folder, bool all, Console& console) {
+  if (console.out_is_terminal()) {
+    GroupedListing(files, folder, console).print(rows_by_folder(files, all));
+    return;
+  }
+  PlainListing listing(files, folder, console);
+  for (std::size_t row = 0; row < files.size() && !console.out().closed(); ++row) {
+    if (is_shown(files[row], all)) listing.print(row);
+  }
+}
+
+}  // namespace brindle

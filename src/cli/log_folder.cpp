@@ -1,0 +1,59 @@
+#include "cli/log_folder.h"
+
+#include <fmt/format.h>
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <cstring>
+#include <vector>
+
+#include "cli/arguments.h"
+#include "cli/path_arguments.h"
+#include "log/recovery.h"
+#include "log/rename_log.h"
+#include "platform/data_folders.h"
+
+namespace brindle {
+namespace {
+
+bool exists(const std::string& path) {
+  struct stat facts {};
+  return ::stat(path.c_str(), &facts) == 0;
+}
+
+}  // namespace
+
+std::string make_log_folder(std::string& folder) {
+  folder = default_log_folder();
+  if (folder.empty()) return "there is no folder for logs: neither HOME nor XDG_DATA_HOME names one";
+  std::string error;
+  if (folder == getAppPath() + "/Logs") return createApplicationUsersFolder("Logs", error) ? "" : error;
+  return exists(folder) ? "" : fmt::format("the folder for logs cannot be used: {}: {}", folder, std::strerror(errno));
+}
+
+bool finish_interrupted_runs(Console& console) {
+  const std::string folder = default_log_folder();
+  if (folder.empty()) return true;
+  const RecoveryResult result = recover(folder);
+  for (const RecoveredRun& run : result.runs) {
+    if (run.log_path.empty()) continue;
+    console.note(fmt::format("The log of an interrupted run was finished: {} ({} renamed)", run.log_path, run.renamed));
+  }
+  for (const std::string& problem : result.problems) console.error(problem);
+  return result.problems.empty();
+}
+
+std::string find_log(const std::string& given) {
+  const std::string folder = default_log_folder();
+  if (given.empty()) {
+    const std::vector<LogRecord> logs = loadUserLogFiles(folder);
+    if (logs.empty()) throw UsageError(fmt::format("there is nothing to undo: no logs in {}", folder));
+    return folder + "/" + logs.front().logFileName;
+  }
+  const std::string beside_the_others = folder + "/" + given;
+  if (given.find('/') == std::string::npos && exists(beside_the_others)) return beside_the_others;
+  if (exists(given)) return absolute_path(given, current_folder());
+  throw UsageError(fmt::format("there is no log {} (brindle logs lists those in {})", given, folder));
+}
+
+}  // namespace brindle

@@ -1,0 +1,21 @@
+#pragma once
+
+// The folder of the logs, as the commands need it.
+
+#include <string>
+
+#include "cli/console.h"
+
+namespace brindle {
+
+/// The log folder, made when it is missing. Returns what is wrong, empty when all went well.
+std::string make_log_folder(std::string& folder);
+
+/// Finishes the logs of interrupted runs, and says so on standard error. False when one of them has to wait.
+bool finish_interrupted_runs(Console& console);
+
+/// The log a person means: a path, or a name in the log folder; the newest when `given` is empty. Throws UsageError
+/// when there is no such log.
+std::string find_log(const std::string& given);
+
+}  // namespace brindle

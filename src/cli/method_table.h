@@ -1,0 +1,78 @@
+#pragma once
+
+// The rename methods as words: each with its operands and options, and what they mean to the settings record.
+// Constant data; any thread.
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "cli/option.h"
+#include "settings/rename_settings.h"
+#include "settings/settings_table.h"
+
+namespace brindle {
+
+/// What a value has to look like.
+enum class ValueKind : std::uint8_t {
+  none,             ///< the option takes no value
+  text,             ///< any text
+  number,           ///< a whole number of 32 bits
+  choice,           ///< one of the words of the option's value, "a|b|c"
+  moment,           ///< a date in ISO 8601
+  pattern,          ///< up to three parts of a date or time with separators between them
+  pattern_or_none,  ///< the same, or "none"
+};
+
+/// A value that was read.
+struct OptionValue {
+  std::u16string text;      ///< as typed
+  std::int32_t number = 0;  ///< of a number; of a choice, the place of the word from 0
+  Date date{};
+  /// Of a pattern: part, separator, part, separator, part; absent parts are "None". All empty for "none".
+  std::array<std::u16string, 5> pieces;
+};
+
+using FillSettings = void (*)(RenameSettings& settings, const OptionValue& value);
+
+struct MethodOption {
+  std::string_view name;   ///< without the dashes
+  std::string_view value;  ///< how help calls its value
+  ValueKind kind = ValueKind::none;
+  std::string_view help;
+  FillSettings fill = nullptr;
+  std::string_view groups = {};                       ///< options that share a letter exclude each other
+  std::string_view needs = {};                        ///< it says nothing without one of these, "before|after"
+  bool replaces_operands = false;                     ///< stands for the operands, which must then not be there
+  std::optional<RuleVariant> variant = std::nullopt;  ///< the method's variant, when this option changes it
+};
+
+struct MethodOperand {
+  std::string_view name;  ///< as help shows it: "TEXT"
+  ValueKind kind = ValueKind::text;
+  std::string_view help;
+  FillSettings fill = nullptr;
+};
+
+struct MethodRow {
+  std::string_view word;
+  std::string_view summary;                 ///< half a line
+  std::string_view about;                   ///< what else a person should know; may be empty
+  RuleVariant variant;                      ///< also names the tab
+  std::span<const MethodOperand> operands;  ///< all of them are required
+  std::span<const MethodOption> options;
+  char required_group = 0;      ///< one of the options of this group must be there
+  FillSettings fill = nullptr;  ///< what the word alone means, before its operands and options; may be null
+  std::span<const Example> examples;
+};
+
+std::span<const MethodRow> method_table();
+
+/// The row of a method's word, or null.
+const MethodRow* find_method(std::string_view word);
+const MethodOption* find_option(const MethodRow& method, std::string_view name);
+
+}  // namespace brindle

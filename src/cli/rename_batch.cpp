@@ -1,0 +1,160 @@
+#include "cli/rename_batch.h"
+
+#include <fmt/format.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <utility>
+#include <vector>
+
+#include "cli/cancellation.h"
+#include "cli/json_report.h"
+#include "cli/path_arguments.h"
+#include "files/gather.h"
+#include "pipeline/file_order.h"
+#include "pipeline/preview.h"
+
+namespace brindle {
+namespace {
+
+Date now() {
+  return std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now());
+}
+
+std::string_view name_of(std::string_view path) {
+  return path.substr(path.rfind('/') + 1);
+}
+
+bool is_hidden(std::string_view path) {
+  return name_of(path).starts_with('.');
+}
+
+// Says why PATHs are not in the list: those that begin with ".", and in folders mode those that do not exist.
+std::size_t explain_left_out(const std::vector<std::string>& paths, const CommandLine& line, const RenameBatch& batch,
+                             std::size_t hidden_paths, Console& console) {
+  std::size_t left_out = 0;
+  for (const std::string& path : paths) {
+    const bool hidden = hidden_paths > 0 && !line.options.hidden && is_hidden(path);
+    struct stat facts {};
+    const bool missing = !hidden && batch.is_folders() && ::lstat(path.c_str(), &facts) != 0;
+    if (!hidden && !missing) continue;
+    ++left_out;
+    console.error(hidden ? fmt::format("{} is hidden and left out; --hidden takes it in", path)
+                         : fmt::format("{}: {}", path, std::strerror(errno)));
+  }
+  return left_out;
+}
+
+void gather(const CommandLine& line, Console& console, RenameBatch& batch) {
+  const std::vector<std::string> paths = read_paths(line, batch.folder);
+  const RenameSettings& settings = batch.request.settings;
+  const GatherOptions options{settings.isFolders, settings.isIncludeSubFolders, line.options.hidden, false};
+  ProgressLine progress(console, "Found");
+  const GatherResult result = addFiles(batch.files, paths, options, &batch.disk_names, {&cancel_flag(), &progress});
+  if (result.hidden_paths > 0 || batch.is_folders()) {
+    batch.left_out = explain_left_out(paths, line, batch, result.hidden_paths, console);
+  }
+}
+
+void sort_list(FileList& files, ListOrder order) {
+  if (order == ListOrder::name) sort_by_name(files);
+  if (order == ListOrder::folder) sort_by_location(files);
+}
+
+std::string_view why_empty(const RenameSettings& settings) {
+  if (settings.isFolders && settings.isIncludeSubFolders) {
+    return "no folders below the PATHs (--no-subfolders renames the PATHs themselves)";
+  }
+  if (settings.isFolders) return "none of the PATHs is a folder";
+  if (!settings.isIncludeSubFolders)
+    return "no files among the PATHs (folders are not looked into; --folders renames them)";
+  return "no files in the PATHs (--folders renames folders, --hidden takes hidden names)";
+}
+
+ExitCode report_empty(const CommandLine& line, Console& console, const RenameBatch& batch, double seconds) {
+  if (line.options.json) print_summary(console.out().buffer(), {line.command->word, {}, {}, seconds});
+  console.note(fmt::format("Nothing to rename: {}", why_empty(batch.request.settings)));
+  return batch.left_out > 0 ? ExitCode::incomplete : ExitCode::done;
+}
+
+ExitCode report_refusal(const CommandLine& line, Console& console, const Refusal& refusal, double seconds) {
+  const std::string text = describe(refusal);
+  if (line.options.json) {
+    print_refusal(console.out().buffer(), refusal, text);
+    print_summary(console.out().buffer(), {line.command->word, {}, {}, seconds});
+  }
+  console.error(text);
+  return ExitCode::refused;
+}
+
+}  // namespace
+
+bool is_problem(const ItemRecord& record) {
+  switch (record.status) {
+    case ItemStatus::file_already_exists:
+    case ItemStatus::folder_already_exists:
+    case ItemStatus::file_not_found:
+    case ItemStatus::folder_not_found:
+      return true;
+    case ItemStatus::no_changes:
+      return record.reason != 0;
+    default:
+      return false;
+  }
+}
+
+Tally count_rows(const FileList& files) {
+  Tally tally;
+  tally.items = files.size();
+  for (const ItemRecord& record : files.items()) {
+    switch (record.status) {
+      case ItemStatus::proposed:
+        ++tally.proposed;
+        break;
+      case ItemStatus::renaming_ok:
+        ++tally.renamed;
+        break;
+      case ItemStatus::file_already_exists:
+      case ItemStatus::folder_already_exists:
+        ++tally.taken;
+        break;
+      case ItemStatus::file_not_found:
+      case ItemStatus::folder_not_found:
+        ++tally.missing;
+        break;
+      default:
+        ++(is_problem(record) ? tally.failed : tally.unchanged);
+        break;
+    }
+  }
+  return tally;
+}
+
+std::string_view RenameBatch::noun(std::size_t count) const {
+  if (is_folders()) return count == 1 ? "folder" : "folders";
+  return count == 1 ? "file" : "files";
+}
+
+std::optional<ExitCode> prepare_batch(const CommandLine& line, Console& console, RenameBatch& batch) {
+  const Stopwatch watch;
+  if (line.operands.empty() && line.options.from.empty()) {
+    throw UsageError(fmt::format("say which files: brindle {} {}", line.command->word, line.command->synopsis));
+  }
+  auto request = make_request(line, now());
+  if (const auto* refusal = std::get_if<Refusal>(&request)) {
+    return report_refusal(line, console, *refusal, watch.seconds());
+  }
+  batch.request = std::get<RenameRequest>(std::move(request));
+  batch.folder = current_folder();
+  gather(line, console, batch);
+  if (batch.files.empty() && !is_cancelled()) return report_empty(line, console, batch, watch.seconds());
+  sort_list(batch.files, line.options.sort);
+  RenamePlan plan = batch.request.plan();
+  ProgressLine progress(console, "Naming");
+  preview(batch.files, plan, batch.disk_names, {&cancel_flag(), &progress});
+  return is_cancelled() ? std::optional(ExitCode::cancelled) : std::nullopt;
+}
+
+}  // namespace brindle

@@ -1,0 +1,62 @@
+#pragma once
+
+// What preview and rename have in common: the PATHs become a list, the list gets new names.
+
+#include <chrono>
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "cli/console.h"
+#include "cli/exit_code.h"
+#include "cli/rename_request.h"
+#include "pipeline/disk_names.h"
+#include "pipeline/file_list.h"
+
+namespace brindle {
+
+/// How many rows stand how.
+struct Tally {
+  std::size_t items = 0;
+  std::size_t proposed = 0;
+  std::size_t renamed = 0;
+  std::size_t unchanged = 0;  ///< nothing to change, no reason to complain
+  std::size_t taken = 0;      ///< the new name exists
+  std::size_t missing = 0;    ///< the item itself does not exist
+  std::size_t failed = 0;     ///< has a reason of its own
+
+  std::size_t problems() const { return taken + missing + failed; }
+};
+
+/// Whether a row is one that could not be renamed, as opposed to one that need not be.
+bool is_problem(const ItemRecord& record);
+Tally count_rows(const FileList& files);
+
+/// One renaming under way.
+struct RenameBatch {
+  RenameRequest request;
+  FileList files;
+  DiskNames disk_names;
+  std::string folder;        ///< the current folder: names below it are shown relative to it
+  std::size_t left_out = 0;  ///< PATHs that are not in the list at all, each with a line on standard error
+
+  bool is_folders() const { return request.settings.isFolders; }
+  /// "file", "files", "folder" or "folders".
+  std::string_view noun(std::size_t count) const;
+};
+
+/// Reads the line, gathers the list, sorts it, and previews. When there is nothing to go on with (a refusal, an empty
+/// list, Ctrl-C) everything has been said, and the exit code is the answer. Throws UsageError.
+std::optional<ExitCode> prepare_batch(const CommandLine& line, Console& console, RenameBatch& batch);
+
+/// Seconds since the program began to work.
+class Stopwatch {
+ public:
+  double seconds() const { return std::chrono::duration<double>(std::chrono::steady_clock::now() - start_).count(); }
+
+ private:
+  std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
+};
+
+}  // namespace brindle

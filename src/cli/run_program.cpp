@@ -1,0 +1,77 @@
+#include <fmt/format.h>
+
+#include <cstring>
+#include <exception>
+#include <span>
+#include <string>
+
+#include "cli/cancellation.h"
+#include "cli/commands.h"
+#include "cli/help.h"
+#include "platform/app_info.h"
+
+namespace brindle {
+namespace {
+
+ExitCode show_help(const CommandLine& line, Console& console) {
+  const Style& style = console.style();
+  if (line.help_method != nullptr) {
+    console.out() << method_help(*line.help_method, style, console.width());
+  } else if (line.command != nullptr) {
+    console.out() << command_help(*line.command, style, console.width());
+  } else {
+    console.out() << program_help(style, console.width());
+  }
+  return ExitCode::done;
+}
+
+ExitCode run_line(const CommandLine& line, Console& console) {
+  if (line.options.version) {
+    console.out() << "brindle " << appVersion() << "\n";
+    return ExitCode::done;
+  }
+  console.set_color(line.options.color);
+  console.set_quiet(line.options.quiet);
+  if (line.options.help) return show_help(line, console);
+  return line.command->run(line, console);
+}
+
+// What could not be written is no success.
+ExitCode finish(ExitCode code, Console& console) {
+  console.out().flush();
+  if (console.out().error() == 0) return code;
+  console.error(fmt::format("cannot write the output: {}", std::strerror(console.out().error())));
+  return code == ExitCode::done ? ExitCode::incomplete : code;
+}
+
+}  // namespace
+
+ExitCode run_help(const CommandLine& line, Console& console) {
+  CommandLine topic;
+  if (!line.operands.empty()) {
+    const std::string& word = line.operands.front();
+    topic.command = find_command(word);
+    topic.help_method = topic.command == nullptr ? find_method(word) : nullptr;
+    if (topic.command == nullptr && topic.help_method == nullptr) {
+      throw UsageError(fmt::format("there is no command or method {} (brindle --help lists them)", word));
+    }
+  }
+  return show_help(topic, console);
+}
+
+ExitCode run_program(int count, const char* const* words) {
+  Console console;
+  try {
+    catch_signals();
+    const CommandLine line = parse_arguments(std::span(words, static_cast<std::size_t>(count)));
+    return finish(run_line(line, console), console);
+  } catch (const UsageError& error) {
+    console.error(error.what());
+    return ExitCode::usage;
+  } catch (const std::exception& error) {
+    console.error(fmt::format("this should not have happened: {}", error.what()));
+    return ExitCode::incomplete;
+  }
+}
+
+}  // namespace brindle

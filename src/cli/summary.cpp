@@ -1,0 +1,90 @@
+#include "cli/summary.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <map>
+
+#include "cli/listing.h"
+#include "platform/hash.h"
+
+namespace brindle {
+namespace {
+
+// "; 2 unchanged; 1 cannot be (new name taken)".
+std::string rest_of_sentence(const Tally& tally, std::string_view cannot) {
+  std::string text;
+  if (tally.unchanged > 0) text += fmt::format("; {} unchanged", tally.unchanged);
+  if (tally.problems() == 0) return text;
+  std::vector<std::string> causes;
+  const auto add_cause = [&](std::size_t count, std::string_view cause) {
+    if (count == 0) return;
+    causes.push_back(count == tally.problems() ? std::string(cause) : fmt::format("{} {}", count, cause));
+  };
+  add_cause(tally.taken, "new name taken");
+  add_cause(tally.missing, "not found");
+  add_cause(tally.failed, "for the reason given");
+  return text + fmt::format("; {} {} ({})", tally.problems(), cannot, fmt::join(causes, ", "));
+}
+
+// How many rows would get a name that an earlier row of the same folder gets.
+std::size_t count_given_twice(const FileList& files) {
+  std::vector<std::uint64_t> names;
+  for (const ItemRecord& record : files.items()) {
+    if (record.status == ItemStatus::proposed) names.push_back(hash_bytes(record.proposed(), record.folder));
+  }
+  std::ranges::sort(names);
+  return static_cast<std::size_t>(names.end() - std::unique(names.begin(), names.end()));
+}
+
+bool counts_items(const RenameSettings& settings) {
+  return settings.selectedTab == 0;
+}
+
+bool counts_items(const RenameRequest& request) {
+  if (!request.is_chain()) return counts_items(request.settings);
+  return std::ranges::any_of(request.rules, [](const Rule& rule) { return counts_items(rule.settings); });
+}
+
+}  // namespace
+
+std::string preview_sentence(const RenameBatch& batch, const Tally& tally) {
+  return fmt::format("{} of {} {} would be renamed{}", tally.proposed, tally.items, batch.noun(tally.items),
+                     rest_of_sentence(tally, "cannot be"));
+}
+
+std::string rename_sentence(const RenameBatch& batch, const Tally& tally) {
+  std::string text = fmt::format("{} of {} {} renamed{}", tally.renamed, tally.items, batch.noun(tally.items),
+                                 rest_of_sentence(tally, "could not be"));
+  if (tally.proposed > 0) text += fmt::format("; {} not reached", tally.proposed);
+  return text;
+}
+
+void warn_of_surprises(const CommandLine& line, const RenameBatch& batch, Console& console) {
+  if (const std::size_t twice = count_given_twice(batch.files); twice > 0) {
+    console.note(fmt::format("{} would get a name that another one gets too, and keep the old one.", twice));
+  }
+  const bool in_disk_order = line.options.sort == ListOrder::as_found && batch.files.size() > line.operands.size();
+  if (in_disk_order && counts_items(batch.request)) {
+    console.note("Counted in the order in which the disk lists them; --sort name or --sort folder counts by name.");
+  }
+}
+
+void report_problems(const RenameBatch& batch, const std::vector<bool>& known, Console& console) {
+  std::map<std::string, std::vector<std::size_t>> rows_by_reason;
+  for (std::size_t row = 0; row < batch.files.size(); ++row) {
+    const bool shown_before = !known.empty() && known[row];
+    if (is_problem(batch.files[row]) && !shown_before)
+      rows_by_reason[status_and_reason(batch.files, row)].push_back(row);
+  }
+  for (const auto& [reason, rows] : rows_by_reason) {
+    console.error(fmt::format("{} {} not renamed, {}", rows.size(), batch.noun(rows.size()), reason));
+    for (const std::size_t row : rows) {
+      const std::string path = batch.files.path(row);
+      console.append_error_line("  ", relative_path(path, batch.folder));
+    }
+  }
+}
+
+}  // namespace brindle
