@@ -62,7 +62,8 @@ void ReplaceRemoveParameters::append_worked(std::u16string_view part, std::u16st
 NameOutcome replace_remove(const ReplaceRemoveParameters& parameters, WorkingName& name) {
   std::u16string_view oriented = name.base;
   if (parameters.direction() != 0) {
-    name.scratch.assign(name.base.rbegin(), name.base.rend());
+    name.scratch.clear();
+    append_reversed(name.base, name.scratch);
     oriented = name.scratch;
   }
   const std::int32_t start = parameters.start();

@@ -48,8 +48,10 @@ std::u16string reverseString(std::u16string_view text) {
   return {text.rbegin(), text.rend()};
 }
 
+// Appending a pair of iterators would go through a temporary text.
 void append_reversed(std::u16string_view text, std::u16string& out) {
-  out.append(text.rbegin(), text.rend());
+  out.append(text);
+  std::reverse(out.end() - static_cast<std::ptrdiff_t>(text.size()), out.end());
 }
 
 void append_replaced(std::u16string_view text, const SearchText& find, std::u16string_view replace, std::int64_t start,
