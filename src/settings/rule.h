@@ -52,6 +52,10 @@ struct Rule {
 /// its variants (letters, deletion, removal, date). None for an unknown method.
 std::optional<RuleVariant> variant_of(const Rule& rule);
 
+/// Selects the tab of a variant and sets the choices that belong to it: which of the method's variants, and the flags
+/// of its option. The keys that the variant carries are expected to be in place.
+void select_variant(RenameSettings& settings, RuleVariant variant);
+
 /// A new rule; or why the options are refused; or neither, when the selected tab is of no kind to make a rule of.
 using NewRule = std::variant<std::monostate, Rule, Refusal>;
 

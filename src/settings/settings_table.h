@@ -101,6 +101,14 @@ void visit_member(const SettingRow& row, Settings& settings, Visitor&& visitor) 
       row.member);
 }
 
+/// Calls `visitor` with the row of each key that rules of the variant carry, in record order.
+template <class Visitor>
+void for_each_rule_setting(RuleVariant variant, Visitor&& visitor) {
+  for (const SettingRow& row : settings_table()) {
+    if ((row.rules & rule_bit(variant)) != 0) visitor(row);
+  }
+}
+
 /// Rows by their place in the table.
 using SettingSet = std::bitset<setting_count>;
 
