@@ -71,6 +71,7 @@ TEST(SettingText, BringsInLineWhatBelongsTogether) {
        "photoMetaDataList=<a>;<b>|isPhotoRenamingSeperator=1|photoRenamingSeperator=-|photoRenamingMask=<a>-<b>"},
       {{"id3RenamingMask=m", "id3RenamingTagsList=<Artist>"}, "id3RenamingMask=m|id3RenamingTagsList=<Artist>"},
       {{"id3RenamingMask=<Artist> x"}, "id3RenamingMask=<Artist> x"},
+      {{"photoRenamingMask=m", "photoMetaDataList=<a>"}, "photoRenamingMask=m|photoMetaDataList=<a>"},
       {{"id3RenamingTagsList=<Year>"}, "id3RenamingTagsList=<Year>|id3RenamingMask=<Year>"},
       {{"selectedTab=1", "selectedTab"}, "!\"selectedTab\" is not of the form KEY=VALUE"},
       {{"selectedTab=1", "=1"}, "!unknown setting \"\""},

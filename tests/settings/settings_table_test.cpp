@@ -85,8 +85,9 @@ TEST(RenameSettings, MakesMasksFromLists) {
   };
   for (const MaskCase& mask : cases) {
     const std::string tokens = mask.tokens;
-    RenameSettings settings = with({}, "photoRenamingSeperator=-|id3RenamingSeperator=-|photoMetaDataList=" + tokens +
-                                           "|id3RenamingTagsList=" + tokens);
+    std::string changes = "photoRenamingSeperator=-|id3RenamingSeperator=-|photoMetaDataList=";
+    changes.append(tokens).append("|id3RenamingTagsList=").append(tokens);
+    RenameSettings settings = with({}, changes);
     EXPECT_EQ(resetPhotoMask(settings), !tokens.empty());
     std::string joined = tokens;
     std::erase(joined, ';');
