@@ -59,11 +59,13 @@ class Restorer {
     return error == ENOENT ? target_gone : error == EEXIST ? source_taken : text(error);
   }
 
-  /// After a restore that came to nothing: whether the entry stands as a restore before would have left it.
-  bool is_back(const LogEntry& entry) {
-    const FolderHandle& target = targets_.at(entry.target_folder);
+  bool source_exists(const LogEntry& entry) {
     const FolderHandle& source = sources_.at(entry.source_folder);
-    return source && source.exists(entry.source_name.data()) && !(target && target.exists(entry.target_name.data()));
+    return source && source.exists(entry.source_name.data());
+  }
+  bool target_exists(const LogEntry& entry) {
+    const FolderHandle& target = targets_.at(entry.target_folder);
+    return target && target.exists(entry.target_name.data());
   }
 
  private:
@@ -103,10 +105,15 @@ class Undoing {
     if (before == UndoMark::restored && progress_.is_certain()) return {};
     progress_.set(index, UndoMark::begun);
     std::string_view reason = restorer_.restore(entry);
-    const bool tried_before = before == UndoMark::begun || before == UndoMark::restored;
-    if (!reason.empty() && tried_before && restorer_.is_back(entry)) reason = {};
+    if (!reason.empty() && was_restored(before, entry)) reason = {};
     progress_.set(index, reason.empty() ? UndoMark::restored : UndoMark::left);
     return reason;
+  }
+
+  // After a move that came to nothing: whether an undo before this one is the cause.
+  bool was_restored(UndoMark before, const LogEntry& entry) {
+    if (before == UndoMark::restored) return true;  // had the disk lost it, the move would have come to something
+    return before == UndoMark::begun && restorer_.source_exists(entry) && !restorer_.target_exists(entry);
   }
 
   const LogFile& log_;

@@ -1,0 +1,121 @@
+#include "log/journal.h"
+
+#include <gmock/gmock.h>
+
+#include <memory>
+
+#include "log/journal_format.h"
+#include "log_support.h"
+
+namespace brindle::test {
+namespace {
+
+using State = JournalReader::State;
+
+struct Made {
+  std::unique_ptr<JournalWriter> writer = std::make_unique<JournalWriter>();
+  std::string path;
+};
+
+Made make_journal(const TempTree& tree, std::size_t entries) {
+  Made made;
+  made.path = tree / "logs/Log 01-01-2026 00-00-00-#.journal";
+  EXPECT_EQ(made.writer->create(made.path, {true, true, "4.5.6"}), "");
+  for (std::size_t i = 0; i < entries; ++i) {
+    const auto folder = static_cast<std::uint32_t>(1000 - i / 3);
+    if (i % 3 == 0) made.writer->add_folder(folder, "/folder/" + std::string(i, 'f'));
+    made.writer->add(folder, "old" + std::to_string(i), std::string(i % 255 + 1, 'n'), i * 1'000'000'007);
+  }
+  return made;
+}
+
+TEST(Journal, comes_back_as_it_was_written) {
+  const LogTree tree;
+  constexpr std::size_t entries = 3000;
+  Made made = make_journal(tree, entries);
+  EXPECT_EQ(JournalReader().open(made.path), State::in_progress);
+  ASSERT_EQ(made.writer->seal(), "");
+  made.writer->mark(1, JournalMark::begun);
+  made.writer->mark(2, JournalMark::done);
+  made.writer->mark(entries - 1, JournalMark::failed);
+  EXPECT_EQ(JournalReader().open(made.path), State::in_progress);
+  made.writer.reset();
+  JournalReader reader;
+  ASSERT_EQ(reader.open(made.path), State::sealed);
+  EXPECT_EQ(JournalReader().open(made.path), State::in_progress) << "two recoveries at once";
+  EXPECT_TRUE(reader.info().isFolders && reader.info().paths_follow);
+  EXPECT_EQ(reader.info().appversion, "4.5.6");
+  EXPECT_TRUE(reader.same_boot());
+  ASSERT_EQ(reader.entries().size(), entries);
+  for (std::size_t i = 0; i < entries; ++i) {
+    const JournalEntry& entry = reader.entries()[i];
+    EXPECT_EQ(reader.folders()[entry.folder], "/folder/" + std::string(i / 3 * 3, 'f'));
+    EXPECT_EQ(entry.old_name, "old" + std::to_string(i));
+    EXPECT_EQ(entry.new_name, std::string(i % 255 + 1, 'n'));
+    EXPECT_EQ(entry.inode, i * 1'000'000'007);
+  }
+  EXPECT_EQ(reader.entries()[0].mark, JournalMark::none);
+  EXPECT_EQ(reader.entries()[1].mark, JournalMark::begun);
+  EXPECT_EQ(reader.entries()[2].mark, JournalMark::done);
+  EXPECT_EQ(reader.entries()[entries - 1].mark, JournalMark::failed);
+}
+
+// A journal cut short never reached its first rename; with a mark in it, it did, and is not thrown away.
+TEST(Journal, is_worth_nothing_when_cut_or_changed) {
+  const LogTree tree;
+  Made made = make_journal(tree, 7);
+  ASSERT_EQ(made.writer->seal(), "");
+  const std::string whole = content_of(made.path);
+  made.writer->mark(3, JournalMark::done);
+  const std::string marked = content_of(made.path);
+  made.writer.reset();
+  ASSERT_EQ(JournalReader().parse(marked), State::sealed);
+  for (std::size_t size = 0; size < whole.size(); ++size) {
+    EXPECT_EQ(JournalReader().parse(std::string_view(whole).substr(0, size)), State::unsealed) << size;
+    EXPECT_NE(JournalReader().parse(std::string_view(marked).substr(0, size)), State::sealed) << size;
+  }
+  JournalHeader header;
+  std::memcpy(&header, whole.data(), sizeof header);
+  for (std::size_t at = 0; at < sizeof header + header.body_size; ++at) {
+    std::string changed = marked;
+    changed[at] = static_cast<char>(changed[at] ^ 0x10);
+    const State expected = at < sizeof header ? State::unsealed : State::damaged;
+    EXPECT_EQ(JournalReader().parse(changed), expected) << at;
+  }
+}
+
+TEST(Journal, cannot_be_begun_over_another_or_sealed_on_a_full_disk) {
+  const LogTree tree;
+  Made made = make_journal(tree, 1);
+  JournalWriter second;
+  EXPECT_NE(second.create(made.path, {}), "");
+  EXPECT_TRUE(second.name_taken());
+  made.writer->remove();
+  EXPECT_EQ(JournalReader().open(made.path), State::missing);
+  for (const rlim_t space : {rlim_t{100'000}, rlim_t{4096}, rlim_t{4096 + 10}, rlim_t{10}}) {
+    const FullDisk full(space);
+    JournalWriter writer;
+    ASSERT_EQ(writer.create(made.path, {}), "");
+    writer.add_folder(0, "/");
+    const std::size_t entries = space > 5000 ? 50'000 : 20;
+    for (std::size_t i = 0; i < entries; ++i) writer.add(0, "old", "new", i);
+    EXPECT_THAT(writer.seal(), ::testing::HasSubstr("File too large"));
+    writer.remove();
+  }
+  EXPECT_THAT(tree.names_in("logs"), ::testing::IsEmpty());
+}
+
+TEST(Journal, checksum_does_not_depend_on_the_pieces) {
+  std::string bytes;
+  for (int i = 0; i < 100; ++i) bytes.push_back(static_cast<char>(i * 37));
+  for (std::size_t cut = 0; cut <= bytes.size(); ++cut) {
+    Checksum checksum;
+    checksum.add(std::string_view(bytes).substr(0, cut));
+    checksum.add(std::string_view(bytes).substr(cut));
+    EXPECT_EQ(checksum.value(), checksum_of(bytes)) << cut;
+  }
+  EXPECT_NE(checksum_of("a"), checksum_of(std::string_view("a\0", 2)));
+}
+
+}  // namespace
+}  // namespace brindle::test
