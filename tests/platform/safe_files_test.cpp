@@ -1,0 +1,104 @@
+#include <gmock/gmock.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+#include <csignal>
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+#include <string>
+
+#include "platform/atomic_file.h"
+#include "platform/trash.h"
+#include "support/temp_tree.h"
+
+namespace brindle::test {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::MatchesRegex;
+
+std::string content_of(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+TEST(AtomicFile, writes_a_whole_file_in_place_of_the_old_one) {
+  const TempTree tree;
+  tree.make({"file", "link -> file"});
+  ::chmod((tree / "file").c_str(), 0640);
+  EXPECT_EQ(write_file_atomically(tree / "link", "new"), "");
+  EXPECT_EQ(content_of(tree / "file"), "new");
+  EXPECT_TRUE(std::filesystem::is_symlink(tree / "link"));
+  struct stat status {};
+  ASSERT_EQ(::stat((tree / "file").c_str(), &status), 0);
+  EXPECT_EQ(status.st_mode & 07777U, 0640U);
+  EXPECT_THAT(write_file_atomically(tree / "nowhere/file", "new"), HasSubstr("No such file"));
+  EXPECT_THAT(tree.names(), ElementsAre("file", "link"));
+}
+
+TEST(AtomicFile, keeps_the_old_file_when_the_disk_is_full) {
+  const TempTree tree;
+  tree.make({"file"});
+  std::signal(SIGXFSZ, SIG_IGN);
+  rlimit before{};
+  ::getrlimit(RLIMIT_FSIZE, &before);
+  const rlimit full{1000, before.rlim_max};
+  ::setrlimit(RLIMIT_FSIZE, &full);
+  const std::string error = write_file_atomically(tree / "file", std::string(2000, 'x'));
+  ::setrlimit(RLIMIT_FSIZE, &before);
+  EXPECT_THAT(error, HasSubstr("File too large"));
+  EXPECT_EQ(content_of(tree / "file"), "file");
+  EXPECT_THAT(tree.names(), ElementsAre("file"));
+}
+
+TEST(AtomicFile, is_placed_over_nothing_when_asked) {
+  const TempTree tree;
+  tree.make({"taken", "outside", "left behind -> outside"});
+  AtomicFile file;
+  ASSERT_EQ(file.open(tree / "left behind"), 0);
+  file.write("new");
+  EXPECT_EQ(file.sync(), 0);
+  EXPECT_EQ(file.place_exclusively(tree / "taken"), EEXIST);
+  EXPECT_EQ(file.place_exclusively(tree / "free"), 0);
+  EXPECT_EQ(content_of(tree / "free") + content_of(tree / "taken") + content_of(tree / "outside"), "newtakenoutside");
+  EXPECT_THAT(tree.names(), ElementsAre("free", "outside", "taken"));
+}
+
+TEST(Trash, keeps_every_file_under_a_name_of_its_own) {
+  const TempTree tree;
+  ::setenv("XDG_DATA_HOME", (tree / "data").c_str(), 1);
+  for (int i = 0; i < 2; ++i) {
+    tree.make({"a folder/50 %.xml"});
+    EXPECT_EQ(move_to_trash(tree / "a folder/50 %.xml"), 0);
+  }
+  EXPECT_EQ(move_to_trash(tree / "a folder/50 %.xml"), ENOENT);
+  EXPECT_THAT(tree.names(), ::testing::IsSupersetOf({"data/Trash/files/50 %.xml", "data/Trash/files/50 %.xml.2",
+                                                     "data/Trash/info/50 %.xml.2.trashinfo"}));
+  EXPECT_THAT(content_of(tree / "data/Trash/info/50 %.xml.trashinfo"),
+              MatchesRegex("\\[Trash Info\\]\nPath=" + tree.path() +
+                           "/a%20folder/50%20%25.xml\nDeletionDate=....-..-..T..:..:..\n"));
+  ::unsetenv("XDG_DATA_HOME");
+}
+
+TEST(Trash, of_another_disk_is_at_its_top) {
+  struct stat here {};
+  struct stat there {};
+  const TempTree tree;
+  if (::stat("/dev/shm", &there) != 0 || ::stat(tree.path().c_str(), &here) != 0 || here.st_dev == there.st_dev) {
+    GTEST_SKIP() << "there is no second disk";
+  }
+  ::setenv("XDG_DATA_HOME", tree.path().c_str(), 1);
+  const std::string name = "brindle-test-" + std::to_string(::getpid());
+  std::ofstream("/dev/shm/" + name) << "x";
+  EXPECT_EQ(move_to_trash("/dev/shm/" + name), 0);
+  const std::string trash = "/dev/shm/.Trash-" + std::to_string(::getuid());
+  EXPECT_THAT(content_of(trash + "/info/" + name + ".trashinfo"), HasSubstr("\nPath=" + name + "\n"));
+  EXPECT_EQ(::unlink((trash + "/files/" + name).c_str()), 0);
+  EXPECT_EQ(::unlink((trash + "/info/" + name + ".trashinfo").c_str()), 0);
+  ::unsetenv("XDG_DATA_HOME");
+}
+
+}  // namespace
+}  // namespace brindle::test
