@@ -43,15 +43,14 @@ int move_without_flag(int from_folder, const char* from, int to_folder, const ch
   return link_and_remove(from_folder, from, to_folder, to);
 }
 
-bool lists_only_old_name(const FolderHandle& folder, std::string_view from, std::string_view to) {
+// Some disks that ignore case list a name in other letters than it was given, so either spelling may be the listed one; what
+// counts is that there are not two entries.
+bool lists_both(const FolderHandle& folder, std::string_view from, std::string_view to) {
   FolderReader reader;
   FolderEntry entry;
-  bool has_from = false;
-  for (reader.start(folder); reader.next(entry);) {
-    if (entry.name == to) return false;
-    has_from = has_from || entry.name == from;
-  }
-  return has_from && reader.error() == 0;
+  int found = 0;
+  for (reader.start(folder); reader.next(entry);) found += entry.name == from || entry.name == to ? 1 : 0;
+  return found > 1 || reader.error() != 0;
 }
 
 }  // namespace
@@ -69,7 +68,7 @@ int move_changing_case(const FolderHandle& folder, const char* from, const char*
   if (!folder.look_up(from, old_entry)) return errno;
   const bool same_file = differ_in_case_only(from, to) && folder.look_up(to, new_entry) &&
                          old_entry.inode == new_entry.inode && old_entry.device == new_entry.device;
-  if (!same_file || !lists_only_old_name(folder, from, to)) return EEXIST;
+  if (!same_file || lists_both(folder, from, to)) return EEXIST;
   return ::renameat(folder.descriptor(), from, folder.descriptor(), to) == 0 ? 0 : errno;
 }
 

@@ -15,8 +15,8 @@ namespace brindle {
 int move_exclusively(const FolderHandle& from_folder, const char* from, const FolderHandle& to_folder, const char* to);
 
 /// The move for a name that changes in letter case alone, on a disk where both spellings name the same entry: rename(2).
-/// Returns EEXIST unless the two names differ in case only, lead to the same file, and the folder lists just the old one
-/// (two hard links are two files).
+/// Returns EEXIST unless the two names differ in case only, lead to the same file, and the folder does not list both (two
+/// hard links are two files).
 int move_changing_case(const FolderHandle& folder, const char* from, const char* to);
 
 /// Whether two names (bytes) differ, and differ in letter case alone.
