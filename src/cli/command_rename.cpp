@@ -100,8 +100,10 @@ void RenameCommand::show_preview() {
 
 bool RenameCommand::is_wanted() {
   if (options_.yes) return !is_cancelled();
-  const std::string text = localized(batch_.is_folders() ? "ITEMRENAMINGMESSAGEFOLDERS" : "ITEMRENAMINGMESSAGEFILES");
-  return console_.ask(fmt::format("{} ({}) [y/N]", text, before_.proposed));
+  const std::string question =
+      localized(batch_.is_folders() ? "ITEMRENAMINGMESSAGEFOLDERS" : "ITEMRENAMINGMESSAGEFILES") + " [y/N]";
+  const bool count_is_shown = !options_.json && !console_.quiet();
+  return console_.ask(count_is_shown ? question : preview_sentence(batch_, before_) + ". " + question);
 }
 
 // The end of a run that renamed nothing.

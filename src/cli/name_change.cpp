@@ -48,7 +48,7 @@ void append_range(std::vector<NameRange>& ranges, NameRange range) {
   }
 }
 
-// Beyond this, or with less in common than half, letters that happen to agree would only be noise.
+// Beyond this, or with less than a third in common, letters that happen to agree would only be noise.
 constexpr std::size_t close_limit = 80;
 
 std::string_view text_of(std::string_view name, NameRange range) {
@@ -65,7 +65,7 @@ void NameComparison::compare(std::string_view old_name, std::string_view new_nam
   split_characters(new_name, frame.new_part, new_characters_);
   const std::size_t longer = std::max(old_characters_.size(), new_characters_.size());
   if (longer <= close_limit) compare_closely(old_name, new_name);
-  const bool worth_it = longer <= close_limit && std::size_t{common_.front()} * 2 >= longer;
+  const bool worth_it = longer <= close_limit && std::size_t{common_.front()} * 3 >= longer;
   if (worth_it) return;
   removed_.clear();
   added_.clear();

@@ -73,18 +73,19 @@ std::string_view why_empty(const RenameSettings& settings) {
   return "no files in the PATHs (--folders renames folders, --hidden takes hidden names)";
 }
 
-ExitCode report_empty(const CommandLine& line, Console& console, const RenameBatch& batch, double seconds) {
-  if (line.options.json) print_summary(console.out().buffer(), {line.command->word, {}, {}, seconds});
-  console.note(fmt::format("Nothing to rename: {}", why_empty(batch.request.settings)));
+void report_nothing_done(const CommandLine& line, Console& console, const RenameBatch& batch, double seconds) {
+  if (line.options.json)
+    print_summary(console.out().buffer(), {line.command->word, {batch.files.size(), 0, 0}, {}, seconds});
+}
+
+ExitCode report_empty(Console& console, const RenameBatch& batch) {
+  if (batch.left_out == 0) console.note(fmt::format("Nothing to rename: {}", why_empty(batch.request.settings)));
   return batch.left_out > 0 ? ExitCode::incomplete : ExitCode::done;
 }
 
-ExitCode report_refusal(const CommandLine& line, Console& console, const Refusal& refusal, double seconds) {
+ExitCode report_refusal(const CommandLine& line, Console& console, const Refusal& refusal) {
   const std::string text = describe(refusal);
-  if (line.options.json) {
-    print_refusal(console.out().buffer(), refusal, text);
-    print_summary(console.out().buffer(), {line.command->word, {}, {}, seconds});
-  }
+  if (line.options.json) print_refusal(console.out().buffer(), refusal, text);
   console.error(text);
   return ExitCode::refused;
 }
@@ -137,24 +138,32 @@ std::string_view RenameBatch::noun(std::size_t count) const {
   return count == 1 ? "file" : "files";
 }
 
-std::optional<ExitCode> prepare_batch(const CommandLine& line, Console& console, RenameBatch& batch) {
-  const Stopwatch watch;
-  if (line.operands.empty() && line.options.from.empty()) {
-    throw UsageError(fmt::format("say which files: brindle {} {}", line.command->word, line.command->synopsis));
-  }
+namespace {
+
+std::optional<ExitCode> try_to_prepare(const CommandLine& line, Console& console, RenameBatch& batch) {
   auto request = make_request(line, now());
-  if (const auto* refusal = std::get_if<Refusal>(&request)) {
-    return report_refusal(line, console, *refusal, watch.seconds());
-  }
+  if (const auto* refusal = std::get_if<Refusal>(&request)) return report_refusal(line, console, *refusal);
   batch.request = std::get<RenameRequest>(std::move(request));
   batch.folder = current_folder();
   gather(line, console, batch);
-  if (batch.files.empty() && !is_cancelled()) return report_empty(line, console, batch, watch.seconds());
+  if (batch.files.empty() && !is_cancelled()) return report_empty(console, batch);
   sort_list(batch.files, line.options.sort);
   RenamePlan plan = batch.request.plan();
   ProgressLine progress(console, "Naming");
   preview(batch.files, plan, batch.disk_names, {&cancel_flag(), &progress});
   return is_cancelled() ? std::optional(ExitCode::cancelled) : std::nullopt;
+}
+
+}  // namespace
+
+std::optional<ExitCode> prepare_batch(const CommandLine& line, Console& console, RenameBatch& batch) {
+  const Stopwatch watch;
+  if (line.operands.empty() && line.options.from.empty()) {
+    throw UsageError(fmt::format("say which files: brindle {} {}", line.command->word, line.command->synopsis));
+  }
+  const std::optional<ExitCode> answer = try_to_prepare(line, console, batch);
+  if (answer) report_nothing_done(line, console, batch, watch.seconds());
+  return answer;
 }
 
 }  // namespace brindle

@@ -1,6 +1,7 @@
 #include "cli/rename_request.h"
 
 #include <fmt/format.h>
+#include <sys/stat.h>
 
 #include <algorithm>
 #include <optional>
@@ -8,6 +9,7 @@
 #include <utility>
 
 #include "app/string_table.h"
+#include "cli/suggestion.h"
 #include "settings/setting_text.h"
 
 namespace brindle {
@@ -20,7 +22,7 @@ std::string_view key_of(std::string_view assignment) {
 void assign(RenameSettings& settings, const Options& options) {
   const std::vector<std::string_view> assignments(options.set.begin(), options.set.end());
   if (const auto fault = apply_assignments(settings, assignments)) {
-    throw UsageError(fmt::format("--set: {} (brindle settings lists the keys)", *fault));
+    throw UsageError(fmt::format("--set: {}", *fault));
   }
 }
 
@@ -31,8 +33,19 @@ bool chooses_method(const std::string& assignment) {
   return row->key == "selectedTab" || (row->tab != SettingTab::all_tabs && row->tab != SettingTab::window);
 }
 
+std::string_view closest_method(std::string_view word) {
+  std::vector<std::string_view> words;
+  for (const MethodRow& row : method_table()) words.push_back(row.word);
+  return closest_word(word, words);
+}
+
 void check_method_given(const CommandLine& line) {
   if (!line.methods.empty() || std::ranges::any_of(line.options.set, chooses_method)) return;
+  for (const std::string& word : line.operands) {
+    struct stat facts {};
+    const std::string_view method = ::lstat(word.c_str(), &facts) == 0 ? "" : closest_method(word);
+    if (!method.empty()) throw UsageError(fmt::format("there is no method {}; did you mean {}?", word, method));
+  }
   throw UsageError(
       fmt::format("say how to rename: brindle {} PATH... insert TEXT, for one (brindle --help lists the methods)",
                   line.command->word));

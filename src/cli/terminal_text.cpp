@@ -69,12 +69,12 @@ std::string escape_for_terminal(std::string_view bytes) {
 }
 
 void append_on_one_line(std::string_view bytes, std::string& text) {
-  for (std::size_t end = 0; (end = bytes.find_first_of("\n\r")) != std::string_view::npos;
-       bytes.remove_prefix(end + 1)) {
-    text += bytes.substr(0, end);
-    text += bytes[end] == '\n' ? "\\n" : "\\r";
-  }
+  const std::size_t start = text.size();
   text += bytes;
+  for (std::size_t at = start; at < text.size(); ++at) {
+    if (text[at] == '\n') text.replace(at++, 1, "\\n");
+    if (text[at] == '\r') text.replace(at++, 1, "\\r");
+  }
 }
 
 }  // namespace brindle
