@@ -18,7 +18,7 @@ ALLOWED = {
     "settings": ["platform/", "settings/", "files/meta_data_field.h"],
     "log": ["platform/", "pipeline/", "log/"],
     "pipeline": ["platform/", "methods/", "settings/", "log/", "pipeline/"],
-    "files": ["platform/", "settings/", "pipeline/", "files/"],
+    "files": ["platform/", "methods/", "settings/", "pipeline/", "files/"],
     "app": ["platform/", "methods/", "settings/", "log/", "pipeline/", "files/", "app/"],
     "cli": [""],
 }

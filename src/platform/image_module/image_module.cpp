@@ -1,0 +1,141 @@
+#include "platform/image_module/image_module.h"
+
+#include <algorithm>
+#include <exiv2/exiv2.hpp>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <string_view>
+
+#include "platform/image_module/bounded_io.h"
+
+// The library's own XMP reader takes time that grows with the square of the packet, and may run on one thread only. The
+// library finds this function before its own; the packet is kept as it is, for the program to read.
+int Exiv2::XmpParser::decode(Exiv2::XmpData& data, const std::string& packet) {
+  data.clear();
+  data.setPacket(packet);
+  return 0;
+}
+
+namespace brindle::image_module {
+namespace {
+
+// No name holds more than 255 bytes; a packet may be large.
+constexpr std::size_t value_limit = 32768;
+constexpr std::size_t packet_limit = 4U << 20U;
+constexpr std::size_t data_set_limit = 4096;
+
+void prepare() {
+  static std::once_flag once;
+  std::call_once(once, [] {
+    Exiv2::LogMsg::setLevel(Exiv2::LogMsg::mute);
+    Exiv2::enableBMFF(true);
+  });
+}
+
+void report(const Sink& sink, std::uint32_t tag, std::string_view text) {
+  if (!text.empty()) sink.value(sink.context, tag, text.data(), std::min(text.size(), value_limit));
+}
+
+// The bytes as they stand in the file wherever the library keeps them.
+std::string bytes_of(const Exiv2::Value& value) {
+  if (const auto* text = dynamic_cast<const Exiv2::StringValueBase*>(&value)) return text->value_;
+  const bool is_date = value.typeId() == Exiv2::date || value.typeId() == Exiv2::time;
+  if (!is_date) return value.size() > static_cast<long>(value_limit) ? std::string() : value.toString();
+  std::string bytes(32, '\0');
+  bytes.resize(static_cast<std::size_t>(value.copy(reinterpret_cast<Exiv2::byte*>(bytes.data()), Exiv2::bigEndian)));
+  return bytes;
+}
+
+struct Wanted {
+  const char* key;
+  Tag tag;
+};
+
+void report_exif(const Exiv2::ExifData& data, const Sink& sink) {
+  // The first of two keys for the same value wins: raw files keep the date beside the camera's name.
+  static const std::pair<Exiv2::ExifKey, Tag> wanted[] = {
+      {Exiv2::ExifKey("Exif.Photo.DateTimeOriginal"), date_time_original},
+      {Exiv2::ExifKey("Exif.Image.DateTimeOriginal"), date_time_original},
+      {Exiv2::ExifKey("Exif.Image.DateTime"), date_time},
+      {Exiv2::ExifKey("Exif.Image.Make"), make},
+      {Exiv2::ExifKey("Exif.Image.Model"), model},
+      {Exiv2::ExifKey("Exif.Photo.UserComment"), user_comment},
+      {Exiv2::ExifKey("Exif.Photo.PixelXDimension"), pixel_x_dimension},
+      {Exiv2::ExifKey("Exif.Photo.PixelYDimension"), pixel_y_dimension},
+  };
+  for (const auto& [key, tag] : wanted) {
+    const auto found = data.findKey(key);
+    if (found != data.end()) report(sink, tag, bytes_of(found->value()));
+  }
+}
+
+void report_iptc(const Exiv2::IptcData& data, const Sink& sink) {
+  std::size_t left = data_set_limit;
+  for (const Exiv2::Iptcdatum& datum : data) {
+    if (left-- == 0) return;
+    const auto number = static_cast<std::uint32_t>(datum.record() % 256 * 256 + datum.tag() % 256);
+    report(sink, iptc_base + number, bytes_of(datum.value()));
+  }
+}
+
+void report_image(Exiv2::Image& image, const Sink& sink) {
+  if (image.byteOrder() == Exiv2::bigEndian) report(sink, big_endian, "1");
+  report_exif(image.exifData(), sink);
+  report_iptc(image.iptcData(), sink);
+  const std::string& whole = image.xmpPacket();
+  const std::string& packet = whole.empty() ? image.xmpData().xmpPacket() : whole;
+  if (!packet.empty() && packet.size() <= packet_limit) {
+    sink.value(sink.context, xmp_packet, packet.data(), packet.size());
+  }
+  if (image.pixelWidth() > 0) report(sink, pixel_width, std::to_string(image.pixelWidth()));
+  if (image.pixelHeight() > 0) report(sink, pixel_height, std::to_string(image.pixelHeight()));
+}
+
+// A file that breaks the library's rules ends in an exception of one kind or another, and has no values.
+template <class Read>
+void guarded(Read read) noexcept {
+  try {
+    prepare();
+    read();
+  } catch (...) {
+  }
+}
+
+}  // namespace
+
+extern "C" {
+
+void brindle_decode_exif(const unsigned char* data, std::size_t size, const Sink* sink) {
+  guarded([&] {
+    Exiv2::ExifData exif;
+    const Exiv2::ByteOrder order = Exiv2::ExifParser::decode(exif, data, static_cast<std::uint32_t>(size));
+    if (order == Exiv2::bigEndian) report(*sink, big_endian, "1");
+    report_exif(exif, *sink);
+  });
+}
+
+void brindle_decode_photoshop(const unsigned char* data, std::size_t size, const Sink* sink) {
+  guarded([&] {
+    const Exiv2::byte* record = nullptr;
+    std::uint32_t header = 0;
+    std::uint32_t length = 0;
+    if (Exiv2::Photoshop::locateIptcIrb(data, static_cast<long>(size), &record, &header, &length) != 0) return;
+    Exiv2::IptcData iptc;
+    if (Exiv2::IptcParser::decode(iptc, record + header, length) == 0) report_iptc(iptc, *sink);
+  });
+}
+
+void brindle_read_image(int descriptor, std::uint64_t size, const Sink* sink) {
+  guarded([&] {
+    Exiv2::BasicIo::AutoPtr io(new BoundedIo(descriptor, size));
+    const Exiv2::Image::AutoPtr image = Exiv2::ImageFactory::open(io);
+    if (image.get() == nullptr) return;
+    image->readMetadata();
+    report_image(*image, *sink);
+  });
+}
+
+}  // extern "C"
+
+}  // namespace brindle::image_module

@@ -1,0 +1,36 @@
+#pragma once
+
+// A file that somebody else made, opened for a look into it. Only regular files are ever opened: no pipe that waits for
+// a writer, no device that does something when touched.
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+namespace brindle {
+
+/// Owns one descriptor. Movable. Reading moves nothing, so several threads may read at once.
+class RegularFile {
+ public:
+  RegularFile() = default;
+  RegularFile(RegularFile&& other) noexcept;
+  RegularFile& operator=(RegularFile&& other) noexcept;
+  ~RegularFile();
+
+  /// Opens for reading, through symbolic links. An empty object when that fails or the path leads to anything but a
+  /// regular file; never waits for another process.
+  static RegularFile open(const std::string& path);
+
+  explicit operator bool() const { return descriptor_ >= 0; }
+  int descriptor() const { return descriptor_; }
+  std::uint64_t size() const { return size_; }  ///< bytes, when it was opened
+
+  /// Reads up to `count` bytes from `offset`; fewer at the end of the file, or where the disk fails.
+  std::size_t read_at(std::uint64_t offset, void* buffer, std::size_t count) const;
+
+ private:
+  int descriptor_ = -1;
+  std::uint64_t size_ = 0;
+};
+
+}  // namespace brindle
