@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "pipeline/open_folder.h"
 #include "platform/file_kind.h"
 #include "platform/folder_handle.h"
 
@@ -110,6 +111,7 @@ class Walk {
   const JobControl& control_;
   ProgressThrottle throttle_;
   FolderReader reader_;
+  OpenFolder open_;
   std::vector<Level> levels_;  // the way down to the folder at hand
   GatherResult result_;
 };
@@ -157,7 +159,8 @@ bool Walk::admit(const Level& level, std::string_view name, EntryKindBits kind, 
 
 // Reads a folder to its end, at once: what comes before the first subfolder goes straight into the list, the rest waits.
 void Walk::list(FolderId folder) {
-  const FolderHandle handle = FolderHandle::open(files_.folders().path(folder));
+  open_.open(files_.folders(), folder);
+  const FolderHandle& handle = open_.handle();
   if (!handle) return;
   Level level{files_.begin_listing(folder), {}};
   bool has_rest = false;

@@ -7,6 +7,7 @@
 #include "log/run_log.h"
 #include "pipeline/file_order.h"
 #include "pipeline/folder_workers.h"
+#include "pipeline/open_folder.h"
 #include "pipeline/path_follower.h"
 #include "pipeline/rename_row.h"
 #include "platform/app_info.h"
@@ -114,19 +115,19 @@ void Run::settle(std::size_t index, const RowOutcome& outcome, const std::string
 // One after the other: a rename may change where the next row lies.
 void Run::rename_in_order() {
   if (follows_) follower_.emplace(files_);
+  OpenFolder folder;
   std::string folder_path;
-  FolderHandle folder;
-  std::string open_path;
+  FolderId at = FolderTable::none;
   for (std::size_t index = 0; index < rows_.size() && !control_.cancelled(); ++index) {
     const ItemRecord& record = files_[rows_[index]];
-    folder_path.clear();
-    files_.folders().append_path(record.folder, folder_path);
-    const bool is_open = index > 0 && folder_path == open_path && record.folder == files_[rows_[index - 1]].folder;
-    if (!is_open) folder = FolderHandle::open(folder_path);
-    open_path = folder_path;
-    mark(index, JournalMark::begun);
     const bool doubtful = follower_ && follower_->is_doubtful(record.folder);
-    const RowOutcome outcome = rename_row(record, folder, rules_, doubtful);
+    if (record.folder != at || doubtful) {
+      at = record.folder;
+      folder_path = files_.folders().path(at);
+      folder.open(files_.folders(), at, doubtful || !follower_);
+    }
+    mark(index, JournalMark::begun);
+    const RowOutcome outcome = rename_row(record, folder.handle(), rules_, doubtful);
     mark(index, outcome.status == ItemStatus::renaming_ok ? JournalMark::done : JournalMark::failed);
     settle(index, outcome, folder_path);
   }

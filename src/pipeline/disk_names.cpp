@@ -94,21 +94,23 @@ bool DiskNames::is_case_sensitive(const Listing& listing, std::string_view sampl
   std::string other(sample);
   for (char& c : other) c = is_letter(c) ? static_cast<char>(c ^ 0x20) : c;
   const bool listed_too = contains(listing, name_hash(other));
-  return (listed_too || !ask_disk(other.c_str())) && disk_is_exact(handle_.descriptor());
+  return (listed_too || !ask_disk(other.c_str())) && disk_is_exact(handle().descriptor());
 }
 
-bool DiskNames::ask_disk(const char* name) {
-  if (!handle_) handle_ = FolderHandle::open(folders_->path(folder_));
-  return handle_ && handle_.exists(name);
+const FolderHandle& DiskNames::handle() {
+  open_.open(*folders_, folder_);
+  return open_.handle();
 }
+
+bool DiskNames::ask_disk(const char* name) { return handle() && handle().exists(name); }
 
 bool DiskNames::list_now(Listing& listing, std::size_t most) {
   listing = Listing();
-  if (!handle_.stamp(listing.stamp)) return false;
+  if (!handle().stamp(listing.stamp)) return false;
   // An unsettled stamp answers for this run, and never again.
   if (!is_settled(listing.stamp)) listing.stamp = {};
   FolderEntry entry;
-  for (reader_.start(handle_); reader_.next(entry);) {
+  for (reader_.start(handle()); reader_.next(entry);) {
     if (listing.hashes.size() == most) return false;
     listing.hashes.push_back(name_hash(entry.name));
   }
@@ -118,12 +120,12 @@ bool DiskNames::list_now(Listing& listing, std::size_t most) {
 
 // Brings a listing up to date for this run. False when there is none and none pays.
 bool DiskNames::refresh(Listing& listing, std::size_t expected_tests) {
-  handle_ = FolderHandle::open(folders_->path(folder_));
-  name_limit_ = handle_ ? handle_.name_limit() : name_limit_;
+  const bool is_open = static_cast<bool>(handle());
+  name_limit_ = is_open ? handle().name_limit() : name_limit_;
   FolderStamp stamp;
-  const bool kept = handle_ && listing.complete && handle_.stamp(stamp) && stamp == listing.stamp;
+  const bool kept = is_open && listing.complete && handle().stamp(stamp) && stamp == listing.stamp;
   if (!kept) {
-    const bool listed = handle_ && expected_tests >= fewest_tests && list_now(listing, expected_tests * most_entries_a_test);
+    const bool listed = is_open && expected_tests >= fewest_tests && list_now(listing, expected_tests * most_entries_a_test);
     if (!listed) listing = Listing();
     if (!listed) return false;
   }
@@ -137,13 +139,13 @@ void DiskNames::begin_run(const FolderTable& folders) {
   folders_ = &folders;
   listings_.resize(folders.size());
   folder_ = FolderTable::none;
+  open_.close();
   ++run_;
 }
 
 void DiskNames::enter(FolderId folder, std::size_t expected_tests) {
   if (folder == folder_) return;
   folder_ = folder;
-  handle_ = FolderHandle();
   Listing& listing = listings_[folder];
   current_ = listing.run == run_ || refresh(listing, expected_tests) ? &listing : nullptr;
   if (current_ != nullptr) name_limit_ = listing.name_limit;

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "pipeline/folder_table.h"
+#include "pipeline/open_folder.h"
 #include "platform/folder_handle.h"
 
 namespace brindle {
@@ -50,6 +51,7 @@ class DiskNames {
 
   bool refresh(Listing& listing, std::size_t expected_tests);
   bool list_now(Listing& listing, std::size_t most);
+  const FolderHandle& handle();
   bool ask_disk(const char* name);
   bool is_case_sensitive(const Listing& listing, std::string_view sample);
   static void make_set(Listing& listing);
@@ -61,7 +63,7 @@ class DiskNames {
   std::uint32_t run_ = 0;
   FolderReader reader_;
   FolderId folder_ = FolderTable::none;
-  FolderHandle handle_;         // of folder_; opened when first needed
+  OpenFolder open_;             // follows folder_ when the disk is needed
   Listing* current_ = nullptr;  // null: every test goes to the disk
   std::size_t name_limit_ = 255;
 };
