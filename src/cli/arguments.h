@@ -5,22 +5,15 @@
 #include <cstdint>
 #include <optional>
 #include <span>
-#include <stdexcept>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "cli/command_table.h"
-#include "cli/method_table.h"
+#include "cli/method_call.h"
+#include "cli/usage_error.h"
 
 namespace brindle {
-
-/// Wrong words, or input that cannot be read: one line that says what, where, and what to do.
-class UsageError : public std::runtime_error {
- public:
-  using std::runtime_error::runtime_error;
-};
 
 enum class ListOrder : std::uint8_t { as_found, name, folder };
 
@@ -42,13 +35,6 @@ struct Options {
   bool version = false;
 };
 
-/// A method with what was given to it, complete and free of contradictions.
-struct MethodCall {
-  const MethodRow* method = nullptr;
-  std::vector<OptionValue> operands;
-  std::vector<std::pair<const MethodOption*, OptionValue>> options;
-};
-
 struct CommandLine {
   const CommandRow* command = nullptr;     ///< null when only help or the version is asked for
   const MethodRow* help_method = nullptr;  ///< with `options.help`: the method that help is wanted on
@@ -60,9 +46,5 @@ struct CommandLine {
 /// Reads the words behind the program's name. Looks at the disk only to tell a PATH behind "--" from a method. Throws
 /// UsageError.
 CommandLine parse_arguments(std::span<const char* const> words);
-
-/// Fills the settings with what the call says: the method's tab is selected, its options and the choices that show them
-/// are set, everything else stays.
-void fill_settings(RenameSettings& settings, const MethodCall& call);
 
 }  // namespace brindle

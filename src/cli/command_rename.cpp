@@ -173,7 +173,8 @@ void RenameCommand::print_json(const PathRecord& old_paths, const ApplyResult& r
 void RenameCommand::print_for_people(const ApplyResult& result, const std::vector<bool>& known_problems) {
   report_problems(batch_, known_problems, console_);
   if (!result.error.empty() && !result.log_failed) console_.error(result.error);
-  if (console_.quiet()) return;
+  const bool was_given_up = result.log_failed && after_.renamed == 0;  // and that has been said
+  if (console_.quiet() || was_given_up) return;
   console_.out() << (result.cancelled ? "Cancelled: " : "") << rename_sentence(batch_, after_) << ".\n";
   if (!result.log_path.empty()) {
     console_.out() << "Log: " << console_.shown(result.log_path) << "\n";

@@ -8,7 +8,9 @@
 #include "cli/cancellation.h"
 #include "cli/commands.h"
 #include "cli/json_lines.h"
+#include "cli/listing.h"
 #include "cli/log_folder.h"
+#include "cli/path_arguments.h"
 #include "cli/rename_batch.h"
 #include "log/rename_log.h"
 #include "log/undo.h"
@@ -40,10 +42,11 @@ class UndoReporter {
   }
 
   void report_left_alone() {
+    const std::string folder = left_alone_.empty() ? "" : current_folder();
     for (const auto& [reason, paths] : left_alone_) {
-      console_.error(fmt::format("{} left alone, {}",
+      console_.error(fmt::format("{} left alone: {}",
                                  paths.size() == 1 ? "1 item" : fmt::format("{} items", paths.size()), reason));
-      for (const std::string& path : paths) console_.append_error_line("  ", path);
+      for (const std::string& path : paths) console_.append_error_line("  ", relative_path(path, folder));
     }
   }
 

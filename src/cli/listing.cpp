@@ -221,6 +221,7 @@ class PlainListing {
 }  // namespace
 
 std::string_view relative_path(std::string_view path, std::string_view folder) {
+  if (folder.empty()) return path;
   if (path == folder) return ".";
   const std::size_t size = folder == "/" ? 0 : folder.size();
   const bool below = path.size() > size + 1 && path.starts_with(folder) && path[size] == '/';

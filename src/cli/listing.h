@@ -15,7 +15,8 @@ namespace brindle {
 /// below `folder` are shown relative to it.
 void print_listing(const FileList& files, std::string_view folder, bool all, Console& console);
 
-/// A path as a person in `folder` would write it; "." for the folder itself.
+/// A path as a person in `folder` would write it; "." for the folder itself. The whole path when `folder` is
+/// empty.
 std::string_view relative_path(std::string_view path, std::string_view folder);
 
 /// A status and, in words, why: "File Already Exists", or "No Changes: the name would be too long".

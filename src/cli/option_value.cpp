@@ -6,8 +6,8 @@
 #include <charconv>
 #include <optional>
 
-#include "cli/arguments.h"
 #include "cli/pattern_pieces.h"
+#include "cli/usage_error.h"
 #include "platform/file_name.h"
 #include "settings/iso_date.h"
 

@@ -77,12 +77,12 @@ std::string read_file(const std::string& name) {
 
 std::string current_folder() {
   const SystemText folder(::getcwd(nullptr, 0));
-  if (folder == nullptr) throw UsageError(fmt::format("the current folder cannot be told: {}", std::strerror(errno)));
-  return folder.get();
+  return folder == nullptr ? "" : folder.get();
 }
 
 std::string absolute_path(std::string_view path, const std::string& folder) {
   if (path.empty()) throw UsageError("an argument is empty; a path or name cannot be");
+  if (path.front() != '/' && folder.empty()) throw UsageError(fmt::format("{}: the current folder is gone", path));
   std::string absolute = path.front() == '/' ? "" : folder;
   const std::size_t dots = end_of_last_dots(path);
   if (dots != 0) {

@@ -10,12 +10,13 @@
 
 namespace brindle {
 
-/// The current folder, absolute. Throws UsageError when it is gone.
+/// The current folder, absolute; empty when it is gone.
 std::string current_folder();
 
 /// The path made absolute against `folder`, without "." and doubled or trailing "/". What stands before its last ".."
 /// is resolved as the system does it, symbolic links included; the rest is kept, so that a link stays a link. Throws
-/// UsageError when the path is empty or what stands before ".." does not exist.
+/// UsageError when the path is empty, when it is relative and `folder` is empty, and when what stands before ".." does
+/// not exist.
 std::string absolute_path(std::string_view path, const std::string& folder);
 
 /// All PATHs of a line, those read with --from behind the others, absolute. Throws UsageError.

@@ -11,6 +11,7 @@
 
 #include "cli/cancellation.h"
 #include "cli/json_report.h"
+#include "cli/listing.h"
 #include "cli/path_arguments.h"
 #include "files/gather.h"
 #include "pipeline/file_order.h"
@@ -38,11 +39,12 @@ std::size_t explain_left_out(const std::vector<std::string>& paths, const Comman
   for (const std::string& path : paths) {
     const bool hidden = hidden_paths > 0 && !line.options.hidden && is_hidden(path);
     struct stat facts {};
-    const bool missing = !hidden && batch.is_folders() && ::lstat(path.c_str(), &facts) != 0;
-    if (!hidden && !missing) continue;
+    const int missing = !hidden && batch.is_folders() && ::lstat(path.c_str(), &facts) != 0 ? errno : 0;
+    if (!hidden && missing == 0) continue;
     ++left_out;
-    console.error(hidden ? fmt::format("{} is hidden and left out; --hidden takes it in", path)
-                         : fmt::format("{}: {}", path, std::strerror(errno)));
+    const std::string_view shown = relative_path(path, batch.folder);
+    console.error(hidden ? fmt::format("{} is hidden and left out; --hidden takes it in", shown)
+                         : fmt::format("{}: {}", shown, std::strerror(missing)));
   }
   return left_out;
 }

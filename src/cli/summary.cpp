@@ -32,14 +32,17 @@ std::string rest_of_sentence(const Tally& tally, std::string_view cannot) {
 std::size_t count_given_twice(const FileList& files) {
   std::vector<std::uint64_t> names;
   for (const ItemRecord& record : files.items()) {
-    if (record.status == ItemStatus::proposed) names.push_back(hash_bytes(record.proposed(), record.folder));
+    if (record.status != ItemStatus::proposed) continue;
+    const std::uint64_t folder = (record.folder + std::uint64_t{1}) * 0x9E3779B97F4A7C15U;
+    names.push_back(hash_bytes(record.proposed(), folder));
   }
   std::ranges::sort(names);
   return static_cast<std::size_t>(names.end() - std::unique(names.begin(), names.end()));
 }
 
+// In the order of the list; with a new start in each folder the run sorts it itself.
 bool counts_items(const RenameSettings& settings) {
-  return settings.selectedTab == 0;
+  return settings.selectedTab == 0 && !settings.isAlphaNumericResetSequenceOnEachFolder;
 }
 
 bool counts_items(const RenameRequest& request) {
@@ -79,7 +82,7 @@ void report_problems(const RenameBatch& batch, const std::vector<bool>& known, C
       rows_by_reason[status_and_reason(batch.files, row)].push_back(row);
   }
   for (const auto& [reason, rows] : rows_by_reason) {
-    console.error(fmt::format("{} {} not renamed, {}", rows.size(), batch.noun(rows.size()), reason));
+    console.error(fmt::format("{} {} not renamed: {}", rows.size(), batch.noun(rows.size()), reason));
     for (const std::size_t row : rows) {
       const std::string path = batch.files.path(row);
       console.append_error_line("  ", relative_path(path, batch.folder));
