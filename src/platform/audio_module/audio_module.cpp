@@ -1,0 +1,173 @@
+#include "platform/audio_module/audio_module.h"
+
+#include <taglib/fileref.h>
+#include <taglib/id3v2framefactory.h>
+#include <taglib/tag.h>
+#include <taglib/tpropertymap.h>
+
+#include <string>
+#include <string_view>
+
+#include "platform/audio_module/bounded_stream.h"
+
+namespace brindle::audio_module {
+namespace {
+
+using TagLib::String;
+using TagLib::StringList;
+
+// No name holds more than 255 bytes.
+constexpr std::size_t value_limit = 4096;
+constexpr std::size_t list_limit = 64;
+
+// The header of a frame is open to its kin alone.
+struct FrameKin : TagLib::ID3v2::Frame {
+  using Frame::Header;
+};
+
+// Leaves all frames alone but texts and comments: the library reads chapters by recursion, without a bound, and unpacks
+// whatever is packed, to whatever size. (It unpacks frames left alone too, unless their header says no more that they
+// are packed.)
+class TextFrames final : public TagLib::ID3v2::FrameFactory {
+ public:
+  static TextFrames& instance() {
+    static TextFrames frames;
+    return frames;
+  }
+
+ protected:
+  bool updateFrame(FrameKin::Header* header) const override {
+    if (header->compression()) {
+      clear_flags(*header);
+      return false;
+    }
+    const TagLib::ByteVector id = header->frameID();
+    return (id.startsWith("T") || id.startsWith("COM")) && FrameFactory::updateFrame(header);
+  }
+
+ private:
+  static void clear_flags(FrameKin::Header& header) {
+    const TagLib::ByteVector size = TagLib::ByteVector::fromUInt(header.frameSize());
+    header.setData(header.frameID() + size + TagLib::ByteVector(2, '\0'), 3U);
+  }
+};
+
+class Reporter {
+ public:
+  explicit Reporter(const Sink& sink) : sink_(sink) {}
+
+  bool report(Attribute attribute, const String& value) {
+    text_.clear();
+    for (const wchar_t unit : value) {
+      // A text of C's ends here, and so does one that was padded.
+      if (unit == 0 || text_.size() == value_limit) break;
+      text_.push_back(static_cast<char16_t>(unit));
+    }
+    if (text_.empty()) return false;
+    sink_.value(sink_.context, attribute, text_.data(), text_.size());
+    return true;
+  }
+  bool report(Attribute attribute, const StringList& values) {
+    std::size_t left = list_limit;
+    bool any = false;
+    for (const String& value : values) {
+      if (left-- == 0) break;
+      any = report(attribute, value) || any;
+    }
+    return any;
+  }
+  void report(Attribute attribute, unsigned int number) {
+    if (number != 0) report(attribute, String::number(static_cast<int>(number)));
+  }
+
+ private:
+  const Sink& sink_;
+  std::u16string text_;
+};
+
+// Players keep notes to themselves in comments that have a name: "COMMENT:ITUNNORM".
+bool is_named_comment(const String& key) {
+  return key.startsWith("COMMENT:") && !key.startsWith("COMMENT:ITUN");
+}
+
+// The comment without a name; else the first one that a person may have written. True also when there are only others.
+bool report_comment(const TagLib::PropertyMap& properties, Reporter& reporter) {
+  const auto plain = properties.find("COMMENT");
+  if (plain != properties.end() && !plain->second.isEmpty()) {
+    for (const String& comment : plain->second) {
+      if (reporter.report(Attribute::comment, comment)) return true;
+    }
+  }
+  bool any = false;
+  for (const auto& [key, values] : properties) {
+    any = any || key.startsWith("COMMENT:");
+    if (is_named_comment(key) && !values.isEmpty() && reporter.report(comment, values.front())) return true;
+  }
+  return any;
+}
+
+void report_tags(TagLib::File& file, Reporter& reporter) {
+  const TagLib::PropertyMap properties = file.properties();
+  const auto report = [&](Attribute attribute, const char* key) {
+    const auto found = properties.find(key);
+    return found != properties.end() && reporter.report(attribute, found->second);
+  };
+  // A file may hold several tags, and its properties are those of the first. The others fill its gaps.
+  const TagLib::Tag* const all = file.tag();
+  const bool artists = report(artist, "ARTIST");
+  const bool years = report(year, "DATE");
+  const bool genres = report(genre, "GENRE");
+  const bool titles = report(title, "TITLE");
+  const bool albums = report(album, "ALBUM");
+  const bool comments = report_comment(properties, reporter);
+  const bool tracks = report(track_number, "TRACKNUMBER");
+  report(composer, "COMPOSER");
+  if (all == nullptr) return;
+  if (!artists) reporter.report(artist, all->artist());
+  if (!years) reporter.report(year, all->year());
+  if (!genres) reporter.report(genre, all->genre());
+  if (!titles) reporter.report(title, all->title());
+  if (!albums) reporter.report(album, all->album());
+  if (!comments) reporter.report(comment, all->comment());
+  if (!tracks) reporter.report(track_number, all->track());
+}
+
+struct Kind {
+  std::size_t offset;
+  std::string_view bytes;
+  const char* name;
+};
+
+// The name for the library to judge by: songs often bear the wrong extension, and ".aac" is unknown to it.
+std::string library_name(int descriptor, std::string_view extension) {
+  constexpr Kind kinds[] = {{4, "ftyp", "x.m4a"}, {0, "fLaC", "x.flac"}, {0, "RIFF", "x.wav"}, {0, "FORM", "x.aiff"}};
+  BoundedStream stream(descriptor, 16, "");
+  const TagLib::ByteVector head = stream.readBlock(8);
+  const std::string_view bytes(head.data(), head.size());
+  for (const Kind& kind : kinds) {
+    if (bytes.size() >= 8 && bytes.substr(kind.offset, kind.bytes.size()) == kind.bytes) return kind.name;
+  }
+  return extension == "aac" ? "x.mp3" : "x." + std::string(extension);
+}
+
+}  // namespace
+
+extern "C" void brindle_read_audio(int descriptor, std::uint64_t size, const char* extension, const Sink* sink) {
+  try {
+    const std::string name = library_name(descriptor, extension);
+    BoundedStream stream(descriptor, size, name.c_str());
+    const TagLib::FileRef song(&stream, false);
+    if (song.isNull() || !song.file()->isValid()) return;
+    Reporter reporter(*sink);
+    report_tags(*song.file(), reporter);
+  } catch (...) {
+    // A file that breaks the library's rules has no values.
+  }
+}
+
+}  // namespace brindle::audio_module
+
+// The library finds this function before its own, and so makes its frames here, whatever kind of file they are in.
+TagLib::ID3v2::FrameFactory* TagLib::ID3v2::FrameFactory::instance() {
+  return &brindle::audio_module::TextFrames::instance();
+}

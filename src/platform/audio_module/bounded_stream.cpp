@@ -1,0 +1,99 @@
+#include "platform/audio_module/bounded_stream.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <limits>
+#include <stdexcept>
+
+namespace brindle::audio_module {
+namespace {
+
+// The library looks for tags in steps of a kilobyte, through the whole file where there are none; tags themselves it
+// reads in one go each. Songs with large pictures need a few megabytes of the latter, junk all it can get of the
+// former.
+constexpr std::size_t step = 1024;
+constexpr std::size_t scan_budget = std::size_t{1} << 20U;
+constexpr std::size_t tag_budget = std::size_t{32} << 20U;
+constexpr std::size_t call_budget = 1'000'000;
+// Tags at the end of a file are found however long the search before them was.
+constexpr long tail_size = 4096;
+constexpr std::size_t window_capacity = 4096;
+// Boxes in boxes are read by recursion. Songs need some ten levels.
+constexpr std::ptrdiff_t stack_budget = 128 * 1024;
+
+}  // namespace
+
+BoundedStream::BoundedStream(int descriptor, std::uint64_t size, const char* name)
+    : descriptor_(descriptor),
+      size_(static_cast<long>(std::min<std::uint64_t>(size, std::numeric_limits<long>::max()))),
+      name_(name),
+      bottom_(static_cast<const char*>(__builtin_frame_address(0))),
+      calls_left_(call_budget),
+      scan_left_(scan_budget),
+      tag_left_(tag_budget) {}
+
+bool BoundedStream::spend(std::size_t bytes) {
+  if (calls_left_ == 0) throw std::runtime_error("the file asks for too much");
+  --calls_left_;
+  if (bytes <= step && position_ >= size_ - tail_size) return true;
+  std::size_t& left = bytes <= step ? scan_left_ : tag_left_;
+  if (bytes > left) return false;
+  left -= bytes;
+  return true;
+}
+
+bool BoundedStream::too_deep() const {
+  return bottom_ - static_cast<const char*>(__builtin_frame_address(0)) > stack_budget;
+}
+
+std::size_t BoundedStream::read_at(long offset, char* buffer, std::size_t count) const {
+  std::size_t done = 0;
+  while (done < count) {
+    const ssize_t got = ::pread(descriptor_, buffer + done, count - done, offset + static_cast<off_t>(done));
+    if (got < 0 && errno == EINTR) continue;
+    if (got <= 0) break;
+    done += static_cast<std::size_t>(got);
+  }
+  return done;
+}
+
+// Near the end the window takes in all of it: three kinds of tags are looked for there.
+TagLib::ByteVector BoundedStream::read_window(std::size_t count) {
+  const bool inside = position_ >= window_start_ &&
+                      position_ + static_cast<long>(count) <= window_start_ + static_cast<long>(window_size_);
+  if (!inside) {
+    window_.resize(window_capacity);
+    const long tail = std::max(0L, size_ - tail_size);
+    window_start_ = position_ >= tail ? tail : position_;
+    window_size_ = read_at(window_start_, window_.data(), window_.size());
+  }
+  const std::size_t start = std::min(static_cast<std::size_t>(position_ - window_start_), window_size_);
+  const std::size_t available = std::min(count, window_size_ - start);
+  return {window_.data() + start, static_cast<unsigned int>(available)};
+}
+
+TagLib::ByteVector BoundedStream::read_whole(std::size_t count) const {
+  TagLib::ByteVector block(static_cast<unsigned int>(count));
+  const std::size_t got = read_at(position_, block.data(), count);
+  if (got < count) block.resize(static_cast<unsigned int>(got));
+  return block;
+}
+
+TagLib::ByteVector BoundedStream::readBlock(unsigned long length) {
+  const auto rest = static_cast<unsigned long>(std::max(0L, size_ - position_));
+  const std::size_t count = std::min(length, rest);
+  if (!spend(count) || count == 0 || too_deep()) return {};
+  const TagLib::ByteVector block = count <= step ? read_window(count) : read_whole(count);
+  position_ += static_cast<long>(block.size());
+  return block;
+}
+
+void BoundedStream::seek(long offset, Position position) {
+  const long from = position == Beginning ? 0 : position == Current ? position_ : size_;
+  long target = 0;
+  if (!__builtin_add_overflow(from, offset, &target) && target >= 0) position_ = target;
+}
+
+}  // namespace brindle::audio_module

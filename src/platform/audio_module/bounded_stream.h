@@ -1,0 +1,56 @@
+#pragma once
+
+// A file as the tag library wants to see it, with an end to its patience: a file that makes it read too much, too often
+// or too deep seems to end there. One thread at a time.
+
+#include <taglib/tiostream.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace brindle::audio_module {
+
+class BoundedStream final : public TagLib::IOStream {
+ public:
+  /// Reads through `descriptor`, which stays the caller's. `name` is what the library is to take for the file's name;
+  /// the text must outlive the object. Made by the thread that reads, no deeper in
+  /// its stack than the reading.
+  BoundedStream(int descriptor, std::uint64_t size, const char* name);
+
+  TagLib::FileName name() const override { return name_; }
+  /// Throws std::runtime_error when called too often.
+  TagLib::ByteVector readBlock(unsigned long length) override;
+  void seek(long offset, Position position = Beginning) override;
+  long tell() const override { return position_; }
+  long length() override { return size_; }
+  bool readOnly() const override { return true; }
+  bool isOpen() const override { return true; }
+
+  // Nothing is ever written.
+  void writeBlock(const TagLib::ByteVector&) override {}
+  void insert(const TagLib::ByteVector&, unsigned long, unsigned long) override {}
+  void removeBlock(unsigned long, unsigned long) override {}
+  void truncate(long) override {}
+
+ private:
+  bool spend(std::size_t bytes);
+  bool too_deep() const;
+  TagLib::ByteVector read_window(std::size_t count);
+  TagLib::ByteVector read_whole(std::size_t count) const;
+  std::size_t read_at(long offset, char* buffer, std::size_t count) const;
+
+  int descriptor_;
+  long size_;
+  const char* name_;
+  const char* bottom_;  // of the stack, as far as the reading goes
+  long position_ = 0;
+  long window_start_ = 0;
+  std::size_t window_size_ = 0;
+  std::vector<char> window_;
+  std::size_t calls_left_;
+  std::size_t scan_left_;
+  std::size_t tag_left_;
+};
+
+}  // namespace brindle::audio_module

@@ -1,0 +1,214 @@
+// What songs say about themselves, from bytes as other programs write them, and from bytes that nobody should write.
+
+#include "platform/audio_file.h"
+
+#include <gmock/gmock.h>
+#include <sys/stat.h>
+
+#include <filesystem>
+
+#include "files/audio_attributes.h"
+#include "files/song_bytes.h"
+#include "platform/file_name.h"
+#include "support/temp_tree.h"
+
+namespace brindle::test {
+namespace {
+
+using testing::Each;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/// Artist, year, genre, title, album, comment, track number, composer.
+std::vector<std::string> read_texts(const std::string& path) {
+  std::vector<std::string> texts;
+  for (const std::u16string& text : read_audio_attributes(path)) texts.push_back(to_utf8(text));
+  return texts;
+}
+
+class AudioFile : public testing::Test {
+ protected:
+  std::vector<std::string> texts(std::string_view bytes, const std::string& name = "song.mp3") const {
+    return read_texts(write_file(tree_ / name, bytes));
+  }
+  std::string title(std::string_view bytes, const std::string& name = "song.mp3") const {
+    return texts(bytes, name)[3];
+  }
+
+  TempTree tree_;
+};
+
+TEST_F(AudioFile, ReadsEveryVersionOfId3) {
+  const auto expected = ElementsAre("Br\xC3\xAAl", "1964", "Rock", "Amsterdam", "Olympia", "Live", "3", "Jouannest");
+  const std::string music = mp3_frames(20);
+  EXPECT_THAT(texts(id3_tag(2, text_frame(2, "TP1", "Br\xEAl") + text_frame(2, "TYE", "1964") +
+                                   text_frame(2, "TCO", "(17)") + text_frame(2, "TT2", "Amsterdam") +
+                                   text_frame(2, "TAL", "Olympia") + comment_frame(2, "", "Live") +
+                                   text_frame(2, "TRK", "03/12") + text_frame(2, "TCM", "Jouannest")) +
+                    music),
+              expected);
+  EXPECT_THAT(texts(id3_tag(3, comment_frame(3, "iTunNORM", " 0000044E 00000061") + text_frame(3, "TPE1", "Br\xEAl") +
+                                   text_frame(3, "TYER", "1964") + text_frame(3, "TDAT", "1610") +
+                                   text_frame(3, "TCON", "(17)") + text_frame(3, "TIT2", "Amsterdam") +
+                                   text_frame(3, "TALB", "Olympia") + comment_frame(3, "", "Live") +
+                                   text_frame(3, "TRCK", "3") + text_frame(3, "TCOM", "Jouannest")) +
+                    music),
+              expected);
+  EXPECT_THAT(texts(id3_tag(4, text_frame(4, "TPE1", "Br\xC3\xAAl") + text_frame(4, "TDRC", "1964-10-16T20:30") +
+                                   text_frame(4, "TCON", "17") + text_frame(4, "TIT2", "Amsterdam") +
+                                   text_frame(4, "TALB", "Olympia") +
+                                   text_frame(4, "TXXX", std::string_view("comment\0Live", 12)) +
+                                   text_frame(4, "TRCK", "3/12") + text_frame(4, "TCOM", "Jouannest")) +
+                    music),
+              expected);
+}
+
+TEST_F(AudioFile, SeveralArtistsStaySeveral) {
+  const std::string id3 = id3_tag(4, text_frame(4, "TPE1", std::string_view("Ella/Joe\0Louis", 14)));
+  const std::string mp4 =
+      mp4_song(box("\xA9"
+                   "ART",
+                   mp4_value("Ella/Joe") + mp4_value("Louis")));
+  EXPECT_EQ(texts(id3 + mp3_frames(2))[0], "Ella/Joe,Louis");
+  EXPECT_EQ(texts(mp4, "song.m4a")[0], "Ella/Joe,Louis");
+}
+
+TEST_F(AudioFile, ReadsMp4WhateverItIsCalled) {
+  const std::string song = mp4_song(box("\xA9"
+                                        "ART",
+                                        mp4_value("Brel")) +
+                                    box("\xA9"
+                                        "day",
+                                        mp4_value("1964-10-16T07:00:00Z")) +
+                                    box("\xA9"
+                                        "gen",
+                                        mp4_value("Chanson")) +
+                                    box("\xA9"
+                                        "nam",
+                                        mp4_value("Amsterdam")) +
+                                    box("\xA9"
+                                        "alb",
+                                        mp4_value("Olympia")) +
+                                    box("\xA9"
+                                        "cmt",
+                                        mp4_value("Live")) +
+                                    box("trkn", mp4_value(std::string_view("\0\0\0\3\0\14\0\0", 8), '\0')) +
+                                    box("\xA9"
+                                        "wrt",
+                                        mp4_value("Jouannest")));
+  const auto expected = ElementsAre("Brel", "1964", "Chanson", "Amsterdam", "Olympia", "Live", "3", "Jouannest");
+  for (const char* name : {"song.m4a", "SONG.M4B", "song.mp3", "song"})
+    EXPECT_THAT(texts(song, name), expected) << name;
+}
+
+TEST_F(AudioFile, TheSecondTagFillsTheGapsOfTheFirst) {
+  const std::string old_tag = id3v1_tag("Old title", "Old artist", 7);
+  EXPECT_THAT(texts(mp3_frames(20) + old_tag),
+              ElementsAre("Old artist", "1964", "Rock", "Old title", "Album", "Note", "7", ""));
+  const std::string new_tag = id3_tag(3, text_frame(3, "TIT2", "New title") + text_frame(3, "TRCK", "0"));
+  EXPECT_THAT(texts(new_tag + mp3_frames(20) + old_tag),
+              ElementsAre("Old artist", "1964", "Rock", "New title", "Album", "Note", "", ""));
+}
+
+TEST_F(AudioFile, CommentsOfPlayersAreNoComments) {
+  const std::string note = comment_frame(3, "iTunSMPB", "00000000 00000210");
+  EXPECT_EQ(texts(id3_tag(3, note) + mp3_frames(2))[5], "");
+  EXPECT_EQ(texts(id3_tag(3, note + comment_frame(3, "Review", "Fine")) + mp3_frames(2))[5], "Fine");
+}
+
+TEST_F(AudioFile, FindsTagsInAacAndBehindJunk) {
+  const std::string tag = id3_tag(3, text_frame(3, "TIT2", "Amsterdam"));
+  const std::string adts = "\xFF\xF1\x50\x80\x04\x3F\xFC" + std::string(26, '\0');
+  EXPECT_EQ(title(tag + adts + adts, "song.aac"), "Amsterdam");
+  EXPECT_EQ(title(std::string(5000, '\0') + tag + mp3_frames(2)), "Amsterdam");
+  // More junk than anybody cares to search; the end is looked at all the same.
+  const std::string junk(std::size_t{3} << 20U, 'j');
+  EXPECT_EQ(title(junk + tag + mp3_frames(2)), "");
+  EXPECT_EQ(title(junk + id3v1_tag("Amsterdam", "", 1)), "Amsterdam");
+}
+
+TEST_F(AudioFile, ValuesEndAtNulAndHaveALimit) {
+  const std::string padded =
+      mp4_song(box("\xA9"
+                   "nam",
+                   mp4_value(std::string_view("Amster\0dam", 10))));
+  EXPECT_EQ(title(padded, "song.m4a"), "Amster");
+  const std::string endless =
+      mp4_song(box("\xA9"
+                   "nam",
+                   mp4_value(std::string(1'000'000, 'x'))));
+  EXPECT_EQ(title(endless, "song.m4a"), std::string(4096, 'x'));
+}
+
+TEST_F(AudioFile, OnlyRegularFilesAreOpened) {
+  const std::string pipe = tree_ / "pipe.mp3";
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  std::filesystem::create_directory(tree_ / "folder.mp3");
+  for (const std::string& path :
+       {pipe, tree_ / "folder.mp3", tree_ / "missing.mp3", std::string("/dev/zero"), std::string()}) {
+    EXPECT_THAT(read_texts(path), Each(IsEmpty())) << path;
+  }
+}
+
+/// Boxes in boxes, to the given depth: only the headers, each of which claims the rest of the file.
+std::string nested_boxes(std::size_t depth) {
+  std::string bytes = box("ftyp", std::string("M4A \0\0\0\0", 8));
+  const std::size_t size = bytes.size() + depth * 8;
+  while (bytes.size() < size) bytes += big_endian(size - bytes.size(), 4) + "moov";
+  return bytes;
+}
+
+/// Chapters in chapters.
+std::string nested_chapters(std::size_t depth) {
+  const std::string fields = "c" + std::string(17, '\0');
+  std::string bytes;
+  for (std::size_t level = depth; level > 0; --level) {
+    bytes += "CHAP" + big_endian(level * (10 + fields.size()) - 10, 4, 7) + std::string(2, '\0') + fields;
+  }
+  return id3_tag(4, bytes);
+}
+
+// Packed, each byte stands for some thousand; here it need not even be honest.
+std::string packed_frame(std::string_view id) {
+  return id3_frame(3, id, std::string(4, '\x7F') + "\x78\x9C" + std::string(5000, '\xFF'),
+                   std::string_view("\0\x80", 2));
+}
+
+TEST_F(AudioFile, HostileFilesHaveNoValuesAndDoNoHarm) {
+  const std::string whole =
+      mp4_song(box("\xA9"
+                   "nam",
+                   mp4_value("Amsterdam")));
+  const std::string huge_frame = "TIT2" + std::string(4, '\x7F') + std::string(2, '\0') + "\3x";
+  const std::string lying_tag = "ID3\4" + std::string(2, '\0') + std::string(4, '\x7F') + huge_frame;
+  const std::string bytes[] = {
+      "",
+      "I",
+      "ID3",
+      "ftyp",
+      std::string(100, '\xFF'),
+      whole.substr(0, whole.size() - 20),
+      lying_tag,
+      nested_boxes(200'000),
+      nested_chapters(500'000),
+      id3_tag(3, packed_frame("TIT2") + packed_frame("APIC")),
+      "fLaC" + std::string(4, '\xFF') + std::string(3000, '\0'),
+      "RIFF" + std::string(4, '\xFF') + "WAVEid3 " + lying_tag,
+      "FORM" + big_endian(0xFFFFFFFF, 4) + "AIFFID3 " + big_endian(15'000'000, 4) + nested_chapters(500'000)};
+  for (const std::string& each : bytes) {
+    for (const char* name : {"x.mp3", "x.m4a", "x.aac", "x.flac", "x.ogg", "x.wma", "x.ape", "x.xm", "x"}) {
+      EXPECT_THAT(texts(each, name), Each(IsEmpty())) << name << ": " << each.substr(0, 16);
+    }
+  }
+}
+
+// What cannot be trusted is left out, not the rest with it.
+TEST_F(AudioFile, TextsBesideAHostileFrameAreRead) {
+  const std::string text = text_frame(3, "TIT2", "Amsterdam");
+  EXPECT_EQ(title(id3_tag(3, packed_frame("TPE1") + text) + mp3_frames(2)), "Amsterdam");
+  const std::string chapters = nested_chapters(100'000).substr(10);
+  EXPECT_EQ(title(id3_tag(4, chapters + text_frame(4, "TIT2", "Amsterdam")) + mp3_frames(2)), "Amsterdam");
+}
+
+}  // namespace
+}  // namespace brindle::test
