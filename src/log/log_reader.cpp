@@ -1,123 +1,23 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <array>
-#include <cstring>
+#include <cerrno>
 #include <new>
 #include <pugixml.hpp>
+#include <utility>
 
 #include "log/checksum.h"
+#include "log/log_entry_reader.h"
 #include "log/rename_log.h"
 #include "platform/atomic_file.h"
-#include "platform/xml_text.h"
 
 namespace brindle {
 namespace {
 
 constexpr std::size_t largest_log = std::size_t{4} << 30U;
 
-constexpr std::string_view missing_attribute = "an attribute of the entry is missing";
-constexpr std::string_view bad_folder = "the entry's folder is not an absolute path";
-constexpr std::string_view bad_name = "the entry's name is not that of a file";
-constexpr std::string_view bad_bytes = "the entry's exact name is garbled";
-
-bool can_be_name(std::string_view name) {
-  return !name.empty() && name != "." && name != ".." && name.find('/') == std::string_view::npos &&
-         name.find('\0') == std::string_view::npos;
-}
-
-bool can_be_folder(std::string_view path) {
-  return path.starts_with('/') && path.find('\0') == std::string_view::npos;
-}
-
-// The attributes of an element "file"; null where one is missing.
-struct RawEntry {
-  static constexpr std::array<std::string_view, 6> names = {"srclocation", "tarlocation", "srcfilename",
-                                                            "tarfilename", "srcbytes",    "tarbytes"};
-  std::array<const char*, 6> values{};
-
-  explicit RawEntry(const pugi::xml_node& element) {
-    for (const pugi::xml_attribute attribute : element.attributes()) {
-      const auto* const name = std::find(names.begin(), names.end(), attribute.name());
-      if (name == names.end()) continue;
-      const char*& value = values[static_cast<std::size_t>(name - names.begin())];
-      if (value == nullptr) value = attribute.value();
-    }
-  }
-  bool complete() const {
-    return std::all_of(values.begin(), values.begin() + 4, [](const char* value) { return value != nullptr; });
-  }
-};
-
-/// Turns elements into entries. Keeps each folder once, as long as entries of the same folder follow one another.
-class EntryReader {
- public:
-  explicit EntryReader(LogFile& log) : log_(log) {}
-
-  void add(const pugi::xml_node& element) {
-    const RawEntry raw(element);
-    LogEntry entry;
-    std::string_view fault = missing_attribute;
-    if (raw.complete()) fault = read_side(raw.values[0], raw.values[2], raw.values[4], source_);
-    if (fault.empty()) fault = read_side(raw.values[1], raw.values[3], raw.values[5], target_);
-    if (fault.empty()) entry = {source_.folder, keep(source_.name), target_.folder, keep(target_.name), {}};
-    entry.fault = fault;
-    log_.entries.push_back(entry);
-  }
-
- private:
-  struct Side {
-    std::string folder_bytes;
-    std::string_view folder;  // the same, kept
-    std::string name;
-  };
-
-  std::string_view keep(std::string_view bytes) { return log_.texts.keep(bytes); }
-
-  std::string_view read_side(const char* location, const char* name, const char* exact, Side& side) {
-    scratch_ = location;
-    side.name = name;
-    if (exact != nullptr) {
-      if (!percent_decode(exact, exact_)) return bad_bytes;
-      take_exact(side);
-    } else {
-      std::replace(side.name.begin(), side.name.end(), '/', ':');
-      restore_bytes(scratch_);
-      restore_bytes(side.name);
-    }
-    while (scratch_.size() > 1 && scratch_.back() == '/') scratch_.pop_back();
-    if (!can_be_folder(scratch_)) return bad_folder;
-    if (!can_be_name(side.name)) return bad_name;
-    use_folder(side);
-    return {};
-  }
-
-  // A whole path is known by its leading "/".
-  void take_exact(Side& side) {
-    if (!exact_.starts_with('/')) {
-      restore_bytes(scratch_);
-      side.name = exact_;
-      return;
-    }
-    const std::size_t slash = exact_.rfind('/');
-    scratch_ = exact_.substr(0, std::max<std::size_t>(slash, 1));
-    side.name = exact_.substr(slash + 1);
-  }
-
-  void use_folder(Side& side) {
-    if (side.folder_bytes == scratch_) return;
-    side.folder_bytes = scratch_;
-    // Most logs name the same folder on both sides.
-    const Side& other = &side == &source_ ? target_ : source_;
-    side.folder = other.folder_bytes == scratch_ ? other.folder : keep(scratch_);
-  }
-
-  LogFile& log_;
-  Side source_;
-  Side target_;
-  std::string scratch_;
-  std::string exact_;
-};
+// Nothing but references is turned into anything else: blanks, tabs and line ends in a name are the name's.
+constexpr unsigned parsing = pugi::parse_escapes;
 
 // XML has no NUL; the parser would end the value there, and the entry would mean another file.
 bool refers_to_nul(std::string_view xml) {
@@ -131,14 +31,7 @@ bool refers_to_nul(std::string_view xml) {
   return false;
 }
 
-std::string_view parse(std::string& content, LogFile& log) {
-  log.checksum = checksum_of(content);
-  if (refers_to_nul(content)) return "it refers to a character that XML does not have";
-  pugi::xml_document document;
-  // Nothing but references is turned into anything else: blanks, tabs and line ends in a name are the name's.
-  const pugi::xml_parse_result result =
-      document.load_buffer_inplace(content.data(), content.size(), pugi::parse_escapes);
-  if (!result) return result.description();
+std::string_view read_root(const pugi::xml_document& document, LogFile& log) {
   const pugi::xml_node root = document.document_element();
   if (std::string_view(root.name()) != "files") return "its root element is not “files”";
   for (pugi::xml_node next = root.next_sibling(); next; next = next.next_sibling()) {
@@ -146,27 +39,144 @@ std::string_view parse(std::string& content, LogFile& log) {
   }
   log.appversion = root.attribute("appversion").value();
   log.type = root.attribute("type").value();
-  EntryReader reader(log);
-  for (const pugi::xml_node element : root.children("file")) reader.add(element);
   return {};
+}
+
+// Any log, in memory as a whole.
+std::string_view read_document(std::string& xml, LogFile& log) {
+  log.checksum = checksum_of(xml);
+  if (refers_to_nul(xml)) return "it refers to a character that XML does not have";
+  pugi::xml_document document;
+  const pugi::xml_parse_result result = document.load_buffer_inplace(xml.data(), xml.size(), parsing);
+  if (!result) return result.description();
+  const std::string_view fault = read_root(document, log);
+  LogEntryReader reader(log);
+  if (fault.empty()) {
+    for (const pugi::xml_node element : document.document_element().children("file")) reader.add(element);
+  }
+  return fault;
+}
+
+/// Logs laid out as this program writes them, an element a line, are read a piece at a time: a fraction of the memory,
+/// and of the time. Whatever looks any different makes read() give up, and the log is read as a whole.
+class LineReader {
+ public:
+  LineReader(FileReader& file, LogFile& log) : file_(file), log_(log), entries_(log) {}
+
+  bool read() {
+    fill();
+    if (!read_start()) return false;
+    while (!rest_.starts_with(end_)) {
+      if (!read_lines(whole_lines())) return false;
+      fill();
+    }
+    log_.checksum = checksum_.value();
+    return at_end_ && file_.error() == 0 && rest_ == end_;
+  }
+
+ private:
+  static constexpr std::string_view start_ = R"(<?xml version="1.0" encoding="UTF-8"?>)"
+                                             "\n<files ";
+  static constexpr std::string_view entry_ = "    <file ";
+  static constexpr std::string_view end_ = "</files>\n";
+  static constexpr std::size_t piece_ = std::size_t{128} * 1024;
+
+  // Reads on behind what is left of the last piece.
+  void fill() {
+    const std::size_t kept = rest_.size();
+    std::copy(rest_.begin(), rest_.end(), buffer_.begin());
+    buffer_.resize(kept + piece_);
+    const std::size_t got = file_.read(buffer_.data() + kept, piece_);
+    at_end_ = got < piece_;
+    rest_ = std::string_view(buffer_.data(), kept + got);
+    checksum_.add(rest_.substr(kept));
+  }
+
+  // All before the first entry: with the root's end tag it is a document of its own.
+  bool read_start() {
+    const std::size_t size = rest_.find(entry_);
+    if (size == std::string_view::npos || !rest_.starts_with(start_)) return false;
+    const std::string start = std::string(rest_.substr(0, size)).append(end_);
+    rest_.remove_prefix(size);
+    return !refers_to_nul(start) && document_.load_buffer(start.data(), start.size(), parsing) &&
+           read_root(document_, log_).empty() && !document_.document_element().first_child();
+  }
+
+  // The bytes of the lines at hand that hold an entry each.
+  std::size_t whole_lines() const {
+    std::size_t size = 0;
+    for (;;) {
+      const std::size_t end = rest_.find('\n', size);
+      if (end == std::string_view::npos || !rest_.substr(size).starts_with(entry_)) return size;
+      if (!rest_.substr(0, end).ends_with("/>")) return size;
+      size = end + 1;
+    }
+  }
+
+  // What the parser takes differently in a piece than in a whole.
+  static bool is_odd(std::string_view lines) {
+    return lines.find("<!") != std::string_view::npos || lines.find('\0') != std::string_view::npos;
+  }
+
+  bool read_lines(std::size_t size) {
+    const std::string_view lines = rest_.substr(0, size);
+    if (lines.empty() || refers_to_nul(lines) || is_odd(lines)) return false;
+    char* const start = buffer_.data() + (rest_.data() - buffer_.data());
+    rest_.remove_prefix(size);
+    if (!document_.load_buffer_inplace(start, size, parsing | pugi::parse_fragment)) return false;
+    for (auto element = document_.first_child(); element; element = element.next_sibling()) {
+      if (std::string_view(element.name()) != "file") return false;
+      entries_.add(element);
+    }
+    if (!reserved_) log_.entries.reserve(log_.entries.size() * (file_.size() / size + 1));
+    reserved_ = true;  // after the first piece the number of the rest can be told
+    return true;
+  }
+
+  FileReader& file_;
+  LogFile& log_;
+  LogEntryReader entries_;
+  Checksum checksum_;
+  std::string buffer_;
+  std::string_view rest_;  // of the buffer, not yet read
+  bool at_end_ = false;
+  bool reserved_ = false;
+  pugi::xml_document document_;
+};
+
+// 0 or errno; what the content of the file is to blame for is in log.error.
+int read_file(const std::string& path, LogFile& log) {
+  FileReader file;
+  int error = file.open(path);
+  if (error == 0 && file.size() > largest_log) error = EFBIG;
+  if (error != 0 || LineReader(file, log).read()) return error;
+  std::string xml;
+  error = read_regular_file(path, largest_log, xml);
+  log = error == 0 ? read_log_text(std::move(xml)) : LogFile();
+  return error;
 }
 
 }  // namespace
 
+LogFile read_log_text(std::string xml) {
+  LogFile log;
+  const std::string_view reason = read_document(xml, log);
+  if (reason.empty()) return log;
+  LogFile failed;
+  failed.error = reason;
+  return failed;
+}
+
 LogFile readLogFile(const std::string& path) {
   LogFile log;
-  std::string reason;
   try {
-    std::string content;
-    const int error = read_regular_file(path, largest_log, content);
-    reason = error == 0 ? std::string(parse(content, log)) : system_error_text(error);
+    const int error = read_file(path, log);
+    if (error != 0) log.error = system_error_text(error);
   } catch (const std::bad_alloc&) {
-    reason = "there is not enough memory for it";
-  }
-  if (!reason.empty()) {
     log = {};
-    log.error = fmt::format("“{}” cannot be read as a rename log: {}", path, reason);
+    log.error = "there is not enough memory for it";
   }
+  if (!log.error.empty()) log.error = fmt::format("“{}” cannot be read as a rename log: {}", path, log.error);
   return log;
 }
 

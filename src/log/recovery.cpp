@@ -92,7 +92,8 @@ std::string write_log(const JournalReader& journal, const std::string& path, Rec
 // Whether a finished log is this run's: its entries are some of the journal's, in the same order.
 bool is_log_of(const JournalReader& journal, const LogFile& log) {
   if (!log.error.empty() || log.type != (journal.info().isFolders ? "FOLDERS" : "FILES")) return false;
-  // Following a renamed folder may have changed the old name as well, where the folder's whole path recurs in the item's.
+  // Following a renamed folder may have changed the old name as well, where the folder's whole path recurs in the
+  // item's.
   const bool follows = journal.info().paths_follow;
   auto intended = journal.entries().begin();
   const auto end = journal.entries().end();

@@ -97,6 +97,8 @@ struct LogFile {
 /// below the root "files"; one that lacks an attribute, whose folder is not absolute, or whose name cannot be that of
 /// an entry (empty, ".", "..", with "/" or NUL) is there with its fault.
 LogFile readLogFile(const std::string& path);
+/// The same for the content of a file; the error does not name any then.
+LogFile read_log_text(std::string xml);
 
 // Listing and deleting.
 

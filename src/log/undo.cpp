@@ -126,8 +126,12 @@ class Undoing {
 }  // namespace
 
 UndoResult undoRenaming(const std::string& log_path, const JobControl& control, const UndoReport& report) {
+  return undoRenaming(log_path, readLogFile(log_path), control, report);
+}
+
+UndoResult undoRenaming(const std::string& log_path, const LogFile& log, const JobControl& control,
+                        const UndoReport& report) {
   UndoResult result;
-  const LogFile log = readLogFile(log_path);
   result.error = log.error;
   result.entries = log.entries.size();
   UndoProgress progress;

@@ -29,5 +29,8 @@ struct UndoResult {
 /// that cannot be read is kept. Killed at any moment, it can be run again: how far it got stands in a small file beside
 /// the log.
 UndoResult undoRenaming(const std::string& log_path, const JobControl& control, const UndoReport& report = {});
+/// The same with the log already read from `log_path`.
+UndoResult undoRenaming(const std::string& log_path, const LogFile& log, const JobControl& control,
+                        const UndoReport& report = {});
 
 }  // namespace brindle

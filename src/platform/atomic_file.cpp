@@ -64,23 +64,6 @@ int write_and_place(AtomicFile& file, const std::string& path, std::string_view 
   return error != 0 ? error : file.place_over(path);
 }
 
-int read_all(int descriptor, std::size_t limit, std::string& content) {
-  struct stat status {};
-  if (::fstat(descriptor, &status) != 0) return errno;
-  if (!S_ISREG(status.st_mode)) return EINVAL;
-  const auto size = static_cast<std::size_t>(status.st_size);
-  if (size > limit) return EFBIG;
-  content.resize(size);
-  for (std::size_t filled = 0; filled < size;) {
-    const ssize_t got = ::read(descriptor, content.data() + filled, size - filled);
-    if (got < 0 && errno != EINTR) return errno;
-    if (got == 0) content.resize(filled);
-    if (got == 0) break;
-    filled += got > 0 ? static_cast<std::size_t>(got) : 0;
-  }
-  return 0;
-}
-
 }  // namespace
 
 AtomicFile::AtomicFile(AtomicFile&& other) noexcept
@@ -158,16 +141,40 @@ std::string write_file_atomically(const std::string& path, std::string_view cont
   return error == 0 ? std::string() : fmt::format("“{}” cannot be written: {}", path, system_error_text(error));
 }
 
-int read_regular_file(const std::string& path, std::size_t limit, std::string& content) {
+FileReader::~FileReader() {
+  if (descriptor_ >= 0) ::close(descriptor_);
+}
+
+int FileReader::open(const std::string& path) {
   struct stat status {};
   if (::stat(path.c_str(), &status) != 0) return errno;
   if (S_ISDIR(status.st_mode)) return EISDIR;
   if (!S_ISREG(status.st_mode)) return EINVAL;  // opening a device can do things
-  const int descriptor = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
-  if (descriptor < 0) return errno;
-  const int error = read_all(descriptor, limit, content);
-  ::close(descriptor);
-  return error;
+  descriptor_ = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+  if (descriptor_ < 0 || ::fstat(descriptor_, &status) != 0) return errno;
+  size_ = static_cast<std::size_t>(status.st_size);
+  return S_ISREG(status.st_mode) ? 0 : EINVAL;
+}
+
+std::size_t FileReader::read(char* buffer, std::size_t size) {
+  std::size_t filled = 0;
+  while (filled < size && error_ == 0) {
+    const ssize_t got = ::read(descriptor_, buffer + filled, size - filled);
+    if (got == 0) break;
+    if (got > 0) filled += static_cast<std::size_t>(got);
+    if (got < 0 && errno != EINTR) error_ = errno;
+  }
+  return filled;
+}
+
+int read_regular_file(const std::string& path, std::size_t limit, std::string& content) {
+  FileReader file;
+  const int error = file.open(path);
+  if (error != 0) return error;
+  if (file.size() > limit) return EFBIG;
+  content.resize(file.size());
+  content.resize(file.read(content.data(), content.size()));
+  return file.error();
 }
 
 int sync_folder_of(const std::string& path) {

@@ -44,8 +44,29 @@ class AtomicFile {
 /// success.
 std::string write_file_atomically(const std::string& path, std::string_view content);
 
-/// Reads a regular file of at most `limit` bytes; never waits on a pipe or device. Returns 0 or errno (EFBIG: too
-/// large).
+/// Reads a regular file from its start; never waits on a pipe or device.
+class FileReader {
+ public:
+  FileReader() = default;
+  FileReader(const FileReader&) = delete;
+  FileReader& operator=(const FileReader&) = delete;
+  ~FileReader();
+
+  /// Returns 0 or errno (EINVAL for what is no regular file).
+  int open(const std::string& path);
+  /// In bytes, when the file was opened.
+  std::size_t size() const { return size_; }
+  /// Fills `buffer` as far as the file goes and returns how far. After a failure `error()` is not 0.
+  std::size_t read(char* buffer, std::size_t size);
+  int error() const { return error_; }
+
+ private:
+  int descriptor_ = -1;
+  int error_ = 0;
+  std::size_t size_ = 0;
+};
+
+/// Reads a regular file of at most `limit` bytes. Returns 0 or errno (EFBIG: too large).
 int read_regular_file(const std::string& path, std::size_t limit, std::string& content);
 
 /// Brings the entries of the folder that holds `path` to the disk. Returns 0 or errno.
