@@ -36,7 +36,9 @@ EntryKindBits kind_of(const FolderHandle& folder, const FolderEntry& entry) {
   return {kind_bits(leads_to_folder, true, leads_to_folder && is_package_name(entry.name)), false};
 }
 
-bool is_hidden(std::string_view name) { return name.starts_with('.'); }
+bool is_hidden(std::string_view name) {
+  return name.starts_with('.');
+}
 
 // The rest of a folder's listing, packed, while a subfolder in the middle of it is walked.
 class PendingEntries {
@@ -157,7 +159,8 @@ bool Walk::admit(const Level& level, std::string_view name, EntryKindBits kind, 
   return kind.is_real_folder;
 }
 
-// Reads a folder to its end, at once: what comes before the first subfolder goes straight into the list, the rest waits.
+// Reads a folder to its end, at once: what comes before the first subfolder goes straight into the list, the rest
+// waits.
 void Walk::list(FolderId folder) {
   open_.open(files_.folders(), folder);
   const FolderHandle& handle = open_.handle();
@@ -188,8 +191,8 @@ GatherResult addFilesToList(FileList& files, std::span<const std::string> paths,
   return Walk(files, options, disk_names, control).run(paths);
 }
 
-GatherResult addFiles(FileList& files, std::span<const std::string> paths, const GatherOptions& options, DiskNames* disk_names,
-                      const JobControl& control) {
+GatherResult addFiles(FileList& files, std::span<const std::string> paths, const GatherOptions& options,
+                      DiskNames* disk_names, const JobControl& control) {
   const GatherResult result = addFilesToList(files, paths, options, disk_names, control);
   if (result.searchFilesCount == 0 || !options.isFolders || !options.isIncludeSubFolders) return result;
   // Who chose a folder with its subfolders means what is in it, not the folder itself.

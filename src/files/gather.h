@@ -14,7 +14,7 @@ namespace brindle {
 
 /// What is gathered.
 struct GatherOptions {
-  bool isFolders = false;          ///< folders are the items; else files (and packages, links, and what is neither)
+  bool isFolders = false;  ///< folders are the items; else files (and packages, links, and what is neither)
   bool isIncludeSubFolders = true;
   bool include_hidden = false;     ///< admit names that begin with "."
   bool renames_from_list = false;  ///< the method is rename-from-list: every item starts at "No Changes"
@@ -27,12 +27,12 @@ struct GatherResult {
   bool cancelled = false;
 };
 
-/// The load job. Walks absolute paths in the given order, folders before what they hold, and appends what it accepts to the
-/// list, never a path twice. In folders mode with subfolders the given folders themselves leave the list again (and stay in
-/// the duplicate set). Unreadable folders yield nothing; links and packages are never entered; no depth is too deep.
-/// `disk_names` (may be null) is told what the listings hold, so that a preview need not list the folders again.
-GatherResult addFiles(FileList& files, std::span<const std::string> paths, const GatherOptions& options, DiskNames* disk_names,
-                      const JobControl& control);
+/// The load job. Walks absolute paths in the given order, folders before what they hold, and appends what it accepts to
+/// the list, never a path twice. In folders mode with subfolders the given folders themselves leave the list again (and
+/// stay in the duplicate set). Unreadable folders yield nothing; links and packages are never entered; no depth is too
+/// deep. `disk_names` (may be null) is told what the listings hold, so that a preview need not list the folders again.
+GatherResult addFiles(FileList& files, std::span<const std::string> paths, const GatherOptions& options,
+                      DiskNames* disk_names, const JobControl& control);
 
 /// The walk alone, without taking the given folders out again.
 GatherResult addFilesToList(FileList& files, std::span<const std::string> paths, const GatherOptions& options,

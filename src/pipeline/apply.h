@@ -12,18 +12,18 @@ namespace brindle {
 
 /// How a run is to be made; taken from the settings record.
 struct ApplyOptions {
-  bool isFolders = false;            ///< the list holds folders
+  bool isFolders = false;  ///< the list holds folders
   bool isIncludeSubFolders = true;
   std::int32_t selectedTab = 0;
   std::int32_t generalOptionIndex = 0;
-  bool is_chain = false;             ///< the names came from a chain of rules
-  std::string log_folder;            ///< absolute; must exist
-  bool without_log = false;          ///< the person chose to go on although no log can be written
+  bool is_chain = false;     ///< the names came from a chain of rules
+  std::string log_folder;    ///< absolute; must exist
+  bool without_log = false;  ///< the person chose to go on although no log can be written
 };
 
 struct ApplyResult {
   std::size_t renamed = 0;
-  std::size_t attempted = 0;           ///< rows that carried a proposed name and were reached
+  std::size_t attempted = 0;  ///< rows that carried a proposed name and were reached
   bool cancelled = false;
   bool isHasFilesForRenaming = false;  ///< some rows still carry a proposed name
   bool log_failed = false;             ///< no log could be created; nothing was renamed unless without_log
@@ -32,10 +32,10 @@ struct ApplyResult {
 };
 
 /// Renames every row that carries a proposed name, in list order; where folders below folders are renamed, and with
-/// rename-from-list, the list is sorted by location first, so that parents go before what they hold, and the paths below a
-/// renamed folder follow it. Nothing on disk is ever replaced: a row whose target is taken gets "… Already Exists", one whose
-/// rename fails gets "No Changes" and the reason. A cancelled run leaves the rows not reached as they were.
-/// The rows' statuses and paths, and the duplicate set, are up to date afterwards.
+/// rename-from-list, the list is sorted by location first, so that parents go before what they hold, and the paths
+/// below a renamed folder follow it. Nothing on disk is ever replaced: a row whose target is taken gets "… Already
+/// Exists", one whose rename fails gets "No Changes" and the reason. A cancelled run leaves the rows not reached as
+/// they were. The rows' statuses and paths, and the duplicate set, are up to date afterwards.
 ApplyResult applyRenames(FileList& files, const ApplyOptions& options, const JobControl& control);
 
 }  // namespace brindle

@@ -1,5 +1,7 @@
 #include "pipeline/disk_names.h"
 
+#include <linux/fs.h>
+#include <linux/magic.h>
 #include <sys/ioctl.h>
 #include <sys/vfs.h>
 #include <time.h>
@@ -8,23 +10,23 @@
 #include <array>
 #include <bit>
 
-#include <linux/fs.h>
-#include <linux/magic.h>
-
 #include "platform/hash.h"
 
 namespace brindle {
 namespace {
 
-// Below so many tests a listing does not pay, and a folder with more than so many other entries a test is not listed whole.
+// Below so many tests a listing does not pay, and a folder with more than so many other entries a test is not listed
+// whole.
 constexpr std::size_t fewest_tests = 24;
 constexpr std::size_t most_entries_a_test = 40;
 
 // 0 marks a free place in the set.
-std::uint64_t name_hash(std::string_view name) { return hash_bytes(name) | 1U; }
+std::uint64_t name_hash(std::string_view name) {
+  return hash_bytes(name) | 1U;
+}
 
-// A file system stamps a change with the time of its last tick, so a change right after a listing can leave the stamp as it
-// was. A stamp counts only when it was old already at the time of the listing.
+// A file system stamps a change with the time of its last tick, so a change right after a listing can leave the stamp
+// as it was. A stamp counts only when it was old already at the time of the listing.
 bool is_settled(const FolderStamp& stamp) {
   constexpr std::int64_t tick_ns = 20'000'000;
   timespec now{};
@@ -37,8 +39,9 @@ constexpr std::uint32_t casefold_flag = 0x40000000;  // FS_CASEFOLD_FL: ext4, f2
 
 // Disks that tell names apart byte by byte, unless a folder says otherwise.
 bool disk_is_exact(int descriptor) {
-  constexpr std::array<std::uint32_t, 8> exact = {EXT4_SUPER_MAGIC, XFS_SUPER_MAGIC,  BTRFS_SUPER_MAGIC,     TMPFS_MAGIC,
-                                                  F2FS_SUPER_MAGIC, NFS_SUPER_MAGIC, OVERLAYFS_SUPER_MAGIC, RAMFS_MAGIC};
+  constexpr std::array<std::uint32_t, 8> exact = {EXT4_SUPER_MAGIC,      XFS_SUPER_MAGIC,  BTRFS_SUPER_MAGIC,
+                                                  TMPFS_MAGIC,           F2FS_SUPER_MAGIC, NFS_SUPER_MAGIC,
+                                                  OVERLAYFS_SUPER_MAGIC, RAMFS_MAGIC};
   struct statfs disk {};
   if (::fstatfs(descriptor, &disk) != 0) return false;
   const auto type = static_cast<std::uint32_t>(disk.f_type);
@@ -47,7 +50,9 @@ bool disk_is_exact(int descriptor) {
   return ::ioctl(descriptor, FS_IOC_GETFLAGS, &flags) != 0 || (static_cast<std::uint32_t>(flags) & casefold_flag) == 0;
 }
 
-bool is_letter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
+bool is_letter(char c) {
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+}
 
 }  // namespace
 
@@ -66,7 +71,9 @@ void DiskNames::end_listing() {
   filling_ = SIZE_MAX;
 }
 
-void DiskNames::clear() { *this = DiskNames(); }
+void DiskNames::clear() {
+  *this = DiskNames();
+}
 
 void DiskNames::make_set(Listing& listing) {
   if (listing.hashed) return;
@@ -88,8 +95,8 @@ bool DiskNames::contains(const Listing& listing, std::uint64_t hash) {
   return listing.hashes[place] == hash;
 }
 
-// A disk that is known to be exact is believed once a name of the folder in other letters is not found (some disks can be
-// made to ignore case without saying so).
+// A disk that is known to be exact is believed once a name of the folder in other letters is not found (some disks can
+// be made to ignore case without saying so).
 bool DiskNames::is_case_sensitive(const Listing& listing, std::string_view sample) {
   std::string other(sample);
   for (char& c : other) c = is_letter(c) ? static_cast<char>(c ^ 0x20) : c;
@@ -102,7 +109,9 @@ const FolderHandle& DiskNames::handle() {
   return open_.handle();
 }
 
-bool DiskNames::ask_disk(const char* name) { return handle() && handle().exists(name); }
+bool DiskNames::ask_disk(const char* name) {
+  return handle() && handle().exists(name);
+}
 
 bool DiskNames::list_now(Listing& listing, std::size_t most) {
   listing = Listing();
@@ -125,7 +134,8 @@ bool DiskNames::refresh(Listing& listing, std::size_t expected_tests) {
   FolderStamp stamp;
   const bool kept = is_open && listing.complete && handle().stamp(stamp) && stamp == listing.stamp;
   if (!kept) {
-    const bool listed = is_open && expected_tests >= fewest_tests && list_now(listing, expected_tests * most_entries_a_test);
+    const bool listed =
+        is_open && expected_tests >= fewest_tests && list_now(listing, expected_tests * most_entries_a_test);
     if (!listed) listing = Listing();
     if (!listed) return false;
   }

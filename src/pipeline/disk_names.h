@@ -1,7 +1,8 @@
 #pragma once
 
 // Existence tests by the thousand: the names in a folder as a set of hashes, listed once and kept as long as the folder
-// stays as it was. Where a hash cannot answer alone (a disk that ignores case, a name that is found), the disk is asked.
+// stays as it was. Where a hash cannot answer alone (a disk that ignores case, a name that is found), the disk is
+// asked.
 //
 // One thread at a time.
 
@@ -18,16 +19,17 @@ namespace brindle {
 
 class DiskNames {
  public:
-  // Filling during a walk, one folder at a time: begin, the hash of every name in the folder, end. A listing that was broken
-  // off is dropped by the next begin.
+  // Filling during a walk, one folder at a time: begin, the hash of every name in the folder, end. A listing that was
+  // broken off is dropped by the next begin.
   void begin_listing(FolderId folder, const FolderHandle& handle);
   void add_listed(std::string_view name);
   void end_listing();
 
   /// Starts a run of tests: what was listed before is looked over once more.
   void begin_run(const FolderTable& folders);
-  /// Turns to a folder; the tests below are about it. `expected_tests` tells how many there will be in the whole run, about:
-  /// few are answered one by one. A folder is opened once a run, and listed only when it has changed since it last was.
+  /// Turns to a folder; the tests below are about it. `expected_tests` tells how many there will be in the whole run,
+  /// about: few are answered one by one. A folder is opened once a run, and listed only when it has changed since it
+  /// last was.
   void enter(FolderId folder, std::size_t expected_tests);
 
   /// Whether an entry of this name is in the folder. `name` is NUL-terminated behind its end.

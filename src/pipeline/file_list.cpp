@@ -8,7 +8,9 @@
 
 namespace brindle {
 
-std::size_t FileList::PathHash::operator()(const PathKey& key) const { return hash_bytes(key.name, key.folder); }
+std::size_t FileList::PathHash::operator()(const PathKey& key) const {
+  return hash_bytes(key.name, key.folder);
+}
 
 // Adding
 
@@ -46,7 +48,9 @@ bool FileList::add(FolderId folder, std::string_view name, std::uint8_t kind, st
   return true;
 }
 
-FileList::Listing FileList::begin_listing(FolderId folder) { return {folder, is_new_folder(folder) && !set_made_}; }
+FileList::Listing FileList::begin_listing(FolderId folder) {
+  return {folder, is_new_folder(folder) && !set_made_};
+}
 
 bool FileList::add_listed(const Listing& listing, std::string_view name, std::uint8_t kind, std::uint64_t inode) {
   // The set may have been made while the listing was open; then it must learn the name.
@@ -75,7 +79,9 @@ void FileList::remove_rows(std::span<const std::size_t> sorted_rows) {
   });
 }
 
-void FileList::clear() { *this = FileList(); }
+void FileList::clear() {
+  *this = FileList();
+}
 
 void FileList::resetFilesDic() {
   filesDic_ = {};
@@ -128,9 +134,13 @@ void FileList::write(std::size_t row, const FileSystemItem& item, std::size_t na
   record.proposed_size = static_cast<std::uint16_t>(kept.size());
 }
 
-void FileList::set_status(std::size_t row, ItemStatus status) { items_[row].status = status; }
+void FileList::set_status(std::size_t row, ItemStatus status) {
+  items_[row].status = status;
+}
 
-void FileList::set_reason(std::size_t row, std::string_view reason) { items_[row].reason = intern_reason(reason); }
+void FileList::set_reason(std::size_t row, std::string_view reason) {
+  items_[row].reason = intern_reason(reason);
+}
 
 std::uint16_t FileList::intern_reason(std::string_view reason) {
   if (reason.empty()) return 0;

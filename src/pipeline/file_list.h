@@ -34,7 +34,9 @@ struct ItemRecord {
   std::string_view name() const { return {name_data, name_size}; }
   std::string_view proposed() const { return {proposed_data, proposed_size}; }
   bool is_folder() const { return (kind & 1U) != 0; }
-  ItemType type() const { return kind == 0 || kind == 4 ? ItemType::file : is_folder() ? ItemType::folder : ItemType::alias; }
+  ItemType type() const {
+    return kind == 0 || kind == 4 ? ItemType::file : is_folder() ? ItemType::folder : ItemType::alias;
+  }
 };
 
 constexpr std::uint8_t kind_bits(bool is_folder, bool is_alias, bool is_package) {
@@ -54,8 +56,8 @@ class FileList {
 
   /// Appends an item unless its path is in the duplicate set; false when it is.
   bool add(FolderId folder, std::string_view name, std::uint8_t kind, std::uint64_t inode);
-  /// The same for the entries of one folder listing, which holds no name twice: while the folder had no items before, an
-  /// entry costs no look-up. Several listings may be open at once.
+  /// The same for the entries of one folder listing, which holds no name twice: while the folder had no items before,
+  /// an entry costs no look-up. Several listings may be open at once.
   struct Listing {
     FolderId folder = FolderTable::root;
     bool is_new = false;
@@ -77,8 +79,8 @@ class FileList {
   void read(std::size_t row, FileSystemItem& item) const;
   /// The same with an empty new-name field.
   void read_without_new_name(std::size_t row, FileSystemItem& item) const;
-  /// Stores the item's new name and reason. A new name that cannot be written to disk (see encode_file_name) is kept out:
-  /// the row gets "No Changes" and why. `name_limit` is the longest name the folder takes, in bytes.
+  /// Stores the item's new name and reason. A new name that cannot be written to disk (see encode_file_name) is kept
+  /// out: the row gets "No Changes" and why. `name_limit` is the longest name the folder takes, in bytes.
   void write(std::size_t row, const FileSystemItem& item, std::size_t name_limit);
   void set_status(std::size_t row, ItemStatus status);
   void set_reason(std::size_t row, std::string_view reason);
@@ -87,8 +89,8 @@ class FileList {
   /// The row's new-name field as text: status text or proposed name, on-disk form.
   std::u16string new_filename(std::size_t row) const;
 
-  /// A preview writes its new names between these two calls. Afterwards the names of the preview before are freed, unless it
-  /// was broken off: rows it did not reach still hold theirs.
+  /// A preview writes its new names between these two calls. Afterwards the names of the preview before are freed,
+  /// unless it was broken off: rows it did not reach still hold theirs.
   void begin_new_names();
   void end_new_names(bool complete);
   /// Forgets all new names and gives every row this status.
@@ -99,7 +101,7 @@ class FileList {
   /// Puts a row under another path (its folder was renamed).
   void set_path(std::size_t row, FolderId folder, std::string_view name);
 
-  std::string path(std::size_t row) const;           ///< bytes
+  std::string path(std::size_t row) const;  ///< bytes
   std::string folder_path(std::size_t row) const { return folders_.path(items_[row].folder); }
 
   /// Puts the rows into the given order: new row i is the old row order[i].
@@ -135,7 +137,7 @@ class FileList {
   // arrives that could be there already.
   std::unordered_set<PathKey, PathHash> filesDic_;
   bool set_made_ = false;
-  std::vector<PathKey> removed_;       // accepted once, no longer listed
+  std::vector<PathKey> removed_;        // accepted once, no longer listed
   std::vector<bool> folder_has_items_;  // by folder
 };
 

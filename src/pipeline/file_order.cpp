@@ -13,11 +13,13 @@
 namespace brindle {
 namespace {
 
-constexpr bool is_digit(char16_t c) { return c >= u'0' && c <= u'9'; }
+constexpr bool is_digit(char16_t c) {
+  return c >= u'0' && c <= u'9';
+}
 
-// A run of digits becomes: the byte '0' (so that numbers stand among other characters where digits do), how many digits it
-// has without leading zeros, and these. Longer numbers are larger, equally long ones compare digit by digit. No byte of a key
-// is zero.
+// A run of digits becomes: the byte '0' (so that numbers stand among other characters where digits do), how many digits
+// it has without leading zeros, and these. Longer numbers are larger, equally long ones compare digit by digit. No byte
+// of a key is zero.
 void append_number_head(std::size_t digits, std::string& key) {
   key.push_back('0');
   for (; digits >= 254; digits -= 254) key.push_back('\xFF');
@@ -94,7 +96,8 @@ class SortKeys {
       return __builtin_bswap64(word);
     }
     std::uint64_t word = 0;
-    for (std::size_t k = 0; k < 8; ++k) word = (word << 8U) | (k < key.size() ? static_cast<unsigned char>(key[k]) : 0U);
+    for (std::size_t k = 0; k < 8; ++k)
+      word = (word << 8U) | (k < key.size() ? static_cast<unsigned char>(key[k]) : 0U);
     return word;
   }
 
@@ -119,7 +122,8 @@ void sort_rows(std::span<SortRow> rows, const SortKeys& keys, std::size_t offset
     std::size_t end = begin + 1;
     while (end < rows.size() && rows[end].part == rows[begin].part) ++end;
     // A zero as the last byte: these keys are at their end.
-    if (end - begin > 1 && (rows[begin].part & 0xFFU) != 0) sort_rows(rows.subspan(begin, end - begin), keys, offset + 8);
+    if (end - begin > 1 && (rows[begin].part & 0xFFU) != 0)
+      sort_rows(rows.subspan(begin, end - begin), keys, offset + 8);
     begin = end;
   }
 }
@@ -138,8 +142,8 @@ std::vector<std::uint32_t> order_by_name(const FileList& files) {
   return order;
 }
 
-// The place of every folder among the folders that hold items. Folders whose paths compare as equal ("a" and "A") keep apart
-// by their bytes, so that the items of one folder always stand together.
+// The place of every folder among the folders that hold items. Folders whose paths compare as equal ("a" and "A") keep
+// apart by their bytes, so that the items of one folder always stand together.
 std::vector<std::uint32_t> folder_ranks(const FileList& files) {
   const FolderTable& folders = files.folders();
   std::vector<bool> used(folders.size());
@@ -176,7 +180,9 @@ int compareFiles(std::u16string_view a, std::u16string_view b) {
   return key_a.compare(key_b);
 }
 
-void sort_by_name(FileList& files) { files.reorder(order_by_name(files)); }
+void sort_by_name(FileList& files) {
+  files.reorder(order_by_name(files));
+}
 
 void sort_by_location(FileList& files) {
   const std::vector<std::uint32_t> by_name = order_by_name(files);

@@ -15,7 +15,9 @@ std::u16string replaced(std::u16string_view text, char16_t from, char16_t to) {
   return result;
 }
 
-std::u16string shown(std::u16string_view name) { return replaced(name, u':', u'/'); }
+std::u16string shown(std::u16string_view name) {
+  return replaced(name, u':', u'/');
+}
 
 std::string_view folder_of(std::string_view path) {
   const std::size_t slash = path.rfind('/');
@@ -119,12 +121,16 @@ std::optional<std::u16string> FileSystemItem::displayField(std::string_view colu
   return objectForKey(column);
 }
 
-bool FileSystemItem::isPathExists() const { return file_kind(disk_path()).exists; }
+bool FileSystemItem::isPathExists() const {
+  return file_kind(disk_path()).exists;
+}
 
 bool FileSystemItem::isEqual(std::u16string_view text) const {
   return text.substr(text.rfind(u'/') + 1).starts_with(u'.');
 }
 
-std::u16string FileSystemItem::getDisplayFilePath(std::u16string_view path) { return shown(path); }
+std::u16string FileSystemItem::getDisplayFilePath(std::u16string_view path) {
+  return shown(path);
+}
 
 }  // namespace brindle

@@ -1,9 +1,9 @@
 #pragma once
 
-// One entry of the file list as the rename methods and the views see it: a path on disk and the proposed new name, which
-// doubles as the entry's status. The list itself keeps its entries packed (pipeline/file_list.h) and lends them out as
-// FileSystemItem objects; a loop over many entries uses one object and reads each row into it, so that its buffers are
-// allocated once.
+// One entry of the file list as the rename methods and the views see it: a path on disk and the proposed new name,
+// which doubles as the entry's status. The list itself keeps its entries packed (pipeline/file_list.h) and lends them
+// out as FileSystemItem objects; a loop over many entries uses one object and reads each row into it, so that its
+// buffers are allocated once.
 //
 // An object belongs to one thread at a time. Texts are UTF-16; views stay valid until the item is next changed.
 
@@ -19,11 +19,11 @@ namespace brindle {
 
 /// What an image says about itself. Empty for everything that is not an image.
 struct PhotoFields {
-  std::u16string make;                ///< camera maker, trimmed
-  std::u16string model;               ///< camera model, trimmed
-  std::u16string dimensions;          ///< "4000 x 3000"; "" when either side is unknown
+  std::u16string make;        ///< camera maker, trimmed
+  std::u16string model;       ///< camera model, trimmed
+  std::u16string dimensions;  ///< "4000 x 3000"; "" when either side is unknown
   std::optional<Date> pictureTaken;
-  std::int32_t dimensionValue = 0;    ///< width plus height in pixels: the sort key of the dimensions column
+  std::int32_t dimensionValue = 0;  ///< width plus height in pixels: the sort key of the dimensions column
 };
 
 class FileSystemItem {
@@ -31,8 +31,8 @@ class FileSystemItem {
   FileSystemItem() = default;
 
   /// The item for an absolute path, looked up on disk without following a last symbolic link. None when the path is
-  /// empty, or when its last component begins with "." and `include_hidden` is off. A path that does not exist yields an
-  /// item that is a file.
+  /// empty, or when its last component begins with "." and `include_hidden` is off. A path that does not exist yields
+  /// an item that is a file.
   static std::optional<FileSystemItem> initWithPath(std::string_view path, bool include_hidden = false);
 
   // The parts of the path. `fileWithPath` is fileLocation + "/" + filenameWithExtension.
@@ -96,11 +96,13 @@ class FileSystemItem {
   const PhotoFields& photo() const { return photo_; }
   PhotoFields& photo() { return photo_; }
 
-  // For the list: point the object at another entry. `location` is the folder's path, `name` the last component (bytes).
+  // For the list: point the object at another entry. `location` is the folder's path, `name` the last component
+  // (bytes).
   void set_path(std::string_view location, std::string_view name);
   void set_name(std::string_view name);  ///< another entry of the same folder
 
-  // Which folder of which list the location was read from, so that the next row of the same folder need not read it again.
+  // Which folder of which list the location was read from, so that the next row of the same folder need not read it
+  // again.
   const void* list() const { return list_; }
   std::uint32_t list_folder() const { return list_folder_; }
   void set_list(const void* list, std::uint32_t folder) {
@@ -130,7 +132,8 @@ class FileSystemItem {
   PhotoFields photo_;
 };
 
-/// A name taken apart at its last dot. A name whose only dot comes first has no extension; a trailing dot has an empty one.
+/// A name taken apart at its last dot. A name whose only dot comes first has no extension; a trailing dot has an empty
+/// one.
 struct NameParts {
   std::u16string_view base;
   std::u16string_view extension;

@@ -4,9 +4,13 @@
 
 namespace brindle {
 
-std::size_t FolderTable::KeyHash::operator()(const Key& key) const { return hash_bytes(key.name, key.parent); }
+std::size_t FolderTable::KeyHash::operator()(const Key& key) const {
+  return hash_bytes(key.name, key.parent);
+}
 
-FolderTable::FolderTable() { nodes_.push_back({}); }
+FolderTable::FolderTable() {
+  nodes_.push_back({});
+}
 
 FolderId FolderTable::intern(std::string_view path) {
   FolderId folder = root;
@@ -64,7 +68,9 @@ void FolderTable::append_path(FolderId folder, std::string& path) const {
   }
 }
 
-void FolderTable::detach(FolderId folder) { children_.erase(Key{nodes_[folder].parent, nodes_[folder].name}); }
+void FolderTable::detach(FolderId folder) {
+  children_.erase(Key{nodes_[folder].parent, nodes_[folder].name});
+}
 
 FolderId FolderTable::attach(FolderId folder, FolderId parent, std::string_view name) {
   const FolderId taken = find_child(parent, name);

@@ -1,7 +1,7 @@
 #pragma once
 
-// The folders that hold listed items, as a tree: each folder is a name below another folder. A path costs its own name once,
-// however many items lie in it, and giving a folder another name moves everything below it at once.
+// The folders that hold listed items, as a tree: each folder is a name below another folder. A path costs its own name
+// once, however many items lie in it, and giving a folder another name moves everything below it at once.
 //
 // One thread at a time; const calls may run on several.
 
@@ -43,8 +43,8 @@ class FolderTable {
 
   /// Takes a folder out of its parent. It keeps its number, and what is below it.
   void detach(FolderId folder);
-  /// Puts a detached folder below `parent`. When a folder of this name is there already, nothing happens and that one is
-  /// returned; otherwise `folder` itself.
+  /// Puts a detached folder below `parent`. When a folder of this name is there already, nothing happens and that one
+  /// is returned; otherwise `folder` itself.
   FolderId attach(FolderId folder, FolderId parent, std::string_view name);
   /// Makes a detached folder stand for another: its path is the other's from now on.
   void make_alias(FolderId folder, FolderId other) { nodes_[folder].alias = other; }

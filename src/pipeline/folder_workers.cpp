@@ -23,7 +23,9 @@ RowOutcome unpack(std::int32_t packed) {
   return {static_cast<ItemStatus>(packed >> 16), (packed & 0xFFFF) - errno_bias};
 }
 
-bool is_canonical(const std::string& path) { return canonical_path(path) == path; }
+bool is_canonical(const std::string& path) {
+  return canonical_path(path) == path;
+}
 
 }  // namespace
 
@@ -73,7 +75,8 @@ void FolderWorkers::sort_into_tasks() {
     start += count;
   }
   order_.resize(rows_.size());
-  for (std::uint32_t index = 0; index < rows_.size(); ++index) order_[tasks_[task_of[files_[rows_[index]].folder]].end++] = index;
+  for (std::uint32_t index = 0; index < rows_.size(); ++index)
+    order_[tasks_[task_of[files_[rows_[index]].folder]].end++] = index;
 }
 
 void FolderWorkers::work() {

@@ -1,7 +1,7 @@
 #pragma once
 
-// Renames on several threads: one folder is one thread's at a time (the kernel locks a folder for each rename anyway), and
-// within a folder the order of the list holds.
+// Renames on several threads: one folder is one thread's at a time (the kernel locks a folder for each rename anyway),
+// and within a folder the order of the list holds.
 
 #include <atomic>
 #include <cstdint>
@@ -16,16 +16,17 @@
 
 namespace brindle {
 
-/// Whether no renaming of these rows can change where another row lies: then their folders may be dealt with in any order.
+/// Whether no renaming of these rows can change where another row lies: then their folders may be dealt with in any
+/// order.
 bool folders_are_independent(const FileList& files, std::span<const std::uint32_t> rows);
 
-/// Renames rows in the background and hands out the outcomes in list order. While it works, the owner may change rows whose
-/// outcome it has taken, and nothing else of the list.
+/// Renames rows in the background and hands out the outcomes in list order. While it works, the owner may change rows
+/// whose outcome it has taken, and nothing else of the list.
 class FolderWorkers {
  public:
   /// `journal` may be null. Starts at once, on as many threads as pay.
-  FolderWorkers(const FileList& files, std::span<const std::uint32_t> rows, const RowRules& rules, JournalWriter* journal,
-                const JobControl& control);
+  FolderWorkers(const FileList& files, std::span<const std::uint32_t> rows, const RowRules& rules,
+                JournalWriter* journal, const JobControl& control);
   FolderWorkers(const FolderWorkers&) = delete;
   FolderWorkers& operator=(const FolderWorkers&) = delete;
   ~FolderWorkers();

@@ -33,7 +33,9 @@ inline constexpr std::array<std::u16string_view, 9> status_texts = {
 };
 
 /// The text shown for a status; empty for `none` and `proposed`.
-constexpr std::u16string_view status_text(ItemStatus status) { return status_texts[static_cast<std::size_t>(status)]; }
+constexpr std::u16string_view status_text(ItemStatus status) {
+  return status_texts[static_cast<std::size_t>(status)];
+}
 
 /// What a new-name field with this content means: the texts are compared literally.
 constexpr ItemStatus status_of(std::u16string_view new_filename) {
@@ -45,7 +47,9 @@ constexpr ItemStatus status_of(std::u16string_view new_filename) {
 }
 
 /// An item with a terminal status is never renamed.
-constexpr bool is_terminal(ItemStatus status) { return status >= ItemStatus::no_new_name; }
+constexpr bool is_terminal(ItemStatus status) {
+  return status >= ItemStatus::no_new_name;
+}
 
 /// What an item is. Packages are folders, so `package` is in the vocabulary only.
 enum class ItemType : std::uint8_t { file = 0, folder = 1, alias = 2, package = 3 };

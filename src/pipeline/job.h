@@ -1,7 +1,7 @@
 #pragma once
 
-// What a long piece of work gets from whoever runs it: a way to be cancelled, and a place for its progress. Jobs are plain
-// functions; on which thread they run is their caller's business.
+// What a long piece of work gets from whoever runs it: a way to be cancelled, and a place for its progress. Jobs are
+// plain functions; on which thread they run is their caller's business.
 
 #include <atomic>
 #include <chrono>
@@ -14,9 +14,9 @@ namespace brindle {
 /// What a job says it is doing.
 struct Progress {
   std::size_t done = 0;
-  std::size_t total = 0;      ///< 0 when not known beforehand
-  std::string_view path;      ///< the item at hand (bytes, on-disk form); valid during the call only
-  bool last = false;          ///< the job's final report: `done` is the true count
+  std::size_t total = 0;  ///< 0 when not known beforehand
+  std::string_view path;  ///< the item at hand (bytes, on-disk form); valid during the call only
+  bool last = false;      ///< the job's final report: `done` is the true count
 };
 
 /// Takes progress. Called on the job's thread, at most 30 times a second and once more at the end; must not block.
@@ -26,8 +26,8 @@ class ProgressSink {
   virtual void report(const Progress& progress) = 0;
 };
 
-/// The strings between a job and its owner. The flag may be set from any thread and from a signal handler; it is looked at
-/// between items, never inside a rename.
+/// The strings between a job and its owner. The flag may be set from any thread and from a signal handler; it is looked
+/// at between items, never inside a rename.
 struct JobControl {
   std::atomic<bool>* isCancelProcess = nullptr;
   ProgressSink* progress = nullptr;
@@ -41,7 +41,8 @@ struct JobControl {
 /// Passes on as much progress as a person can see. One thread.
 class ProgressThrottle {
  public:
-  explicit ProgressThrottle(const JobControl& control, std::size_t total = 0) : sink_(control.progress), total_(total) {}
+  explicit ProgressThrottle(const JobControl& control, std::size_t total = 0)
+      : sink_(control.progress), total_(total) {}
 
   /// Cheap: reads the clock every so many calls only. `path` is a function, called when the report goes out.
   template <class Path>

@@ -1,7 +1,7 @@
 #pragma once
 
-// The folder at hand, held open. Going down a level opens one name below it instead of a whole path, which is what keeps
-// trees of any depth cheap. One thread.
+// The folder at hand, held open. Going down a level opens one name below it instead of a whole path, which is what
+// keeps trees of any depth cheap. One thread.
 
 #include <utility>
 
@@ -15,8 +15,8 @@ class OpenFolder {
   const FolderHandle& handle() const { return handle_; }
   FolderId folder() const { return folder_; }
 
-  /// Turns to a folder; afterwards the handle is open, or its error says why not. With `by_path` nothing is made of what is
-  /// open now: for paths that need not be true to the folders they were opened by.
+  /// Turns to a folder; afterwards the handle is open, or its error says why not. With `by_path` nothing is made of
+  /// what is open now: for paths that need not be true to the folders they were opened by.
   void open(const FolderTable& folders, FolderId folder, bool by_path = false) {
     folder = folders.resolve(folder);
     if (folder == folder_ && handle_ && !by_path) return;

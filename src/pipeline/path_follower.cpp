@@ -18,7 +18,9 @@ void replace_all(std::string& text, std::string_view find, std::string_view repl
 
 }  // namespace
 
-PathFollower::PathFollower(FileList& files) : files_(files) { index_all(); }
+PathFollower::PathFollower(FileList& files) : files_(files) {
+  index_all();
+}
 
 void PathFollower::index_all() {
   const FolderTable& folders = files_.folders();
@@ -60,7 +62,8 @@ void PathFollower::follow(FolderId folder, std::string_view old_name, std::strin
 }
 
 // All leave their places before the first takes its new one: "a" may become "ab" while "ab" becomes "abb".
-void PathFollower::rename_folders(const std::vector<FolderId>& moving, std::string_view old_name, std::string_view new_name) {
+void PathFollower::rename_folders(const std::vector<FolderId>& moving, std::string_view old_name,
+                                  std::string_view new_name) {
   FolderTable& folders = files_.folders();
   for (const FolderId folder : moving) {
     places_.erase(Place{folders.parent(folder), folders.name(folder)});
@@ -104,20 +107,23 @@ bool PathFollower::is_doubtful(FolderId folder) const {
 bool PathFollower::lies_below(FolderId folder, FolderId ancestor, std::string_view child_start) const {
   const FolderTable& folders = files_.folders();
   FolderId below = folder;
-  for (FolderId at = folders.resolve(folders.parent(below)); at != ancestor; at = folders.resolve(folders.parent(below))) {
+  for (FolderId at = folders.resolve(folders.parent(below)); at != ancestor;
+       at = folders.resolve(folders.parent(below))) {
     if (at == FolderTable::root) return false;
     below = at;
   }
   return folders.name(below).starts_with(child_start);
 }
 
-// Whether the renamed folder's whole path stands once more in the path of something below it, as in a copy of "/home/ann"
-// kept inside /home/ann. It can only begin where a folder further down bears the name of the top-level folder.
+// Whether the renamed folder's whole path stands once more in the path of something below it, as in a copy of
+// "/home/ann" kept inside /home/ann. It can only begin where a folder further down bears the name of the top-level
+// folder.
 bool PathFollower::path_recurs_below(FolderId folder, std::string_view old_name) const {
   if (named_like_top_.empty()) return false;
   const FolderTable& folders = files_.folders();
   std::vector<std::string_view> names;
-  for (FolderId at = folder; at != FolderTable::root; at = folders.resolve(folders.parent(at))) names.push_back(folders.name(at));
+  for (FolderId at = folder; at != FolderTable::root; at = folders.resolve(folders.parent(at)))
+    names.push_back(folders.name(at));
   std::reverse(names.begin(), names.end());
   return std::any_of(named_like_top_.begin(), named_like_top_.end(), [&](FolderId start) {
     FolderId at = folders.resolve(start);
@@ -138,7 +144,8 @@ void PathFollower::rewrite_texts(const std::string& old_path, const std::string&
     std::string path = files_.path(row);
     replace_all(path, old_path, target);
     const std::size_t slash = path.rfind('/');
-    files_.set_path(row, folders.intern(std::string_view(path).substr(0, slash)), std::string_view(path).substr(slash + 1));
+    files_.set_path(row, folders.intern(std::string_view(path).substr(0, slash)),
+                    std::string_view(path).substr(slash + 1));
   }
   index_all();  // there may be new folders, at the top too
   all_doubtful_ = true;

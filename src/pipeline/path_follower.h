@@ -2,10 +2,10 @@
 
 // Keeps the paths of the list true while folders in it are renamed.
 //
-// The rule is textual, as file lists of this kind have always had it: when `old` becomes `target`, every item whose folder's
-// path begins with the text `old` has each `old` in its path replaced by `target`. That moves what lies below the renamed
-// folder, and also what lies in a sibling whose name merely begins with the same characters (whose items then point to where
-// nothing is). The work done grows with the folders that move, not with the list.
+// The rule is textual, as file lists of this kind have always had it: when `old` becomes `target`, every item whose
+// folder's path begins with the text `old` has each `old` in its path replaced by `target`. That moves what lies below
+// the renamed folder, and also what lies in a sibling whose name merely begins with the same characters (whose items
+// then point to where nothing is). The work done grows with the folders that move, not with the list.
 //
 // One thread; the list must not be sorted, added to or removed from in between.
 
@@ -27,8 +27,8 @@ class PathFollower {
   /// The entry `old_name` of `folder` has been renamed to `new_name`. The renamed item's own row is not touched.
   void follow(FolderId folder, std::string_view old_name, std::string_view new_name);
 
-  /// Whether paths in this folder are true to the text but perhaps not to the disk: who acts on one makes sure first that it
-  /// leads to the file it is thought to be.
+  /// Whether paths in this folder are true to the text but perhaps not to the disk: who acts on one makes sure first
+  /// that it leads to the file it is thought to be.
   bool is_doubtful(FolderId folder) const;
 
  private:

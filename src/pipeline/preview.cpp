@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "pipeline/file_order.h"
+#include "pipeline/item_metadata.h"
 #include "platform/file_name.h"
 #include "platform/move.h"
 
@@ -16,9 +17,11 @@ constexpr std::size_t usual_name_limit = 255;
 /// What the two kinds of preview have in common: the counters, the operations, the outcome.
 class PreviewRun {
  public:
-  PreviewRun(FileList& files, RenamePlan& plan, const JobControl& control) : files_(files), plan_(plan), control_(control) {
+  PreviewRun(FileList& files, RenamePlan& plan, const JobControl& control)
+      : files_(files), plan_(plan), control_(control) {
     if (plan.resets_on_folder()) sort_by_location(files);
     plan.reset_counters();
+    metadata_.emplace(files, plan);
   }
 
   PreviewResult full(DiskNames& disk_names);
@@ -44,6 +47,7 @@ class PreviewRun {
   FileList& files_;
   RenamePlan& plan_;
   const JobControl& control_;
+  std::optional<MetadataWindow> metadata_;  // once the list has its order
   FileSystemItem item_;
   std::u16string error_;
   PreviewResult outcome_;
@@ -58,7 +62,8 @@ void PreviewRun::make_name(std::size_t row, std::size_t name_limit) {
   }
   if (!plan_.empty()) {
     error_.clear();
-    const bool made = plan_.run(item_, error_);
+    const std::optional<ItemMetadata> metadata = metadata_->take(row);
+    const bool made = plan_.run(item_, error_, metadata ? &*metadata : nullptr);
     if (!made) note_failure(row);
     // A failure stays with the run: later successes do not make it good.
     outcome_.result = made && !outcome_.error_row;

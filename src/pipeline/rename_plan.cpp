@@ -1,5 +1,8 @@
 #include "pipeline/rename_plan.h"
 
+#include <algorithm>
+
+#include "platform/file_name.h"
 #include "platform/integer_text.h"
 
 namespace brindle {
@@ -14,9 +17,28 @@ bool restarts_in_every_folder(const RenameSettings& settings) {
          (settings.selectedTab == photo_tab && settings.isPhotoResetSequenceOnEachFolder);
 }
 
+bool step_reads_files(const RenameStep& step) {
+  if (const auto* photo = std::get_if<PhotoParameters>(&step)) return photo->reads_files();
+  if (const auto* audio = std::get_if<AudioParameters>(&step)) return audio->reads_files();
+  return false;
+}
+
+bool takes_part(const RenameStep& step, std::u16string_view extension) {
+  if (const auto* photo = std::get_if<PhotoParameters>(&step))
+    return photo->reads_files() && photo->takes_part(extension);
+  if (const auto* audio = std::get_if<AudioParameters>(&step))
+    return audio->reads_files() && audio->takes_part(extension);
+  return false;
+}
+
+std::u16string extension_of(std::string_view path) {
+  return std::u16string(split_extension(decode_file_name(path.substr(path.rfind('/') + 1))).extension);
+}
+
 }  // namespace
 
-RenamePlan::RenamePlan(const RenameSettings& settings, Date now) : keeps_loaded_names_(settings.selectedTab == list_tab) {
+RenamePlan::RenamePlan(const RenameSettings& settings, Date now)
+    : keeps_loaded_names_(settings.selectedTab == list_tab) {
   add_step(settings, now);
 }
 
@@ -33,6 +55,7 @@ void RenamePlan::add_step(const RenameSettings& settings, Date now) {
   step.start.letters = settings.alphaNumericAlphabeticStartWith.value_or(u"");
   step.counter = step.start;
   resets_on_folder_ = resets_on_folder_ || restarts_in_every_folder(settings);
+  reads_files_ = reads_files_ || step_reads_files(step.operation);
   steps_.push_back(std::move(step));
 }
 
@@ -48,11 +71,16 @@ struct StepRunner {
   FileSystemItem& item;
   WorkingName& name;
   SequenceCounter& counter;
+  std::int32_t& photo_number;
+  const AudioAttributes* audio;
+  const PhotoMetadata* photo;
   std::u16string& error;
 
   void operator()(std::monostate) const {}
   void operator()(const NumericParameters& step) const { renameByNumeric(item, step, counter.number, name, error); }
-  void operator()(const AlphabeticParameters& step) const { renameByAlphabetic(item, step, counter.letters, name, error); }
+  void operator()(const AlphabeticParameters& step) const {
+    renameByAlphabetic(item, step, counter.letters, name, error);
+  }
   void operator()(const InsertParameters& step) const { renameByInsert(item, step, name, error); }
   void operator()(const DeleteParameters& step) const { renameByDelete(item, step, name, error); }
   void operator()(const ReplaceRemoveParameters& step) const { renameByReplaceRemove(item, step, name, error); }
@@ -60,13 +88,41 @@ struct StepRunner {
   void operator()(const DateTimeParameters& step) const { renameByDateTime(item, step, name, error); }
   void operator()(const GeneralParameters& step) const { renameByGeneral(item, step, name, error); }
   void operator()(const PathComponentsParameters& step) const { renameByPathComponents(item, step, name, error); }
+  void operator()(const AudioParameters& step) const { renameByID3Tags(item, step, name, error, audio); }
+  void operator()(const PhotoParameters& step) const {
+    renameByPhotoEXIFTags(item, step, photo_number, name, error, photo);
+  }
 };
 
 }  // namespace
 
-bool RenamePlan::run(FileSystemItem& item, std::u16string& error) {
-  for (Step& step : steps_) std::visit(StepRunner{item, working_name_, step.counter, error}, step.operation);
+bool RenamePlan::run(FileSystemItem& item, std::u16string& error, const ItemMetadata* metadata) {
+  const AudioAttributes* audio = metadata != nullptr && metadata->audio ? &*metadata->audio : nullptr;
+  for (std::size_t i = 0; i < steps_.size(); ++i) {
+    const PhotoMetadata* photo = metadata != nullptr ? metadata->photo(i) : nullptr;
+    std::visit(StepRunner{item, working_name_, steps_[i].counter, photo_number_, audio, photo, error},
+               steps_[i].operation);
+  }
   return error.empty();
+}
+
+bool RenamePlan::wants_metadata(std::string_view name) const {
+  const std::u16string extension = extension_of(name);
+  return std::any_of(steps_.begin(), steps_.end(),
+                     [&](const Step& step) { return takes_part(step.operation, extension); });
+}
+
+ItemMetadata RenamePlan::read_metadata(const std::string& path) const {
+  const std::u16string extension = extension_of(path);
+  ItemMetadata metadata;
+  for (std::size_t i = 0; i < steps_.size(); ++i) {
+    const RenameStep& step = steps_[i].operation;
+    if (!takes_part(step, extension)) continue;
+    metadata.photos.resize(steps_.size());
+    if (const auto* photo = std::get_if<PhotoParameters>(&step)) metadata.photos[i] = photo->read(path);
+    if (std::holds_alternative<AudioParameters>(step) && !metadata.audio) metadata.audio = read_audio_attributes(path);
+  }
+  return metadata;
 }
 
 }  // namespace brindle

@@ -1,7 +1,7 @@
 #pragma once
 
-// A tab's settings, or a chain of rules, made ready to run over many items: everything that can be done once a run is done
-// when the plan is made. Running an item is a loop over the steps.
+// A tab's settings, or a chain of rules, made ready to run over many items: everything that can be done once a run is
+// done when the plan is made. Running an item is a loop over the steps.
 //
 // A plan belongs to one thread at a time (its counters move).
 
@@ -11,6 +11,8 @@
 #include <variant>
 #include <vector>
 
+#include "files/audio_renaming.h"
+#include "files/photo_renaming.h"
 #include "methods/date_time.h"
 #include "methods/general.h"
 #include "methods/insert_delete.h"
@@ -20,19 +22,20 @@
 #include "methods/replace_remove.h"
 #include "methods/sequence.h"
 #include "pipeline/file_system_item.h"
+#include "pipeline/item_metadata.h"
 #include "settings/rename_settings.h"
 #include "settings/rule.h"
 
 namespace brindle {
 
 /// One operation with its arguments made ready. std::monostate leaves every item alone.
-using RenameStep = std::variant<std::monostate, NumericParameters, AlphabeticParameters, InsertParameters, DeleteParameters,
-                                ReplaceRemoveParameters, PrefixSuffixParameters, DateTimeParameters, GeneralParameters,
-                                PathComponentsParameters>;
+using RenameStep = std::variant<std::monostate, NumericParameters, AlphabeticParameters, InsertParameters,
+                                DeleteParameters, ReplaceRemoveParameters, PrefixSuffixParameters, DateTimeParameters,
+                                GeneralParameters, PathComponentsParameters, AudioParameters, PhotoParameters>;
 
-/// The step of a settings record's selected tab: one row a tab decides which operation runs. std::monostate for a tab without
-/// a chosen variant, for the list tab, and for any tab outside 0…9. `now` is the start of the run: what "the current date"
-/// means in every name of it.
+/// The step of a settings record's selected tab: one row a tab decides which operation runs. std::monostate for a tab
+/// without a chosen variant, for the list tab, and for any tab outside 0…9. `now` is the start of the run: what "the
+/// current date" means in every name of it.
 RenameStep make_step(const RenameSettings& settings, Date now);
 
 /// The running counter of a sequence step: a number or letters, whichever the step counts in.
@@ -59,8 +62,17 @@ class RenamePlan {
   /// Puts all counters back to their start: at the start of a run, and at each new folder where the plan asks for it.
   void reset_counters();
 
-  /// Runs every step on the item, each on the name the one before made. True when `error` is still empty.
-  bool run(FileSystemItem& item, std::u16string& error);
+  /// Runs every step on the item, each on the name the one before made. True when `error` is still empty. `metadata` is
+  /// what read_metadata said of the item's file; null to have the steps read what they need.
+  bool run(FileSystemItem& item, std::u16string& error, const ItemMetadata* metadata = nullptr);
+
+  // Reading ahead. These may be called on another thread while the plan runs.
+
+  /// Whether any step reads files.
+  bool reads_files() const { return reads_files_; }
+  /// Whether a step reads the file of an item of this name (bytes).
+  bool wants_metadata(std::string_view name) const;
+  ItemMetadata read_metadata(const std::string& path) const;
 
  private:
   struct Step {
@@ -77,6 +89,7 @@ class RenamePlan {
   bool is_chain_ = false;
   bool keeps_loaded_names_ = false;
   bool resets_on_folder_ = false;
+  bool reads_files_ = false;
 };
 
 }  // namespace brindle

@@ -1,7 +1,7 @@
 #pragma once
 
-// One row's rename on disk, and what comes of it. The part of a run that several threads may do at once, each in folders of
-// its own.
+// One row's rename on disk, and what comes of it. The part of a run that several threads may do at once, each in
+// folders of its own.
 
 #include <cstdint>
 #include <string_view>
@@ -21,11 +21,12 @@ struct RowOutcome {
 inline constexpr int other_file = -1;
 
 struct RowRules {
-  bool case_method = false;  ///< the General method with an option that changes letter case: a taken name is a failed move
+  bool case_method =
+      false;  ///< the General method with an option that changes letter case: a taken name is a failed move
 };
 
-/// Moves the row's entry to its proposed name, in the open folder it lies in. With `doubtful`, only when the entry is the one
-/// that was listed.
+/// Moves the row's entry to its proposed name, in the open folder it lies in. With `doubtful`, only when the entry is
+/// the one that was listed.
 RowOutcome rename_row(const ItemRecord& record, const FolderHandle& folder, const RowRules& rules, bool doubtful);
 
 /// The reason of a failed attempt, in words.

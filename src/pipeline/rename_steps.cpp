@@ -7,8 +7,12 @@
 namespace brindle {
 namespace {
 
-std::u16string_view text(const Text& text) { return text ? std::u16string_view(*text) : std::u16string_view(); }
-std::int32_t number(const Text& value) { return integer_value(text(value)); }
+std::u16string_view text(const Text& text) {
+  return text ? std::u16string_view(*text) : std::u16string_view();
+}
+std::int32_t number(const Text& value) {
+  return integer_value(text(value));
+}
 
 RenameStep insert_delete_step(const RenameSettings& s, Date) {
   if (s.isInsertDeleteInsert) {
@@ -142,14 +146,47 @@ RenameStep path_components_step(const RenameSettings& s, Date) {
   });
 }
 
-RenameStep no_step(const RenameSettings&, Date) { return {}; }
+RenameStep audio_step(const RenameSettings& s, Date) {
+  const std::vector<std::u16string> tags = MetaDataField::getTagsList(s.id3RenamingTagsList);
+  return AudioParameters(AudioArguments{
+      .id3RenamingMask = text(s.id3RenamingMask),
+      .isID3RenamingSeperator = s.isID3RenamingSeperator,
+      .id3RenamingSeperator = text(s.id3RenamingSeperator),
+      .isID3RenamingColonReplace = s.isID3RenamingColonReplace,
+      .id3RenamingColonReplace = text(s.id3RenamingColonReplace),
+      .tags = tags,
+      .allowedExtensions = s.id3Extensions,
+  });
+}
+
+RenameStep photo_step(const RenameSettings& s, Date) {
+  const std::vector<std::u16string> tags = MetaDataField::getTagsList(s.photoMetaDataList);
+  return PhotoParameters(PhotoArguments{
+      .photoRenamingMask = text(s.photoRenamingMask),
+      .isPhotoRenamingSeperator = s.isPhotoRenamingSeperator,
+      .photoRenamingSeperator = text(s.photoRenamingSeperator),
+      .isPhotoRenamingColonReplace = s.isPhotoRenamingColonReplace,
+      .photoRenamingColonReplace = text(s.photoRenamingColonReplace),
+      .parts = {text(s.photoDatePart1), text(s.photoDateSeperator1), text(s.photoDatePart2),
+                text(s.photoDateSeperator2), text(s.photoDatePart3), text(s.photoTimePart1),
+                text(s.photoTimeSeperator1), text(s.photoTimePart2), text(s.photoTimeSeperator2),
+                text(s.photoTimePart3)},
+      .photoPaddingMask = text(s.photoPaddingMask),
+      .tags = tags,
+      .allowedExtensions = s.photoExtensions,
+  });
+}
+
+RenameStep no_step(const RenameSettings&, Date) {
+  return {};
+}
 
 using StepMaker = RenameStep (*)(const RenameSettings&, Date);
 
-// By selectedTab. Audio tags and photo metadata have no operation yet; the list tab never has one.
+// By selectedTab. The list tab has no operation.
 constexpr std::array<StepMaker, 10> step_makers = {
     sequence_step, insert_delete_step, replace_remove_step, prefix_suffix_step,   date_time_step,
-    general_step,  no_step,            no_step,             path_components_step, no_step,
+    general_step,  audio_step,         photo_step,          path_components_step, no_step,
 };
 
 }  // namespace

@@ -12,14 +12,16 @@ namespace {
 
 // Bundles as they are met on disks shared with macOS, in lower case and sorted.
 constexpr std::array<std::string_view, 38> package_extensions = {
-    "action",       "app",           "appex",      "aplibrary",       "band",          "bundle",       "component",
-    "download",     "dsym",          "framework",  "fcpbundle",       "garageband",    "imovielibrary", "key",
-    "kext",         "logicx",        "lrdata",     "mdimporter",      "menu",          "mpkg",         "musiclibrary",
-    "nib",          "numbers",       "pages",      "photolibrary",    "photoslibrary", "pkg",          "playground",
-    "plugin",       "prefpane",      "qlgenerator", "rtfd",           "saver",         "service",      "sparsebundle",
-    "tvlibrary",    "workflow",      "xcodeproj"};
+    "action",    "app",      "appex",       "aplibrary",    "band",          "bundle",        "component",
+    "download",  "dsym",     "framework",   "fcpbundle",    "garageband",    "imovielibrary", "key",
+    "kext",      "logicx",   "lrdata",      "mdimporter",   "menu",          "mpkg",          "musiclibrary",
+    "nib",       "numbers",  "pages",       "photolibrary", "photoslibrary", "pkg",           "playground",
+    "plugin",    "prefpane", "qlgenerator", "rtfd",         "saver",         "service",       "sparsebundle",
+    "tvlibrary", "workflow", "xcodeproj"};
 
-char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+char lower(char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
 
 bool equals_ignoring_case(std::string_view text, std::string_view lower_case) {
   return std::equal(text.begin(), text.end(), lower_case.begin(), lower_case.end(),

@@ -9,11 +9,19 @@ namespace {
 
 constexpr char32_t raw_byte_base = 0xEF00;
 
-constexpr bool is_raw_byte(char32_t c) { return c >= 0xEF80 && c <= 0xEFFF; }
-constexpr bool is_high_surrogate(char32_t c) { return c >= 0xD800 && c <= 0xDBFF; }
-constexpr bool is_low_surrogate(char32_t c) { return c >= 0xDC00 && c <= 0xDFFF; }
+constexpr bool is_raw_byte(char32_t c) {
+  return c >= 0xEF80 && c <= 0xEFFF;
+}
+constexpr bool is_high_surrogate(char32_t c) {
+  return c >= 0xD800 && c <= 0xDBFF;
+}
+constexpr bool is_low_surrogate(char32_t c) {
+  return c >= 0xDC00 && c <= 0xDFFF;
+}
 
-unsigned char byte_at(std::string_view bytes, std::size_t index) { return static_cast<unsigned char>(bytes[index]); }
+unsigned char byte_at(std::string_view bytes, std::size_t index) {
+  return static_cast<unsigned char>(bytes[index]);
+}
 
 struct Sequence {
   char32_t code_point = 0;
@@ -89,7 +97,9 @@ char32_t next_code_point(std::u16string_view text, std::size_t& i) {
   return 0x10000 + ((c - 0xD800) << 10U) + (text[i++] - 0xDC00U);
 }
 
-constexpr bool is_surrogate(char32_t c) { return is_high_surrogate(c) || is_low_surrogate(c); }
+constexpr bool is_surrogate(char32_t c) {
+  return is_high_surrogate(c) || is_low_surrogate(c);
+}
 
 // Appends everything that is plain ASCII from text[i] on, and returns where it stopped.
 std::size_t encode_ascii(std::u16string_view text, std::size_t i, std::string& bytes) {
@@ -122,7 +132,8 @@ void append_decoded(std::string_view bytes, std::u16string& text) {
     const Sequence sequence = read_sequence(bytes.substr(i));
     const std::size_t length = sequence.length == 0 ? 1 : sequence.length;
     if (sequence.length == 0 || is_raw_byte(sequence.code_point)) {
-      for (std::size_t k = 0; k < length; ++k) text.push_back(static_cast<char16_t>(raw_byte_base + byte_at(bytes, i + k)));
+      for (std::size_t k = 0; k < length; ++k)
+        text.push_back(static_cast<char16_t>(raw_byte_base + byte_at(bytes, i + k)));
     } else {
       append_code_point(sequence.code_point, text);
     }
@@ -153,13 +164,20 @@ bool encode_path(std::u16string_view path, std::string& bytes) {
 
 std::string_view describe(NameFault fault) {
   switch (fault) {
-    case NameFault::none: return "";
-    case NameFault::empty: return "the new name is empty";
-    case NameFault::dot: return "\".\" and \"..\" cannot be names";
-    case NameFault::nul: return "the new name holds a NUL character";
-    case NameFault::separator: return "the new name holds a \"/\"";
-    case NameFault::unpaired_surrogate: return "a character of the new name was split in two";
-    case NameFault::too_long: return "the new name is too long for this disk";
+    case NameFault::none:
+      return "";
+    case NameFault::empty:
+      return "the new name is empty";
+    case NameFault::dot:
+      return "\".\" and \"..\" cannot be names";
+    case NameFault::nul:
+      return "the new name holds a NUL character";
+    case NameFault::separator:
+      return "the new name holds a \"/\"";
+    case NameFault::unpaired_surrogate:
+      return "a character of the new name was split in two";
+    case NameFault::too_long:
+      return "the new name is too long for this disk";
   }
   return "";
 }

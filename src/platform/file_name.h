@@ -2,9 +2,9 @@
 
 // The lossless road between names on disk (bytes) and names in the program (UTF-16).
 //
-// Valid UTF-8 becomes the text it stands for. A byte b (0x80…0xFF) that is not part of valid UTF-8 becomes the code unit
-// U+EF00 + b (U+EF80…U+EFFF), and a valid sequence that itself stands for one of those code points is mapped byte by byte
-// too. So every byte string comes back exactly: encode(decode(bytes)) == bytes.
+// Valid UTF-8 becomes the text it stands for. A byte b (0x80…0xFF) that is not part of valid UTF-8 becomes the code
+// unit U+EF00 + b (U+EF80…U+EFFF), and a valid sequence that itself stands for one of those code points is mapped byte
+// by byte too. So every byte string comes back exactly: encode(decode(bytes)) == bytes.
 //
 // All functions are pure and may be called from any thread.
 
@@ -40,7 +40,8 @@ bool encode_path(std::u16string_view path, std::string& bytes);
 /// A sentence without capital or full stop, such as "a character of the new name was split in two"; "" for none.
 std::string_view describe(NameFault fault);
 
-/// UTF-8 of any text, for messages and reports: unpaired surrogates become U+FFFD, bytes of invalid names U+EF80…U+EFFF.
+/// UTF-8 of any text, for messages and reports: unpaired surrogates become U+FFFD, bytes of invalid names
+/// U+EF80…U+EFFF.
 std::string to_utf8(std::u16string_view text);
 
 }  // namespace brindle

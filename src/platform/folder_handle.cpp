@@ -26,11 +26,16 @@ constexpr std::size_t name_offset = 19;  // behind the packed fields above
 
 EntryKind kind_of_type(unsigned char type) {
   switch (type) {
-    case DT_REG: return EntryKind::file;
-    case DT_DIR: return EntryKind::folder;
-    case DT_LNK: return EntryKind::link;
-    case DT_UNKNOWN: return EntryKind::unknown;
-    default: return EntryKind::other;
+    case DT_REG:
+      return EntryKind::file;
+    case DT_DIR:
+      return EntryKind::folder;
+    case DT_LNK:
+      return EntryKind::link;
+    case DT_UNKNOWN:
+      return EntryKind::unknown;
+    default:
+      return EntryKind::other;
   }
 }
 
@@ -43,7 +48,9 @@ EntryKind kind_of_mode(mode_t mode) {
 
 constexpr int folder_flags = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
 
-std::int64_t nanoseconds(const timespec& time) { return std::int64_t{time.tv_sec} * 1'000'000'000 + time.tv_nsec; }
+std::int64_t nanoseconds(const timespec& time) {
+  return std::int64_t{time.tv_sec} * 1'000'000'000 + time.tv_nsec;
+}
 
 // The kernel takes at most PATH_MAX bytes a call: a longer path is walked in pieces that end at a "/".
 int open_in_pieces(const std::string& path) {

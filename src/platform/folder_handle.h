@@ -1,7 +1,7 @@
 #pragma once
 
-// An open folder, and everything that is asked of the entries in it. Look-ups and renames relative to an open folder cost
-// one path component each, and cannot be led astray by a folder that is moved meanwhile.
+// An open folder, and everything that is asked of the entries in it. Look-ups and renames relative to an open folder
+// cost one path component each, and cannot be led astray by a folder that is moved meanwhile.
 
 #include <sys/types.h>
 
@@ -70,8 +70,8 @@ class FolderHandle {
   int error_ = 0;
 };
 
-/// Reads the entries of a folder in the order in which the disk gives them, "." and ".." left out. One reader can read many
-/// folders, one after the other; its buffer is kept.
+/// Reads the entries of a folder in the order in which the disk gives them, "." and ".." left out. One reader can read
+/// many folders, one after the other; its buffer is kept.
 class FolderReader {
  public:
   FolderReader();

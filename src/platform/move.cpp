@@ -15,7 +15,9 @@ namespace brindle {
 namespace {
 
 // Which entry kinds a fallback can serve is the disk's business: these mean "not here, not this way".
-bool is_refusal_of_flag(int error) { return error == EINVAL || error == ENOSYS || error == ENOTSUP; }
+bool is_refusal_of_flag(int error) {
+  return error == EINVAL || error == ENOSYS || error == ENOTSUP;
+}
 
 int link_and_remove(int from_folder, const char* from, int to_folder, const char* to) {
   if (::linkat(from_folder, from, to_folder, to, 0) != 0) {
@@ -27,7 +29,8 @@ int link_and_remove(int from_folder, const char* from, int to_folder, const char
   return error;
 }
 
-// Renaming a folder onto an empty folder is allowed; that the target is our own and empty is seen to by mkdir and the kernel.
+// Renaming a folder onto an empty folder is allowed; that the target is our own and empty is seen to by mkdir and the
+// kernel.
 int move_onto_own_folder(int from_folder, const char* from, int to_folder, const char* to) {
   if (::mkdirat(to_folder, to, 0700) != 0) return errno;
   if (::renameat(from_folder, from, to_folder, to) == 0) return 0;
@@ -43,8 +46,8 @@ int move_without_flag(int from_folder, const char* from, int to_folder, const ch
   return link_and_remove(from_folder, from, to_folder, to);
 }
 
-// Some disks that ignore case list a name in other letters than it was given, so either spelling may be the listed one; what
-// counts is that there are not two entries.
+// Some disks that ignore case list a name in other letters than it was given, so either spelling may be the listed one;
+// what counts is that there are not two entries.
 bool lists_both(const FolderHandle& folder, std::string_view from, std::string_view to) {
   FolderReader reader;
   FolderEntry entry;

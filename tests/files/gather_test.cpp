@@ -15,8 +15,8 @@ using Names = std::vector<std::string>;
 class Gather : public testing::Test {
  protected:
   Gather() {
-    tree_.make({"top.txt", "sub/one", "sub/deep/two", "sub/empty/", ".hidden", ".git/config", "Thing.app/inside", "sub/.x",
-                "link -> top.txt", "way -> sub"});
+    tree_.make({"top.txt", "sub/one", "sub/deep/two", "sub/empty/", ".hidden", ".git/config", "Thing.app/inside",
+                "sub/.x", "link -> top.txt", "way -> sub"});
   }
 
   /// Adds paths (relative to the tree) and returns the whole list, relative; sorted, since disks list in any order.
@@ -30,7 +30,8 @@ class Gather : public testing::Test {
   }
   Names listed() const {
     Names list;
-    for (std::size_t row = 0; row < files_.size(); ++row) list.push_back(files_.path(row).substr(tree_.path().size() + 1));
+    for (std::size_t row = 0; row < files_.size(); ++row)
+      list.push_back(files_.path(row).substr(tree_.path().size() + 1));
     return list;
   }
 
@@ -45,8 +46,9 @@ TEST_F(Gather, FilesWithSubfolders) {
 }
 
 TEST_F(Gather, HiddenNamesOnRequestOnly) {
-  EXPECT_EQ(add({"", ".hidden"}, {.include_hidden = true}),
-            (Names{".git/config", ".hidden", "Thing.app", "link", "sub/.x", "sub/deep/two", "sub/one", "top.txt", "way"}));
+  EXPECT_EQ(
+      add({"", ".hidden"}, {.include_hidden = true}),
+      (Names{".git/config", ".hidden", "Thing.app", "link", "sub/.x", "sub/deep/two", "sub/one", "top.txt", "way"}));
   EXPECT_EQ(add({".hidden"}, {}).size(), 9U);
   EXPECT_EQ(result_.hidden_paths, 1U);
 }
@@ -66,7 +68,8 @@ TEST_F(Gather, FoldersBelowTheGivenOnes) {
 }
 
 TEST_F(Gather, FoldersThemselvesWithoutSubfolders) {
-  EXPECT_EQ(add({"sub", "sub/deep", "way"}, {.isFolders = true, .isIncludeSubFolders = false}), (Names{"sub", "sub/deep"}));
+  EXPECT_EQ(add({"sub", "sub/deep", "way"}, {.isFolders = true, .isIncludeSubFolders = false}),
+            (Names{"sub", "sub/deep"}));
 }
 
 TEST_F(Gather, APathIsListedOnceUntilItIsRemoved) {

@@ -61,8 +61,9 @@ class Apply : public testing::Test {
 const NameOf add_x = [](const std::string& name) { return "x" + name; };
 
 TEST_F(Apply, RenamesEveryKindOfNameAndUndoPutsEachBack) {
-  tree_.make({"plain", "new\nline", "tab\there", "quote\"'&<>", "caf\xE9", "\xEE\xBE\x80", "colon:name", "emoji\xF0\x9F\x98\x80",
-              "\x01\x1F\x7F", "link -> plain", "dangling -> nowhere", "sub folder/deep\r\n/x", std::string(250, 'n')});
+  tree_.make({"plain", "new\nline", "tab\there", "quote\"'&<>", "caf\xE9", "\xEE\xBE\x80", "colon:name",
+              "emoji\xF0\x9F\x98\x80", "\x01\x1F\x7F", "link -> plain", "dangling -> nowhere", "sub folder/deep\r\n/x",
+              std::string(250, 'n')});
   std::filesystem::create_hard_link(tree_ / "plain", tree_ / "hard");
   ::mkfifo((tree_ / "pipe").c_str(), 0600);
   const auto before = tree_.inodes();
@@ -88,7 +89,9 @@ TEST_F(Apply, TakenNamesAndFailuresKeepTheirFilesAndSayWhy) {
   gather({"a", "b", "gone", "c.app"});
   std::filesystem::remove(tree_ / "gone");
   const auto before = tree_.inodes();
-  propose([](const std::string& name) { return name == "c.app" ? "taken" : name == "b" ? "folder" : name == "a" ? "taken" : "new"; });
+  propose([](const std::string& name) {
+    return name == "c.app" ? "taken" : name == "b" ? "folder" : name == "a" ? "taken" : "new";
+  });
   const ApplyResult result = apply();
   EXPECT_EQ(result.renamed, 0U);
   // A folder does not count a file as taking its name; the move fails all the same.
@@ -128,7 +131,8 @@ TEST_F(Apply, FoldersGoBeforeWhatTheyHoldAndUndoGoesBack) {
   propose(add_x);
   const ApplyResult result = apply();
   EXPECT_EQ(result.renamed, files_.size());
-  EXPECT_EQ(tree_.names(), (Names{"top", "top/xa", "top/xa/xb", "top/xa/xb/xc", "top/xa/xd", "top/xe", "top/xe/file", "top/xe2"}));
+  EXPECT_EQ(tree_.names(),
+            (Names{"top", "top/xa", "top/xa/xb", "top/xa/xb/xc", "top/xa/xd", "top/xe", "top/xe/file", "top/xe2"}));
   for (std::size_t row = 0; row < files_.size(); ++row) EXPECT_TRUE(std::filesystem::exists(files_.path(row)));
   EXPECT_EQ(undoRenaming(result.log_path, {}).restored, result.renamed);
   EXPECT_EQ(tree_.inodes(), before);
@@ -161,13 +165,15 @@ TEST_F(Apply, ManyFoldersOnThreadsKeepTheListsOrderInTheLog) {
   gather({""});
   sort_by_name(files_);  // the rows of a folder do not stand together
   Names order;
-  for (const ItemRecord& record : files_.items()) order.push_back(files_.folders().path(record.folder) + "/x" + std::string(record.name()));
+  for (const ItemRecord& record : files_.items())
+    order.push_back(files_.folders().path(record.folder) + "/x" + std::string(record.name()));
   propose(add_x);
   const ApplyResult result = apply();
   ASSERT_EQ(result.renamed, 1500U);
   const LogFile log = readLogFile(result.log_path);
   Names logged;
-  for (const LogEntry& entry : log.entries) logged.push_back(std::string(entry.target_folder) + "/" + std::string(entry.target_name));
+  for (const LogEntry& entry : log.entries)
+    logged.push_back(std::string(entry.target_folder) + "/" + std::string(entry.target_name));
   EXPECT_EQ(logged, order);
   EXPECT_EQ(undoRenaming(result.log_path, {}).restored, 1500U);
   EXPECT_EQ(tree_.inodes(), before);

@@ -38,10 +38,10 @@ TEST(FileSystemItem, KnowsWhatAPathIs) {
     bool alias, package;
     const char16_t* file_type;
   } cases[] = {
-      {"x.jpg", ItemType::file, false, false, u"FILE"},      {"folder", ItemType::folder, false, false, u"FOLDER"},
+      {"x.jpg", ItemType::file, false, false, u"FILE"},        {"folder", ItemType::folder, false, false, u"FOLDER"},
       {"Thing.app", ItemType::folder, false, true, u"FOLDER"}, {"link", ItemType::alias, true, false, nullptr},
-      {"dangling", ItemType::alias, true, false, nullptr},   {"way", ItemType::folder, true, false, u"FOLDER"},
-      {"way/in", ItemType::alias, true, false, nullptr},     {"gone", ItemType::file, false, false, u"FILE"},
+      {"dangling", ItemType::alias, true, false, nullptr},     {"way", ItemType::folder, true, false, u"FOLDER"},
+      {"way/in", ItemType::alias, true, false, nullptr},       {"gone", ItemType::file, false, false, u"FILE"},
   };
   for (const auto& known : cases) {
     const auto item = FileSystemItem::initWithPath(tree / known.path);
@@ -81,10 +81,10 @@ TEST(FileSystemItem, EqualsAnyHiddenNameAndNothingElse) {
 }
 
 TEST(CompareFiles, IgnoresCaseAndComparesNumbersByValue) {
-  const std::u16string ascending[] = {u"",      u" x",     u"-1",    u"0",       u"1",        u"2",     u"10",     u"010a",
-                                      u"a",     u"a-1",    u"a1",    u"a1b",     u"a2",       u"a10",   u"a10b2",  u"a10b10",
-                                      u"File2", u"file3",  u"file9", u"file10",  u"file10.0", u"fileA", u"\u00E9", u"\u65E5",
-                                      u"\U0001F600"};
+  const std::u16string ascending[] = {u"",      u" x",     u"-1",     u"0",         u"1",     u"2",      u"10",
+                                      u"010a",  u"a",      u"a-1",    u"a1",        u"a1b",   u"a2",     u"a10",
+                                      u"a10b2", u"a10b10", u"File2",  u"file3",     u"file9", u"file10", u"file10.0",
+                                      u"fileA", u"\u00E9", u"\u65E5", u"\U0001F600"};
   for (std::size_t i = 0; i < std::size(ascending); ++i) {
     for (std::size_t k = 0; k < std::size(ascending); ++k) {
       const int order = compareFiles(ascending[i], ascending[k]);
@@ -99,7 +99,7 @@ TEST(CompareFiles, IgnoresCaseAndComparesNumbersByValue) {
 
 TEST(CompareFiles, SortingIsStableAndKeepsFoldersTogether) {
   FileList files;
-  const std::pair<const char*, const char*> items[] = {{"/b", "x2"}, {"/a", "x10"}, {"/A", "x2"},  {"/a", "X2"},
+  const std::pair<const char*, const char*> items[] = {{"/b", "x2"}, {"/a", "x10"}, {"/A", "x2"}, {"/a", "X2"},
                                                        {"/b", "x1"}, {"/a", "x02"}, {"/A", "x1"}, {"/a10", "y"},
                                                        {"/a9", "y"}, {"/a/b", "z"}};
   for (const auto& [folder, name] : items) files.add(files.folders().intern(folder), name, 0, 0);

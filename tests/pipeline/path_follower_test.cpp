@@ -11,8 +11,12 @@ namespace {
 
 using Paths = std::vector<std::string>;
 
-std::string folder_of(const std::string& path) { return path.rfind('/') == 0 ? "/" : path.substr(0, path.rfind('/')); }
-std::string name_of(const std::string& path) { return path.substr(path.rfind('/') + 1); }
+std::string folder_of(const std::string& path) {
+  return path.rfind('/') == 0 ? "/" : path.substr(0, path.rfind('/'));
+}
+std::string name_of(const std::string& path) {
+  return path.substr(path.rfind('/') + 1);
+}
 
 /// The rule as a person would write it down: over every path, as text.
 void follow_as_text(Paths& paths, const std::string& old_path, const std::string& target) {

@@ -183,8 +183,8 @@ TEST_F(Preview, WhileTypingOnlySoManyRowsAreNamedAndNoDiskIsAsked) {
   RenamePlan plan(insert_at_start(u"x_"), {});
   PreviewResult result = quickPreview(files_, plan, 3, {});
   EXPECT_EQ(result.processed, 3U);
-  EXPECT_EQ(shown(), (Shown{"x_a", "x_b", "x_c", "No New Name", "No New Name", "No New Name", "No New Name", "No New Name",
-                            "No New Name", "No New Name"}));
+  EXPECT_EQ(shown(), (Shown{"x_a", "x_b", "x_c", "No New Name", "No New Name", "No New Name", "No New Name",
+                            "No New Name", "No New Name", "No New Name"}));
   result = quickPreview(files_, plan, 0, {});
   EXPECT_TRUE(result.isHasFilesForRenaming);
   EXPECT_EQ(shown().back(), "x_j");

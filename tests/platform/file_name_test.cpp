@@ -23,12 +23,12 @@ TEST(FileName, DecodesWhatPeopleAndDisksMake) {
       {"Zo\xC3\xAB", u"Zo\u00EB"},
       {"\xE6\x97\xA5\xE6\x9C\xAC", u"\u65E5\u672C"},
       {"\xF0\x9F\x98\x80.png", u"\U0001F600.png"},
-      {"caf\xE9", u"caf\uEFE9"},                                // Latin-1
-      {"\xC0\xAF", u"\uEFC0\uEFAF"},                            // overlong "/"
-      {"\xED\xA0\x80", u"\uEFED\uEFA0\uEF80"},                  // a surrogate in UTF-8
-      {"\xF4\x90\x80\x80", u"\uEFF4\uEF90\uEF80\uEF80"},        // beyond U+10FFFF
-      {"\xEE\xBE\x80", u"\uEFEE\uEFBE\uEF80"},                  // U+EF80 itself
-      {"\xE2\x82", u"\uEFE2\uEF82"},                            // cut short
+      {"caf\xE9", u"caf\uEFE9"},                          // Latin-1
+      {"\xC0\xAF", u"\uEFC0\uEFAF"},                      // overlong "/"
+      {"\xED\xA0\x80", u"\uEFED\uEFA0\uEF80"},            // a surrogate in UTF-8
+      {"\xF4\x90\x80\x80", u"\uEFF4\uEF90\uEF80\uEF80"},  // beyond U+10FFFF
+      {"\xEE\xBE\x80", u"\uEFEE\uEFBE\uEF80"},            // U+EF80 itself
+      {"\xE2\x82", u"\uEFE2\uEF82"},                      // cut short
       {"a\n\x01\x7F", u"a\n\x01\x7F"},
   };
   for (const Known& known : cases) {
@@ -39,7 +39,9 @@ TEST(FileName, DecodesWhatPeopleAndDisksMake) {
 
 TEST(FileName, EveryByteStringComesBack) {
   std::mt19937 random(1);
-  const std::string lively = "\xC3\xA9\xE2\x82\xAC\xEE\xBE\x80\xEF\xBF\xBD\xF0\x9F\x98\x80\xED\xA0\x80\xFF" "aZ.";
+  const std::string lively =
+      "\xC3\xA9\xE2\x82\xAC\xEE\xBE\x80\xEF\xBF\xBD\xF0\x9F\x98\x80\xED\xA0\x80\xFF"
+      "aZ.";
   for (int round = 0; round < 20000; ++round) {
     std::string bytes;
     for (auto length = 1 + random() % 24; length > 0; --length) {

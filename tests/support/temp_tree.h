@@ -33,8 +33,8 @@ class TempTree {
   const std::string& path() const { return path_; }
   std::string operator/(std::string_view relative) const { return path_ + "/" + std::string(relative); }
 
-  /// Makes files and folders (a trailing "/" makes a folder, "a -> b" a symbolic link), with their parents. A file holds
-  /// its own name.
+  /// Makes files and folders (a trailing "/" makes a folder, "a -> b" a symbolic link), with their parents. A file
+  /// holds its own name.
   void make(const std::vector<std::string>& entries) const {
     for (const std::string& entry : entries) make_one(entry);
   }
