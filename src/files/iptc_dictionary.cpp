@@ -17,7 +17,9 @@ constexpr std::string_view photoshop = "http://ns.adobe.com/photoshop/1.0/";
 constexpr std::string_view rights = "http://ns.adobe.com/xap/1.0/rights/";
 constexpr std::string_view iptc_core = "http://iptc.org/std/Iptc4xmpCore/1.0/xmlns/";
 
-/// Where one value stands. Application record (2) data sets; number 0 or an empty property for none.
+constexpr std::uint8_t no_number = 0;  // in truth the version of the record
+
+/// Where one value stands: in which data sets of the application record, and in which property of XMP (empty for none).
 struct Source {
   std::u16string_view key;
   std::uint8_t number;
@@ -50,8 +52,8 @@ constexpr Source sources[] = {
     {u"CopyrightNotice", 116, {dc, "rights"}},
     {u"Caption/Abstract", 120, {dc, "description"}},
     {u"Writer/Editor", 122, {photoshop, "CaptionWriter"}, true},
-    {u"UsageTerms", 0, {rights, "UsageTerms"}},
-    {u"Scene", 0, {iptc_core, "Scene"}, true},
+    {u"UsageTerms", no_number, {rights, "UsageTerms"}},
+    {u"Scene", no_number, {iptc_core, "Scene"}, true},
 };
 
 constexpr std::pair<std::u16string_view, std::string_view> contact_fields[] = {
@@ -149,7 +151,7 @@ PropertyDictionary iptc_dictionary(const ImageFileData& data) {
   const DataSets sets(data);
   const XmpPacket packet(data.xmp_packet);
   for (const Source& source : sources) {
-    Texts texts = sets.values(source.number);
+    Texts texts = source.number == no_number ? Texts() : sets.values(source.number);
     if (texts.empty()) texts = values_of(packet, source);
     append(dictionary, source, std::move(texts));
   }

@@ -4,6 +4,7 @@
 #include <new>
 #include <string_view>
 
+#include "platform/heif_items.h"
 #include "platform/image_module/image_module.h"
 #include "platform/jpeg_segments.h"
 #include "platform/module.h"
@@ -83,13 +84,13 @@ const unsigned char* bytes_of(const std::string& block) {
   return reinterpret_cast<const unsigned char*>(block.data());
 }
 
-void read_jpeg(JpegSegments& segments, ImageFileData& data) {
+void decode(MetadataBlocks& blocks, ImageFileData& data) {
   const image_module::Sink sink = sink_into(data);
-  if (!segments.exif.empty()) decoders().exif(bytes_of(segments.exif), segments.exif.size(), &sink);
-  if (!segments.photoshop.empty()) decoders().photoshop(bytes_of(segments.photoshop), segments.photoshop.size(), &sink);
-  if (!segments.xmp.empty()) data.xmp_packet.swap(segments.xmp);
-  data.width = segments.width;
-  data.height = segments.height;
+  if (!blocks.exif.empty()) decoders().exif(bytes_of(blocks.exif), blocks.exif.size(), &sink);
+  if (!blocks.photoshop.empty()) decoders().photoshop(bytes_of(blocks.photoshop), blocks.photoshop.size(), &sink);
+  if (!blocks.xmp.empty()) data.xmp_packet.swap(blocks.xmp);
+  data.width = blocks.width;
+  data.height = blocks.height;
 }
 
 }  // namespace
@@ -98,9 +99,9 @@ ImageFileData read_image_file(const std::string& path, ImageParts parts) {
   ImageFileData data;
   const RegularFile file = RegularFile::open(path);
   if (!file || file.size() == 0 || file.size() > size_limit || !decoders().complete()) return data;
-  JpegSegments segments;
-  if (read_jpeg_segments(file, parts, segments)) {
-    read_jpeg(segments, data);
+  MetadataBlocks blocks;
+  if (read_jpeg_segments(file, parts, blocks) || read_heif_items(file, blocks)) {
+    decode(blocks, data);
   } else {
     const image_module::Sink sink = sink_into(data);
     decoders().image(file.descriptor(), file.size(), &sink);

@@ -71,8 +71,8 @@ unsigned short_at(std::string_view bytes, std::size_t index) {
 
 class SegmentWalk {
  public:
-  SegmentWalk(const RegularFile& file, ImageParts wanted, JpegSegments& segments)
-      : file_(file), window_(file), wanted_(wanted), found_(segments) {}
+  SegmentWalk(const RegularFile& file, ImageParts wanted, MetadataBlocks& blocks)
+      : file_(file), window_(file), wanted_(wanted), found_(blocks) {}
 
   bool run() {
     const std::string_view start = window_.at(0, 3);
@@ -130,13 +130,13 @@ class SegmentWalk {
   const RegularFile& file_;
   Window window_;
   ImageParts wanted_;
-  JpegSegments& found_;
+  MetadataBlocks& found_;
 };
 
 }  // namespace
 
-bool read_jpeg_segments(const RegularFile& file, ImageParts wanted, JpegSegments& segments) {
-  return SegmentWalk(file, wanted, segments).run();
+bool read_jpeg_segments(const RegularFile& file, ImageParts wanted, MetadataBlocks& blocks) {
+  return SegmentWalk(file, wanted, blocks).run();
 }
 
 }  // namespace brindle

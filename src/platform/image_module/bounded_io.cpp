@@ -8,6 +8,8 @@
 #include <cstring>
 #include <exiv2/error.hpp>
 
+#include "platform/image_module/tiff_guard.h"
+
 namespace brindle::image_module {
 namespace {
 
@@ -15,6 +17,8 @@ constexpr std::size_t window_capacity = 16384;
 // No picture needs a tenth of either: hostile files are full of tiny boxes, or of one that never ends.
 constexpr std::uint64_t byte_budget = 256U << 20U;
 constexpr std::uint64_t call_budget = 1'000'000;
+// Nor does any kind of metadata come in larger pieces.
+constexpr std::size_t piece_limit = 4U << 20U;
 
 [[noreturn]] void give_up() {
   throw Exiv2::Error(Exiv2::kerInputDataReadFailed);
@@ -36,7 +40,7 @@ int BoundedIo::open() {
 }
 
 void BoundedIo::spend(std::size_t bytes) {
-  if (calls_left_ == 0 || bytes > bytes_left_) give_up();
+  if (calls_left_ == 0 || bytes > bytes_left_ || bytes > piece_limit) give_up();
   --calls_left_;
   bytes_left_ -= bytes;
 }
@@ -79,7 +83,7 @@ long BoundedIo::read(Exiv2::byte* buffer, long count) {
 }
 
 Exiv2::DataBuf BoundedIo::read(long count) {
-  if (count < 0 || static_cast<std::uint64_t>(count) > bytes_left_) give_up();
+  if (count < 0 || static_cast<std::uint64_t>(count) > piece_limit) give_up();
   Exiv2::DataBuf buffer(count);
   buffer.size_ = read(buffer.pData_, count);
   return buffer;
@@ -103,9 +107,10 @@ int BoundedIo::seek(long offset, Position position) {
 Exiv2::byte* BoundedIo::mmap(bool writeable) {
   if (writeable || size_ == 0) give_up();
   if (mapping_ == nullptr) {
-    void* const mapped = ::mmap(nullptr, size_, PROT_READ, MAP_PRIVATE, descriptor_, 0);
+    void* const mapped = ::mmap(nullptr, size_, PROT_READ | PROT_WRITE, MAP_PRIVATE, descriptor_, 0);
     if (mapped == MAP_FAILED) give_up();
     mapping_ = mapped;
+    trim_tiff(static_cast<unsigned char*>(mapped), size_);  // in our copy: the mapping is private
   }
   return static_cast<Exiv2::byte*>(mapping_);
 }

@@ -6,15 +6,30 @@
 #include <mutex>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/image_module/bounded_io.h"
+#include "platform/image_module/tiff_guard.h"
 
-// The library's own XMP reader takes time that grows with the square of the packet, and may run on one thread only. The
-// library finds this function before its own; the packet is kept as it is, for the program to read.
+// The library finds the two functions here before its own, wherever it would call them.
+
+// Its XMP reader takes time that grows with the square of the packet, and may run on one thread only. The packet is
+// kept as it is, for the program to read.
 int Exiv2::XmpParser::decode(Exiv2::XmpData& data, const std::string& packet) {
   data.clear();
   data.setPacket(packet);
   return 0;
+}
+
+// What stands in images of any kind goes through the guard.
+Exiv2::ByteOrder Exiv2::ExifParser::decode(Exiv2::ExifData& data, const Exiv2::byte* bytes, std::uint32_t size) {
+  constexpr std::uint32_t block_limit = 4U << 20U;
+  if (size > block_limit) return Exiv2::invalidByteOrder;
+  std::vector<Exiv2::byte> block(bytes, bytes + size);
+  brindle::image_module::trim_tiff(block.data(), block.size());
+  Exiv2::IptcData no_iptc;
+  Exiv2::XmpData no_xmp;
+  return Exiv2::TiffParser::decode(data, no_iptc, no_xmp, block.data(), size);
 }
 
 namespace brindle::image_module {

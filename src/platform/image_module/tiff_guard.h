@@ -1,0 +1,14 @@
+#pragma once
+
+// A TIFF structure may say of hundreds of values that each is the whole file, and the metadata library copies every
+// value it finds: ten megabytes become five gigabytes. So what no name needs is crossed out before the library looks.
+
+#include <cstddef>
+
+namespace brindle::image_module {
+
+/// Empties the values that are too large to be of interest, and takes away the makers' private notes, whose form only
+/// the library knows. Anything but a TIFF structure stays as it is. Pure; bounded time.
+void trim_tiff(unsigned char* data, std::size_t size);
+
+}  // namespace brindle::image_module
