@@ -50,7 +50,7 @@ std::string find_log(const std::string& given) {
     if (logs.empty()) throw UsageError(fmt::format("there is nothing to undo: no logs in {}", folder));
     return folder + "/" + logs.front().logFileName;
   }
-  const std::string beside_the_others = folder + "/" + given;
+  std::string beside_the_others = folder + "/" + given;
   if (given.find('/') == std::string::npos && exists(beside_the_others)) return beside_the_others;
   if (exists(given)) return absolute_path(given, current_folder());
   throw UsageError(fmt::format("there is no log {} (brindle logs lists those in {})", given, folder));
