@@ -1,0 +1,223 @@
+"""Kills `brindle rename`, `undo` and `recover` at every system call that touches the disk, one after the other.
+
+After each kill: no file may be missing, and `recover` and `undo` must bring back the same names with the same inodes and
+leave nothing behind in the log folder. After a kill of `rename` the same is tried as if the system had gone down: the journal
+then comes from another boot, and its marks are lost, or ahead of what reached the disk.
+
+BRINDLE names the program. CRASH_SAFETY_EVERY=N tries only every Nth call.
+"""
+
+import concurrent.futures
+import os
+import pathlib
+import re
+import struct
+import subprocess
+import sys
+import tempfile
+import time
+
+BRINDLE = os.environ["BRINDLE"]
+EVERY = int(os.environ.get("CRASH_SAFETY_EVERY", "1"))
+CALLS = ("openat,rename,renameat,renameat2,link,linkat,unlink,unlinkat,mkdir,mkdirat,symlink,write,pwrite64,ftruncate,"
+         "fallocate,fsync,fdatasync,mmap,flock,exit_group")
+AFTER_RENAME = "the end of renameat2"
+KILLED = -9
+
+FILES = [b"a.txt", b"B\xff\n.txt", b"o/c", b"o/d:e", b"o/s/f", b"p/g/h"]
+HARD_LINK, LINK = b"hard", b"p/link"
+
+SCENARIOS = {
+    "files of several folders": ["files", "insert", "X"],
+    "folders below folders": ["--folders", "files", "insert", "X"],
+    "letter case alone": ["files", "case", "--upper"],
+}
+
+
+class Tree:
+    """A fresh tree of files, with the program's own folders beside it."""
+
+    def __init__(self, top):
+        self.top = pathlib.Path(top)
+        self.files = os.fsencode(self.top / "files")
+        self.environment = {**os.environ, "XDG_DATA_HOME": str(self.top / "data"), "XDG_CONFIG_HOME": str(self.top / "config"),
+                            "LC_ALL": "C.UTF-8"}
+        self.logs = self.top / "data/Tessalon/Brindle4/Logs"
+        for name in FILES:
+            path = os.path.join(self.files, name)
+            os.makedirs(os.path.dirname(path), exist_ok=True)
+            with open(path, "wb") as file:
+                file.write(name)
+        os.link(os.path.join(self.files, FILES[0]), os.path.join(self.files, HARD_LINK))
+        os.symlink(b"nowhere", os.path.join(self.files, LINK))
+        self.before = self.state()
+
+    def state(self):
+        found = {}
+        for folder, folders, names in os.walk(self.files):
+            for name in folders + names:
+                path = os.path.join(folder, name)
+                found[os.path.relpath(path, self.files)] = os.lstat(path).st_ino
+        return found
+
+    def call(self, command):
+        return subprocess.run(command, env=self.environment, cwd=self.top, stdin=subprocess.DEVNULL, capture_output=True,
+                              check=False)
+
+    def run(self, *arguments, kill=None):
+        if kill is None:
+            return self.call([BRINDLE, *arguments]).returncode
+        call, number = kill
+        if call == AFTER_RENAME:
+            return self.kill_after_rename(number, arguments)
+        return self.call(["strace", "-f", "-o", "/dev/null", "-e", f"trace={call}",
+                          "-e", f"inject={call}:signal=KILL:when={number}", BRINDLE, *arguments]).returncode
+
+    def kill_after_rename(self, number, arguments):
+        """Killed when the disk has done the rename and the program does not know yet."""
+        command = ["strace", "-D", "-f", "-o", "/dev/null", "-e", "trace=renameat2",
+                   "-e", f"inject=renameat2:delay_exit=400000:when={number}", BRINDLE, *arguments]
+        with subprocess.Popen(command, env=self.environment, cwd=self.top, stdin=subprocess.DEVNULL,
+                              stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL) as process:
+            held = 0  # how often in a row a thread was seen where the tracer holds it
+            while process.poll() is None and held < 5:
+                states = [path.read_text() for path in pathlib.Path(f"/proc/{process.pid}/task").glob("*/stat")]
+                held = held + 1 if any(") t " in state for state in states) else 0
+                time.sleep(0.005)
+            process.kill()
+            return process.wait()
+
+    def trace(self, *arguments):
+        """The calls of an undisturbed run, as (name, number), from the first look at the program's own folders on."""
+        record = self.top / "trace"
+        self.call(["strace", "-f", "-o", record, "-e", f"trace={CALLS},newfstatat", BRINDLE, *arguments])
+        counts, found, started = {}, [], False
+        for line in record.read_text(errors="replace").splitlines():
+            match = re.match(r"(\d+) +(\w+)\(", line)
+            if not match:
+                continue
+            started = started or "Tessalon" in line
+            counts[match.groups()] = counts.get(match.groups(), 0) + 1
+            call = (match[2], counts[match.groups()])
+            if started and match[2] != "newfstatat" and call not in found:
+                found.append(call)
+        return found
+
+    def journals(self):
+        return sorted(self.logs.glob("*.journal")) if self.logs.exists() else []
+
+    def leftovers(self):
+        return sorted(path.name for path in self.logs.iterdir()) if self.logs.exists() else []
+
+
+def checksum(data):
+    """As in src/log/checksum.h."""
+    lanes = [0x6A09E667F3BCC908, 0xBB67AE8584CAA73B, 0x3C6EF372FE94F82B, 0xA54FF53A5F1D36F1]
+
+    def mixed(value):
+        product = value * 0x9FB21C651E98DF25
+        return (product ^ (product >> 64)) & (1 << 64) - 1
+
+    def stepped(state, word):
+        return (mixed(state ^ word) + 0x9E3779B97F4A7C15) & (1 << 64) - 1
+
+    for start in range(0, len(data), 32):
+        words = struct.unpack("<4Q", data[start:start + 32].ljust(32, b"\0"))
+        lanes = [stepped(lane, word) for lane, word in zip(lanes, words)]
+    total = len(data)
+    for lane in lanes:
+        total = stepped(total, lane)
+    return total
+
+
+def pretend_reboot(journal, mark):
+    """Another boot wrote this journal, and every one of its marks is the one given."""
+    data = bytearray(journal.read_bytes())
+    if data[:8] != b"brinjrnl":
+        return
+    entries, _, _, offset = struct.unpack_from("<4Q", data, 16)
+    data[48:84] = b"00000000-0000-0000-0000-000000000000"
+    struct.pack_into("<Q", data, 120, checksum(bytes(data[:120])))
+    data[offset:offset + entries] = bytes([mark]) * entries
+    journal.write_bytes(data)
+
+
+failures = []
+
+
+def expect(condition, what, *details):
+    if not condition:
+        failures.append(what)
+        print("FAILED:", what, *details, sep="\n  ")
+
+
+def take_back(tree, what):
+    """Recovers and undoes; all must be as it was."""
+    recovered = tree.call([BRINDLE, "recover"])
+    expect(recovered.returncode == 0, f"{what}: recover", recovered)
+    if tree.leftovers():
+        undone = tree.call([BRINDLE, "undo", "--yes"])
+        expect(undone.returncode == 0, f"{what}: undo", undone)
+    expect(tree.state() == tree.before, f"{what}: the names are not as before", tree.before, tree.state())
+    expect(not tree.leftovers(), f"{what}: something is left behind", tree.leftovers())
+
+
+def nothing(_):
+    pass
+
+
+def reboot(mark):
+    def repair(tree):
+        for journal in tree.journals():
+            pretend_reboot(journal, mark)
+    return repair
+
+
+def attempt(what, prepare, arguments, kill, repair):
+    """Returns whether the kill hit, and whether a journal was left for `repair` to change."""
+    with tempfile.TemporaryDirectory(prefix="brindle-crash-") as top:
+        tree = Tree(top)
+        prepare(tree)
+        code = tree.run(*arguments, kill=kill)
+        expect(sorted(tree.state().values()) == sorted(tree.before.values()), f"{what}: a file is gone", tree.state())
+        repair(tree)
+        had_journal = bool(tree.journals())
+        take_back(tree, what)
+        return code == KILLED, had_journal
+
+
+def kill_everywhere(what, prepare, arguments, repairs=None):
+    with tempfile.TemporaryDirectory(prefix="brindle-crash-") as top:
+        tree = Tree(top)
+        prepare(tree)
+        calls = tree.trace(*arguments)
+    calls += [(AFTER_RENAME, number) for call, number in calls if call == "renameat2"]
+    calls = calls[::EVERY]
+
+    def kill_at(call):
+        name = f"{what}, killed at {call[0]} {call[1]}"
+        killed, had_journal = attempt(name, prepare, arguments, call, nothing)
+        for repair in repairs or {} if had_journal else {}:
+            attempt(f"{name}, {repair}", prepare, arguments, call, repairs[repair])
+        return killed
+
+    with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
+        kills = sum(pool.map(kill_at, calls))
+    # Another thread may have come first, or the clock: then there is one call less.
+    expect(kills >= max(0.9 * len(calls), 10 / EVERY), f"{what}: not killed", kills, calls)
+    print(f"{what}: killed at {kills} calls", flush=True)
+
+
+def main():
+    reboots = {"marks lost": reboot(0), "marks ahead": reboot(2)}
+    for what, options in SCENARIOS.items():
+        rename = ["rename", "--yes", "--quiet", *options]
+        kill_everywhere(f"rename, {what}", nothing, rename, reboots)
+        kill_everywhere(f"undo, {what}", lambda tree, rename=rename: tree.run(*rename), ["undo", "--yes"])
+        crash = lambda tree, rename=rename: tree.run(*rename, kill=("renameat2", 2))
+        kill_everywhere(f"recover, {what}", crash, ["recover"])
+    print(f"{len(failures)} failures")
+    return 1 if failures else 0
+
+
+sys.exit(main())
