@@ -4,8 +4,8 @@
 //
 // MP3, AAC, MP4 audio, FLAC, Ogg, Opus, WAV, AIFF, WMA, APE, Musepack, WavPack, TTA; most of them told by their
 // contents, the others by their extension. A file that is damaged, hostile or no song has no values, or those that
-// could be read; it costs a bounded amount of reading (1 MiB of search, 32 MiB of tags) and never more than that. Any
-// number of threads may read.
+// could be read; it costs a bounded amount of reading (1 MiB of search, 32 MiB of tags, 16 MiB each) and never more
+// than that. Any number of threads may read.
 
 #include <array>
 #include <cstddef>

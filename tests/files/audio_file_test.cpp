@@ -101,6 +101,15 @@ TEST_F(AudioFile, ReadsMp4WhateverItIsCalled) {
     EXPECT_THAT(texts(song, name), expected) << name;
 }
 
+TEST_F(AudioFile, ReadsApeTags) {
+  const std::string tag = ape_tag(
+      ape_value("Artist", std::string_view("Ella\0Louis", 10)) + ape_value("Year", "1964") + ape_value("Track", "3/12"),
+      3);
+  const auto expected = ElementsAre("Ella,Louis", "1964", "", "", "", "", "3", "");
+  EXPECT_THAT(texts("MAC " + std::string(5000, '\0') + tag, "song.ape"), expected);
+  EXPECT_THAT(texts(mp3_frames(20) + tag), expected);
+}
+
 TEST_F(AudioFile, TheSecondTagFillsTheGapsOfTheFirst) {
   const std::string old_tag = id3v1_tag("Old title", "Old artist", 7);
   EXPECT_THAT(texts(mp3_frames(20) + old_tag),
@@ -200,6 +209,21 @@ TEST_F(AudioFile, HostileFilesHaveNoValuesAndDoNoHarm) {
       EXPECT_THAT(texts(each, name), Each(IsEmpty())) << name << ": " << each.substr(0, 16);
     }
   }
+}
+
+// Every value is an object in memory, of hundreds of times its size.
+TEST_F(AudioFile, TagsOfTinyValuesAreNotReadToTheEnd) {
+  std::string frames;
+  std::string values;
+  for (int i = 0; i < 5000; ++i) {
+    frames += text_frame(4, "TIT3", "x");
+    values += ape_value("Key" + std::to_string(i), "x");
+  }
+  const std::string late = text_frame(4, "TIT2", "Amsterdam");
+  EXPECT_EQ(title(id3_tag(4, frames.substr(0, frames.size() / 2) + late) + mp3_frames(2)), "Amsterdam");
+  EXPECT_EQ(title(id3_tag(4, frames + late) + mp3_frames(2)), "");
+  EXPECT_EQ(title(ape_tag(values + ape_value("Title", "Amsterdam"), 5001), "song.ape"), "");
+  EXPECT_EQ(title(id3_tag(4, text_frame(4, "TIT2", std::string(300'000, 'x'))) + mp3_frames(2)), "");
 }
 
 // What cannot be trusted is left out, not the rest with it.

@@ -51,6 +51,22 @@ inline std::string id3v1_tag(std::string_view title, std::string_view artist, ch
          '\x11';
 }
 
+// APE: values, and the tag of them for the end of a file.
+
+inline std::string ape_value(std::string_view key, std::string_view text) {
+  return std::string(1, static_cast<char>(text.size())) + std::string(7, '\0') + std::string(key) + '\0' +
+         std::string(text);
+}
+
+inline std::string ape_tag(std::string_view values, std::size_t count) {
+  const auto little_endian = [](std::size_t value) {
+    const std::string bytes = big_endian(value, 4);
+    return std::string(bytes.rbegin(), bytes.rend());
+  };
+  return std::string(values) + "APETAGEX" + little_endian(2000) + little_endian(values.size() + 32) +
+         little_endian(count) + std::string(12, '\0');
+}
+
 // MP4: boxes, and a song's list of values.
 
 inline std::string box(std::string_view type, std::string_view content) {

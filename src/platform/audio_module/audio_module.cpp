@@ -25,6 +25,14 @@ struct FrameKin : TagLib::ID3v2::Frame {
   using Frame::Header;
 };
 
+// Frames are objects, and so is each of the texts in them: what all of a file's tags may hold. Hundreds of chapters are
+// rare, and so are thousands of words.
+struct FrameBudget {
+  std::size_t frames = 4096;
+  std::size_t text_bytes = std::size_t{256} << 10U;
+};
+thread_local FrameBudget frame_budget;
+
 // Leaves all frames alone but texts and comments: the library reads chapters by recursion, without a bound, and unpacks
 // whatever is packed, to whatever size. (It unpacks frames left alone too, unless their header says no more that they
 // are packed.)
@@ -37,18 +45,28 @@ class TextFrames final : public TagLib::ID3v2::FrameFactory {
 
  protected:
   bool updateFrame(FrameKin::Header* header) const override {
-    if (header->compression()) {
-      clear_flags(*header);
+    if (header->compression()) clear_flags(*header);
+    if (frame_budget.frames == 0) {
+      header->setFrameSize(0);  // ends the reading of the tag
       return false;
     }
-    const TagLib::ByteVector id = header->frameID();
-    return (id.startsWith("T") || id.startsWith("COM")) && FrameFactory::updateFrame(header);
+    --frame_budget.frames;
+    return is_text(*header) && FrameFactory::updateFrame(header);
   }
 
  private:
+  // A packed frame bears another name once it counts as one that is not.
   static void clear_flags(FrameKin::Header& header) {
     const TagLib::ByteVector size = TagLib::ByteVector::fromUInt(header.frameSize());
-    header.setData(header.frameID() + size + TagLib::ByteVector(2, '\0'), 3U);
+    header.setData(TagLib::ByteVector("XXXX") + size + TagLib::ByteVector(2, '\0'), 3U);
+  }
+
+  static bool is_text(const FrameKin::Header& header) {
+    const TagLib::ByteVector id = header.frameID();
+    const std::size_t size = header.frameSize();
+    if ((!id.startsWith("T") && !id.startsWith("COM")) || size > frame_budget.text_bytes) return false;
+    frame_budget.text_bytes -= size;
+    return true;
   }
 };
 
@@ -139,10 +157,10 @@ struct Kind {
 };
 
 // The name for the library to judge by: songs often bear the wrong extension, and ".aac" is unknown to it.
-std::string library_name(int descriptor, std::string_view extension) {
+std::string library_name(BoundedStream& stream, std::string_view extension) {
   constexpr Kind kinds[] = {{4, "ftyp", "x.m4a"}, {0, "fLaC", "x.flac"}, {0, "RIFF", "x.wav"}, {0, "FORM", "x.aiff"}};
-  BoundedStream stream(descriptor, 16, "");
   const TagLib::ByteVector head = stream.readBlock(8);
+  stream.seek(0);
   const std::string_view bytes(head.data(), head.size());
   for (const Kind& kind : kinds) {
     if (bytes.size() >= 8 && bytes.substr(kind.offset, kind.bytes.size()) == kind.bytes) return kind.name;
@@ -154,8 +172,9 @@ std::string library_name(int descriptor, std::string_view extension) {
 
 extern "C" void brindle_read_audio(int descriptor, std::uint64_t size, const char* extension, const Sink* sink) {
   try {
-    const std::string name = library_name(descriptor, extension);
-    BoundedStream stream(descriptor, size, name.c_str());
+    frame_budget = {};
+    BoundedStream stream(descriptor, size);
+    stream.set_name(library_name(stream, extension));
     const TagLib::FileRef song(&stream, false);
     if (song.isNull() || !song.file()->isValid()) return;
     Reporter reporter(*sink);

@@ -16,19 +16,29 @@ namespace {
 constexpr std::size_t step = 1024;
 constexpr std::size_t scan_budget = std::size_t{1} << 20U;
 constexpr std::size_t tag_budget = std::size_t{32} << 20U;
+// The largest single read: a tag made of nothing but tiny values takes hundreds of times its memory.
+constexpr std::size_t block_limit = std::size_t{16} << 20U;
 constexpr std::size_t call_budget = 1'000'000;
 // Tags at the end of a file are found however long the search before them was.
 constexpr long tail_size = 4096;
-constexpr std::size_t window_capacity = 4096;
+// Most tags without pictures fit.
+constexpr std::size_t window_capacity = 8192;
 // Boxes in boxes are read by recursion. Songs need some ten levels.
 constexpr std::ptrdiff_t stack_budget = 128 * 1024;
 
+// Of APE tags, which say beforehand how many values they hold.
+constexpr unsigned int value_count_limit = 4096;
+
+bool is_swamped(const TagLib::ByteVector& block) {
+  constexpr unsigned int count_at = 16;
+  return block.size() >= 32 && block.startsWith("APETAGEX") && block.toUInt(count_at, false) > value_count_limit;
+}
+
 }  // namespace
 
-BoundedStream::BoundedStream(int descriptor, std::uint64_t size, const char* name)
+BoundedStream::BoundedStream(int descriptor, std::uint64_t size)
     : descriptor_(descriptor),
       size_(static_cast<long>(std::min<std::uint64_t>(size, std::numeric_limits<long>::max()))),
-      name_(name),
       bottom_(static_cast<const char*>(__builtin_frame_address(0))),
       calls_left_(call_budget),
       scan_left_(scan_budget),
@@ -39,7 +49,7 @@ bool BoundedStream::spend(std::size_t bytes) {
   --calls_left_;
   if (bytes <= step && position_ >= size_ - tail_size) return true;
   std::size_t& left = bytes <= step ? scan_left_ : tag_left_;
-  if (bytes > left) return false;
+  if (bytes > left || bytes > block_limit) return false;
   left -= bytes;
   return true;
 }
@@ -85,7 +95,8 @@ TagLib::ByteVector BoundedStream::readBlock(unsigned long length) {
   const auto rest = static_cast<unsigned long>(std::max(0L, size_ - position_));
   const std::size_t count = std::min(length, rest);
   if (!spend(count) || count == 0 || too_deep()) return {};
-  const TagLib::ByteVector block = count <= step ? read_window(count) : read_whole(count);
+  const TagLib::ByteVector block = count <= window_capacity / 2 ? read_window(count) : read_whole(count);
+  if (is_swamped(block)) return {};
   position_ += static_cast<long>(block.size());
   return block;
 }

@@ -7,18 +7,22 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
+#include <utility>
 #include <vector>
 
 namespace brindle::audio_module {
 
 class BoundedStream final : public TagLib::IOStream {
  public:
-  /// Reads through `descriptor`, which stays the caller's. `name` is what the library is to take for the file's name;
-  /// the text must outlive the object. Made by the thread that reads, no deeper in
-  /// its stack than the reading.
-  BoundedStream(int descriptor, std::uint64_t size, const char* name);
+  /// Reads through `descriptor`, which stays the caller's. Made by the thread that reads, no deeper in its stack than
+  /// the reading.
+  BoundedStream(int descriptor, std::uint64_t size);
 
-  TagLib::FileName name() const override { return name_; }
+  /// What the library is to take for the file's name.
+  void set_name(std::string name) { name_ = std::move(name); }
+
+  TagLib::FileName name() const override { return name_.c_str(); }
   /// Throws std::runtime_error when called too often.
   TagLib::ByteVector readBlock(unsigned long length) override;
   void seek(long offset, Position position = Beginning) override;
@@ -42,7 +46,7 @@ class BoundedStream final : public TagLib::IOStream {
 
   int descriptor_;
   long size_;
-  const char* name_;
+  std::string name_;
   const char* bottom_;  // of the stack, as far as the reading goes
   long position_ = 0;
   long window_start_ = 0;
