@@ -213,7 +213,7 @@ bool ArgumentParser::begins_method(std::string_view word, bool options_ended) co
 
 void ArgumentParser::take_operand(std::string_view word) {
   const Operands operands = line_.command->operands;
-  const bool one_at_most = operands == Operands::log || operands == Operands::topic;
+  const bool one_at_most = operands == Operands::log || operands == Operands::file || operands == Operands::topic;
   if (operands == Operands::none || (one_at_most && !line_.operands.empty())) {
     throw UsageError(fmt::format("{} takes no {}; usage: brindle {} {}", line_.command->word, word, line_.command->word,
                                  line_.command->synopsis));

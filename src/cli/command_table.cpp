@@ -66,6 +66,7 @@ constexpr auto undo_examples = std::to_array<Example>({
     {"undo 'Log 21-11-2026 10-00-00-12.xml'", "", ""},
 });
 constexpr auto settings_examples = std::to_array<Example>({{"settings", "", ""}, {"settings selectedTab", "", ""}});
+constexpr auto fields_examples = std::to_array<Example>({{"fields", "", ""}, {"fields IMG_9.jpg", "", ""}});
 constexpr auto help_examples = std::to_array<Example>({{"help rename", "", ""}, {"help insert", "", ""}});
 
 constexpr auto commands = std::to_array<CommandRow>({
@@ -97,6 +98,9 @@ constexpr auto commands = std::to_array<CommandRow>({
      plain_options,
      run_recover,
      {}},
+    {"fields", "[OPTION]... [FILE]", "list the tokens of photo and audio masks; with FILE, their values",
+     "Dates and times are written as the photo method does without options.", Operands::file, list_options, run_fields,
+     fields_examples},
     {"settings", "[OPTION]... [KEY]...", "list the keys for --set: type, default, meaning", "", Operands::keys,
      list_options, run_settings, settings_examples},
     {"help", "[COMMAND or METHOD]", "show help", "", Operands::topic, plain_options, run_help, help_examples},

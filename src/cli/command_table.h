@@ -19,6 +19,7 @@ enum class Operands : std::uint8_t {
   none,
   paths_and_methods,  ///< PATH... [METHOD [then METHOD]...]
   log,                ///< [LOG]
+  file,               ///< [FILE]
   keys,               ///< [KEY...]
   topic,              ///< [COMMAND or METHOD]
 };

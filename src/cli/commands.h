@@ -14,6 +14,7 @@ ExitCode run_rename(const CommandLine& line, Console& console);
 ExitCode run_undo(const CommandLine& line, Console& console);
 ExitCode run_logs(const CommandLine& line, Console& console);
 ExitCode run_recover(const CommandLine& line, Console& console);
+ExitCode run_fields(const CommandLine& line, Console& console);
 ExitCode run_settings(const CommandLine& line, Console& console);
 ExitCode run_help(const CommandLine& line, Console& console);
 

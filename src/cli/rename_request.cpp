@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "app/string_table.h"
+#include "cli/mask_text.h"
 #include "cli/suggestion.h"
 #include "settings/setting_text.h"
 
@@ -21,7 +22,7 @@ std::string_view key_of(std::string_view assignment) {
 
 void assign(RenameSettings& settings, const Options& options) {
   const std::vector<std::string_view> assignments(options.set.begin(), options.set.end());
-  if (const auto fault = apply_assignments(settings, assignments)) {
+  if (const auto fault = apply_assignments(settings, assignments, field_of_known_token)) {
     throw UsageError(fmt::format("--set: {}", *fault));
   }
 }
