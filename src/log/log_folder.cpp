@@ -5,11 +5,13 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <ctime>
 #include <tuple>
 
 #include "log/rename_log.h"
 #include "log/undo_progress.h"
 #include "platform/atomic_file.h"
+#include "platform/data_folders.h"
 #include "platform/file_name.h"
 #include "platform/folder_handle.h"
 #include "platform/integer_text.h"
@@ -39,6 +41,12 @@ Date date_created(const FolderHandle& folder, const char* name) {
 }
 
 }  // namespace
+
+std::string getLogFilePath() {
+  const std::string app_path = getAppPath();
+  const std::string name = getNewLogFileName(std::time(nullptr));
+  return app_path.empty() ? name : fmt::format("{}/Logs/{}", app_path, name);
+}
 
 std::vector<LogRecord> loadUserLogFiles(const std::string& folder_path) {
   std::vector<LogRecord> records;

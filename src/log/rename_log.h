@@ -102,6 +102,9 @@ LogFile read_log_text(std::string xml);
 
 // Listing and deleting.
 
+/// A "#" path for a run that begins now, in the data folder's "Logs"; the name alone when there is no data folder.
+std::string getLogFilePath();
+
 struct LogRecord {
   std::string logFileName;      ///< bytes, without the folder
   Date dateCreated;             ///< the file's birth, or its modification where the disk keeps none

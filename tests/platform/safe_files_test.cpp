@@ -6,9 +6,11 @@
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
+#include <optional>
 #include <string>
 
 #include "platform/atomic_file.h"
+#include "platform/file_version.h"
 #include "platform/trash.h"
 #include "support/temp_tree.h"
 
@@ -64,6 +66,29 @@ TEST(AtomicFile, is_placed_over_nothing_when_asked) {
   EXPECT_EQ(file.place_exclusively(tree / "free"), 0);
   EXPECT_EQ(content_of(tree / "free") + content_of(tree / "taken") + content_of(tree / "outside"), "newtakenoutside");
   EXPECT_THAT(tree.names(), ElementsAre("free", "outside", "taken"));
+}
+
+TEST(FileVersion, is_read_from_the_start_of_the_file) {
+  const TempTree tree;
+  const std::string long_tail(200'000, ' ');
+  const struct {
+    std::string content;
+    std::optional<std::string> version;
+  } cases[] = {
+      {"<files appversion=\"3.1\"/>", "3.1"},
+      {"<?xml version=\"1.0\"?><plist version=\"1.0\" appversion=\"\"><array/></plist>", ""},
+      {"<files appversion='4'>" + long_tail + "</files>", "4"},
+      {"<files appversion='4'>" + long_tail, "4"},
+      {"<files/>", std::nullopt},
+      {"<files appversion='4'>", std::nullopt},
+      {long_tail + "<files appversion='4'/>", std::nullopt},
+      {"", std::nullopt},
+  };
+  for (const auto& each : cases) {
+    std::ofstream(tree / "file.xml") << each.content;
+    EXPECT_EQ(appVersionInPlist(tree / "file.xml"), each.version) << each.content.substr(0, 60);
+  }
+  EXPECT_EQ(appVersionInPlist(tree / "missing.xml"), std::nullopt);
 }
 
 TEST(Trash, keeps_every_file_under_a_name_of_its_own) {
