@@ -1,5 +1,6 @@
 #include "platform/image_file.h"
 
+#include <algorithm>
 #include <charconv>
 #include <new>
 #include <string_view>
@@ -93,6 +94,24 @@ void decode(MetadataBlocks& blocks, ImageFileData& data) {
   data.height = blocks.height;
 }
 
+// Where Fuji's raw files keep the picture that they show on the camera, and with it all metadata; 0 for other files.
+std::uint64_t preview_start(const RegularFile& file) {
+  constexpr std::string_view name = "FUJIFILMCCD-RAW ";
+  constexpr std::size_t offset_place = 84;
+  std::array<unsigned char, offset_place + 4> head{};
+  if (file.read_at(0, head.data(), head.size()) < head.size()) return 0;
+  if (!std::equal(name.begin(), name.end(), head.begin())) return 0;
+  std::uint64_t start = 0;
+  for (std::size_t i = offset_place; i < head.size(); ++i) start = start << 8U | head[i];
+  return start;
+}
+
+bool read_preview(const RegularFile& file, ImageParts parts, MetadataBlocks& blocks) {
+  const std::uint64_t start = preview_start(file);
+  parts.size = false;  // the preview's own, not the picture's
+  return start != 0 && read_jpeg_segments(file, start, parts, blocks);
+}
+
 }  // namespace
 
 ImageFileData read_image_file(const std::string& path, ImageParts parts) {
@@ -100,7 +119,8 @@ ImageFileData read_image_file(const std::string& path, ImageParts parts) {
   const RegularFile file = RegularFile::open(path);
   if (!file || file.size() == 0 || file.size() > size_limit || !decoders().complete()) return data;
   MetadataBlocks blocks;
-  if (read_jpeg_segments(file, parts, blocks) || read_heif_items(file, blocks)) {
+  if (read_jpeg_segments(file, 0, parts, blocks) || read_heif_items(file, blocks) ||
+      read_preview(file, parts, blocks)) {
     decode(blocks, data);
   } else {
     const image_module::Sink sink = sink_into(data);

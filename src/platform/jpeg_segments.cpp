@@ -74,10 +74,9 @@ class SegmentWalk {
   SegmentWalk(const RegularFile& file, ImageParts wanted, MetadataBlocks& blocks)
       : file_(file), window_(file), wanted_(wanted), found_(blocks) {}
 
-  bool run() {
-    const std::string_view start = window_.at(0, 3);
-    if (start != "\xFF\xD8\xFF"sv) return false;
-    std::uint64_t offset = 2;
+  bool run(std::uint64_t start) {
+    if (window_.at(start, 3) != "\xFF\xD8\xFF"sv) return false;
+    std::uint64_t offset = start + 2;
     for (int i = 0; i < segment_limit && offset != 0 && !is_complete(); ++i) offset = segment(offset);
     return true;
   }
@@ -135,8 +134,8 @@ class SegmentWalk {
 
 }  // namespace
 
-bool read_jpeg_segments(const RegularFile& file, ImageParts wanted, MetadataBlocks& blocks) {
-  return SegmentWalk(file, wanted, blocks).run();
+bool read_jpeg_segments(const RegularFile& file, std::uint64_t start, ImageParts wanted, MetadataBlocks& blocks) {
+  return SegmentWalk(file, wanted, blocks).run(start);
 }
 
 }  // namespace brindle

@@ -80,6 +80,16 @@ TEST_F(ImageFileTest, ReadsTheSameOutOfEveryKindOfFile) {
   }
 }
 
+TEST_F(ImageFileTest, ReadsThePreviewOfFujisRawFiles) {
+  const std::string jpeg = sample_jpeg(metadata(camera_notes(false)));
+  const std::string head =
+      "FUJIFILMCCD-RAW " + std::string(68, '0') + number_bytes(160, 4) + number_bytes(jpeg.size(), 4);
+  const ImageFileData data = read(head + std::string(160 - head.size(), '\0') + jpeg);
+  EXPECT_EQ(exif(data, ExifTag::date_time_original).substr(0, 19), "2009:05:17 10:20:30");
+  EXPECT_EQ(data.iptc.size(), 3U);
+  EXPECT_EQ(data.width, 0U) << "the preview is smaller than the picture";
+}
+
 TEST_F(ImageFileTest, ReadsOfJpegOnlyWhatIsAskedFor) {
   const std::string jpeg = sample_jpeg(metadata(camera_notes(true)));
   const ImageFileData dates = read(jpeg, {.exif = true});

@@ -3,6 +3,7 @@
 // Small image files of every kind, made byte by byte, so that tests need no other program and know every byte.
 
 #include <cstdint>
+#include <cstdio>
 #include <fstream>
 #include <string>
 #include <utility>
@@ -196,7 +197,9 @@ inline std::string xmp_packet(const std::string& properties) {
          properties + "</rdf:Description></rdf:RDF></x:xmpmeta>\n<?xpacket end='w'?>";
 }
 
+/// A new file each time: overwriting one makes some disks wait until the old bytes are safe.
 inline void write_file(const std::string& path, const std::string& bytes) {
+  std::remove(path.c_str());
   std::ofstream(path, std::ios::binary).write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
 }
 

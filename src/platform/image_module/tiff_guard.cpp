@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <iterator>
 #include <vector>
 
 namespace brindle::image_module {
@@ -25,6 +26,8 @@ constexpr std::uint64_t packet_limit = 4U << 20U;
 constexpr std::uint64_t total_limit = 16U << 20U;
 constexpr std::size_t directory_limit = 64;
 constexpr std::size_t entry_size = 12;
+// What stands behind the byte order: TIFF, and the makers' own numbers for the same structure.
+constexpr unsigned kinds[] = {0x002A, 0x0055, 0x4F52, 0x5352};
 // The library refuses larger directories.
 constexpr unsigned entry_limit = 256;
 
@@ -44,6 +47,8 @@ class Guard {
   void run() {
     if (size_ < 8 || data_[0] != data_[1] || (data_[0] != 'I' && data_[0] != 'M')) return;
     big_endian_ = data_[0] == 'M';
+    const auto kind = static_cast<unsigned>(number(2, 2));
+    if (std::find(std::begin(kinds), std::end(kinds), kind) == std::end(kinds)) return;
     visit(number(4, 4));
     // More are added on the way.
     for (std::size_t i = 0; i < directories_.size(); ++i) trim_directory(directories_[i]);
