@@ -436,7 +436,7 @@ constexpr auto audio_options = join(mask_options<&S::isID3RenamingSeperator, &S:
                                                  &S::isID3RenamingColonReplace, &S::id3RenamingColonReplace>(),
                                     audio_own_options);
 constexpr auto audio_examples = std::to_array<Example>({
-    {"audio '<TrackNumber> <Title>'", "track09.mp3", "9 So What.mp3"},
+    {"audio '<TrackNumber> <Title>'", "", ""},
     {"audio '<Artist><Album><Title>' --separator ' - '", "", ""},
 });
 

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 #include <gmock/gmock.h>
 
+#include "cli/mask_text.h"
 #include "cli/rename_request.h"
 #include "cli/words.h"
 #include "platform/file_name.h"
@@ -51,7 +52,7 @@ TEST(Methods, FillTheSettings) {
   loadEmptyProfile(defaults, noon);
   for (const CaseColumns& c : read_cases("cli_methods.tsv", 4)) {
     const RenameSettings settings = request_of(c[0]).settings;
-    EXPECT_THAT(differing_keys(settings, with(defaults, c[3])), testing::IsEmpty()) << c[0];
+    EXPECT_THAT(differing_keys(settings, with(defaults, c[3], field_of_known_token)), testing::IsEmpty()) << c[0];
     if (!c[1].empty()) expect_name(c[0], c[1], c[2]);
   }
 }

@@ -38,14 +38,15 @@ inline std::vector<CaseColumns> read_cases(const std::string& name, std::size_t 
 }
 
 /// Applies settings one by one, as written and nothing more.
-inline RenameSettings with(RenameSettings settings, const std::string& changes) {
+inline RenameSettings with(RenameSettings settings, const std::string& changes,
+                           FieldOfToken field_of = field_of_token) {
   for (const std::string& change : split(changes, '|')) {
     if (change.front() == '~') {
       const SettingRow* row = find_setting(std::string_view(change).substr(1));
       settings.*std::get<Text RenameSettings::*>(row->member) = std::nullopt;
     } else {
       const std::size_t equals = change.find('=');
-      EXPECT_EQ(set_from_text(settings, change.substr(0, equals), change.substr(equals + 1)), std::nullopt);
+      EXPECT_EQ(set_from_text(settings, change.substr(0, equals), change.substr(equals + 1), field_of), std::nullopt);
     }
   }
   return settings;
