@@ -51,6 +51,7 @@ std::size_t explain_left_out(const std::vector<std::string>& paths, const Comman
 
 void gather(const CommandLine& line, Console& console, RenameBatch& batch) {
   const std::vector<std::string> paths = read_paths(line, batch.folder);
+  batch.paths = paths.size();
   const RenameSettings& settings = batch.request.settings;
   const GatherOptions options{settings.isFolders, settings.isIncludeSubFolders, line.options.hidden, false};
   ProgressLine progress(console, "Found");

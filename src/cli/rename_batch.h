@@ -39,6 +39,7 @@ struct RenameBatch {
   FileList files;
   DiskNames disk_names;
   std::string folder;        ///< the current folder: names below it are shown relative to it
+  std::size_t paths = 0;     ///< how many were given
   std::size_t left_out = 0;  ///< PATHs that are not in the list at all, each with a line on standard error
 
   bool is_folders() const { return request.settings.isFolders; }

@@ -68,7 +68,7 @@ void warn_of_surprises(const CommandLine& line, const RenameBatch& batch, Consol
   if (const std::size_t twice = count_given_twice(batch.files); twice > 0) {
     console.note(fmt::format("{} would get a name that another one gets too, and keep the old one.", twice));
   }
-  const bool in_disk_order = line.options.sort == ListOrder::as_found && batch.files.size() > line.operands.size();
+  const bool in_disk_order = line.options.sort == ListOrder::as_found && batch.files.size() > batch.paths;
   if (in_disk_order && counts_items(batch.request)) {
     console.note("Counted in the order in which the disk lists them; --sort name or --sort folder counts by name.");
   }
