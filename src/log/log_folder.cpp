@@ -20,13 +20,6 @@
 namespace brindle {
 namespace {
 
-bool has_xml_extension(std::string_view name) {
-  if (name.size() < 4) return false;
-  std::string ending(name.substr(name.size() - 4));
-  for (char& c : ending) c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-  return ending == ".xml";
-}
-
 std::int32_t count_in_name(std::string_view name) {
   const std::string_view base = name.substr(0, name.rfind('.'));
   const std::size_t dash = base.rfind('-');
@@ -55,7 +48,7 @@ std::vector<LogRecord> loadUserLogFiles(const std::string& folder_path) {
   FolderReader reader;
   FolderEntry entry;
   for (reader.start(folder); reader.next(entry);) {
-    if (!has_xml_extension(entry.name) || is_open_log_name(entry.name)) continue;
+    if (!ends_ignoring_case(entry.name, ".xml") || is_open_log_name(entry.name)) continue;
     records.push_back({std::string(entry.name), date_created(folder, entry.name.data()), count_in_name(entry.name)});
   }
   std::sort(records.begin(), records.end(), [](const LogRecord& a, const LogRecord& b) {

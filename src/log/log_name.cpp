@@ -3,6 +3,7 @@
 #include <fmt/chrono.h>
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 
@@ -13,9 +14,18 @@ namespace brindle {
 namespace {
 
 constexpr std::string_view prefix = "Log ";
+constexpr std::string_view journal_ending = "-#.journal";
 constexpr std::string_view ending = "-#.xml";
 constexpr std::string_view xml_extension = ".xml";
 constexpr std::string_view journal_extension = ".journal";
+
+char lower(char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+bool equal(std::string_view a, std::string_view b) {
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) { return lower(x) == lower(y); });
+}
 
 // Six numbers with one character between each two.
 bool read_numbers(std::string_view text, std::array<int, 6>& numbers) {
@@ -41,14 +51,26 @@ std::string getNewLogFileName(std::time_t when) {
   return fmt::format("{}{:%d-%m-%Y %H-%M-%S}{}", prefix, local, ending);
 }
 
+bool begins_ignoring_case(std::string_view name, std::string_view start) {
+  return equal(name.substr(0, start.size()), start);
+}
+
+bool ends_ignoring_case(std::string_view name, std::string_view end) {
+  return name.size() >= end.size() && equal(name.substr(name.size() - end.size()), end);
+}
+
 bool is_open_log_name(std::string_view name) {
-  return name.starts_with(prefix) && name.ends_with(ending);
+  return begins_ignoring_case(name, prefix) && ends_ignoring_case(name, ending);
+}
+
+bool is_journal_name(std::string_view name) {
+  return begins_ignoring_case(name, prefix) && ends_ignoring_case(name, journal_ending);
 }
 
 std::time_t log_time(const std::string& path) {
   const std::string name = split_path(path).name;
   std::array<int, 6> numbers{};
-  if (!is_open_log_name(name)) return -1;
+  if (!is_open_log_name(name) || name.size() < prefix.size() + ending.size()) return -1;
   const auto digits = std::string_view(name).substr(prefix.size(), name.size() - prefix.size() - ending.size());
   if (!read_numbers(digits, numbers)) return -1;
   std::tm time{};
@@ -84,7 +106,8 @@ std::vector<std::string> find_finished_logs(const std::string& path) {
   FolderReader reader;
   FolderEntry entry;
   for (reader.start(folder); reader.next(entry);) {
-    if (!entry.name.starts_with(start) || !entry.name.ends_with(xml_extension)) continue;
+    if (!begins_ignoring_case(entry.name, start) || !ends_ignoring_case(entry.name, xml_extension)) continue;
+    if (entry.name.size() < start.size() + xml_extension.size()) continue;
     const std::size_t count_size = entry.name.size() - start.size() - xml_extension.size();
     if (is_count(entry.name.substr(start.size(), count_size)))
       found.push_back(fmt::format("{}/{}", parts.folder, entry.name));
@@ -93,7 +116,7 @@ std::vector<std::string> find_finished_logs(const std::string& path) {
 }
 
 std::string journal_path(const std::string& path) {
-  const bool has_extension = path.ends_with(xml_extension);
+  const bool has_extension = ends_ignoring_case(path, xml_extension);
   return path.substr(0, path.size() - (has_extension ? xml_extension.size() : 0)).append(journal_extension);
 }
 

@@ -156,11 +156,10 @@ Leftovers find_leftovers(const std::string& folder_path) {
   FolderEntry entry;
   for (reader.start(folder); reader.next(entry);) {
     const std::string path = fmt::format("{}/{}", folder_path, entry.name);
-    if (!entry.name.starts_with("Log ")) continue;
-    if (entry.name.ends_with("-#.journal")) found.journals.push_back(log_path_of_journal(path));
-    if (entry.name.ends_with("-#.xml") || entry.name.ends_with("-#.xml.part") || entry.name.ends_with(".xml.undo")) {
-      found.others.push_back(path);
-    }
+    if (is_journal_name(entry.name)) found.journals.push_back(log_path_of_journal(path));
+    const bool is_trace = is_open_log_name(entry.name) || ends_ignoring_case(entry.name, "-#.xml.part") ||
+                          ends_ignoring_case(entry.name, ".xml.undo");
+    if (is_trace && begins_ignoring_case(entry.name, "Log ")) found.others.push_back(path);
   }
   std::sort(found.journals.begin(), found.journals.end(), [](const std::string& a, const std::string& b) {
     return std::tuple(log_time(a), a) < std::tuple(log_time(b), b);
@@ -183,9 +182,9 @@ bool is_empty_log(const std::string& path) {
 // Traces of a run without its journal: the run is over, or never came to anything.
 void remove_orphan(const std::string& path) {
   const std::string_view name = path;
-  if (name.ends_with(".undo")) {
+  if (ends_ignoring_case(name, ".undo")) {
     if (!exists(path.substr(0, path.size() - 5))) ::unlink(path.c_str());
-  } else if (name.ends_with(".part")) {
+  } else if (ends_ignoring_case(name, ".part")) {
     if (!exists(journal_path(path.substr(0, path.size() - 5)))) ::unlink(path.c_str());
   } else if (!exists(journal_path(path)) && is_empty_log(path)) {
     ::unlink(path.c_str());

@@ -248,6 +248,21 @@ TEST(Recovery, leaves_a_run_alone_that_goes_on) {
   EXPECT_EQ(pairs_in(readLogFile(going_on.log().saved_path())).size(), 1);
 }
 
+// Some disks that ignore letter case list names in lower case.
+TEST(Recovery, knows_its_files_in_other_letters) {
+  const LogTree tree;
+  tree.make({"files/a"});
+  CrashedRun crashed(tree, {"", {}, {{"a", "A1", done, "a"}}});
+  crashed.crash(false);
+  for (const std::string& name : tree.names_in("logs")) {
+    std::filesystem::rename(tree.logs() + "/" + name, tree.logs() + "/log" + name.substr(3));
+  }
+  EXPECT_THAT(loadUserLogFiles(tree.logs()), IsEmpty());
+  EXPECT_THAT(recover(tree.logs()).runs, SizeIs(1));
+  EXPECT_THAT(loadUserLogFiles(tree.logs()), SizeIs(1));
+  EXPECT_THAT(tree.names_in("logs"), SizeIs(1));
+}
+
 TEST(Recovery, waits_for_room_on_a_full_disk) {
   const LogTree tree;
   tree.make({"files/a"});
