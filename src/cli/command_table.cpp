@@ -103,7 +103,10 @@ constexpr auto commands = std::to_array<CommandRow>({
      fields_examples},
     {"settings", "[OPTION]... [KEY]...", "list the keys for --set: type, default, meaning", "", Operands::keys,
      list_options, run_settings, settings_examples},
-    {"help", "[COMMAND or METHOD]", "show help", "", Operands::topic, plain_options, run_help, help_examples},
+    {"help", "[COMMAND or METHOD]", "show help",
+     "man-page, bash-completion, zsh-completion and fish-completion, instead of a word, print what belongs into the "
+     "folders of man and of these shells.",
+     Operands::topic, plain_options, run_help, help_examples},
 });
 
 }  // namespace

@@ -129,6 +129,10 @@ constexpr std::string_view introduction =
 
 }  // namespace
 
+std::string sentence(std::string_view summary) {
+  return fmt::format("{}{}.", static_cast<char>(summary.front() - 'a' + 'A'), summary.substr(1));
+}
+
 std::string program_help(const Style& style, std::size_t width) {
   HelpWriter writer(style, width);
   writer.plain("usage: brindle COMMAND [OPTION]... [PATH]... [METHOD [then METHOD]...]\n");
@@ -157,8 +161,7 @@ std::string program_help(const Style& style, std::size_t width) {
 std::string command_help(const CommandRow& command, const Style& style, std::size_t width) {
   HelpWriter writer(style, width);
   writer.plain(fmt::format("usage: brindle {} {}\n", command.word, command.synopsis));
-  writer.paragraphs(
-      fmt::format("{}{}.", static_cast<char>(command.summary.front() - 'a' + 'A'), command.summary.substr(1)));
+  writer.paragraphs(sentence(command.summary));
   writer.heading("Options");
   writer.rows(option_rows(command));
   if (command.operands == Operands::paths_and_methods) {
@@ -173,8 +176,7 @@ std::string command_help(const CommandRow& command, const Style& style, std::siz
 std::string method_help(const MethodRow& method, const Style& style, std::size_t width) {
   HelpWriter writer(style, width);
   writer.plain(fmt::format("usage: brindle preview PATH... {}\n", method_usage(method)));
-  writer.paragraphs(
-      fmt::format("{}{}.", static_cast<char>(method.summary.front() - 'a' + 'A'), method.summary.substr(1)));
+  writer.paragraphs(sentence(method.summary));
   std::vector<Row> rows;
   for (const MethodOperand& operand : method.operands)
     rows.push_back({std::string(operand.name), std::string(operand.help)});

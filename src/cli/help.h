@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 
 #include "cli/command_table.h"
 #include "cli/console.h"
@@ -15,5 +16,8 @@ namespace brindle {
 std::string program_help(const Style& style, std::size_t width);
 std::string command_help(const CommandRow& command, const Style& style, std::size_t width);
 std::string method_help(const MethodRow& method, const Style& style, std::size_t width);
+
+/// "put a text into the name" as "Put a text into the name."
+std::string sentence(std::string_view summary);
 
 }  // namespace brindle

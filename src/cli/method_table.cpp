@@ -265,7 +265,7 @@ constexpr auto suffix_examples = std::to_array<Example>({
 constexpr std::string_view pattern_note =
     "A PATTERN holds up to three parts of a date (yyyy, yy, MM, MMM, MMMM, dd, EEEE) or a time (HH, hh, mm, ss, a) "
     "with "
-    "texts of your own between them; letters that are to stand as they are go in '…'.";
+    "texts of your own between them; letters that are to stand as they are go between two \"'\".";
 
 constexpr auto date_own_options = std::to_array<MethodOption>({
     {"source", "created|modified|custom", Kind::choice, "which date (created); custom is the moment of the run",

@@ -1,17 +1,34 @@
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <array>
 #include <cstring>
 #include <exception>
 #include <span>
 #include <string>
+#include <string_view>
 
 #include "cli/cancellation.h"
 #include "cli/commands.h"
+#include "cli/completion.h"
 #include "cli/help.h"
+#include "cli/manual.h"
 #include "platform/app_info.h"
 
 namespace brindle {
 namespace {
+
+// Texts for the installed program, by the word behind "help".
+struct PackagedText {
+  std::string_view word;
+  std::string (*text)();
+};
+constexpr auto packaged_texts = std::to_array<PackagedText>({
+    {"man-page", manual_page},
+    {"bash-completion", bash_completion},
+    {"zsh-completion", zsh_completion},
+    {"fish-completion", fish_completion},
+});
 
 ExitCode show_help(const CommandLine& line, Console& console) {
   const Style& style = console.style();
@@ -50,6 +67,11 @@ ExitCode run_help(const CommandLine& line, Console& console) {
   CommandLine topic;
   if (!line.operands.empty()) {
     const std::string& word = line.operands.front();
+    const auto packaged = std::ranges::find(packaged_texts, word, &PackagedText::word);
+    if (packaged != packaged_texts.end()) {
+      console.out() << packaged->text();
+      return ExitCode::done;
+    }
     topic.command = find_command(word);
     topic.help_method = topic.command == nullptr ? find_method(word) : nullptr;
     if (topic.command == nullptr && topic.help_method == nullptr) {
