@@ -48,7 +48,7 @@ void print_table(const std::vector<LogRecord>& logs, const std::string& folder, 
 }  // namespace
 
 ExitCode run_logs(const CommandLine& line, Console& console) {
-  const bool all_finished = finish_interrupted_runs(console);
+  const FinishedRuns finished = finish_interrupted_runs(console);
   const std::string folder = default_log_folder();
   const std::vector<LogRecord> logs = loadUserLogFiles(folder);
   if (line.options.json) {
@@ -56,11 +56,13 @@ ExitCode run_logs(const CommandLine& line, Console& console) {
   } else {
     print_table(logs, folder, console);
   }
-  return all_finished ? ExitCode::done : ExitCode::incomplete;
+  return finished.complete ? ExitCode::done : ExitCode::incomplete;
 }
 
 ExitCode run_recover(const CommandLine&, Console& console) {
-  return finish_interrupted_runs(console) ? ExitCode::done : ExitCode::incomplete;
+  const FinishedRuns finished = finish_interrupted_runs(console);
+  if (finished.count == 0) console.note("No run was interrupted.");
+  return finished.complete ? ExitCode::done : ExitCode::incomplete;
 }
 
 }  // namespace brindle

@@ -31,16 +31,16 @@ std::string make_log_folder(std::string& folder) {
   return exists(folder) ? "" : fmt::format("the folder for logs cannot be used: {}: {}", folder, std::strerror(errno));
 }
 
-bool finish_interrupted_runs(Console& console) {
+FinishedRuns finish_interrupted_runs(Console& console) {
   const std::string folder = default_log_folder();
-  if (folder.empty()) return true;
+  if (folder.empty()) return {};
   const RecoveryResult result = recover(folder);
   for (const RecoveredRun& run : result.runs) {
     if (run.log_path.empty()) continue;
     console.note(fmt::format("The log of an interrupted run was finished: {} ({} renamed)", run.log_path, run.renamed));
   }
   for (const std::string& problem : result.problems) console.error(problem);
-  return result.problems.empty();
+  return {result.runs.size() + result.problems.size(), result.problems.empty()};
 }
 
 std::string find_log(const std::string& given) {

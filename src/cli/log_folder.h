@@ -2,6 +2,7 @@
 
 // The folder of the logs, as the commands need it.
 
+#include <cstddef>
 #include <string>
 
 #include "cli/console.h"
@@ -11,8 +12,14 @@ namespace brindle {
 /// The log folder, made when it is missing. Returns what is wrong, empty when all went well.
 std::string make_log_folder(std::string& folder);
 
-/// Finishes the logs of interrupted runs, and says so on standard error. False when one of them has to wait.
-bool finish_interrupted_runs(Console& console);
+/// How recovery went.
+struct FinishedRuns {
+  std::size_t count = 0;  ///< runs that had left something behind
+  bool complete = true;   ///< none of them has to wait
+};
+
+/// Finishes the logs of interrupted runs, and says so on standard error.
+FinishedRuns finish_interrupted_runs(Console& console);
 
 /// The log a person means: a path, or a name in the log folder; the newest when `given` is empty. Throws UsageError
 /// when there is no such log.
