@@ -8,6 +8,7 @@
 #include "cli/commands.h"
 #include "cli/json_lines.h"
 #include "cli/suggestion.h"
+#include "cli/text_wrap.h"
 #include "settings/setting_text.h"
 #include "settings/settings_table.h"
 
@@ -45,8 +46,9 @@ void print_row(const SettingDescription& setting, Console& console) {
   }
   const std::string value = setting.default_text.empty() ? "" : fmt::format(", default {}", setting.default_text);
   const Style& style = console.style();
-  console.out() << fmt::format("{}{}{}  {}{}{}{}\n    {}\n", style.heading, setting.key, style.plain, style.faint,
-                               setting.type, value, style.plain, setting.meaning);
+  console.out() << fmt::format("{}{}{}  {}{}{}{}\n    ", style.heading, setting.key, style.plain, style.faint,
+                               setting.type, value, style.plain);
+  append_wrapped(setting.meaning, 4, console.width(), console.out().buffer());
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "cli/display_width.h"
+#include "cli/text_wrap.h"
 
 namespace brindle {
 namespace {
@@ -28,40 +29,16 @@ class HelpWriter {
   std::string text() && { return std::move(text_); }
 
  private:
-  /// Fills lines from column `indent` on; the cursor stands at `indent` already.
-  void wrap(std::string_view text, std::size_t indent);
-
   const Style& style_;
   std::size_t width_;
   std::string text_;
 };
 
-void HelpWriter::wrap(std::string_view text, std::size_t indent) {
-  std::size_t column = indent;
-  while (!text.empty()) {
-    const std::size_t end = std::min(text.find(' '), text.size());
-    const std::string_view word = text.substr(0, end);
-    text.remove_prefix(std::min(end + 1, text.size()));
-    const std::size_t size = display_width(word);
-    if (column > indent && column + 1 + size > width_) {
-      text_ += fmt::format("\n{:{}}", "", indent);
-      column = indent;
-    }
-    if (column > indent) {
-      text_ += ' ';
-      ++column;
-    }
-    text_ += word;
-    column += size;
-  }
-  text_ += '\n';
-}
-
 void HelpWriter::paragraphs(std::string_view text) {
   while (!text.empty()) {
     const std::size_t end = std::min(text.find("\n\n"), text.size());
     text_ += '\n';
-    wrap(text.substr(0, end), 0);
+    append_wrapped(text.substr(0, end), 0, width_, text_);
     text.remove_prefix(std::min(end + 2, text.size()));
   }
 }
@@ -78,7 +55,7 @@ void HelpWriter::rows(const std::vector<Row>& rows) {
     } else {
       text_ += fmt::format("{:{}}", "", column - at);
     }
-    wrap(row.right, column);
+    append_wrapped(row.right, column, width_, text_);
   }
 }
 
