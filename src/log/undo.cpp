@@ -1,7 +1,7 @@
 #include "log/undo.h"
 
 #include <fmt/format.h>
-#include <sys/stat.h>
+#include <unistd.h>
 
 #include <cerrno>
 
@@ -24,6 +24,11 @@ constexpr std::string_view source_folder_gone = "the folder it was in is no long
 /// (the move into itself is refused, and so is the one onto a source that is there).
 class HeldFolder {
  public:
+  // Brings what was done so far on the folder's disk to that disk; most disks keep their order.
+  void sync() const {
+    if (handle_) ::fsync(handle_.descriptor());
+  }
+
   const FolderHandle& at(std::string_view path) {
     const bool same = path.data() == text_.data() || path == text_;
     if (!same) handle_ = FolderHandle::open(std::string(path));
@@ -58,6 +63,8 @@ class Restorer {
     if (error == 0) return {};
     return error == ENOENT ? target_gone : error == EEXIST ? source_taken : text(error);
   }
+
+  void sync() const { sources_.sync(); }
 
   bool source_exists(const LogEntry& entry) {
     const FolderHandle& source = sources_.at(entry.source_folder);
@@ -96,6 +103,7 @@ class Undoing {
       if (report_) report_(entry, reason);
       throttle.step(done + 1, [&] { return fmt::format("{}/{}", entry.source_folder, entry.source_name); });
     }
+    restorer_.sync();  // the log may be on another disk, and must not go before the names are safe
     throttle.finish(done);
   }
 
