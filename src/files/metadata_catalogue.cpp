@@ -153,7 +153,7 @@ void MetaDataList::resetMetaDataList(std::u16string* mask, const FieldInputs& in
   }
 }
 
-void MetaDataList::set_value(std::u16string_view token, std::u16string value) {
+void MetaDataList::set_value(std::u16string_view token, std::u16string_view value) {
   for (MetadataGroup& each : groups_) {
     for (MetaDataField& field : each.FIELDS) {
       if (field.tagCode == token) field.metadataValue = value;

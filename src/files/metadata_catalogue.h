@@ -40,7 +40,7 @@ class MetaDataList {
                          std::u16string_view photoRenamingColonReplace);
 
   /// Sets the value of the field of a token, if there is one.
-  void set_value(std::u16string_view token, std::u16string value);
+  void set_value(std::u16string_view token, std::u16string_view value);
 
   /// The value of the field of a token. A token that is no field stands for the text between its brackets.
   std::u16string getTagValue(std::u16string_view token, bool& isCustomTag) const;

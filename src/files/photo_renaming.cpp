@@ -228,7 +228,7 @@ MetaDataList read_metadata_values(const std::string& path, const DateParts& part
       camera.comment};
   for (std::size_t i = 0; i < values.size(); ++i) list.set_value(exif_tokens[i], values[i]);
   const std::u16string name = decode_file_name(path.substr(path.rfind('/') + 1));
-  list.set_value(u"<FILEINFO_Filename>", std::u16string(split_extension(name).base));
+  list.set_value(u"<FILEINFO_Filename>", split_extension(name).base);
   return list;
 }
 

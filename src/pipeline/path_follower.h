@@ -35,7 +35,7 @@ class PathFollower {
   using Place = std::pair<FolderId, std::string_view>;  // parent and name
 
   std::vector<FolderId> children_beginning_with(FolderId parent, std::string_view start) const;
-  void rename_folders(const std::vector<FolderId>& folders, std::string_view old_name, std::string_view new_name);
+  void rename_folders(const std::vector<FolderId>& moving, std::string_view old_name, std::string_view new_name);
   void place(FolderId folder, FolderId parent, std::string_view name);
   void index_all();
   void index(FolderId folder);

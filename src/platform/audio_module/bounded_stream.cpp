@@ -24,7 +24,7 @@ constexpr long tail_size = 4096;
 // Most tags without pictures fit.
 constexpr std::size_t window_capacity = 8192;
 // Boxes in boxes are read by recursion. Songs need some ten levels.
-constexpr std::ptrdiff_t stack_budget = 128 * 1024;
+constexpr std::ptrdiff_t stack_budget = std::ptrdiff_t{128} * 1024;
 
 // Of APE tags, which say beforehand how many values they hold.
 constexpr unsigned int value_count_limit = 4096;

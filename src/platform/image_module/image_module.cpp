@@ -22,14 +22,14 @@ int Exiv2::XmpParser::decode(Exiv2::XmpData& data, const std::string& packet) {
 }
 
 // What stands in images of any kind goes through the guard.
-Exiv2::ByteOrder Exiv2::ExifParser::decode(Exiv2::ExifData& data, const Exiv2::byte* bytes, std::uint32_t size) {
+Exiv2::ByteOrder Exiv2::ExifParser::decode(Exiv2::ExifData& exifData, const Exiv2::byte* pData, std::uint32_t size) {
   constexpr std::uint32_t block_limit = 4U << 20U;
   if (size > block_limit) return Exiv2::invalidByteOrder;
-  std::vector<Exiv2::byte> block(bytes, bytes + size);
+  std::vector<Exiv2::byte> block(pData, pData + size);
   brindle::image_module::trim_tiff(block.data(), block.size());
   Exiv2::IptcData no_iptc;
   Exiv2::XmpData no_xmp;
-  return Exiv2::TiffParser::decode(data, no_iptc, no_xmp, block.data(), size);
+  return Exiv2::TiffParser::decode(exifData, no_iptc, no_xmp, block.data(), size);
 }
 
 namespace brindle::image_module {
