@@ -1,0 +1,41 @@
+#pragma once
+
+// The preferences: five values in "preferences.plist" in the data folder, an XML property list.
+//
+// Folder paths are on-disk bytes, absolute. Any thread; whoever owns a Preferences object sees to it alone.
+
+#include <string>
+#include <string_view>
+
+namespace brindle {
+
+struct Preferences {
+  std::string defaultLogFolderPath;
+  std::string defaultProfileFolderPath;
+  std::string defaultRulesFolderPath;
+  bool automaticSaveCurrProfile = false;  ///< an open profile is saved when it is left and at quit
+  bool isShowHubIcon = true;              ///< the drop hub is shown
+};
+
+/// The data folder's "Logs", "Profiles" and "Rules", and the two flags as above.
+Preferences default_preferences();
+
+/// The path of the preferences file; "" without a data folder.
+std::string preferences_path();
+
+/// Takes each of the five values that the file has, in whichever form it stands (flags: a boolean, a number or a text),
+/// and keeps the others. A folder that is no absolute path counts as absent. False when the file cannot be read as
+/// preferences.
+bool loadPreferences(Preferences& preferences);
+
+/// Writes the file atomically: "automaticSaveCurrProfile" as the text "0" or "1", "isShowHubIcon" as a boolean. Returns
+/// a sentence (UTF-8), empty on success.
+std::string savePreferences(const Preferences& preferences);
+
+// What the file says now; else the data folder's own subfolder. Read afresh each time, so a change shows once it has
+// been saved. (For logs: default_log_folder() of platform/data_folders.h.)
+
+std::string default_profile_folder();
+std::string default_rules_folder();
+
+}  // namespace brindle
