@@ -1,0 +1,244 @@
+#pragma once
+
+// The main controller: the list, the settings, the chain, and every command of the window, without any toolkit.
+//
+// Everything is called on the main thread. A job (load, preview, rename, undo, export, a long sort) runs through the
+// worker port; while state().isExecuting is true the list belongs to it, and commands that would touch it do nothing.
+// Defined by concern in controller_*.cpp.
+
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "app/live_preview_preferences.h"
+#include "app/ports.h"
+#include "app/rules_controller.h"
+#include "app/window_state.h"
+#include "files/list_import.h"
+#include "files/recent_items.h"
+#include "pipeline/disk_names.h"
+#include "pipeline/file_list.h"
+#include "pipeline/job.h"
+#include "settings/preferences.h"
+#include "settings/settings_record.h"
+#include "settings/settings_store.h"
+#include "settings/user_defaults.h"
+
+namespace brindle {
+
+class BrindleAppController final : private RulesOwner {
+ public:
+  /// `ports` outlive the controller. The clock is the system's unless a test brings its own (milliseconds since 1970).
+  explicit BrindleAppController(const Ports& ports, std::function<Date()> clock = {});
+  BrindleAppController(const BrindleAppController&) = delete;
+  BrindleAppController& operator=(const BrindleAppController&) = delete;
+  ~BrindleAppController() override;
+
+  // Start and quit (controller_start.cpp).
+
+  /// Window set-up: folders, preferences, recent folders, live-preview preferences; finishes runs that were
+  /// interrupted. False when the data folder cannot be had: that has been told, and the program was asked to quit.
+  bool awakeFromNib();
+  /// Restores the last session: its profile or its settings, and its chain.
+  void applicationDidFinishLaunching();
+  /// Saves the session. False when the program must stay (a job runs).
+  bool applicationShouldTerminate();
+
+  // What is shown. Observers are called after each change, on the main thread, with what may have changed.
+
+  using Observer = std::function<void(ChangedSet)>;
+  std::uint32_t add_observer(Observer observer);
+  void remove_observer(std::uint32_t id);
+
+  const WindowState& state() const { return state_; }
+  /// Not to be read while a job runs.
+  const FileList& files() const { return files_; }
+  SettingsStore& settings() { return settings_; }
+  const RenameSettings& values() const { return settings_.settings(); }
+  RulesController& rules_controller() { return rules_; }
+  const RulesController& rules_controller() const { return rules_; }
+  const std::vector<RecentItem>& recentItems() const { return recent_.items(); }
+  UserDefaults& user_defaults() { return defaults_; }
+  const Ports& ports() const { return ports_; }
+  std::string window_title() const;
+
+  // Adding and removing items (controller_files.cpp).
+
+  void addFilesAction();
+  void addFolderAction();
+  void addFilesFolders();
+  /// A drop on the file table.
+  void acceptDrop(std::vector<std::string> paths);
+  /// The choose-items sheet was applied.
+  void PasteboardItemsControllerDidFinish(bool folders, bool isProcessSubfolders, std::vector<std::string> paths);
+  void recentFolderChanged(std::size_t entry);  ///< 0 is the empty entry
+  /// The files on the clipboard.
+  void addFilesFoldersFromFinder();
+  void loadFiles(std::vector<std::string> paths);
+  void RemoveFiles(std::span<const std::size_t> sorted_rows);
+  void clearFilesFolders();
+  void filesFoldersOptionChanged(bool folders);
+  void setIncludeSubFolders(bool include);
+  /// "Show hidden items", remembered.
+  bool include_hidden() const { return include_hidden_; }
+  void setIncludeHidden(bool include);
+
+  // Order (controller_order.cpp). Rows are those of the list; each command answers with where the rows stand now.
+
+  /// Sorts by a column of the table ("filenameWithExtension", "newFilename", "fileLocation", …); ties keep their order.
+  void sort_by_column(std::string_view column, bool ascending);
+  /// Which column the list was last sorted by; "" after any other change of order.
+  std::string_view sorted_column() const { return sorted_column_; }
+  bool sorted_ascending() const { return sorted_ascending_; }
+  std::vector<std::size_t> move_rows(std::span<const std::size_t> sorted_rows, std::size_t before);
+  std::vector<std::size_t> move_rows_up(std::span<const std::size_t> sorted_rows);
+  std::vector<std::size_t> move_rows_down(std::span<const std::size_t> sorted_rows);
+
+  // Preview (controller_preview.cpp).
+
+  void actionPreview();
+  void actionPreviewRule();
+  void cancelProcess();
+  const LivePreviewPreferences& live_preview() const { return live_preview_; }
+  void setLivePreviewPreferences(const LivePreviewPreferences& preferences);
+  /// Puts a name typed by hand into a row, in display form, and settles its status.
+  void set_new_name(std::size_t row, std::u16string_view text);
+
+  // Rename (controller_apply.cpp).
+
+  void actionApply();
+
+  // Choices of the method tabs (controller_methods.cpp): the handlers of radio buttons, which set the flags that belong
+  // together and wake the live preview.
+
+  void select_tab(std::int32_t tab);
+  void alphaNumericIncrementDecrementChanged(bool decrement);
+  void alphaNumericNumericAlphabeticChanged(bool alphabetic);
+  void insertDeleteChanged(bool deletes);
+  void insertOptionChanged(std::int32_t option);
+  void replaceRemoveChanged(bool removes);
+  /// 0 text, 1 characters, …: the remove type of the tab.
+  void replaceRemoveRemoveTypeChanged(std::int32_t type);
+  void prefixSuffixChanged(bool date);
+  void dateTimeOptionsChanged(std::int32_t option);
+  void dateTimeDateTypeChanged(std::int32_t option);
+  void generalOptionsChanged(std::int32_t option);
+  void pathComponentsOptionsChanged(std::int32_t option);
+
+  // Masks and extension lists (controller_masks.cpp).
+
+  /// A token button of the audio tab: "<Artist>", …, or a text of the user's own in angle brackets.
+  void id3RenamingMaskActions(std::u16string_view entry);
+  void id3RenamingMaskRemoveLast();
+  void setPhotoMetaDataList(FieldList fields);
+  void ExtensionsEditorControllerDidFinish(std::int32_t itemType, TextList extensions);
+
+  // Rules (controller_rules.cpp).
+
+  /// A rule of the options of the chosen tab; none, with `error` set where there is something to say.
+  std::optional<Rule> getRule(std::string& error);
+  bool addRule(std::string& error);
+  void addToRule();
+  struct RulesMenuItem {
+    std::string title;  ///< the file name without its extension
+    std::string file;   ///< its name in the rules folder
+  };
+  std::vector<RulesMenuItem> loadRulesMenu() const;
+  void ruleMenuItemClick(const std::string& file);
+
+  // Profiles (controller_profiles.cpp).
+
+  const std::string& currProfileFile() const { return currProfileFile_; }
+  bool isProfileLoading() const { return isProfileLoading_; }
+  void loadProfile();
+  bool saveProfile();
+  bool saveAsProfile();
+  bool saveNewProfile(const std::string& path);
+  void loadProfileFromSheet(const std::string& path) { setCurrentSettings(path); }
+  void setCurrentSettings(const std::string& path);
+  bool setSettings(const SettingsRecord& record);
+  void loadEmptyProfile();
+  void loadDefaultProfile();
+  /// A profile was deleted: none is open any more.
+  void forget_profile();
+
+  // Preferences (controller_preferences.cpp).
+
+  const Preferences& preferences() const { return preferences_; }
+  void setPreferences(const Preferences& preferences);  ///< saved at once; a failure is told
+  std::optional<std::string> browseLogFolderPath(const std::string& current);
+  std::optional<std::string> browseProfileFolderPath(const std::string& current);
+  std::optional<std::string> browseRulesFolderPath(const std::string& current);
+
+  // Documents and files handed to the application (controller_documents.cpp).
+
+  enum class OpenReply : std::uint8_t { success, cancelled, failure };
+  OpenReply openFiles(std::vector<std::string> paths);
+
+  // Rename from a list, export (controller_lists.cpp).
+
+  void browseRenameFile();
+  void loadRenameFile(bool folders);
+  /// False, with a tooltip, when there is nothing to export.
+  bool showExport();
+
+  // For the sheets.
+
+  /// Runs `work` as a job of this kind: sets the flags and labels around it. `finished` is called before the flags
+  /// fall.
+  void run_job(Job job, std::function<void(const JobControl&)> work, std::function<void()> finished);
+  void setStartTime();
+  void showLastActionTimeTaken(std::string_view label_key);
+  Date now() const { return clock_(); }
+
+ private:
+  class ProgressRelay;
+
+  // RulesOwner
+  std::optional<Rule> getCurrentRule() override;
+  void setRule(const Rule& rule) override;
+  std::string default_rules_folder() const override;
+  void rules_changed() override;
+
+  void tell(ChangedSet changed);
+  void add_files(std::vector<std::string> paths);
+  void empty_list();
+  void list_was_changed();
+  void settings_changed(const SettingsChange& change);
+  void quickPreviewTimerMethod();
+  void schedule_quick_preview(std::chrono::milliseconds after);
+
+  Ports ports_;
+  std::function<Date()> clock_;
+  SettingsStore settings_;
+  UserDefaults defaults_;
+  Preferences preferences_;
+  LivePreviewPreferences live_preview_;
+  RecentItems recent_;
+  RulesController rules_;
+  FileList files_;
+  DiskNames disk_names_;
+  WindowState state_;
+  std::atomic<bool> isCancelProcess_{false};
+  std::string currProfileFile_;
+  bool isProfileLoading_ = false;
+  bool include_hidden_ = false;
+  std::string sorted_column_;
+  bool sorted_ascending_ = true;
+  Date startTime_;
+  MainThreadPort::TimerId quickPreviewTimer_ = 0;
+  MainThreadPort::TimerId loadFilesTimer_ = 0;
+  std::unique_ptr<ProgressRelay> progress_;
+  std::vector<std::pair<std::uint32_t, Observer>> observers_;
+  std::uint32_t last_observer_ = 0;
+};
+
+}  // namespace brindle
