@@ -1,0 +1,104 @@
+#include "app/window/dialogs.h"
+
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QPushButton>
+#include <vector>
+
+#include "app/window/text.h"
+
+namespace brindle {
+namespace {
+
+QMessageBox::Icon icon_of(AlertStyle style) {
+  switch (style) {
+    case AlertStyle::informational:
+      return QMessageBox::Information;
+    case AlertStyle::critical:
+      return QMessageBox::Critical;
+    case AlertStyle::warning:
+      break;
+  }
+  return QMessageBox::Warning;
+}
+
+QString filter_of(const std::vector<std::string_view>& extensions) {
+  QStringList patterns;
+  for (const std::string_view extension : extensions) {
+    // Without a case on every disk: the dialog's own patterns mind it on some.
+    QString pattern = QStringLiteral("*.");
+    for (const QChar letter : qt_text(extension)) {
+      pattern += letter.isLetter() ? QStringLiteral("[%1%2]").arg(letter.toLower()).arg(letter.toUpper()) : letter;
+    }
+    patterns << pattern;
+  }
+  return patterns.join(u' ');
+}
+
+void set_filter(QFileDialog& dialog, const std::vector<std::string_view>& extensions) {
+  if (extensions.empty()) return;
+  QStringList shown;
+  for (const std::string_view extension : extensions) shown << QStringLiteral("*.") + qt_text(extension);
+  dialog.setNameFilters({shown.join(u' ') + QStringLiteral(" (") + filter_of(extensions) + u')'});
+}
+
+std::vector<std::string> run(QFileDialog& dialog) {
+  if (dialog.exec() != QDialog::Accepted) return {};
+  return paths_of(dialog.selectedUrls());
+}
+
+}  // namespace
+
+std::size_t QtAlerts::show(const Alert& alert) {
+  QMessageBox box(icon_of(alert.style), qt_text(alert.title), {}, QMessageBox::NoButton, parent_());
+  // A title that the window manager may hide is said in the box as well.
+  box.setText(QStringLiteral("<b>%1</b>").arg(qt_text(alert.title).toHtmlEscaped()));
+  box.setTextFormat(Qt::RichText);
+  QString message = qt_text(alert.message);
+  if (!alert.informative_text.empty()) message += QStringLiteral("\n\n") + qt_text(alert.informative_text);
+  box.setInformativeText(message.toHtmlEscaped().replace(u'\n', QStringLiteral("<br>")));
+  std::vector<QPushButton*> buttons;
+  std::vector<std::string_view> keys = alert.buttons;
+  if (keys.empty()) keys.emplace_back("OK");
+  for (std::size_t i = 0; i < keys.size(); ++i) {
+    const auto role = i == 0 ? QMessageBox::AcceptRole : QMessageBox::RejectRole;
+    buttons.push_back(box.addButton(localized_text(keys[i]), role));
+  }
+  box.setDefaultButton(buttons.front());
+  box.setEscapeButton(buttons.back());
+  box.exec();
+  for (std::size_t i = 0; i < buttons.size(); ++i) {
+    if (box.clickedButton() == buttons[i]) return i;
+  }
+  return buttons.size() - 1;
+}
+
+std::vector<std::string> QtChooser::choose(const OpenRequest& request) {
+  QFileDialog dialog(parent_(), qt_text(request.title), path_text(request.folder));
+  dialog.setAcceptMode(QFileDialog::AcceptOpen);
+  dialog.setOption(QFileDialog::DontResolveSymlinks);
+  if (!request.files) {
+    dialog.setFileMode(QFileDialog::Directory);
+    dialog.setOption(QFileDialog::ShowDirsOnly);
+  } else {
+    dialog.setFileMode(request.multiple ? QFileDialog::ExistingFiles : QFileDialog::ExistingFile);
+  }
+  set_filter(dialog, request.extensions);
+  return run(dialog);
+}
+
+std::optional<std::string> QtChooser::choose(const SaveRequest& request) {
+  QFileDialog dialog(parent_(), qt_text(request.title), path_text(request.folder));
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  dialog.setFileMode(QFileDialog::AnyFile);
+  if (!request.extension.empty()) {
+    set_filter(dialog, {request.extension});
+    dialog.setDefaultSuffix(qt_text(request.extension));
+  }
+  if (!request.name.empty()) dialog.selectFile(path_text(request.name));
+  const std::vector<std::string> chosen = run(dialog);
+  if (chosen.empty()) return std::nullopt;
+  return chosen.front();
+}
+
+}  // namespace brindle

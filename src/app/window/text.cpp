@@ -1,0 +1,46 @@
+#include "app/window/text.h"
+
+#include "app/string_table.h"
+#include "pipeline/file_system_item.h"
+#include "platform/file_name.h"
+
+namespace brindle {
+
+QString localized_text(std::string_view key) {
+  return qt_text(localized(key));
+}
+
+QString path_text(std::string_view bytes) {
+  return qt_text(decode_file_name(bytes));
+}
+
+std::string path_bytes(const QString& text) {
+  std::string bytes;
+  if (!encode_path(utf16(text), bytes)) bytes.clear();
+  return bytes;
+}
+
+QString display_path_text(std::string_view bytes) {
+  return qt_text(FileSystemItem::getDisplayFilePath(decode_file_name(bytes)));
+}
+
+std::string path_bytes(const QUrl& url) {
+  if (!url.isLocalFile()) return {};
+  // The encoded form still has every byte of the name; the decoded one has replaced those that are no UTF-8.
+  QByteArray encoded =
+      url.toEncoded(QUrl::RemoveScheme | QUrl::RemoveAuthority | QUrl::RemoveQuery | QUrl::RemoveFragment);
+  return QByteArray::fromPercentEncoding(encoded).toStdString();
+}
+
+std::vector<std::string> paths_of(const QList<QUrl>& urls) {
+  std::vector<std::string> paths;
+  paths.reserve(static_cast<std::size_t>(urls.size()));
+  for (const QUrl& url : urls) {
+    std::string path = path_bytes(url);
+    while (path.size() > 1 && path.ends_with('/')) path.pop_back();
+    if (!path.empty()) paths.push_back(std::move(path));
+  }
+  return paths;
+}
+
+}  // namespace brindle
