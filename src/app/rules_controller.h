@@ -3,6 +3,7 @@
 // The chain of rules and its table in the drawer. Main thread.
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
@@ -11,6 +12,7 @@
 
 #include "app/ports.h"
 #include "settings/rule.h"
+#include "settings/rule_file.h"
 
 namespace brindle {
 
@@ -81,6 +83,7 @@ class RulesController {
 
  private:
   void update_enabled();
+  void move_selected(std::size_t row);
 
   Ports ports_;
   RulesOwner& owner_;
@@ -92,7 +95,13 @@ class RulesController {
   bool is_open_ = false;
 };
 
-/// Asks for a place, writes a chain there and tells how it went: what both the drawer and the rule file sheet do.
+// What both the drawer and the rule file sheet do.
+
+/// The panel that asks for a rule file.
+OpenRequest rule_file_request(const std::string& folder);
+/// Reads a rule file; false, with the reason told and `rules` untouched, when it cannot be read.
+bool read_rules(const Ports& ports, const std::string& path, MethodNames names, std::vector<Rule>& rules);
+/// Asks for a place, writes a chain there and tells how it went. False when it was not saved.
 bool save_rules(const Ports& ports, const std::string& folder, const std::vector<Rule>& rules);
 
 }  // namespace brindle
