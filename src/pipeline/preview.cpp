@@ -5,8 +5,8 @@
 
 #include "pipeline/file_order.h"
 #include "pipeline/item_metadata.h"
+#include "pipeline/new_name_check.h"
 #include "platform/file_name.h"
-#include "platform/move.h"
 
 namespace brindle {
 namespace {
@@ -86,11 +86,7 @@ void PreviewRun::check(std::size_t row, DiskNames& disk_names) {
     files_.set_status(row, ItemStatus::no_changes);
   } else if (record.status != ItemStatus::proposed) {
     if (record.reason == 0 && !plan_.keeps_loaded_names()) files_.set_reason(row, status_text_reason);
-  } else if (record.proposed() == record.name()) {
-    files_.set_status(row, ItemStatus::no_changes);
-  } else if (disk_names.exists(record.proposed()) && !differ_in_case_only(record.name(), record.proposed())) {
-    files_.set_status(row, already_exists(record.type()));
-  } else {
+  } else if (check_new_name(files_, row, disk_names)) {
     ++outcome_.renameable;
   }
 }

@@ -1,5 +1,6 @@
 #include "platform/file_kind.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
 
 #include <algorithm>
@@ -28,6 +29,21 @@ bool equals_ignoring_case(std::string_view text, std::string_view lower_case) {
                     [](char a, char b) { return lower(a) == b; });
 }
 
+// An alias here is a link itself; what the way to it passes through does not show.
+FileKind kind_at(int folder, const char* path) {
+  FileKind kind;
+  struct stat status {};
+  if (::fstatat(folder, path, &status, AT_SYMLINK_NOFOLLOW) != 0) return kind;
+  kind.exists = true;
+  kind.inode = status.st_ino;
+  kind.is_alias = S_ISLNK(status.st_mode);
+  if (kind.is_alias && ::fstatat(folder, path, &status, 0) != 0) return kind;  // a dangling link leads nowhere
+  kind.is_folder = S_ISDIR(status.st_mode);
+  const std::string_view whole = path;
+  kind.is_package = kind.is_folder && is_package_name(whole.substr(whole.rfind('/') + 1));
+  return kind;
+}
+
 }  // namespace
 
 bool is_package_name(std::string_view name) {
@@ -44,18 +60,13 @@ std::string canonical_path(const std::string& path) {
 }
 
 FileKind file_kind(const std::string& path) {
-  FileKind kind;
-  struct stat status {};
-  if (::lstat(path.c_str(), &status) != 0) return kind;
-  kind.exists = true;
-  kind.inode = status.st_ino;
-  const bool is_link = S_ISLNK(status.st_mode);
-  kind.is_alias = is_link || canonical_path(path) != path;
-  struct stat target = status;
-  if (is_link && ::stat(path.c_str(), &target) != 0) return kind;  // a dangling link leads nowhere
-  kind.is_folder = S_ISDIR(target.st_mode);
-  kind.is_package = kind.is_folder && is_package_name(std::string_view(path).substr(path.rfind('/') + 1));
+  FileKind kind = kind_at(AT_FDCWD, path.c_str());
+  kind.is_alias = kind.is_alias || (kind.exists && canonical_path(path) != path);
   return kind;
+}
+
+FileKind file_kind(const FolderHandle& folder, const char* name) {
+  return kind_at(folder.descriptor(), name);
 }
 
 bool isPathAlias(const std::string& path, bool& is_folder) {

@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "platform/folder_handle.h"
+
 namespace brindle {
 
 struct FileKind {
@@ -21,6 +23,8 @@ bool isPathAlias(const std::string& path, bool& is_folder);
 
 /// All of the above in one go. `path` is absolute.
 FileKind file_kind(const std::string& path);
+/// The same for an entry of an open folder whose own path is canonical. `name` is NUL-terminated.
+FileKind file_kind(const FolderHandle& folder, const char* name);
 
 /// The path with every symbolic link resolved; empty when it does not exist.
 std::string canonical_path(const std::string& path);

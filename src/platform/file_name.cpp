@@ -147,6 +147,16 @@ std::u16string decode_file_name(std::string_view bytes) {
   return text;
 }
 
+std::size_t valid_utf8_prefix(std::string_view bytes) {
+  std::size_t i = ascii_prefix(bytes, 0);
+  while (i < bytes.size()) {
+    const std::size_t length = read_sequence(bytes.substr(i)).length;
+    if (length == 0) break;
+    i = ascii_prefix(bytes, i + length);
+  }
+  return i;
+}
+
 NameFault encode_file_name(std::u16string_view name, std::string& bytes, std::size_t limit) {
   bytes.clear();
   if (name.empty()) return NameFault::empty;

@@ -8,6 +8,7 @@
 //
 // All functions are pure and may be called from any thread.
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -18,6 +19,9 @@ void append_decoded(std::string_view bytes, std::u16string& text);
 
 /// The text of a name or a path.
 std::u16string decode_file_name(std::string_view bytes);
+
+/// How many bytes from the start on are valid UTF-8 (the raw-byte code points count as valid).
+std::size_t valid_utf8_prefix(std::string_view bytes);
 
 /// Why a text cannot be the name of a file.
 enum class NameFault {

@@ -1,0 +1,200 @@
+#include "files/list_import.h"
+
+#include <cerrno>
+#include <exception>
+#include <optional>
+#include <utility>
+
+#include "files/list_lookup.h"
+#include "files/list_rows.h"
+#include "pipeline/new_name_check.h"
+#include "pipeline/open_folder.h"
+#include "platform/atomic_file.h"
+#include "platform/file_kind.h"
+#include "platform/file_name.h"
+#include "platform/message_log.h"
+
+namespace brindle {
+namespace {
+
+std::string reason_of(int error) {
+  if (error == EINVAL) return "it is no regular file";
+  if (error == EFBIG) return "it is larger than 1 GiB";
+  return system_error_text(error);
+}
+
+/// One run of the import job.
+class ImportRun {
+ public:
+  ImportRun(FileList& files, const FileRenameItem& item, bool include_hidden, DiskNames& disk_names,
+            const JobControl& control)
+      : files_(files),
+        item_(item),
+        include_hidden_(include_hidden),
+        disk_names_(disk_names),
+        control_(control),
+        throttle_(control) {}
+
+  ImportResult run() {
+    find_folders();
+    disk_names_.begin_run(files_.folders());
+    for (std::size_t i = 0; i < item_.paths.size() && !stop(); ++i) add(i);
+    throttle_.finish(result_.searchFilesCount);
+    return result_;
+  }
+
+ private:
+  bool stop() {
+    result_.cancelled = result_.cancelled || control_.cancelled();
+    return result_.cancelled;
+  }
+
+  void find_folders();
+  void add(std::size_t index);
+  FileKind look_at(FolderId folder, const char* name);
+  bool is_canonical(FolderId folder);
+  void set_new_name(std::size_t row, std::string_view new_name);
+  void set_missing(std::size_t row, bool is_absolute);
+
+  FileList& files_;
+  const FileRenameItem& item_;
+  const bool include_hidden_;
+  DiskNames& disk_names_;
+  const JobControl& control_;
+  ProgressThrottle throttle_;
+  OpenFolder open_;
+  std::vector<FolderId> folder_of_;             // by path
+  std::vector<std::uint32_t> items_in_;         // by folder
+  std::vector<std::optional<bool>> canonical_;  // by folder, once it was asked
+  FileSystemItem field_;
+  ImportResult result_;
+};
+
+std::size_t name_start(std::string_view path) {
+  const std::size_t slash = path.rfind('/');
+  return slash == std::string_view::npos ? 0 : slash + 1;
+}
+
+// All at once: a run of existence tests wants to know its folders, and how much it will be asked about each.
+void ImportRun::find_folders() {
+  FolderTable& folders = files_.folders();
+  std::string_view last;
+  folder_of_.reserve(item_.paths.size());
+  for (const std::string_view path : item_.paths) {
+    const std::string_view location = path.substr(0, name_start(path));
+    const bool is_same = !folder_of_.empty() && location == last;
+    folder_of_.push_back(is_same ? folder_of_.back() : folders.intern(location));
+    last = location;
+  }
+  items_in_.resize(folders.size());
+  canonical_.resize(folders.size());
+  for (const FolderId folder : folder_of_) ++items_in_[folder];
+}
+
+void ImportRun::add(std::size_t index) {
+  const std::string_view path = item_.paths[index];
+  const std::string_view name = path.substr(name_start(path));
+  if (!is_entry_name(name)) return;
+  if (name.starts_with('.') && !include_hidden_) {
+    ++result_.hidden_paths;
+    return;
+  }
+  const bool is_absolute = path.starts_with('/');
+  const bool wants_folders = item_.importType != 0;
+  const FileKind kind = is_absolute ? look_at(folder_of_[index], name.data()) : FileKind();
+  const bool is_real_folder = kind.is_folder && !kind.is_alias && !kind.is_package;
+  if (kind.exists && is_real_folder != wants_folders) return;
+  const std::uint8_t bits =
+      kind.exists ? kind_bits(kind.is_folder, kind.is_alias, kind.is_package) : kind_bits(wants_folders, false, false);
+  if (!files_.add(folder_of_[index], name, bits, kind.inode)) return;
+  ++result_.searchFilesCount;
+  const std::size_t row = files_.size() - 1;
+  throttle_.step(result_.searchFilesCount, [&] { return files_.path(row); });
+  if (!kind.exists) return set_missing(row, is_absolute);
+  const auto record = item_.records.find(path);
+  set_new_name(row, record == item_.records.end() ? std::string_view() : record->second);
+}
+
+FileKind ImportRun::look_at(FolderId folder, const char* name) {
+  open_.open(files_.folders(), folder);
+  if (!open_.handle()) return {};
+  FileKind kind = file_kind(open_.handle(), name);
+  kind.is_alias = kind.is_alias || (kind.exists && !is_canonical(folder));
+  return kind;
+}
+
+bool ImportRun::is_canonical(FolderId folder) {
+  std::optional<bool>& known = canonical_[folder];
+  if (!known) {
+    const std::string path = files_.folders().path(folder);
+    const std::string canonical = canonical_path(path);
+    known = canonical.empty() || canonical == path;  // too long a path to be asked about
+  }
+  return *known;
+}
+
+void ImportRun::set_missing(std::size_t row, bool is_absolute) {
+  files_.set_status(row, not_found(files_[row].type()));
+  if (!is_absolute) files_.set_reason(row, "the location in the list is no absolute path");
+}
+
+void ImportRun::set_new_name(std::size_t row, std::string_view new_name) {
+  // First of all, because a file may bear the name of a status.
+  if (new_name.empty() || new_name == files_[row].name()) return files_.set_status(row, ItemStatus::no_changes);
+  disk_names_.enter(files_[row].folder, items_in_[files_[row].folder]);
+  field_.setNewFilename(decode_file_name(new_name));
+  files_.write(row, field_, disk_names_.name_limit());
+  const bool renameable = files_[row].status == ItemStatus::proposed && check_new_name(files_, row, disk_names_);
+  result_.isHasFilesForRenaming = result_.isHasFilesForRenaming || renameable;
+}
+
+}  // namespace
+
+void FileRenameItem::add(std::string_view path, std::string_view new_name) {
+  const auto known = records.find(path);
+  if (known == records.end()) {
+    paths.push_back(texts_.keep(path));
+    records.emplace(paths.back(), texts_.keep(new_name));
+  } else if (known->second != new_name) {
+    known->second = texts_.keep(new_name);
+  }
+}
+
+ListError read_rename_list(std::string_view bytes, std::int32_t importType, const ListTitles& titles,
+                           FileRenameItem& item, std::string& reason) {
+  reason = list_text_fault(bytes);
+  if (!reason.empty()) return ListError::unreadable;
+  const std::vector<ListRow> rows = list_rows(bytes, titles);
+  if (rows.empty()) return ListError::no_records;
+  if (rows.size() > list_line_limit) {
+    reason = "it has more than ten million lines";
+    return ListError::unreadable;
+  }
+  FileRenameItem read;
+  read.importType = importType;
+  TextArena texts;
+  for (const FoundItem& found : look_up_rows(rows, texts)) read.add(found.path, found.new_name);
+  item = std::move(read);
+  return ListError::none;
+}
+
+ListError loadRenameFile(const std::string& path, std::int32_t importType, const ListTitles& titles,
+                         FileRenameItem& item, std::string& reason) {
+  try {
+    std::string bytes;
+    const int error = read_regular_file(path, list_size_limit, bytes);
+    if (error == 0) return read_rename_list(bytes, importType, titles, item, reason);
+    reason = reason_of(error);
+  } catch (const std::exception& failure) {
+    reason = failure.what();
+    log_failure("browseRenameFile", reason);
+  }
+  return ListError::unreadable;
+}
+
+ImportResult importFiles(FileList& files, const FileRenameItem& item, bool include_hidden, DiskNames& disk_names,
+                         const JobControl& control) {
+  return ImportRun(files, item, include_hidden, disk_names, control).run();
+}
+
+}  // namespace brindle

@@ -1,0 +1,37 @@
+#pragma once
+
+// The text of a rename list taken apart, before anything is looked up. Pure; any thread. Views are into the text.
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "files/list_import.h"
+
+namespace brindle {
+
+/// The three fields of a line, trimmed.
+struct ListRow {
+  std::string_view filename;
+  std::string_view newFilename;
+  std::string_view location;
+};
+
+/// Why bytes are no list at all, as in "line 3 is not valid UTF-8"; "" when they can be read.
+std::string list_text_fault(std::string_view bytes);
+
+/// The usable lines behind the header.
+std::vector<ListRow> list_rows(std::string_view bytes, const ListTitles& titles);
+
+/// Whether bytes can be the name of one entry of a folder.
+bool is_entry_name(std::string_view name);
+
+/// The on-disk bytes of a field: of a name ("/" is ":"), and of a location.
+std::string disk_name(std::string_view field);
+std::string disk_location(std::string_view field);
+
+/// Takes off the quotes that spreadsheets put around fields, and halves doubled quotes inside. False when the field has
+/// none; then `plain` is the field as it is.
+bool without_quotes(std::string_view field, std::string& plain);
+
+}  // namespace brindle
