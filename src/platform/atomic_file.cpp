@@ -22,15 +22,6 @@
 namespace brindle {
 namespace {
 
-int write_all(int descriptor, std::string_view bytes) {
-  while (!bytes.empty()) {
-    const ssize_t written = ::write(descriptor, bytes.data(), bytes.size());
-    if (written < 0 && errno != EINTR) return errno;
-    if (written > 0) bytes.remove_prefix(static_cast<std::size_t>(written));
-  }
-  return 0;
-}
-
 // For disks that know neither RENAME_NOREPLACE nor hard links: the empty file that rename(2) replaces is our own.
 int place_on_own_file(const std::string& from, const std::string& to) {
   const int descriptor = ::open(to.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
@@ -54,25 +45,17 @@ std::string resolved(const std::string& path) {
   return real == nullptr ? path : std::string(real.get());
 }
 
-int write_and_place(AtomicFile& file, const std::string& path, std::string_view content) {
-  int error = file.open(unique_name_beside(path));
-  if (error != 0) return error;
-  struct stat old {};
-  if (::stat(path.c_str(), &old) == 0) file.set_permissions(old.st_mode & 07777U);
-  file.write(content);
-  error = file.sync();
-  return error != 0 ? error : file.place_over(path);
-}
-
 }  // namespace
 
 AtomicFile::AtomicFile(AtomicFile&& other) noexcept
     : temporary_path_(std::move(other.temporary_path_)),
+      path_(std::move(other.path_)),
       descriptor_(std::exchange(other.descriptor_, -1)),
       error_(other.error_) {}
 
 AtomicFile& AtomicFile::operator=(AtomicFile&& other) noexcept {
   std::swap(temporary_path_, other.temporary_path_);
+  std::swap(path_, other.path_);
   std::swap(descriptor_, other.descriptor_);
   std::swap(error_, other.error_);
   return *this;
@@ -90,6 +73,14 @@ int AtomicFile::open(const std::string& temporary_path) {
   temporary_path_ = temporary_path;
   error_ = 0;
   return 0;
+}
+
+int AtomicFile::open_for(const std::string& path) {
+  path_ = resolved(path);
+  const int error = open(unique_name_beside(path_));
+  struct stat old {};
+  if (error == 0 && ::stat(path_.c_str(), &old) == 0) set_permissions(old.st_mode & 07777U);
+  return error;
 }
 
 void AtomicFile::write(std::string_view bytes) {
@@ -124,6 +115,11 @@ int AtomicFile::place_over(const std::string& path) {
   return sync_folder_of(path);
 }
 
+int AtomicFile::place() {
+  const int error = sync();
+  return error != 0 ? error : place_over(path_);
+}
+
 void AtomicFile::discard() {
   if (descriptor_ < 0) return;
   ::unlink(temporary_path_.c_str());
@@ -135,9 +131,20 @@ void AtomicFile::close() {
   temporary_path_.clear();
 }
 
+int write_all(int descriptor, std::string_view bytes) {
+  while (!bytes.empty()) {
+    const ssize_t written = ::write(descriptor, bytes.data(), bytes.size());
+    if (written < 0 && errno != EINTR) return errno;
+    if (written > 0) bytes.remove_prefix(static_cast<std::size_t>(written));
+  }
+  return 0;
+}
+
 std::string write_file_atomically(const std::string& path, std::string_view content) {
   AtomicFile file;
-  const int error = write_and_place(file, resolved(path), content);
+  int error = file.open_for(path);
+  file.write(content);
+  if (error == 0) error = file.place();
   return error == 0 ? std::string() : fmt::format("“{}” cannot be written: {}", path, system_error_text(error));
 }
 

@@ -19,6 +19,9 @@ class AtomicFile {
   /// Makes the file at `temporary_path`, replacing what an interrupted run left there (never through a symbolic link).
   /// Returns 0 or errno, as all calls below.
   int open(const std::string& temporary_path);
+  /// Makes a file that place() puts at `path`: beside it, under a name that nobody else uses, with the permission bits
+  /// of what stands there. A symbolic link at `path` is followed, so that it stays a link.
+  int open_for(const std::string& path);
   bool is_open() const { return descriptor_ >= 0; }
   /// After an error, further writes do nothing; sync() reports it.
   void write(std::string_view bytes);
@@ -29,15 +32,21 @@ class AtomicFile {
   int place_exclusively(const std::string& path);
   /// Gives the file its name in place of whatever stands there.
   int place_over(const std::string& path);
+  /// sync() and place_over() for a file made by open_for().
+  int place();
   void discard();
 
  private:
   void close();
 
   std::string temporary_path_;
+  std::string path_;  // of open_for()
   int descriptor_ = -1;
   int error_ = 0;
 };
+
+/// Writes all bytes to an open file or pipe. Returns 0 or errno.
+int write_all(int descriptor, std::string_view bytes);
 
 /// Writes a whole file in place of the old one, which keeps its permission bits: after a crash there is the old or the
 /// new one. A symbolic link at `path` is followed, so that it stays a link. Returns a sentence (UTF-8), empty on
