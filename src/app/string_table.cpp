@@ -2,135 +2,62 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <charconv>
 #include <cstddef>
+#include <cstdlib>
 #include <optional>
 
 namespace brindle {
 namespace {
 
-struct StringEntry {
-  std::string_view key;
-  std::string_view text;
-};
+bool is_just_one(std::int64_t number) {
+  return number == 1;
+}
 
-// Sorted by key. A further language is a further table of this kind, chosen in table_of_user().
-constexpr auto english = std::to_array<StringEntry>({
-    {"ABORT", "Abort"},
-    {"ADDFILEEXTENSIONALREADYEXISTS", "The extension %@ is in the list already."},
-    {"ADDFILEEXTENSIONTITLE", "Add Extension"},
-    {"APPLICATIONCREATEFOLDERFAILED", "The folder for logs, profiles and rules could not be created."},
-    {"APPLICATIONINITTITLE", "Brindle Cannot Start"},
-    {"CHECKINGLOGFILE", "Checking the log…"},
-    {"CHOOSEFILESORFOLDERSTITLE", "Choose Files or Folders"},
-    {"CHOOSEFILESTITLE", "Choose Files"},
-    {"CHOOSEFOLDERSTITLE", "Choose Folders"},
-    {"CHOOSELOGFOLDERPATHTITLE", "Choose the Folder for Logs"},
-    {"CHOOSEPROFILEFOLDERPATHTITLE", "Choose the Folder for Profiles"},
-    {"CHOOSEPROFILETITLE", "Choose a Profile"},
-    {"CHOOSERULEFOLDERPATHTITLE", "Choose the Folder for Rules"},
-    {"CHOOSERULESETTINGSFILETITLE", "%@: Choose a Rule File"},
-    {"CHOOSETABDELIMITEDTEXTFILE", "Choose a Tab-Delimited Text File"},
-    {"CONTINUE", "Continue"},
-    {"DATETIMEATAFTERTEXTINVALIDINPUT", "The text to put the date after is missing"},
-    {"DATETIMEATBEFORETEXTINVALIDINPUT", "The text to put the date before is missing"},
-    {"ENTERSOMETEXT", "Enter the text to search for."},
-    {"ENTERVALIDVALUE", "Enter a text."},
-    {"EXPORTFILELISTTITLE", "Export the File List"},
-    {"EXPORTFILESEXPORTEDFAILED", "The list could not be exported."},
-    {"EXPORTFILESEXPORTEDSUCCESS", "The list was exported."},
-    {"EXPORTFILESFAILED", "With full paths the location has no column of its own. Choose a column of names as well."},
-    {"EXPORTFILESTITLE", "Export"},
-    {"EXPORTNOCOLUMN", "Choose at least one column."},
-    {"FILENAME", "Filename"},
-    {"FILES", "files"},
-    {"FOLDERS", "folders"},
-    {"GENERALINVALIDINPUT", "The text for this transformation is missing"},
-    {"GENERATINGPREVIEWPLEASEWAIT", "Generating the preview, please wait…"},
-    {"ID3INVALIDINPUT", "The mask is empty"},
-    {"INSERTINVALIDINPUT", "The text to insert is missing"},
-    {"INSERTTEXTATAFTERTEXT", "The text to insert after is missing"},
-    {"INSERTTEXTATBEFORETEXT", "The text to insert before is missing"},
-    {"INVALIDID3RENAMINGMASK", "Add at least one audio tag or text to the mask."},
-    {"INVALIDPHOTORENAMINGMASK", "Add at least one field or text to the mask."},
-    {"ITEMRENAMINGMESSAGEFILES", "Rename the files to the names of the preview? The renaming can be undone."},
-    {"ITEMRENAMINGMESSAGEFOLDERS", "Rename the folders to the names of the preview? The renaming can be undone."},
-    {"ITEMRENAMINGTITLEFILES", "Rename Files"},
-    {"ITEMRENAMINGTITLEFOLDERS", "Rename Folders"},
-    {"ITEMSRESTORED", "Items restored: %d"},
-    {"LOADINGMESSAGE", "Loading %@, please wait…"},
-    {"LOADINGTIME", "Loading"},
-    {"LOADPROFILETITLE", "Open Profile"},
-    {"LOCATION", "Location"},
-    {"LOGCREATEFAILED",
-     "The log could not be created. Without it this renaming cannot be undone. Rename all the same?"},
-    {"NEWFILENAME", "New Filename"},
-    {"NO", "No"},
-    {"NOITEMSTOEXPORT", "There is nothing to export yet. Add files or folders first."},
-    {"NOITEMSTOPREVIEW", "There is nothing to preview yet. Add files or folders first."},
-    {"NOITEMSTOREMOVE", "Select the items to remove first."},
-    {"OPENRULEINCOMPATIBLE", "This rule file was written by a version of the program that cannot be read."},
-    {"OPENRULETITLE", "Open Rules"},
-    {"PATHTEXTATAFTERTEXT", "The text to put the folder names after is missing"},
-    {"PATHTEXTATBEFORETEXT", "The text to put the folder names before is missing"},
-    {"PHOTOINVALIDINPUT", "The mask is empty"},
-    {"PREVIEWTIME", "Preview"},
-    {"PROFILEDELETECONFIRM", "Delete the selected profile?"},
-    {"PROFILEENTERNEWNAME", "Enter a name for the new profile."},
-    {"PROFILEINCOMPATIBLE", "This profile was written by a version of the program that cannot be read."},
-    {"PROFILELOADFAILED", "The profile could not be opened."},
-    {"PROFILELOADMESSAGE", "Open the profile “%@” in place of the open one?"},
-    {"PROFILEOVERWRITECONFIRM", "A profile of this name exists already. Replace it?"},
-    {"PROFILESAVEDFAILED", "The profile could not be saved."},
-    {"PROFILESELECT", "Select a profile first."},
-    {"PROFILESETTINGSFILETITLE", "Open Profile"},
-    {"PROFILETITLE", "Profiles"},
-    {"RENAMEFROMFILEMESSAGE",
-     "The file holds no list. A line is the name, the new name and the location, separated by tabs."},
-    {"RENAMEFROMFILETITLE", "Rename from List"},
-    {"RENAMINGITEMSPLEASEWAIT", "Renaming %@, please wait…"},
-    {"RENAMINGTIME", "Renaming"},
-    {"REPLACEREMOVEINVALIDINPUT", "The text to search for is missing"},
-    {"RULEALREADYEXISTS", "Replace the rules of the window by those of “%@”?"},
-    {"RULEINCOMPATIBLE", "This rule file was written by a version of the program that cannot be read."},
-    {"RULESETTINGSFILESAVEDSUCCESS", "The rules were saved."},
-    {"RULESETTINGSFILETITLE", "Rule File"},
-    {"RULESETTINGSFILEUNABLETOSAVE", "The rules could not be saved."},
-    {"SAVEASPROFILETITLE", "Save Profile As"},
-    {"SAVERULESETTINGSFILETITLE", "%@: Save Rules"},
-    {"SELECTLOGFILETITLE", "%@: Choose a Log"},
-    {"TIMETAKEN", "%@: %d s"},
-    {"TOTALFILESFOUND", "Files found: %d"},
-    {"TOTALFILESRENAMED", "Files renamed: %d"},
-    {"TOTALFILESSELECTED", "Files in the list: %d"},
-    {"TOTALFOLDERSFOUND", "Folders found: %d"},
-    {"TOTALFOLDERSRENAMED", "Folders renamed: %d"},
-    {"TOTALFOLDERSSELECTED", "Folders in the list: %d"},
-    {"TOTALLOGFILES", "Logs: %d"},
-    {"TOTALNOSFILESRENAMED", "Files renamed in all: %d"},
-    {"TOTALNOSFOLDERSRENAMED", "Folders renamed in all: %d"},
-    {"TOTALNOSRENAMEDITEMSFOUND", "Renamed items in the log: %d"},
-    {"UNABLETOADDRULE", "The Rule Was Not Added"},
-    {"UNABLETOGENERATENEWFILENAMEERROR", "The new name could not be made: %@"},
-    {"UNABLETOOPENFILE", "The file could not be read as UTF-8 text."},
-    {"UNDOFILESFOLDERSDELETECONFIRM", "Delete the selected log? Its renaming can then no longer be undone."},
-    {"UNDOFILESFOLDERSINCOMPATIBLE", "This log was written by a version of the program that cannot be read."},
-    {"UNDOFILESFOLDERSINVALIDFILE", "This file is no log, or nothing was renamed in it."},
-    {"UNDOFILESFOLDERSNOLOGSELECTED", "Select a log first."},
-    {"UNDOFILESFOLDERSTITLE", "Undo Renaming"},
-    {"UNDOINGITEMS", "Restoring the old names…"},
-    {"UNDOINGTIME", "Undo"},
-    {"UNDOTOTALNOSITEMDOESNOTEXISTS", "Items left alone, missing or with their old name taken: %d"},
-    {"UNDOTOTALNOSITEMSFOUND", "Items in the log: %d\n"},
-    {"UNDOTOTALNOSITEMSRENAMED", "Items restored: %d\n"},
-    {"VIEWLOGFILETITLE", "View Log"},
-    {"VIEWLOGFILETITLEMESSAGE", "Select a log first."},
-    {"YES", "Yes"},
+constexpr auto known_languages = std::to_array<Language>({
+    {"en", "English", is_just_one, english_strings},
+    {"de", "Deutsch", is_just_one, german_strings},
 });
-static_assert(std::ranges::adjacent_find(english, std::ranges::greater_equal{}, &StringEntry::key) == english.end());
 
-std::span<const StringEntry> table_of_user() {
-  return english;
+std::atomic<const Language*> language_in_use = &known_languages.front();
+
+const StringEntry* find_entry(const Language& language, std::string_view key) {
+  for (const StringSection section : language.strings().all()) {
+    const auto found = std::ranges::lower_bound(section, key, {}, &StringEntry::key);
+    if (found != section.end() && found->key == key) return &*found;
+  }
+  return nullptr;
+}
+
+std::string_view text_in(const Language& language, std::string_view key, std::optional<std::int64_t> number = {}) {
+  const StringEntry* entry = find_entry(language, key);
+  if (entry == nullptr || entry->text.empty()) return key;
+  return number && !entry->one.empty() && language.is_one(*number) ? entry->one : entry->text;
+}
+
+std::string_view variable(const char* name) {
+  const char* value = std::getenv(name);
+  return value == nullptr ? std::string_view() : value;
+}
+
+std::string_view locale_of_messages() {
+  for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
+    if (const std::string_view value = variable(name); !value.empty()) return value;
+  }
+  return {};
+}
+
+// The language of a locale's name, such as "de_AT.UTF-8@euro"; "C" and "POSIX" speak none.
+const Language* find_language(std::string_view locale) {
+  const std::string_view code = locale.substr(0, locale.find_first_of("_.@-"));
+  const auto found = std::ranges::find(known_languages, code, &Language::code);
+  return found == known_languages.end() ? nullptr : &*found;
+}
+
+bool speaks_no_language(std::string_view locale) {
+  const std::string_view name = locale.substr(0, locale.find('.'));
+  return name.empty() || name == "C" || name == "POSIX";
 }
 
 std::string text_of(const FormatArgument& argument) {
@@ -160,10 +87,47 @@ std::optional<Placeholder> placeholder_at(std::string_view format) {
 
 }  // namespace
 
+std::span<const Language> languages() {
+  return known_languages;
+}
+
+const Language& language_of_environment() {
+  const std::string_view locale = locale_of_messages();
+  if (speaks_no_language(locale)) return known_languages.front();
+  for (std::string_view wishes = variable("LANGUAGE"); !wishes.empty();) {
+    const std::size_t end = std::min(wishes.find(':'), wishes.size());
+    if (const Language* language = find_language(wishes.substr(0, end))) return *language;
+    wishes.remove_prefix(std::min(end + 1, wishes.size()));
+  }
+  const Language* language = find_language(locale);
+  return language == nullptr ? known_languages.front() : *language;
+}
+
+void set_language(const Language& language) {
+  language_in_use = &language;
+}
+
+const Language& current_language() {
+  return *language_in_use;
+}
+
 std::string localized(std::string_view key) {
-  const std::span<const StringEntry> table = table_of_user();
-  const auto found = std::ranges::lower_bound(table, key, {}, &StringEntry::key);
-  return std::string(found != table.end() && found->key == key ? found->text : key);
+  return std::string(text_in(current_language(), key));
+}
+
+std::vector<std::string> localized_in_all_languages(std::string_view key) {
+  std::vector<std::string> texts;
+  for (const Language& language : known_languages) texts.emplace_back(text_in(language, key));
+  return texts;
+}
+
+std::string fill_localized(std::string_view key, std::span<const FormatArgument> arguments) {
+  std::optional<std::int64_t> number;
+  for (const FormatArgument& argument : arguments) {
+    const auto* value = std::get_if<std::int64_t>(&argument);
+    if (value != nullptr && !number) number = *value;
+  }
+  return fill_format(text_in(current_language(), key, number), arguments);
 }
 
 std::string fill_format(std::string_view format, std::span<const FormatArgument> arguments) {
@@ -172,7 +136,8 @@ std::string fill_format(std::string_view format, std::span<const FormatArgument>
   for (std::size_t i = 0; i < format.size();) {
     const std::string_view rest = format.substr(i);
     const auto placeholder = rest.front() == '%' ? placeholder_at(rest) : std::nullopt;
-    const std::size_t index = placeholder ? placeholder->place.value_or(++next) - 1 : arguments.size();
+    std::size_t index = arguments.size();
+    if (placeholder) index = (placeholder->place ? *placeholder->place : ++next) - 1;
     if (index < arguments.size()) {
       text += text_of(arguments[index]);
       i += placeholder->length;

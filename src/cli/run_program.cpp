@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "app/string_table.h"
 #include "cli/cancellation.h"
 #include "cli/commands.h"
 #include "cli/completion.h"
@@ -85,6 +86,7 @@ ExitCode run_program(int count, const char* const* words) {
   Console console;
   try {
     catch_signals();
+    set_language(language_of_environment());
     const CommandLine line = parse_arguments(std::span(words, static_cast<std::size_t>(count)));
     return finish(run_line(line, console), console);
   } catch (const UsageError& error) {
