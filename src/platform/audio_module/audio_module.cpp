@@ -5,10 +5,12 @@
 #include <taglib/tag.h>
 #include <taglib/tpropertymap.h>
 
+#include <algorithm>
 #include <string>
 #include <string_view>
 
 #include "platform/audio_module/bounded_stream.h"
+#include "platform/audio_module/format_gaps.h"
 
 namespace brindle::audio_module {
 namespace {
@@ -124,20 +126,36 @@ bool report_comment(const TagLib::PropertyMap& properties, Reporter& reporter) {
   return any;
 }
 
+StringList values_at(const TagLib::PropertyMap& properties, const char* key) {
+  const auto found = properties.find(key);
+  return found == properties.end() ? StringList() : found->second;
+}
+
+// WMA has one artist in one place and the others in another.
+StringList all_artists(const TagLib::PropertyMap& properties, const TagLib::File& file) {
+  StringList artists = values_at(properties, "ARTIST");
+  for (const String& other : further_values(file, artist)) {
+    if (!artists.contains(other)) artists.append(other);
+  }
+  return artists;
+}
+
+// A file may hold several tags. The first counts and the others fill its gaps.
 void report_tags(TagLib::File& file, Reporter& reporter) {
   const TagLib::PropertyMap properties = file.properties();
+  const TagLib::PropertyMap second = further_properties(file);
   const auto report = [&](Attribute attribute, const char* key) {
-    const auto found = properties.find(key);
-    return found != properties.end() && reporter.report(attribute, found->second);
+    return reporter.report(attribute, values_at(properties, key)) ||
+           reporter.report(attribute, values_at(second, key)) ||
+           reporter.report(attribute, further_values(file, attribute));
   };
-  // A file may hold several tags, and its properties are those of the first. The others fill its gaps.
   const TagLib::Tag* const all = file.tag();
-  const bool artists = report(artist, "ARTIST");
+  const bool artists = reporter.report(artist, all_artists(properties, file)) || report(artist, "ARTIST");
   const bool years = report(year, "DATE");
   const bool genres = report(genre, "GENRE");
   const bool titles = report(title, "TITLE");
   const bool albums = report(album, "ALBUM");
-  const bool comments = report_comment(properties, reporter);
+  const bool comments = report_comment(properties, reporter) || report(comment, "COMMENT");
   const bool tracks = report(track_number, "TRACKNUMBER");
   report(composer, "COMPOSER");
   if (all == nullptr) return;
@@ -156,6 +174,15 @@ struct Kind {
   const char* name;
 };
 
+// The library looks for such tags in some kinds of files only.
+bool ends_with_ape_tag(BoundedStream& stream) {
+  constexpr long footer_size = 32;
+  stream.seek(std::max(0L, stream.length() - footer_size));
+  const bool is_tag = stream.readBlock(footer_size).startsWith("APETAGEX");
+  stream.seek(0);
+  return is_tag;
+}
+
 // The name for the library to judge by: songs often bear the wrong extension, and ".aac" is unknown to it.
 std::string library_name(BoundedStream& stream, std::string_view extension) {
   constexpr Kind kinds[] = {{4, "ftyp", "x.m4a"}, {0, "fLaC", "x.flac"}, {0, "RIFF", "x.wav"}, {0, "FORM", "x.aiff"}};
@@ -165,6 +192,7 @@ std::string library_name(BoundedStream& stream, std::string_view extension) {
   for (const Kind& kind : kinds) {
     if (bytes.size() >= 8 && bytes.substr(kind.offset, kind.bytes.size()) == kind.bytes) return kind.name;
   }
+  if (extension == "tta" && ends_with_ape_tag(stream)) return "x.ape";
   return extension == "aac" ? "x.mp3" : "x." + std::string(extension);
 }
 
@@ -173,6 +201,7 @@ std::string library_name(BoundedStream& stream, std::string_view extension) {
 extern "C" void brindle_read_audio(int descriptor, std::uint64_t size, const char* extension, const Sink* sink) {
   try {
     frame_budget = {};
+    read_unmarked_texts();
     BoundedStream stream(descriptor, size);
     stream.set_name(library_name(stream, extension));
     const TagLib::FileRef song(&stream, false);

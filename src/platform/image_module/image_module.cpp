@@ -1,6 +1,7 @@
 #include "platform/image_module/image_module.h"
 
 #include <algorithm>
+#include <cstring>
 #include <exiv2/exiv2.hpp>
 #include <memory>
 #include <mutex>
@@ -94,17 +95,48 @@ void report_iptc(const Exiv2::IptcData& data, const Sink& sink) {
   }
 }
 
+void report_packet(const std::string& packet, const Sink& sink) {
+  if (packet.empty() || packet.size() > packet_limit) return;
+  sink.value(sink.context, xmp_packet, packet.data(), packet.size());
+}
+
 void report_image(Exiv2::Image& image, const Sink& sink) {
   if (image.byteOrder() == Exiv2::bigEndian) report(sink, big_endian, "1");
   report_exif(image.exifData(), sink);
   report_iptc(image.iptcData(), sink);
   const std::string& whole = image.xmpPacket();
-  const std::string& packet = whole.empty() ? image.xmpData().xmpPacket() : whole;
-  if (!packet.empty() && packet.size() <= packet_limit) {
-    sink.value(sink.context, xmp_packet, packet.data(), packet.size());
-  }
+  report_packet(whole.empty() ? image.xmpData().xmpPacket() : whole, sink);
   if (image.pixelWidth() > 0) report(sink, pixel_width, std::to_string(image.pixelWidth()));
   if (image.pixelHeight() > 0) report(sink, pixel_height, std::to_string(image.pixelHeight()));
+}
+
+// Panasonic's raw files are TIFF but for their third byte. The library reads them without maker, model, IPTC and XMP;
+// as TIFF they have them, and in the first directory the picture's borders on the sensor.
+bool is_panasonic(BoundedIo& io) {
+  Exiv2::byte head[4] = {};
+  return io.read(head, sizeof head) == sizeof head && std::memcmp(head, "IIU", sizeof head) == 0;
+}
+
+long border(const Exiv2::ExifData& exif, std::uint16_t tag) {
+  const auto found = exif.findKey(Exiv2::ExifKey(tag, "Image"));
+  return found == exif.end() || found->count() == 0 ? 0 : found->toLong();
+}
+
+void read_panasonic(BoundedIo& io, const Sink& sink) {
+  enum : std::uint16_t { top = 4, left = 5, bottom = 6, right = 7 };
+  Exiv2::byte* const data = io.mmap(false);
+  data[2] = '*';  // in our copy
+  Exiv2::ExifData exif;
+  Exiv2::IptcData iptc;
+  Exiv2::XmpData xmp;
+  Exiv2::TiffParser::decode(exif, iptc, xmp, data, static_cast<std::uint32_t>(io.size()));
+  report_exif(exif, sink);
+  report_iptc(iptc, sink);
+  report_packet(xmp.xmpPacket(), sink);
+  const long width = border(exif, right) - border(exif, left);
+  const long height = border(exif, bottom) - border(exif, top);
+  if (width > 0) report(sink, pixel_width, std::to_string(width));
+  if (height > 0) report(sink, pixel_height, std::to_string(height));
 }
 
 // A file that breaks the library's rules ends in an exception of one kind or another, and has no values.
@@ -143,7 +175,9 @@ void brindle_decode_photoshop(const unsigned char* data, std::size_t size, const
 
 void brindle_read_image(int descriptor, std::uint64_t size, const Sink* sink) {
   guarded([&] {
-    Exiv2::BasicIo::AutoPtr io(new BoundedIo(descriptor, size));
+    auto bounded = std::make_unique<BoundedIo>(descriptor, size);
+    if (is_panasonic(*bounded)) return read_panasonic(*bounded, *sink);
+    Exiv2::BasicIo::AutoPtr io(bounded.release());
     const Exiv2::Image::AutoPtr image = Exiv2::ImageFactory::open(io);
     if (image.get() == nullptr) return;
     image->readMetadata();
