@@ -4,7 +4,6 @@
 // reading and undoing a log are jobs of the main controller, whose state shows their progress.
 
 #include <cstddef>
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -14,8 +13,6 @@
 #include "log/rename_log.h"
 
 namespace brindle {
-
-struct UndoResult;
 
 class UndoSheetController final : public SheetController {
  public:
@@ -51,9 +48,12 @@ class UndoSheetController final : public SheetController {
 
  private:
   std::string_view help_page() const override { return "Undo.html"; }
+  struct Outcome;
   void begin(std::string_view label_key);
   void verifyLogFile();
-  void undo_finished(const UndoResult& result);
+  void verified(const Outcome& outcome);
+  static void undo(const std::string& path, const JobControl& control, Outcome& outcome);
+  void undone(const Outcome& outcome);
   void removeSelectedFileFromList();
   void drop_from_list();
   void show_count(std::size_t count);

@@ -1,0 +1,99 @@
+#include "app/export_sheet_controller.h"
+
+#include <chrono>
+#include <exception>
+#include <memory>
+#include <optional>
+
+#include "app/list_titles.h"
+#include "app/string_table.h"
+
+namespace brindle {
+namespace {
+
+constexpr std::string_view title = "EXPORTFILESTITLE";
+
+struct Outcome {
+  std::string error;
+  bool cancelled = false;
+};
+
+}  // namespace
+
+ExportSheetController::~ExportSheetController() {
+  ports().main_thread.cancel_timer(timer_);
+}
+
+void ExportSheetController::setOptions(const ExportOptions& options) {
+  if (isExporting_) return;
+  options_ = options;
+  tell();
+}
+
+void ExportSheetController::start_export() {
+  if (isExporting_) return;
+  isExporting_ = true;
+  timer_ = ports().main_thread.start_timer(std::chrono::seconds(1), [this] {
+    timer_ = 0;
+    export_list_now();
+  });
+  tell();
+}
+
+void ExportSheetController::export_list_now() {
+  const ExportRefusal refusal = check_export(options_);
+  if (refusal != ExportRefusal::none) {
+    const bool no_column = refusal == ExportRefusal::no_column;
+    show_alert(ports(), title, no_column ? "EXPORTNOCOLUMN" : "EXPORTFILESFAILED", AlertStyle::critical);
+    return finish();
+  }
+  SaveRequest request;
+  request.title = localized("EXPORTFILELISTTITLE");
+  request.name = "export.txt";
+  request.extension = "txt";
+  request.other_extensions = true;
+  const std::optional<std::string> path = ports().chooser.choose(request);
+  if (!path || !can_begin()) return finish();
+  write(*path);
+}
+
+void ExportSheetController::write(const std::string& path) {
+  const auto outcome = std::make_shared<Outcome>();
+  const auto work = [&files = app().files(), options = options_, path, outcome](const JobControl& control) {
+    try {
+      outcome->error = export_list(files, options, export_titles(), path, control);
+    } catch (const std::exception& error) {
+      outcome->error = error.what();
+    }
+    outcome->cancelled = control.cancelled();
+  };
+  app().run_job(Job::exporting, work, [this, outcome] {
+    if (!outcome->cancelled) tell_outcome(outcome->error);
+    finish();
+  });
+}
+
+void ExportSheetController::tell_outcome(const std::string& error) const {
+  const std::string_view key = error.empty() ? "EXPORTFILESEXPORTEDSUCCESS" : "EXPORTFILESEXPORTEDFAILED";
+  Alert alert{title, key, localized(title), localized(key), error};
+  alert.style = error.empty() ? AlertStyle::informational : AlertStyle::critical;
+  ports().alerts.show(alert);
+}
+
+void ExportSheetController::finish() {
+  isExporting_ = false;
+  tell();
+}
+
+void ExportSheetController::cancel() {
+  if (timer_ == 0) return app().cancelProcess();
+  ports().main_thread.cancel_timer(timer_);
+  timer_ = 0;
+  finish();
+}
+
+bool ExportSheetController::sheetClosed() {
+  return !isExporting_ && SheetController::sheetClosed();
+}
+
+}  // namespace brindle

@@ -1,0 +1,246 @@
+#include "app/undo_sheet_controller.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <exception>
+#include <memory>
+#include <utility>
+
+#include "app/string_table.h"
+#include "log/recovery.h"
+#include "log/undo.h"
+#include "pipeline/file_order.h"
+#include "platform/app_info.h"
+#include "platform/data_folders.h"
+#include "platform/date_format.h"
+#include "platform/file_name.h"
+#include "platform/file_version.h"
+#include "platform/message_log.h"
+#include "platform/trash.h"
+
+namespace brindle {
+namespace {
+
+constexpr std::string_view title = "UNDOFILESFOLDERSTITLE";
+
+void recover_interrupted_runs(const std::string& log_folder) {
+  if (log_folder.empty()) return;
+  for (const std::string& problem : recover(log_folder).problems) log_failure("recover", problem);
+}
+
+bool comes_before(const LogRecord& a, const LogRecord& b, std::string_view column) {
+  if (column == "filesCount") return a.filesCount < b.filesCount;
+  if (column == "dateCreated") return a.dateCreated < b.dateCreated;
+  return compareFiles(decode_file_name(a.logFileName), decode_file_name(b.logFileName)) < 0;
+}
+
+/// Why the first of the items that were left alone was.
+class FirstReason {
+ public:
+  void operator()(const LogEntry& entry, std::string_view reason) {
+    if (reason.empty() || !text_.empty()) return;
+    const std::string path = fmt::format("{}/{}", entry.target_folder, entry.target_name);
+    text_ =
+        entry.fault.empty() ? fmt::format("“{}”: {}", to_utf8(decode_file_name(path)), reason) : std::string(reason);
+  }
+  const std::string& text() const { return text_; }
+
+ private:
+  std::string text_;
+};
+
+}  // namespace
+
+/// What a job hands back to the main thread.
+struct UndoSheetController::Outcome {
+  UndoResult result;
+  FirstReason first_reason;
+  bool unreadable = false;  ///< no log, so nothing was tried
+};
+
+UndoSheetController::UndoSheetController(BrindleAppController& app) : SheetController(app) {
+  recover_interrupted_runs(defaultLogFolderPath());
+  loadUserLogFiles();
+}
+
+std::string UndoSheetController::defaultLogFolderPath() {
+  return default_log_folder();
+}
+
+void UndoSheetController::loadUserLogFiles() {
+  logFiles_ = brindle::loadUserLogFiles(defaultLogFolderPath());
+  selected_.reset();
+}
+
+std::string UndoSheetController::logs_label() const {
+  return localized_format("TOTALLOGFILES", logFiles_.size());
+}
+
+void UndoSheetController::show_count(std::size_t count) {
+  status_label_ = localized_format("TOTALNOSRENAMEDITEMSFOUND", count);
+}
+
+void UndoSheetController::tableViewSelectionDidChange(std::optional<std::size_t> row) {
+  if (isUndoing_) return;
+  selected_ = row && *row < logFiles_.size() ? row : std::nullopt;
+  if (selected_) {
+    const LogRecord& record = logFiles_[*selected_];
+    currLogFilePath_ = defaultLogFolderPath() + "/" + record.logFileName;
+    totalFilesCanBeUndoFromLog_ = static_cast<std::size_t>(std::max(record.filesCount, 0));
+    show_count(totalFilesCanBeUndoFromLog_);
+  }
+  tell();
+}
+
+std::string UndoSheetController::objectValue(std::string_view column, std::size_t row) const {
+  if (row >= logFiles_.size()) return {};
+  const LogRecord& record = logFiles_[row];
+  if (column == "logFileName") return to_utf8(decode_file_name(record.logFileName));
+  if (column == "dateCreated") return to_utf8(format_date(record.dateCreated, u"yyyy-MM-dd HH:mm:ss"));
+  return column == "filesCount" ? std::to_string(record.filesCount) : std::string();
+}
+
+void UndoSheetController::sortDescriptorsDidChange(std::string_view column, bool ascending) {
+  const std::string name = selected_ ? logFiles_[*selected_].logFileName : std::string();
+  std::ranges::stable_sort(logFiles_, [&](const LogRecord& a, const LogRecord& b) {
+    return ascending ? comes_before(a, b, column) : comes_before(b, a, column);
+  });
+  if (selected_) {
+    const auto found = std::ranges::find(logFiles_, name, &LogRecord::logFileName);
+    selected_ = static_cast<std::size_t>(found - logFiles_.begin());
+  }
+  tell();
+}
+
+void UndoSheetController::openLogFile() {
+  if (isUndoing_ || !can_begin()) return;
+  OpenRequest request;
+  request.title = localized_format("SELECTLOGFILETITLE", getAppTitle());
+  request.folder = getLogFilePath();
+  request.folder.erase(std::min(request.folder.rfind('/'), request.folder.size()));
+  request.extensions = {"xml"};
+  const std::vector<std::string> chosen = ports().chooser.choose(request);
+  if (chosen.empty()) return;
+  if (!isFileVersionMatch(appVersionInPlist(chosen.front()).value_or(""))) {
+    return show_alert(ports(), title, "UNDOFILESFOLDERSINCOMPATIBLE", AlertStyle::critical);
+  }
+  currLogFilePath_ = chosen.front();
+  selected_.reset();
+  verifyLogFile();
+}
+
+void UndoSheetController::begin(std::string_view label_key) {
+  isUndoing_ = true;
+  status_label_ = localized(label_key);
+  tell();
+}
+
+void UndoSheetController::verifyLogFile() {
+  begin("CHECKINGLOGFILE");
+  const auto outcome = std::make_shared<Outcome>();
+  const auto work = [path = currLogFilePath_, outcome](const JobControl&) {
+    const LogFile log = readLogFile(path);
+    outcome->result.entries = log.entries.size();
+    outcome->result.error = log.error;
+    if (!log.error.empty()) log_failure("readLogFile", log.error);
+  };
+  app().run_job(Job::undo, work, [this, outcome] { verified(*outcome); });
+}
+
+void UndoSheetController::verified(const Outcome& outcome) {
+  isUndoing_ = false;
+  totalFilesCanBeUndoFromLog_ = outcome.result.entries;
+  show_count(totalFilesCanBeUndoFromLog_);
+  tell();
+  if (totalFilesCanBeUndoFromLog_ > 0) return;
+  constexpr std::string_view message = "UNDOFILESFOLDERSINVALIDFILE";
+  ports().alerts.show({title, message, localized(title), localized(message), outcome.result.error});
+}
+
+void UndoSheetController::undoRenaming() {
+  if (isUndoing_) return;
+  if (currLogFilePath_.empty()) return show_alert(ports(), title, "UNDOFILESFOLDERSNOLOGSELECTED");
+  if (!can_begin()) return;
+  if (totalFilesCanBeUndoFromLog_ < 1) return removeSelectedFileFromList();
+  begin("UNDOINGITEMS");
+  app().setStartTime();
+  const auto outcome = std::make_shared<Outcome>();
+  const auto work = [path = currLogFilePath_, outcome](const JobControl& control) {
+    try {
+      undo(path, control, *outcome);
+    } catch (const std::exception& error) {
+      log_failure("undoRenaming", error.what());
+      outcome->result.error = error.what();
+    }
+  };
+  app().run_job(Job::undo, work, [this, outcome] { undone(*outcome); });
+}
+
+// On the job's thread.
+void UndoSheetController::undo(const std::string& path, const JobControl& control, Outcome& outcome) {
+  const LogFile log = readLogFile(path);
+  outcome.unreadable = !log.error.empty();
+  if (outcome.unreadable) log_failure("readLogFile", log.error);
+  outcome.result = brindle::undoRenaming(path, log, control, std::ref(outcome.first_reason));
+}
+
+void UndoSheetController::undone(const Outcome& outcome) {
+  const UndoResult& result = outcome.result;
+  isUndoing_ = false;
+  status_label_ = localized_format("ITEMSRESTORED", result.restored);
+  app().showLastActionTimeTaken("UNDOINGTIME");
+  tell();
+  if (result.cancelled) return;
+  Alert alert{title, "UNDOTOTALNOSITEMSFOUND", localized(title), "", result.error};
+  alert.message = localized_format("UNDOTOTALNOSITEMSFOUND", result.entries) +
+                  localized_format("UNDOTOTALNOSITEMSRENAMED", result.restored) +
+                  localized_format("UNDOTOTALNOSITEMDOESNOTEXISTS", result.entries - result.restored);
+  if (alert.informative_text.empty()) alert.informative_text = outcome.first_reason.text();
+  alert.style = AlertStyle::informational;
+  ports().alerts.show(alert);
+  // A file that is no log goes as well, but only to where it can be got back from.
+  if (result.log_removed || (outcome.unreadable && move_to_trash(currLogFilePath_) == 0)) drop_from_list();
+}
+
+void UndoSheetController::cancel() {
+  if (isUndoing_) app().cancelProcess();
+}
+
+void UndoSheetController::removeSelectedFileFromList() {
+  const std::string error = brindle::deleteLogFile(currLogFilePath_);
+  if (!error.empty()) {
+    log_failure("deleteLogFile", error);
+    ports().alerts.show({title, "", localized(title), error, ""});
+    return;
+  }
+  drop_from_list();
+}
+
+// The selected log is gone from the disk.
+void UndoSheetController::drop_from_list() {
+  currLogFilePath_.clear();
+  totalFilesCanBeUndoFromLog_ = 0;
+  if (!selected_) return tell();
+  const std::size_t row = *selected_;
+  logFiles_.erase(logFiles_.begin() + static_cast<std::ptrdiff_t>(row));
+  show_count(0);
+  tableViewSelectionDidChange(logFiles_.empty() ? 0 : std::min(row, logFiles_.size() - 1));
+}
+
+void UndoSheetController::viewLogFileContent() {
+  if (currLogFilePath_.empty()) return show_alert(ports(), "VIEWLOGFILETITLE", "VIEWLOGFILETITLEMESSAGE");
+  if (!ports().desktop.open_with_default_application(currLogFilePath_)) ports().desktop.beep();
+}
+
+void UndoSheetController::deleteLogFile() {
+  if (isUndoing_) return;
+  if (currLogFilePath_.empty()) return show_alert(ports(), title, "UNDOFILESFOLDERSNOLOGSELECTED");
+  if (ask(ports(), title, "UNDOFILESFOLDERSDELETECONFIRM")) removeSelectedFileFromList();
+}
+
+bool UndoSheetController::sheetClosed() {
+  return !isUndoing_ && SheetController::sheetClosed();
+}
+
+}  // namespace brindle
