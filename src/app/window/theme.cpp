@@ -1,0 +1,90 @@
+#include "app/window/theme.h"
+
+#include <QApplication>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVariant>
+#include <QFontDatabase>
+#include <QStyle>
+#include <QToolTip>
+#include <QWidget>
+
+namespace brindle {
+namespace {
+
+QPalette dark_palette() {
+  const QColor window(0x2b, 0x2b, 0x2e);
+  const QColor base(0x1f, 0x1f, 0x22);
+  const QColor text(0xec, 0xec, 0xee);
+  QPalette palette(text, QColor(0x3a, 0x3a, 0x3e), QColor(0x58, 0x58, 0x5e), QColor(0x18, 0x18, 0x1a),
+                   QColor(0x2a, 0x2a, 0x2d), text, Qt::white, base, window);
+  palette.setColor(QPalette::AlternateBase, QColor(0x26, 0x26, 0x29));
+  palette.setColor(QPalette::Highlight, QColor(0x2f, 0x65, 0xb5));
+  palette.setColor(QPalette::HighlightedText, Qt::white);
+  palette.setColor(QPalette::ToolTipBase, QColor(0x3a, 0x3a, 0x3e));
+  palette.setColor(QPalette::ToolTipText, text);
+  palette.setColor(QPalette::PlaceholderText, QColor(0x9a, 0x9a, 0xa0));
+  palette.setColor(QPalette::Link, QColor(0x7d, 0xb4, 0xff));
+  for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText})
+    palette.setColor(QPalette::Disabled, role, QColor(0x80, 0x80, 0x86));
+  palette.setColor(QPalette::Disabled, QPalette::Highlight, QColor(0x45, 0x45, 0x4a));
+  return palette;
+}
+
+// What the desktop portal says: 1 is dark, 2 light, 0 no preference.
+int portal_colour_scheme() {
+  QDBusMessage call = QDBusMessage::createMethodCall(
+      QStringLiteral("org.freedesktop.portal.Desktop"), QStringLiteral("/org/freedesktop/portal/desktop"),
+      QStringLiteral("org.freedesktop.portal.Settings"), QStringLiteral("Read"));
+  call << QStringLiteral("org.freedesktop.appearance") << QStringLiteral("color-scheme");
+  call.setAutoStartService(false);
+  const QDBusMessage reply = QDBusConnection::sessionBus().call(call, QDBus::Block, 300);
+  if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty()) return 0;
+  QVariant value = reply.arguments().constFirst();
+  while (value.canConvert<QDBusVariant>()) value = value.value<QDBusVariant>().variant();
+  return value.toInt();
+}
+
+}  // namespace
+
+QColor status_colour(ItemStatus status, const QPalette& palette) {
+  const bool dark = is_dark(palette);
+  if (status == ItemStatus::renaming_ok) return dark ? QColor(0x7d, 0xb4, 0xff) : QColor(0x14, 0x52, 0xb8);
+  if (is_terminal(status)) return dark ? QColor(0xff, 0x8a, 0x80) : QColor(0xb7, 0x1c, 0x1c);
+  return palette.color(QPalette::Active, QPalette::Text);
+}
+
+QColor quiet_colour(const QPalette& palette) {
+  return is_dark(palette) ? QColor(0xa8, 0xa8, 0xae) : QColor(0x5c, 0x5c, 0x62);
+}
+
+QColor changed_ground(const QPalette& palette) {
+  return is_dark(palette) ? QColor(0x2e, 0x55, 0x3c) : QColor(0xd3, 0xee, 0xda);
+}
+
+bool is_dark(const QPalette& palette) {
+  return palette.color(QPalette::Active, QPalette::Base).lightness() < 128;
+}
+
+void follow_desktop_theme() {
+  if (!is_dark(QApplication::palette()) && portal_colour_scheme() == 1) use_palette(true);
+}
+
+void use_palette(bool dark) {
+  const QPalette palette = dark ? dark_palette() : QApplication::style()->standardPalette();
+  QApplication::setPalette(palette);
+  QToolTip::setPalette(palette);
+}
+
+QFont digits_font(const QWidget& widget) {
+  QFont font = widget.font();
+  QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+  fixed.setPointSizeF(font.pointSizeF());
+  return fixed;
+}
+
+int spacing(const QWidget& widget) {
+  return widget.fontMetrics().height() / 2;
+}
+
+}  // namespace brindle
