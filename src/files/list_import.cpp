@@ -2,7 +2,7 @@
 
 #include <cerrno>
 #include <exception>
-#include <optional>
+#include <numeric>
 #include <utility>
 
 #include "files/list_lookup.h"
@@ -51,8 +51,7 @@ class ImportRun {
 
   void find_folders();
   void add(std::size_t index);
-  FileKind look_at(FolderId folder, const char* name);
-  bool is_canonical(FolderId folder);
+  void look_at_all_in(FolderId folder);
   void set_new_name(std::size_t row, std::string_view new_name);
   void set_missing(std::size_t row, bool is_absolute);
 
@@ -63,9 +62,11 @@ class ImportRun {
   const JobControl& control_;
   ProgressThrottle throttle_;
   OpenFolder open_;
-  std::vector<FolderId> folder_of_;             // by path
-  std::vector<std::uint32_t> items_in_;         // by folder
-  std::vector<std::optional<bool>> canonical_;  // by folder, once it was asked
+  std::vector<FolderId> folder_of_;       // by path
+  std::vector<FileKind> kinds_;           // by path, once its folder was looked at
+  std::vector<std::uint32_t> by_folder_;  // the numbers of the paths, folder by folder
+  std::vector<std::uint32_t> first_of_;   // by folder: where its paths begin in by_folder_
+  std::vector<bool> looked_at_;           // by folder
   FileSystemItem field_;
   ImportResult result_;
 };
@@ -78,17 +79,41 @@ std::size_t name_start(std::string_view path) {
 // All at once: a run of existence tests wants to know its folders, and how much it will be asked about each.
 void ImportRun::find_folders() {
   FolderTable& folders = files_.folders();
+  const std::size_t count = item_.paths.size();
   std::string_view last;
-  folder_of_.reserve(item_.paths.size());
+  folder_of_.reserve(count);
   for (const std::string_view path : item_.paths) {
     const std::string_view location = path.substr(0, name_start(path));
     const bool is_same = !folder_of_.empty() && location == last;
     folder_of_.push_back(is_same ? folder_of_.back() : folders.intern(location));
     last = location;
   }
-  items_in_.resize(folders.size());
-  canonical_.resize(folders.size());
-  for (const FolderId folder : folder_of_) ++items_in_[folder];
+  first_of_.resize(folders.size() + 1);
+  for (const FolderId folder : folder_of_) ++first_of_[folder + 1];
+  std::partial_sum(first_of_.begin(), first_of_.end(), first_of_.begin());
+  by_folder_.resize(count);
+  std::vector<std::uint32_t> next = first_of_;
+  for (std::uint32_t i = 0; i < count; ++i) by_folder_[next[folder_of_[i]]++] = i;
+  kinds_.resize(count);
+  looked_at_.resize(folders.size());
+}
+
+// However the lines are ordered, a folder is opened once.
+void ImportRun::look_at_all_in(FolderId folder) {
+  if (looked_at_[folder]) return;
+  looked_at_[folder] = true;
+  open_.open(files_.folders(), folder);
+  if (!open_.handle()) return;
+  const std::string path = files_.folders().path(folder);
+  const std::string canonical = canonical_path(path);
+  const bool is_alias = !canonical.empty() && canonical != path;  // empty: too long to be asked about
+  for (std::uint32_t i = first_of_[folder]; i < first_of_[folder + 1]; ++i) {
+    const std::string_view listed = item_.paths[by_folder_[i]];
+    if (!listed.starts_with('/')) continue;
+    FileKind& kind = kinds_[by_folder_[i]];
+    kind = file_kind(open_.handle(), listed.data() + name_start(listed));
+    kind.is_alias = kind.exists && (kind.is_alias || is_alias);
+  }
 }
 
 void ImportRun::add(std::size_t index) {
@@ -99,9 +124,9 @@ void ImportRun::add(std::size_t index) {
     ++result_.hidden_paths;
     return;
   }
-  const bool is_absolute = path.starts_with('/');
+  look_at_all_in(folder_of_[index]);
+  const FileKind& kind = kinds_[index];
   const bool wants_folders = item_.importType != 0;
-  const FileKind kind = is_absolute ? look_at(folder_of_[index], name.data()) : FileKind();
   const bool is_real_folder = kind.is_folder && !kind.is_alias && !kind.is_package;
   if (kind.exists && is_real_folder != wants_folders) return;
   const std::uint8_t bits =
@@ -110,27 +135,9 @@ void ImportRun::add(std::size_t index) {
   ++result_.searchFilesCount;
   const std::size_t row = files_.size() - 1;
   throttle_.step(result_.searchFilesCount, [&] { return files_.path(row); });
-  if (!kind.exists) return set_missing(row, is_absolute);
+  if (!kind.exists) return set_missing(row, path.starts_with('/'));
   const auto record = item_.records.find(path);
   set_new_name(row, record == item_.records.end() ? std::string_view() : record->second);
-}
-
-FileKind ImportRun::look_at(FolderId folder, const char* name) {
-  open_.open(files_.folders(), folder);
-  if (!open_.handle()) return {};
-  FileKind kind = file_kind(open_.handle(), name);
-  kind.is_alias = kind.is_alias || (kind.exists && !is_canonical(folder));
-  return kind;
-}
-
-bool ImportRun::is_canonical(FolderId folder) {
-  std::optional<bool>& known = canonical_[folder];
-  if (!known) {
-    const std::string path = files_.folders().path(folder);
-    const std::string canonical = canonical_path(path);
-    known = canonical.empty() || canonical == path;  // too long a path to be asked about
-  }
-  return *known;
 }
 
 void ImportRun::set_missing(std::size_t row, bool is_absolute) {
@@ -141,7 +148,9 @@ void ImportRun::set_missing(std::size_t row, bool is_absolute) {
 void ImportRun::set_new_name(std::size_t row, std::string_view new_name) {
   // First of all, because a file may bear the name of a status.
   if (new_name.empty() || new_name == files_[row].name()) return files_.set_status(row, ItemStatus::no_changes);
-  disk_names_.enter(files_[row].folder, items_in_[files_[row].folder]);
+  const FolderId folder = files_[row].folder;
+  disk_names_.enter(folder, first_of_[folder + 1] - first_of_[folder]);
+  disk_names_.exists(files_[row].name());  // it is; this tells whether the folder knows letter case
   field_.setNewFilename(decode_file_name(new_name));
   files_.write(row, field_, disk_names_.name_limit());
   const bool renameable = files_[row].status == ItemStatus::proposed && check_new_name(files_, row, disk_names_);
