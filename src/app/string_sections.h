@@ -25,12 +25,18 @@ using StringSection = std::span<const StringEntry>;  ///< sorted by key
 struct StringSections {
   StringSection messages;     ///< alerts, questions, states, titles of panels
   StringSection rule_labels;  ///< rows of a rule's tree
+  StringSection window;       ///< menus, commands, methods and columns of the main window
 
-  std::array<StringSection, 2> all() const { return {messages, rule_labels}; }
+  std::array<StringSection, 3> all() const { return {messages, rule_labels, window}; }
 };
 
 const StringSections& english_strings();
 const StringSections& german_strings();
+
+// Subjects with a file of their own in each language.
+
+StringSection english_window_strings();
+StringSection german_window_strings();
 
 template <std::size_t N>
 constexpr bool is_sorted_by_key(const std::array<StringEntry, N>& entries) {

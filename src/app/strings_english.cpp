@@ -196,7 +196,7 @@ static_assert(is_sorted_by_key(rule_labels));
 }  // namespace
 
 const StringSections& english_strings() {
-  static constexpr StringSections sections{messages, rule_labels};
+  static const StringSections sections{messages, rule_labels, english_window_strings()};
   return sections;
 }
 

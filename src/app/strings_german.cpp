@@ -204,7 +204,7 @@ static_assert(is_sorted_by_key(rule_labels));
 }  // namespace
 
 const StringSections& german_strings() {
-  static constexpr StringSections sections{messages, rule_labels};
+  static const StringSections sections{messages, rule_labels, german_window_strings()};
   return sections;
 }
 
