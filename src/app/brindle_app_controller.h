@@ -4,6 +4,7 @@
 //
 // Everything is called on the main thread. A job (load, preview, rename, undo, export, a long sort) runs through the
 // worker port; while state().isExecuting is true the list belongs to it, and commands that would touch it do nothing.
+// Only a quiet job (WindowState::is_quiet) makes way: it is cancelled, and the command follows when it has ended.
 // Defined by concern in controller_*.cpp.
 
 #include <atomic>
@@ -23,10 +24,13 @@
 #include "app/rules_controller.h"
 #include "app/window_state.h"
 #include "files/list_import.h"
+#include "files/photo_fields_cache.h"
 #include "files/recent_items.h"
+#include "pipeline/apply.h"
 #include "pipeline/disk_names.h"
 #include "pipeline/file_list.h"
 #include "pipeline/job.h"
+#include "pipeline/preview.h"
 #include "settings/preferences.h"
 #include "settings/settings_record.h"
 #include "settings/settings_store.h"
@@ -36,7 +40,8 @@ namespace brindle {
 
 class BrindleAppController final : private RulesOwner {
  public:
-  /// `ports` outlive the controller. The clock is the system's unless a test brings its own (milliseconds since 1970).
+  /// `ports` outlive the controller, and no job may be running when it goes. The clock is the system's unless a test
+  /// brings its own (milliseconds since 1970).
   explicit BrindleAppController(const Ports& ports, std::function<Date()> clock = {});
   BrindleAppController(const BrindleAppController&) = delete;
   BrindleAppController& operator=(const BrindleAppController&) = delete;
@@ -61,6 +66,8 @@ class BrindleAppController final : private RulesOwner {
   const WindowState& state() const { return state_; }
   /// Not to be read while a job runs.
   const FileList& files() const { return files_; }
+  /// What the pictures of the list say of themselves. An observer hears Changed::names when more of it is known.
+  PhotoFieldsCache& photo_fields() { return *photo_fields_; }
   SettingsStore& settings() { return settings_; }
   const RenameSettings& values() const { return settings_.settings(); }
   RulesController& rules_controller() { return rules_; }
@@ -94,10 +101,12 @@ class BrindleAppController final : private RulesOwner {
   // Order (controller_order.cpp). Rows are those of the list; each command answers with where the rows stand now.
 
   /// Sorts by a column of the table ("filenameWithExtension", "newFilename", "fileLocation", …); ties keep their order.
+  /// A long list, and the columns of photographs, are sorted by a job.
   void sort_by_column(std::string_view column, bool ascending);
   /// Which column the list was last sorted by; "" after any other change of order.
   std::string_view sorted_column() const { return sorted_column_; }
   bool sorted_ascending() const { return sorted_ascending_; }
+  /// Puts rows, in their order, before another one (the number of rows: at the end).
   std::vector<std::size_t> move_rows(std::span<const std::size_t> sorted_rows, std::size_t before);
   std::vector<std::size_t> move_rows_up(std::span<const std::size_t> sorted_rows);
   std::vector<std::size_t> move_rows_down(std::span<const std::size_t> sorted_rows);
@@ -124,8 +133,8 @@ class BrindleAppController final : private RulesOwner {
   void alphaNumericNumericAlphabeticChanged(bool alphabetic);
   void insertDeleteChanged(bool deletes);
   void insertOptionChanged(std::int32_t option);
-  void replaceRemoveChanged(bool removes);
-  /// 0 text, 1 characters, …: the remove type of the tab.
+  void replaceRemoveChanged(std::int32_t choice);  ///< 0 replace, 1 remove, 2 remove characters
+  /// What goes with the characters: 0 each of them, 1 what lies between occurrences, 2 that and the occurrences.
   void replaceRemoveRemoveTypeChanged(std::int32_t type);
   void prefixSuffixChanged(bool date);
   void dateTimeOptionsChanged(std::int32_t option);
@@ -193,8 +202,9 @@ class BrindleAppController final : private RulesOwner {
   // For the sheets.
 
   /// Runs `work` as a job of this kind: sets the flags and labels around it. `finished` is called before the flags
-  /// fall.
-  void run_job(Job job, std::function<void(const JobControl&)> work, std::function<void()> finished);
+  /// fall, also when the work was broken off by an exception, which is logged and told. False, with nothing done, while
+  /// another job runs.
+  bool run_job(Job job, std::function<void(const JobControl&)> work, std::function<void()> finished);
   void setStartTime();
   void showLastActionTimeTaken(std::string_view label_key);
   Date now() const { return clock_(); }
@@ -208,13 +218,76 @@ class BrindleAppController final : private RulesOwner {
   std::string default_rules_folder() const override;
   void rules_changed() override;
 
+  struct JobCall {
+    Job job = Job::none;
+    bool quiet = false;  // no labels, no progress, no time
+    std::function<void(const JobControl&)> work;
+    std::function<void()> finished;    // before the flags fall
+    std::function<void()> afterwards;  // when they have fallen: what asks, or starts the next job
+  };
+  // What the proposed names of the list were made with.
+  struct NameSource {
+    std::int32_t selectedTab = 0;
+    std::int32_t generalOptionIndex = 0;
+  };
+
+  bool start_job(JobCall call);
+  void job_finished(const JobCall& call, const std::string& failure);
+  void show_progress();
+  bool defer(std::function<void()> command);
+  void tell(Changed changed) { tell(static_cast<ChangedSet>(changed)); }
   void tell(ChangedSet changed);
+  void update_state();
+  void list_was_changed();
+
+  bool make_data_folders();
+  void read_defaults();
+  void finish_interrupted_runs();
+  void restore_rules();
+  void keep_session();
+
   void add_files(std::vector<std::string> paths);
   void empty_list();
-  void list_was_changed();
+  void set_folders_mode(bool folders);
+  void sort_rows(std::string_view column, bool ascending, const JobControl& control);
+  std::vector<std::size_t> apply_order(std::vector<std::uint32_t> order, std::span<const std::size_t> sorted_rows);
+
   void settings_changed(const SettingsChange& change);
-  void quickPreviewTimerMethod();
+  void rebuild_masks(const SettingsChange& change);
+  void commit_quietly(const RenameSettings& edited);
   void schedule_quick_preview(std::chrono::milliseconds after);
+  void quickPreviewTimerMethod();
+  void quickPreview();
+  void show_quick_preview(const PreviewResult& result);
+  bool begin_preview();
+  void doPreview();
+  void doPreviewRule();
+  void run_preview(std::shared_ptr<RenamePlan> plan);
+  void show_preview(const PreviewResult& result);
+  void tell_operation_error(const PreviewResult& result);
+  void tell_refusal(const Refusal& refusal);
+
+  void apply_names(ApplyOptions options);
+  void show_apply(const ApplyResult& result, const ApplyOptions& options);
+  void after_apply(const ApplyResult& result, ApplyOptions options);
+
+  NewRule make_rule();
+  void choose(RuleVariant variant, const std::function<void(RenameSettings&)>& edit);
+
+  void apply_record(const SettingsRecord& record);
+  bool open_profile(const std::string& path);
+  void save_left_profile();
+  void set_curr_profile(const std::string& path);
+  void close_profile();
+  bool write_profile(const std::string& path);
+
+  bool is_document(std::string_view path) const;
+  void open_document(const std::string& path);
+  void open_rule_document(const std::string& path);
+  void open_profile_document(const std::string& path);
+
+  void import_list(std::shared_ptr<FileRenameItem> item);
+  void drop_rename_file();
 
   Ports ports_;
   std::function<Date()> clock_;
@@ -226,8 +299,12 @@ class BrindleAppController final : private RulesOwner {
   RulesController rules_;
   FileList files_;
   DiskNames disk_names_;
+  std::unique_ptr<PhotoFieldsCache> photo_fields_;
   WindowState state_;
   std::atomic<bool> isCancelProcess_{false};
+  std::function<void()> deferred_;  // the command that waits for a quiet job to end
+  bool quick_preview_is_stale_ = false;
+  NameSource names_made_with_;
   std::string currProfileFile_;
   bool isProfileLoading_ = false;
   bool include_hidden_ = false;
@@ -235,8 +312,9 @@ class BrindleAppController final : private RulesOwner {
   bool sorted_ascending_ = true;
   Date startTime_;
   MainThreadPort::TimerId quickPreviewTimer_ = 0;
+  MainThreadPort::TimerId previewRuleTimer_ = 0;
   MainThreadPort::TimerId loadFilesTimer_ = 0;
-  std::unique_ptr<ProgressRelay> progress_;
+  std::shared_ptr<ProgressRelay> progress_;
   std::vector<std::pair<std::uint32_t, Observer>> observers_;
   std::uint32_t last_observer_ = 0;
 };

@@ -39,11 +39,14 @@ struct WindowState {
 
   Job job = Job::none;
   bool isExecuting = false;
+  bool is_quiet = false;     ///< the live preview of a long list: no labels, no loading box, the view just keeps still
   std::string status_label;  ///< what it does, then the item it is at (display form, UTF-8)
   std::string count_label;   ///< "Files found: 12"
   std::size_t done = 0;      ///< items
   std::size_t total = 0;     ///< 0 when not known
   std::string lastActionTimeTaken;
+
+  std::size_t item_count = 0;  ///< rows of the list, as of the last moment when no job ran
 
   bool isHasFilesForRenaming = false;
   bool isRulePreview = false;  ///< the new names came from the chain

@@ -83,6 +83,10 @@ class SortKeys {
     starts_.push_back(bytes_.size());
     append_sort_key(name, bytes_);
   }
+  void add(const AppendRowKey& append_key, std::size_t row) {
+    starts_.push_back(bytes_.size());
+    append_key(row, bytes_);
+  }
   void end() { starts_.push_back(bytes_.size()); }
 
   std::size_t size(std::uint32_t i) const { return starts_[i + 1] - starts_[i]; }
@@ -128,13 +132,8 @@ void sort_rows(std::span<SortRow> rows, const SortKeys& keys, std::size_t offset
   }
 }
 
-std::vector<std::uint32_t> order_by_name(const FileList& files) {
-  std::size_t name_bytes = 0;
-  for (const ItemRecord& record : files.items()) name_bytes += record.name_size;
-  SortKeys keys(files.size(), name_bytes);
-  for (const ItemRecord& record : files.items()) keys.add(record.name());
-  keys.end();
-  std::vector<SortRow> rows(files.size());
+std::vector<std::uint32_t> order_by(const SortKeys& keys, std::size_t count) {
+  std::vector<SortRow> rows(count);
   for (std::uint32_t row = 0; row < rows.size(); ++row) rows[row].row = row;
   sort_rows(rows, keys, 0);
   std::vector<std::uint32_t> order(rows.size());
@@ -142,8 +141,19 @@ std::vector<std::uint32_t> order_by_name(const FileList& files) {
   return order;
 }
 
-// The place of every folder among the folders that hold items. Folders whose paths compare as equal ("a" and "A") keep
-// apart by their bytes, so that the items of one folder always stand together.
+std::vector<std::uint32_t> order_by_name(const FileList& files) {
+  std::size_t name_bytes = 0;
+  for (const ItemRecord& record : files.items()) name_bytes += record.name_size;
+  SortKeys keys(files.size(), name_bytes);
+  for (const ItemRecord& record : files.items()) keys.add(record.name());
+  keys.end();
+  return order_by(keys, files.size());
+}
+
+}  // namespace
+
+// Folders whose paths compare as equal ("a" and "A") keep apart by their bytes, so that the items of one folder always
+// stand together.
 std::vector<std::uint32_t> folder_ranks(const FileList& files) {
   const FolderTable& folders = files.folders();
   std::vector<bool> used(folders.size());
@@ -166,8 +176,6 @@ std::vector<std::uint32_t> folder_ranks(const FileList& files) {
   return ranks;
 }
 
-}  // namespace
-
 void append_sort_key(std::string_view name, std::string& key) {
   if (!append_ascii_key(name, key)) append_key(decode_file_name(name), key);
 }
@@ -178,6 +186,20 @@ int compareFiles(std::u16string_view a, std::u16string_view b) {
   append_key(a, key_a);
   append_key(b, key_b);
   return key_a.compare(key_b);
+}
+
+void sort_by_keys(FileList& files, const AppendRowKey& append_key, bool ascending) {
+  const auto count = static_cast<std::uint32_t>(files.size());
+  // Downwards is upwards from the last row to the first, read from its end: so equal rows keep their order.
+  SortKeys keys(count, 0);
+  for (std::uint32_t i = 0; i < count; ++i) keys.add(append_key, ascending ? i : count - 1 - i);
+  keys.end();
+  std::vector<std::uint32_t> order = order_by(keys, count);
+  if (!ascending) {
+    std::reverse(order.begin(), order.end());
+    for (std::uint32_t& row : order) row = count - 1 - row;
+  }
+  files.reorder(std::move(order));
 }
 
 void sort_by_name(FileList& files) {

@@ -6,8 +6,11 @@
 namespace brindle {
 
 void log_failure(std::string_view operation, std::string_view reason) {
-  std::string line = "Error in ";
-  line.append(operation).append(" : ").append(reason).push_back('\n');
+  log_line(std::string("Error in ").append(operation).append(" : ").append(reason));
+}
+
+void log_line(std::string_view text) {
+  const std::string line = std::string(text) + '\n';
   // One call, so that the lines of several threads do not mix.
   std::fwrite(line.data(), 1, line.size(), stderr);
 }

@@ -1,0 +1,96 @@
+// Renaming.
+
+#include <sys/stat.h>
+
+#include <utility>
+
+#include "app/brindle_app_controller.h"
+#include "app/string_table.h"
+#include "log/recovery.h"
+#include "platform/data_folders.h"
+#include "platform/message_log.h"
+
+namespace brindle {
+namespace {
+
+std::string_view title_key(bool folders) {
+  return folders ? "ITEMRENAMINGTITLEFOLDERS" : "ITEMRENAMINGTITLEFILES";
+}
+
+Alert apply_alert(bool folders, std::string_view message_key, const std::string& reason) {
+  Alert alert;
+  alert.title_key = title_key(folders);
+  alert.message_key = message_key;
+  alert.title = localized(alert.title_key);
+  alert.message = localized(message_key);
+  alert.informative_text = reason;
+  return alert;
+}
+
+}  // namespace
+
+void BrindleAppController::actionApply() {
+  if (!state_.rename_enabled) return;
+  // What is shown is what is renamed: no preview comes between the question and its answer.
+  ports_.main_thread.cancel_timer(quickPreviewTimer_);
+  const bool folders = values().isFolders;
+  if (!ask(ports_, title_key(folders), folders ? "ITEMRENAMINGMESSAGEFOLDERS" : "ITEMRENAMINGMESSAGEFILES")) return;
+  // The list may have changed while the question stood.
+  if (!state_.rename_enabled) return;
+  ApplyOptions options;
+  options.isFolders = folders;
+  options.isIncludeSubFolders = values().isIncludeSubFolders;
+  options.selectedTab = names_made_with_.selectedTab;
+  options.generalOptionIndex = names_made_with_.generalOptionIndex;
+  options.is_chain = state_.isRulePreview;
+  options.log_folder = preferences_.defaultLogFolderPath;
+  std::string error;
+  if (options.log_folder == default_preferences().defaultLogFolderPath) createApplicationUsersFolder("Logs", error);
+  apply_names(std::move(options));
+}
+
+void BrindleAppController::apply_names(ApplyOptions options) {
+  state_.isHasFilesForRenaming = false;
+  const auto result = std::make_shared<ApplyResult>();
+  const auto is_done = std::make_shared<bool>(false);
+  JobCall call;
+  call.job = Job::rename;
+  call.work = [this, options, result, is_done](const JobControl& control) {
+    *result = applyRenames(files_, options, control);
+    *is_done = true;
+  };
+  call.finished = [this, options, result, is_done] {
+    // A run that was broken off has its journal; the log is made of it at once.
+    if (!*is_done && !options.without_log) recover(options.log_folder);
+    show_apply(*result, options);
+  };
+  call.afterwards = [this, options, result] { after_apply(*result, options); };
+  start_job(std::move(call));
+}
+
+void BrindleAppController::show_apply(const ApplyResult& result, const ApplyOptions& options) {
+  state_.isHasFilesForRenaming = result.isHasFilesForRenaming || result.log_failed;
+  state_.count_label =
+      localized_format(options.isFolders ? "TOTALNOSFOLDERSRENAMED" : "TOTALNOSFILESRENAMED", result.renamed);
+  const bool was_sorted =
+      (options.isFolders && options.isIncludeSubFolders) || options.selectedTab == rename_from_list_tab;
+  if (was_sorted) sorted_column_ = "fileLocation", sorted_ascending_ = true;
+}
+
+void BrindleAppController::after_apply(const ApplyResult& result, ApplyOptions options) {
+  ports_.desktop.focus_list();
+  if (result.error.empty()) return;
+  if (!result.log_failed) {
+    // The journal stays, and the next start makes a log of it.
+    Alert alert = apply_alert(options.isFolders, "LOGSAVEFAILED", result.error);
+    ports_.alerts.show(alert);
+    return;
+  }
+  Alert alert = apply_alert(options.isFolders, "LOGCREATEFAILED", result.error);
+  alert.buttons = {"CONTINUE", "ABORT"};
+  if (ports_.alerts.show(alert) != 0 || !state_.rename_enabled) return;
+  options.without_log = true;
+  apply_names(std::move(options));
+}
+
+}  // namespace brindle

@@ -1,0 +1,181 @@
+// Adding and removing items.
+
+#include <exception>
+#include <utility>
+
+#include "app/brindle_app_controller.h"
+#include "app/string_table.h"
+#include "files/gather.h"
+#include "platform/app_info.h"
+#include "platform/message_log.h"
+
+namespace brindle {
+namespace {
+
+// The question is its own key.
+constexpr std::string_view clear_question = "Are you sure to remove all file(s)/folder(s)?";
+
+OpenRequest open_request(std::string_view title_key, bool files, bool folders) {
+  OpenRequest request;
+  request.title = localized(title_key);
+  request.files = files;
+  request.folders = folders;
+  request.multiple = true;
+  return request;
+}
+
+}  // namespace
+
+void BrindleAppController::addFilesAction() {
+  if (defer([this] { addFilesAction(); })) return;
+  add_files(ports_.chooser.choose(open_request("CHOOSEFILESTITLE", values().isFiles, values().isIncludeSubFolders)));
+}
+
+void BrindleAppController::addFolderAction() {
+  if (defer([this] { addFolderAction(); })) return;
+  std::vector<std::string> paths = ports_.chooser.choose(open_request("CHOOSEFOLDERSTITLE", false, true));
+  if (paths.empty()) return;
+  recent_.addRecentItem(paths, now());
+  tell(Changed::recent_items);
+  add_files(std::move(paths));
+}
+
+void BrindleAppController::addFilesFolders() {
+  if (defer([this] { addFilesFolders(); })) return;
+  add_files(ports_.chooser.choose(
+      open_request("CHOOSEFILESORFOLDERSTITLE", values().isFiles, values().isIncludeSubFolders || values().isFolders)));
+}
+
+void BrindleAppController::acceptDrop(std::vector<std::string> paths) {
+  if (defer([this, paths] { acceptDrop(paths); })) return;
+  add_files(std::move(paths));
+}
+
+void BrindleAppController::PasteboardItemsControllerDidFinish(bool folders, bool isProcessSubfolders,
+                                                              std::vector<std::string> paths) {
+  if (defer([=, this] { PasteboardItemsControllerDidFinish(folders, isProcessSubfolders, paths); })) return;
+  // Whatever the answer, the load below runs.
+  if (folders != values().isFolders) clearFilesFolders();
+  set_folders_mode(folders);
+  setIncludeSubFolders(isProcessSubfolders);
+  add_files(std::move(paths));
+}
+
+void BrindleAppController::recentFolderChanged(std::size_t entry) {
+  if (entry == 0 || defer([this, entry] { recentFolderChanged(entry); })) return;
+  const std::optional<std::string> path = recent_.choose(entry - 1, now());
+  if (!path) return;
+  tell(Changed::recent_items);
+  empty_list();
+  setIncludeSubFolders(true);
+  add_files({*path});
+}
+
+void BrindleAppController::addFilesFoldersFromFinder() {
+  if (defer([this] { addFilesFoldersFromFinder(); })) return;
+  ports_.desktop.hide_tooltip();
+  ports_.desktop.end_editing();
+  std::vector<std::string> paths = ports_.desktop.files_on_clipboard();
+  if (!paths.empty()) loadFiles(std::move(paths));
+}
+
+void BrindleAppController::loadFiles(std::vector<std::string> paths) {
+  if (defer([this, paths] { loadFiles(paths); })) return;
+  try {
+    if (values().isFolders) clearFilesFolders();
+    set_folders_mode(false);
+    add_files(std::move(paths));
+  } catch (const std::exception& failure) {
+    log_failure("loadFiles", failure.what());
+  }
+}
+
+// The load job, where every door ends.
+void BrindleAppController::add_files(std::vector<std::string> paths) {
+  if (paths.empty() || state_.isExecuting) return;
+  ports_.desktop.hide_tooltip();
+  ports_.desktop.end_editing();
+  const GatherOptions options{values().isFolders, values().isIncludeSubFolders, include_hidden_,
+                              values().selectedTab == rename_from_list_tab};
+  const auto result = std::make_shared<GatherResult>();
+  JobCall call;
+  call.job = Job::loading;
+  call.work = [this, options, result, paths = std::move(paths)](const JobControl& control) {
+    *result = addFiles(files_, paths, options, &disk_names_, control);
+  };
+  call.finished = [this, result, is_folders = options.isFolders] {
+    state_.isHasFilesForRenaming = false;
+    state_.count_label =
+        localized_format(is_folders ? "TOTALFOLDERSFOUND" : "TOTALFILESFOUND", result->searchFilesCount);
+    if (result->searchFilesCount > 0) sorted_column_.clear();
+  };
+  call.afterwards = [this, result] {
+    if (result->searchFilesCount > 0) ports_.desktop.focus_list();
+  };
+  start_job(std::move(call));
+}
+
+void BrindleAppController::RemoveFiles(std::span<const std::size_t> sorted_rows) {
+  if (defer([this, rows = std::vector(sorted_rows.begin(), sorted_rows.end())] { RemoveFiles(rows); })) return;
+  if (sorted_rows.empty()) {
+    ports_.desktop.show_tooltip(TooltipAnchor::remove_button, "NOITEMSTOREMOVE", localized("NOITEMSTOREMOVE"));
+    return;
+  }
+  ports_.desktop.hide_tooltip();
+  files_.remove_rows(sorted_rows);
+  files_.resetFilesDic();
+  if (files_.empty()) sorted_column_.clear();
+  list_was_changed();
+  ports_.desktop.focus_list();
+}
+
+void BrindleAppController::clearFilesFolders() {
+  if (defer([this] { clearFilesFolders(); })) return;
+  if (!files_.empty()) {
+    Alert alert;
+    alert.message_key = clear_question;
+    alert.title = getAppTitle();
+    alert.message = localized(clear_question);
+    alert.buttons = {"YES", "NO"};
+    if (ports_.alerts.show(alert) != 0 || state_.isExecuting) return;
+  }
+  empty_list();
+}
+
+void BrindleAppController::empty_list() {
+  state_.lastActionTimeTaken.clear();
+  files_.clear();
+  disk_names_.clear();
+  photo_fields_->clear();
+  sorted_column_.clear();
+  list_was_changed();
+}
+
+void BrindleAppController::filesFoldersOptionChanged(bool folders) {
+  if (folders == values().isFolders || defer([this, folders] { filesFoldersOptionChanged(folders); })) return;
+  set_folders_mode(folders);
+  if (folders) setIncludeSubFolders(true);
+  empty_list();
+}
+
+void BrindleAppController::set_folders_mode(bool folders) {
+  settings_.commit([folders](RenameSettings& settings) {
+    settings.isFiles = !folders;
+    settings.isFolders = folders;
+    settings.fileFolderIndex = folders ? 1 : 0;
+  });
+}
+
+void BrindleAppController::setIncludeSubFolders(bool include) {
+  settings_.commit([include](RenameSettings& settings) { settings.isIncludeSubFolders = include; });
+}
+
+void BrindleAppController::setIncludeHidden(bool include) {
+  include_hidden_ = include;
+  defaults_.set(user_default::include_hidden, include);
+  const std::string error = defaults_.flush();
+  if (!error.empty()) log_failure("flush", error);
+  tell(Changed::preferences);
+}
+
+}  // namespace brindle

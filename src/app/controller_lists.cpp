@@ -1,0 +1,112 @@
+// Renaming from a list, and what the export needs.
+
+#include <exception>
+#include <utility>
+
+#include "app/brindle_app_controller.h"
+#include "app/list_titles.h"
+#include "app/string_table.h"
+#include "platform/file_name.h"
+#include "platform/message_log.h"
+
+namespace brindle {
+namespace {
+
+/// A list file that has been read, or why it could not be.
+struct ReadList {
+  ListError error = ListError::unreadable;
+  std::string reason;
+  FileRenameItem item;
+};
+
+void tell_list_error(const Ports& ports, const ReadList& list) {
+  Alert alert;
+  alert.title_key = "RENAMEFROMFILETITLE";
+  alert.message_key = list.error == ListError::unreadable ? "UNABLETOOPENFILE" : "RENAMEFROMFILEMESSAGE";
+  alert.title = localized(alert.title_key);
+  alert.message = localized(alert.message_key);
+  alert.informative_text = list.reason;
+  alert.style = AlertStyle::critical;
+  ports.alerts.show(alert);
+}
+
+}  // namespace
+
+void BrindleAppController::browseRenameFile() {
+  if (defer([this] { browseRenameFile(); })) return;
+  ports_.desktop.end_editing();
+  OpenRequest request;
+  request.title = localized("CHOOSETABDELIMITEDTEXTFILE");
+  request.extensions = {"txt"};
+  const std::vector<std::string> paths = ports_.chooser.choose(request);
+  settings_.commit([&paths](RenameSettings& settings) {
+    settings.renameFile = paths.empty() ? Text() : Text(decode_file_name(paths.front()));
+  });
+}
+
+void BrindleAppController::drop_rename_file() {
+  settings_.commit([](RenameSettings& settings) { settings.renameFile.reset(); });
+}
+
+// Reads the file as one job, asks whether the list may go, and fills it as another.
+void BrindleAppController::loadRenameFile(bool folders) {
+  if (defer([this, folders] { loadRenameFile(folders); })) return;
+  ports_.desktop.end_editing();
+  const auto list = std::make_shared<ReadList>();
+  std::string path;
+  const bool has_path = encode_path(values().renameFile.value_or(u""), path);
+  JobCall call;
+  call.job = Job::loading;
+  call.work = [list, path, has_path, folders, titles = list_titles()](const JobControl&) {
+    if (!has_path) return;
+    try {
+      list->error = brindle::loadRenameFile(path, folders ? 1 : 0, titles, list->item, list->reason);
+    } catch (const std::exception& failure) {
+      log_failure("browseRenameFile", failure.what());
+      list->reason = failure.what();
+    }
+  };
+  call.afterwards = [this, list] {
+    if (list->error != ListError::none) {
+      drop_rename_file();
+      return tell_list_error(ports_, *list);
+    }
+    import_list(std::make_shared<FileRenameItem>(std::move(list->item)));
+  };
+  start_job(std::move(call));
+}
+
+void BrindleAppController::import_list(std::shared_ptr<FileRenameItem> item) {
+  clearFilesFolders();
+  const bool folders = item->importType != 0;
+  set_folders_mode(folders);
+  names_made_with_ = {rename_from_list_tab, values().generalOptionIndex};
+  state_.isRulePreview = false;
+  const auto result = std::make_shared<ImportResult>();
+  JobCall call;
+  call.job = Job::loading;
+  call.work = [this, item, result](const JobControl& control) {
+    *result = importFiles(files_, *item, include_hidden_, disk_names_, control);
+  };
+  call.finished = [this, result, folders] {
+    state_.isHasFilesForRenaming = result->isHasFilesForRenaming;
+    state_.count_label = localized_format(folders ? "TOTALFOLDERSFOUND" : "TOTALFILESFOUND", result->searchFilesCount);
+    sorted_column_.clear();
+  };
+  call.afterwards = [this, result] {
+    if (result->searchFilesCount > 0) ports_.desktop.focus_list();
+  };
+  start_job(std::move(call));
+}
+
+bool BrindleAppController::showExport() {
+  if (state_.isExecuting) return false;
+  if (files_.empty()) {
+    ports_.desktop.show_tooltip(TooltipAnchor::export_button, "NOITEMSTOEXPORT", localized("NOITEMSTOEXPORT"));
+    return false;
+  }
+  ports_.desktop.hide_tooltip();
+  return true;
+}
+
+}  // namespace brindle

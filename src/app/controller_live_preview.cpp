@@ -1,0 +1,112 @@
+// The preview that follows what is typed.
+
+#include <algorithm>
+#include <utility>
+
+#include "app/brindle_app_controller.h"
+#include "pipeline/rename_plan.h"
+#include "platform/message_log.h"
+#include "settings/validation.h"
+
+namespace brindle {
+namespace {
+
+constexpr std::chrono::milliseconds after_typing{400};
+constexpr std::chrono::milliseconds after_preferences{100};
+// Naming this many rows takes some ten milliseconds; more would make typing halt, and becomes a quiet job.
+constexpr std::size_t most_rows_at_once = 20'000;
+
+// 0 for all. What is no number counts as 0 items, which no count ever equals.
+std::size_t row_limit(const LivePreviewPreferences& preferences) {
+  if (preferences.isLivePreviewAllFiles) return 0;
+  return static_cast<std::size_t>(std::max(0, integer_value(preferences.livePreviewFilesLimit)));
+}
+
+}  // namespace
+
+void BrindleAppController::settings_changed(const SettingsChange& change) {
+  if (change.contains("selectedTab")) rules_.tabChanged(values().selectedTab);
+  rebuild_masks(change);
+  const bool wakes = change.isSettingsChanged && change.has_values && !isProfileLoading_;
+  if (wakes && state_.item_count > 0 && live_preview_.isLivePreviewEnabled) schedule_quick_preview(after_typing);
+  settings_.clear_settings_changed();
+  update_state();
+  tell(Changed::state);
+}
+
+void BrindleAppController::schedule_quick_preview(std::chrono::milliseconds after) {
+  if (state_.is_quiet) {
+    isCancelProcess_ = true;
+    quick_preview_is_stale_ = true;
+    return;
+  }
+  ports_.main_thread.cancel_timer(quickPreviewTimer_);
+  quickPreviewTimer_ = ports_.main_thread.start_timer(after, [this] { quickPreviewTimerMethod(); });
+}
+
+void BrindleAppController::quickPreviewTimerMethod() {
+  if (!state_.isExecuting && !files_.empty()) quickPreview();
+}
+
+// Writes settings without waking the live preview.
+void BrindleAppController::commit_quietly(const RenameSettings& edited) {
+  const bool was_loading = std::exchange(isProfileLoading_, true);
+  settings_.replace(edited);
+  isProfileLoading_ = was_loading;
+}
+
+void BrindleAppController::quickPreview() {
+  RenameSettings edited = values();
+  const std::optional<Refusal> refusal = validate_and_normalise(edited);
+  commit_quietly(edited);
+  state_.isRulePreview = false;
+  state_.isHasFilesForRenaming = false;
+  names_made_with_ = {values().selectedTab, values().generalOptionIndex};
+  if (refusal) {
+    files_.reset_new_names(ItemStatus::no_new_name);
+    return show_quick_preview({});
+  }
+  const auto plan = std::make_shared<RenamePlan>(values(), now());
+  const auto result = std::make_shared<PreviewResult>();
+  const std::size_t limit = row_limit(live_preview_);
+  const auto work = [this, plan, result, limit](const JobControl& control) {
+    *result = brindle::quickPreview(files_, *plan, limit, control);
+  };
+  const auto finished = [this, plan, result] {
+    if (plan->resets_on_folder()) sorted_column_ = "fileLocation", sorted_ascending_ = true;
+    show_quick_preview(*result);
+  };
+  const std::size_t rows = limit == 0 ? files_.size() : std::min(limit, files_.size());
+  if (rows > most_rows_at_once || plan->reads_files()) {
+    JobCall call;
+    call.job = Job::preview;
+    call.quiet = true;
+    call.work = work;
+    call.finished = finished;
+    start_job(std::move(call));
+  } else {
+    work({});
+    finished();
+  }
+}
+
+void BrindleAppController::show_quick_preview(const PreviewResult& result) {
+  // One that another command broke off is made again.
+  state_.isHasFilesForRenaming = result.isHasFilesForRenaming && !result.cancelled;
+  update_state();
+  if (!state_.isExecuting) tell(Changed::rows | Changed::names | Changed::state);
+}
+
+void BrindleAppController::setLivePreviewPreferences(const LivePreviewPreferences& preferences) {
+  live_preview_ = preferences;
+  defaults_.set(user_default::live_preview, preferences.isLivePreviewEnabled);
+  defaults_.set(user_default::live_preview_all_files, preferences.isLivePreviewAllFiles);
+  defaults_.set(user_default::live_preview_files_limit, preferences.livePreviewFilesLimit);
+  const std::string error = defaults_.flush();
+  if (!error.empty()) log_failure("flush", error);
+  tell(Changed::preferences);
+  ports_.main_thread.cancel_timer(quickPreviewTimer_);
+  if (preferences.isLivePreviewEnabled) schedule_quick_preview(after_preferences);
+}
+
+}  // namespace brindle

@@ -1,0 +1,88 @@
+// The handlers of the radio buttons on the method tabs.
+
+#include "app/brindle_app_controller.h"
+
+namespace brindle {
+
+// Edits a choice and brings the flags and indexes of its method in line, without leaving the tab shown.
+void BrindleAppController::choose(RuleVariant variant, const std::function<void(RenameSettings&)>& edit) {
+  settings_.commit([&](RenameSettings& settings) {
+    edit(settings);
+    const std::int32_t tab = settings.selectedTab;
+    select_variant(settings, variant);
+    settings.selectedTab = tab;
+  });
+}
+
+void BrindleAppController::select_tab(std::int32_t tab) {
+  settings_.commit([tab](RenameSettings& settings) {
+    // The list file is forgotten when its tab is left.
+    if (settings.selectedTab == rename_from_list_tab && tab != rename_from_list_tab) settings.renameFile.reset();
+    settings.selectedTab = tab;
+  });
+}
+
+void BrindleAppController::alphaNumericIncrementDecrementChanged(bool decrement) {
+  settings_.commit([decrement](RenameSettings& settings) {
+    settings.isAlphaNumericIncrement = !decrement;
+    settings.isAlphaNumericDecrement = decrement;
+    settings.alphaNumericIncrementDecrementIndex = decrement ? 1 : 0;
+  });
+}
+
+void BrindleAppController::alphaNumericNumericAlphabeticChanged(bool alphabetic) {
+  choose(alphabetic ? RuleVariant::alphabetic : RuleVariant::numeric, [](RenameSettings&) {});
+}
+
+void BrindleAppController::insertDeleteChanged(bool deletes) {
+  choose(deletes ? RuleVariant::delete_characters : RuleVariant::insert, [](RenameSettings&) {});
+}
+
+void BrindleAppController::insertOptionChanged(std::int32_t option) {
+  choose(RuleVariant::insert, [option](RenameSettings& settings) { settings.insertDeleteInsertOptionIndex = option; });
+}
+
+void BrindleAppController::replaceRemoveChanged(std::int32_t choice) {
+  const RuleVariant variant = choice == 0   ? RuleVariant::replace
+                              : choice == 1 ? RuleVariant::remove
+                                            : RuleVariant::remove_characters;
+  choose(variant, [choice](RenameSettings& settings) { settings.isReplaceRemoveRemoveCharacters = choice == 2; });
+  settings_.flip_settings_changed();
+}
+
+void BrindleAppController::replaceRemoveRemoveTypeChanged(std::int32_t type) {
+  settings_.commit([type](RenameSettings& settings) { settings.replaceRemoveRemoveType = type; });
+}
+
+void BrindleAppController::prefixSuffixChanged(bool date) {
+  settings_.commit([date](RenameSettings& settings) {
+    settings.isPrefixSuffixString = !date;
+    settings.isPrefixSuffixDate = date;
+    settings.prefixSuffixIndex = date ? 1 : 0;
+  });
+}
+
+void BrindleAppController::dateTimeOptionsChanged(std::int32_t option) {
+  choose(RuleVariant::date_time, [option](RenameSettings& settings) { settings.dateTimeOptionsIndex = option; });
+  settings_.flip_settings_changed();
+}
+
+void BrindleAppController::dateTimeDateTypeChanged(std::int32_t option) {
+  settings_.commit([option](RenameSettings& settings) {
+    settings.dateTimeDateOptionIndex = option;
+    settings.hasDateTimeCustomDate = option == 2;
+  });
+  settings_.flip_settings_changed();
+}
+
+void BrindleAppController::generalOptionsChanged(std::int32_t option) {
+  choose(RuleVariant::general, [option](RenameSettings& settings) { settings.generalOptionIndex = option; });
+  settings_.flip_settings_changed();
+}
+
+void BrindleAppController::pathComponentsOptionsChanged(std::int32_t option) {
+  choose(RuleVariant::path_components,
+         [option](RenameSettings& settings) { settings.pathComponentsOptionsIndex = option; });
+}
+
+}  // namespace brindle
