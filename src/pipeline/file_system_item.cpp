@@ -1,6 +1,7 @@
 #include "pipeline/file_system_item.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/date_format.h"
 #include "platform/file_kind.h"
@@ -56,6 +57,7 @@ void FileSystemItem::set_name(std::string_view name) {
   extension_ = {parts.base.size(), name_.size() - parts.extension.size()};
   newFilename_.clear();
   reason_.clear();
+  if (std::exchange(has_photo_, false)) photo_ = {};
 }
 
 void FileSystemItem::set_kind(bool is_folder, bool is_alias, bool is_package) {

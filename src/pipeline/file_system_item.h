@@ -93,8 +93,13 @@ class FileSystemItem {
   /// `path` with every ":" shown as "/".
   static std::u16string getDisplayFilePath(std::u16string_view path);
 
+  /// Empty until someone puts them here (files/photo_fields_cache.h reads and keeps them); empty again for the next
+  /// entry.
   const PhotoFields& photo() const { return photo_; }
-  PhotoFields& photo() { return photo_; }
+  PhotoFields& photo() {
+    has_photo_ = true;
+    return photo_;
+  }
 
   // For the list: point the object at another entry. `location` is the folder's path, `name` the last component
   // (bytes).
@@ -130,6 +135,7 @@ class FileSystemItem {
   const void* list_ = nullptr;
   std::uint32_t list_folder_ = 0;
   PhotoFields photo_;
+  bool has_photo_ = false;  // someone may have written into it
 };
 
 /// A name taken apart at its last dot. A name whose only dot comes first has no extension; a trailing dot has an empty
