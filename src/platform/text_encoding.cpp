@@ -8,6 +8,7 @@
 #include <array>
 #include <limits>
 #include <memory>
+#include <utility>
 
 namespace brindle {
 namespace {
@@ -59,6 +60,11 @@ std::u16string decode_latin1(std::string_view bytes) {
   std::u16string text(bytes.size(), u'\0');
   std::transform(bytes.begin(), bytes.end(), text.begin(), windows_character);
   return text;
+}
+
+std::optional<std::u16string> decode_valid_utf8(std::string_view bytes) {
+  std::u16string text;
+  return decode_utf8_into(bytes, true, text) ? std::optional(std::move(text)) : std::nullopt;
 }
 
 std::u16string decode_utf8(std::string_view bytes) {

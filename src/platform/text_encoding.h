@@ -1,8 +1,9 @@
 #pragma once
 
-// Texts inside other people's files, in whatever character set they were written. Nothing is an error: what makes no
-// sense becomes U+FFFD. Pure; any thread.
+// Texts inside other people's files, in whatever character set they were written. Hardly anything is an error:
+// what makes no sense becomes U+FFFD. Pure; any thread.
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -14,6 +15,9 @@ std::u16string decode_text(std::string_view bytes);
 
 std::u16string decode_latin1(std::string_view bytes);  ///< Windows Latin 1, always
 std::u16string decode_utf8(std::string_view bytes);    ///< UTF-8, always
+
+/// UTF-8; none when the bytes are not valid.
+std::optional<std::u16string> decode_valid_utf8(std::string_view bytes);
 
 /// Units of two bytes. A byte order mark decides; then, in texts that are mostly ASCII, the place of the zero bytes;
 /// then `big_endian`. An odd last byte is dropped.

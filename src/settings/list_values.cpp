@@ -1,5 +1,7 @@
 #include "settings/list_values.h"
 
+#include "settings/keyed_archive.h"
+
 namespace brindle {
 namespace {
 
@@ -21,7 +23,7 @@ PropertyDictionary dictionary_of(const MetaDataField& field) {
 std::optional<MetaDataField> field_of(const PropertyValue& value) {
   if (const auto* token = value.get_if<std::u16string>()) return field_of_token(*token);
   const auto* dictionary = value.get_if<PropertyDictionary>();
-  if (!dictionary) return std::nullopt;
+  if (!dictionary || !dictionary->find(u"tagCode")) return std::nullopt;
   return MetaDataField{text_at(*dictionary, u"prefix"), text_at(*dictionary, u"label"),
                        text_at(*dictionary, u"tagCode"), text_at(*dictionary, u"metadataCode"), u""};
 }
@@ -45,6 +47,13 @@ std::optional<std::vector<Member>> members_of(const PropertyValue& value,
     members.push_back(std::move(*member));
   }
   return members;
+}
+
+// What an archive holds; any other value as it is, and what is no archive as a text, which is no list.
+PropertyValue unarchived(const PropertyValue& value) {
+  const auto* data = value.get_if<PropertyValue::Data>();
+  if (!data) return value;
+  return unarchive_value({reinterpret_cast<const char*>(data->data()), data->size()}).value_or(PropertyValue());
 }
 
 }  // namespace
@@ -74,16 +83,16 @@ MetaDataField field_of_token(std::u16string_view token) {
 }
 
 PropertyValue archived(const TextList& texts) {
-  return array_of(texts);
+  return archive_value(array_of(texts));
 }
 PropertyValue archived(const FieldList& fields) {
-  return array_of(fields);
+  return archive_fields(fields);
 }
 std::optional<TextList> unarchived_texts(const PropertyValue& value) {
-  return texts_of(value);
+  return members_of(unarchived(value), text_of);
 }
 std::optional<FieldList> unarchived_fields(const PropertyValue& value) {
-  return fields_of(value);
+  return members_of(unarchived(value), field_of);
 }
 
 }  // namespace brindle

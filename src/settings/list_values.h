@@ -19,19 +19,20 @@ PropertyValue array_of(const FieldList& fields);
 /// The texts of an array. None when the value is no array or holds anything else.
 std::optional<TextList> texts_of(const PropertyValue& value);
 
-/// The fields of an array. A member that is a bare text is taken as a token. None when the value is no array or holds
-/// anything else.
+/// The fields of an array of dictionaries, each of which has at least a "tagCode". A member that is a bare text is
+/// taken as a token. None when the value is no array or holds anything else.
 std::optional<FieldList> fields_of(const PropertyValue& value);
 
 /// A field that stands for nothing but its token.
 MetaDataField field_of_token(std::u16string_view token);
 
-// The form of the four lists in a settings record, and of the field list of a photo rule. Everything that writes or
-// reads that form goes through these four functions.
+// The form of the four lists in a settings record, and of the field list of a photo rule: the data of a keyed archive.
+// Everything that writes or reads that form goes through these four functions. Reading also takes the plain arrays that
+// people write by hand.
 
 PropertyValue archived(const TextList& texts);
 PropertyValue archived(const FieldList& fields);
-/// None when the value is no archive of such a list.
+/// None when the value is neither an archive of such a list nor such a list.
 std::optional<TextList> unarchived_texts(const PropertyValue& value);
 std::optional<FieldList> unarchived_fields(const PropertyValue& value);
 

@@ -45,4 +45,24 @@ bool PropertyDictionary::operator==(const PropertyDictionary& other) const {
   return entries_ == other.entries_;
 }
 
+namespace {
+
+struct KindName {
+  std::string_view operator()(const std::u16string&) const { return "a text"; }
+  std::string_view operator()(bool) const { return "a flag"; }
+  std::string_view operator()(std::int64_t) const { return "a number"; }
+  std::string_view operator()(double) const { return "a number"; }
+  std::string_view operator()(Date) const { return "a date"; }
+  std::string_view operator()(const PropertyValue::Data&) const { return "data"; }
+  std::string_view operator()(const PropertyValue::Array&) const { return "an array"; }
+  std::string_view operator()(const PropertyDictionary&) const { return "a dictionary"; }
+  std::string_view operator()(PropertyUid) const { return "a reference"; }
+};
+
+}  // namespace
+
+std::string_view kind_name(const PropertyValue& value) {
+  return value.visit(KindName());
+}
+
 }  // namespace brindle

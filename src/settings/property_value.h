@@ -97,6 +97,9 @@ class PropertyValue {
   std::variant<std::u16string, bool, std::int64_t, double, Date, Data, Array, Dictionary, PropertyUid> value_;
 };
 
+/// What a value is, as people call it, with its article: "a text", "an array", …
+std::string_view kind_name(const PropertyValue& value);
+
 struct PropertyEntry {
   std::u16string key;
   PropertyValue value;

@@ -31,7 +31,7 @@ std::string write_rule_file(const std::string& path, std::span<const Rule> rules
 
 /// A chain as one property-list value, as rule files and the user default "LASTRULE" hold it.
 PropertyValue rules_to_property_value(std::span<const Rule> rules);
-/// The way back; false, with `rules` untouched, when the value is no array of dictionaries.
+/// The way back; false, with `rules` untouched, when the value is no array of dictionaries, or one of more than 10,000.
 bool rules_from_property_value(const PropertyValue& value, MethodNames names, std::vector<Rule>& rules);
 
 }  // namespace brindle
