@@ -16,6 +16,8 @@ import sys
 import tempfile
 import time
 
+import metadata
+
 TOP = pathlib.Path(__file__).resolve().parent.parent
 BUILD = TOP / "build" / "bench"
 LIMITS = BUILD / "bench"
@@ -237,7 +239,8 @@ def options():
     parser.add_argument("--dir", type=pathlib.Path, default=BUILD, help="where to make the trees (default: build/bench)")
     parser.add_argument("--repeat", type=int, help="repetitions (default: 11, 5 and 3 as the trees grow)")
     parser.add_argument("--shape", choices=SHAPES, action="append", help="only this shape of tree")
-    parser.add_argument("--only", choices=("list", "preview", "apply"), action="append", help="only this work (apply brings undo)")
+    parser.add_argument("--only", choices=("list", "preview", "apply", "metadata"), action="append", help="only this work (apply brings undo)")
+    parser.add_argument("--photos", type=int, default=2000, help="photographs, and songs, for the work metadata (default: 2000)")
     return parser.parse_args()
 
 
@@ -246,18 +249,25 @@ def main():
     sizes, shapes = sorted(set(asked.sizes)), asked.shape or list(SHAPES)
     with tempfile.TemporaryDirectory(prefix="trees-", dir=asked.dir) as folder:
         about = machine(folder)
-        bench = Bench(pathlib.Path(folder), asked.only or ["list", "preview", "apply"])
-        bench.measure_idle()
-        bench.start_up()
-        for size in sizes:
-            for shape in shapes:
-                bench.run(shape, size, repeat_for(size, asked.repeat))
+        bench = Bench(pathlib.Path(folder), asked.only or ["list", "preview", "apply", "metadata"])
+        metadata_lines = []
+        if "metadata" in bench.only:
+            progress("photographs and songs")
+            metadata_lines = metadata.run(bench, BRINDLE, limit("headers"), asked.photos, asked.repeat or 5)
+        if bench.only != ["metadata"]:
+            bench.measure_idle()
+            bench.start_up()
+            for size in sizes:
+                for shape in shapes:
+                    bench.run(shape, size, repeat_for(size, asked.repeat))
     progress("")
     if sys.stderr.isatty():
         print("\r\033[K", end="", file=sys.stderr)
     print(f"{about['cpu']}, {about['cores']} cores, Linux {about['kernel']}, {about['disk']}, {about['date']}")
     print("ratio: to the first line of each group; B/file: peak memory beyond that of an empty folder\n")
-    print(table(bench, sizes, shapes), start_up_line(bench), *growth_lines(bench, sizes, shapes), sep="\n")
+    if bench.samples:
+        print(table(bench, sizes, shapes), start_up_line(bench), *growth_lines(bench, sizes, shapes), sep="\n")
+    print(*metadata_lines, sep="\n")
     print(f"raw figures: {save(bench, about).relative_to(TOP)}")
 
 
