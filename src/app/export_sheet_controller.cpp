@@ -54,7 +54,7 @@ void ExportSheetController::export_list_now() {
   request.other_extensions = true;
   const std::optional<std::string> path = ports().chooser.choose(request);
   if (!path || !can_begin()) return finish();
-  write(*path);
+  when_idle([this, path = *path] { write(path); });
 }
 
 void ExportSheetController::write(const std::string& path) {

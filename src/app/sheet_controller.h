@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <string_view>
 
 #include "app/brindle_app_controller.h"
@@ -39,11 +40,18 @@ class SheetController {
   const Ports& ports() const { return app_.ports(); }
   void tell() const;
   void close();
-  /// Whether a job can begin; beeps when another one is running.
+  /// Whether the main controller can be given a command: false, with a beep, while a job runs that does not make way.
   bool can_begin() const;
+  /// Calls `begin`, which starts a job, when none runs any more; at once, or when a quiet one has made way. Beeps while
+  /// any other runs.
+  void when_idle(std::function<void()> begin);
 
  private:
+  void state_changed();
+
   BrindleAppController& app_;
+  std::function<void()> waiting_;
+  std::shared_ptr<char> alive_ = std::make_shared<char>();
   std::uint32_t observer_ = 0;
   bool is_closed_ = false;
 };

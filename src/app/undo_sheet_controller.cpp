@@ -12,12 +12,12 @@
 #include "log/undo.h"
 #include "pipeline/file_order.h"
 #include "platform/app_info.h"
-#include "platform/data_folders.h"
 #include "platform/date_format.h"
 #include "platform/file_name.h"
 #include "platform/file_version.h"
 #include "platform/message_log.h"
 #include "platform/trash.h"
+#include "settings/preferences.h"
 
 namespace brindle {
 namespace {
@@ -114,7 +114,7 @@ void UndoSheetController::sortDescriptorsDidChange(std::string_view column, bool
 }
 
 void UndoSheetController::openLogFile() {
-  if (isUndoing_ || !can_begin()) return;
+  if (isUndoing_) return;
   OpenRequest request;
   request.title = localized_format("SELECTLOGFILETITLE", getAppTitle());
   request.folder = getLogFilePath();
@@ -127,7 +127,9 @@ void UndoSheetController::openLogFile() {
   }
   currLogFilePath_ = chosen.front();
   selected_.reset();
-  verifyLogFile();
+  totalFilesCanBeUndoFromLog_ = 0;
+  tell();
+  when_idle([this] { verifyLogFile(); });
 }
 
 void UndoSheetController::begin(std::string_view label_key) {
@@ -161,8 +163,12 @@ void UndoSheetController::verified(const Outcome& outcome) {
 void UndoSheetController::undoRenaming() {
   if (isUndoing_) return;
   if (currLogFilePath_.empty()) return show_alert(ports(), title, "UNDOFILESFOLDERSNOLOGSELECTED");
-  if (!can_begin()) return;
   if (totalFilesCanBeUndoFromLog_ < 1) return removeSelectedFileFromList();
+  when_idle([this] { start_undo(); });
+}
+
+void UndoSheetController::start_undo() {
+  if (currLogFilePath_.empty()) return;  // deleted while this waited
   begin("UNDOINGITEMS");
   app().setStartTime();
   const auto outcome = std::make_shared<Outcome>();

@@ -52,6 +52,7 @@ class UndoSheetController final : public SheetController {
   void begin(std::string_view label_key);
   void verifyLogFile();
   void verified(const Outcome& outcome);
+  void start_undo();
   static void undo(const std::string& path, const JobControl& control, Outcome& outcome);
   void undone(const Outcome& outcome);
   void removeSelectedFileFromList();
