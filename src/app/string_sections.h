@@ -26,8 +26,9 @@ struct StringSections {
   StringSection messages;     ///< alerts, questions, states, titles of panels
   StringSection rule_labels;  ///< rows of a rule's tree
   StringSection window;       ///< menus, commands, methods and columns of the main window
+  StringSection methods;      ///< options of the methods, mask editor, drawer of rules
 
-  std::array<StringSection, 3> all() const { return {messages, rule_labels, window}; }
+  std::array<StringSection, 4> all() const { return {messages, rule_labels, window, methods}; }
 };
 
 const StringSections& english_strings();
@@ -37,6 +38,8 @@ const StringSections& german_strings();
 
 StringSection english_window_strings();
 StringSection german_window_strings();
+StringSection english_method_strings();
+StringSection german_method_strings();
 
 template <std::size_t N>
 constexpr bool is_sorted_by_key(const std::array<StringEntry, N>& entries) {
