@@ -24,7 +24,7 @@ struct RecentItem {
 
   /// "itemPath" and "lastUsedDate".
   PropertyDictionary getData() const;
-  /// Takes the two entries that are there.
+  /// Takes those of the two entries that are there and of the right kind.
   void setData(const PropertyDictionary& data);
 
   bool operator==(const RecentItem& other) const { return itemPath == other.itemPath; }
@@ -41,7 +41,7 @@ class RecentItems {
   /// Stamps an item with `now` and sorts; returns its path. None when there is no such item.
   std::optional<std::string> choose(std::size_t index, Date now);
 
-  /// The array of "RECENTITEMS", and the way back (what is no recent item is passed over).
+  /// The array of "RECENTITEMS", and the way back (what is no recent item, or names no absolute path, is passed over).
   PropertyValue to_property_value() const;
   void from_property_value(const PropertyValue& value);
 

@@ -23,4 +23,9 @@ std::int32_t integer_value(std::u16string_view text) {
   return static_cast<std::int32_t>(negative ? -value : std::min(value, limit - 1));
 }
 
+std::u16string decimal_text(std::int64_t number) {
+  const std::string digits = std::to_string(number);
+  return {digits.begin(), digits.end()};
+}
+
 }  // namespace brindle

@@ -22,8 +22,8 @@ class CustomTextFieldFormatter {
   void setNumberValidate(bool validate) { numberValidate_ = validate; }
 
   /// Whether a field may come to hold `text`. Too long a text is refused without a sound. With numberValidate a text
-  /// that is not empty must be the decimal form of an integer of at most 300 and nothing else ("007", "+7" and "7 " are
-  /// refused, with a beep); an empty one is accepted with a beep.
+  /// that is not empty must be the decimal form of an integer of at most 300 and nothing else ("007", "+7", "-7" and "7
+  /// " are refused, with a beep); an empty one is accepted with a beep.
   Answer check(std::u16string_view text) const;
 
  private:

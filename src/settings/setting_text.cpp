@@ -12,6 +12,7 @@
 
 #include "platform/app_info.h"
 #include "platform/file_name.h"
+#include "settings/extension_list.h"
 #include "settings/iso_date.h"
 
 namespace brindle {
@@ -44,13 +45,6 @@ std::vector<std::u16string_view> members_of(std::u16string_view text) {
     text.remove_prefix(std::min(end + 1, text.size()));
   }
   return members;
-}
-
-// Extension lists hold capitals with a leading dot.
-std::u16string extension_form(std::u16string_view member) {
-  std::u16string extension(member.starts_with(u'.') ? u"" : u".");
-  for (const char16_t c : member) extension += c >= u'a' && c <= u'z' ? static_cast<char16_t>(c - u'a' + u'A') : c;
-  return extension;
 }
 
 std::string lower(std::string_view text) {
@@ -94,9 +88,7 @@ Fault read(Date& date, std::string_view value, FieldOfToken) {
 }
 
 Fault read(TextList& texts, std::string_view value, FieldOfToken) {
-  const std::u16string text = decode_file_name(value);
-  texts.clear();
-  for (const std::u16string_view member : members_of(text)) texts.push_back(extension_form(member));
+  texts = parsed_extensions(decode_file_name(value));
   return std::nullopt;
 }
 
