@@ -1,0 +1,53 @@
+// Feeds any property list to the readers of rules and of settings records. A chain that reads is saved as it was.
+
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "settings/property_list.h"
+#include "settings/rule_file.h"
+#include "settings/settings_record.h"
+#include "settings/validation.h"
+
+namespace {
+
+void require(bool condition) {
+  if (!condition) std::abort();
+}
+
+void use_rules(const brindle::PropertyValue& value, brindle::MethodNames names) {
+  std::vector<brindle::Rule> rules;
+  if (!brindle::rules_from_property_value(value, names, rules)) return;
+  const std::string saved = brindle::write_xml_property_list(brindle::rules_to_property_value(rules));
+  brindle::PropertyList list;
+  require(brindle::read_property_list(saved, list).empty());
+  std::vector<brindle::Rule> again;
+  require(brindle::rules_from_property_value(list.value, brindle::MethodNames::as_read, again));
+  require(brindle::write_xml_property_list(brindle::rules_to_property_value(again)) == saved);
+  brindle::RenameSettings settings;
+  for (const brindle::Rule& rule : again) brindle::setRule(settings, rule);
+}
+
+void use_record(const brindle::PropertyDictionary& dictionary) {
+  brindle::RenameSettings settings;
+  brindle::setSettings(settings, dictionary);
+  brindle::RenameSettings again;
+  brindle::setSettings(again, brindle::getCurrentSettings(settings));
+  again.dateTimeCustomDate = settings.dateTimeCustomDate;
+  require(again == settings);
+  brindle::validate_and_normalise(settings);
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  brindle::PropertyList list;
+  const std::string_view bytes(reinterpret_cast<const char*>(data), size);
+  if (!brindle::read_property_list(bytes, list).empty()) return 0;
+  use_rules(list.value, brindle::MethodNames::as_read);
+  use_rules(list.value, brindle::MethodNames::repaired);
+  if (const auto* dictionary = list.value.get_if<brindle::PropertyDictionary>()) use_record(*dictionary);
+  return 0;
+}
