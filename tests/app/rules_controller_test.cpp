@@ -31,7 +31,7 @@ struct Owner final : RulesOwner {
   std::string folder;
 
   std::optional<Rule> getCurrentRule() override { return current; }
-  void setRule(const Rule& rule) override { loaded.push_back(*rule.settings.prefixSuffixPrefix); }
+  void setRule(const Rule& rule) override { loaded.push_back(rule.settings.prefixSuffixPrefix.value_or(u"-")); }
   std::string default_rules_folder() const override { return folder; }
   void rules_changed() override {}
 };
