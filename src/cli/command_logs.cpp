@@ -9,10 +9,10 @@
 #include "cli/json_lines.h"
 #include "cli/log_folder.h"
 #include "log/rename_log.h"
-#include "platform/data_folders.h"
 #include "platform/date_format.h"
 #include "platform/file_name.h"
 #include "settings/iso_date.h"
+#include "settings/preferences.h"
 
 namespace brindle {
 namespace {

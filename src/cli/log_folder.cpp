@@ -12,6 +12,7 @@
 #include "log/recovery.h"
 #include "log/rename_log.h"
 #include "platform/data_folders.h"
+#include "settings/preferences.h"
 
 namespace brindle {
 namespace {

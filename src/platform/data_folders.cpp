@@ -4,12 +4,10 @@
 #include <sys/stat.h>
 
 #include <cerrno>
-#include <cstddef>
 #include <cstdlib>
-#include <pugixml.hpp>
+#include <utility>
 
 #include "platform/atomic_file.h"
-#include "platform/xml_text.h"
 
 namespace brindle {
 namespace {
@@ -17,11 +15,6 @@ namespace {
 std::string absolute_variable(const char* name) {
   const char* value = std::getenv(name);
   return value != nullptr && value[0] == '/' ? std::string(value) : std::string();
-}
-
-std::string without_trailing_slashes(std::string path) {
-  while (path.size() > 1 && path.back() == '/') path.pop_back();
-  return path;
 }
 
 bool is_folder(const std::string& path) {
@@ -35,28 +28,27 @@ int make_folder(const std::string& path, unsigned mode) {
   return is_folder(path) ? 0 : error;
 }
 
-// The string under a key of the dictionary at the top of an XML property list; empty when there is none.
-std::string string_in_property_list(const std::string& path, std::string_view key) {
-  constexpr std::size_t most = std::size_t{1} << 20U;
-  std::string content;
-  pugi::xml_document document;
-  if (read_regular_file(path, most, content) != 0) return {};
-  if (!document.load_buffer(content.data(), content.size(), pugi::parse_default | pugi::parse_ws_pcdata_single))
-    return {};
-  for (const pugi::xml_node child : document.child("plist").child("dict").children("key")) {
-    const pugi::xml_node value = child.next_sibling();
-    if (child.child_value() == key && std::string_view(value.name()) == "string") return value.child_value();
-  }
-  return {};
+// One of the XDG base folders.
+std::string base_folder(const char* variable, const char* below_home) {
+  std::string folder = absolute_variable(variable);
+  if (!folder.empty()) return without_trailing_slashes(std::move(folder));
+  const std::string home = absolute_variable("HOME");
+  return home.empty() ? home : home + below_home;
 }
 
 }  // namespace
 
+std::string without_trailing_slashes(std::string path) {
+  while (path.size() > 1 && path.back() == '/') path.pop_back();
+  return path;
+}
+
 std::string data_home() {
-  std::string home = absolute_variable("XDG_DATA_HOME");
-  if (!home.empty()) return without_trailing_slashes(home);
-  home = absolute_variable("HOME");
-  return home.empty() ? home : without_trailing_slashes(home + "/.local/share");
+  return base_folder("XDG_DATA_HOME", "/.local/share");
+}
+
+std::string config_home() {
+  return base_folder("XDG_CONFIG_HOME", "/.config");
 }
 
 std::string getAppPath() {
@@ -82,14 +74,6 @@ bool createApplicationUsersFolder(std::string_view name, std::string& error) {
   const int number = make_folders(path, 0777);
   if (number != 0) error = fmt::format("the folder “{}” cannot be made: {}", path, system_error_text(number));
   return number == 0;
-}
-
-std::string default_log_folder() {
-  const std::string app_path = getAppPath();
-  if (app_path.empty()) return {};
-  std::string chosen = string_in_property_list(app_path + "/preferences.plist", "defaultLogFolderPath");
-  restore_bytes(chosen);
-  return chosen.starts_with('/') ? without_trailing_slashes(chosen) : app_path + "/Logs";
 }
 
 }  // namespace brindle

@@ -10,6 +10,9 @@ namespace brindle {
 /// $XDG_DATA_HOME; ~/.local/share when that is unset, empty or not absolute. Empty when no home folder can be told.
 std::string data_home();
 
+/// $XDG_CONFIG_HOME; ~/.config in the same cases.
+std::string config_home();
+
 /// The data folder: data_home() + "/Tessalon/Brindle4", or empty.
 std::string getAppPath();
 
@@ -20,8 +23,7 @@ bool createApplicationUsersFolder(std::string_view name, std::string& error);
 /// Makes the folder at an absolute path with all that is above it. Returns 0 or errno; an existing folder will do.
 int make_folders(const std::string& path, unsigned mode);
 
-/// Where logs go: "defaultLogFolderPath" of preferences.plist in the data folder, when that can be read and names an
-/// absolute path; else the data folder's "Logs". Read afresh each time. Empty when there is no data folder.
-std::string default_log_folder();
+/// `path` without "/" at its end, but for the root itself.
+std::string without_trailing_slashes(std::string path);
 
 }  // namespace brindle

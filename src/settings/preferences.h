@@ -28,13 +28,14 @@ std::string preferences_path();
 /// preferences.
 bool loadPreferences(Preferences& preferences);
 
-/// Writes the file atomically: "automaticSaveCurrProfile" as the text "0" or "1", "isShowHubIcon" as a boolean. Returns
-/// a sentence (UTF-8), empty on success.
+/// Writes the file atomically, in a data folder that is made when there is none: "automaticSaveCurrProfile" as the text
+/// "0" or "1", "isShowHubIcon" as a boolean. Returns a sentence (UTF-8), empty on success.
 std::string savePreferences(const Preferences& preferences);
 
 // What the file says now; else the data folder's own subfolder. Read afresh each time, so a change shows once it has
-// been saved. (For logs: default_log_folder() of platform/data_folders.h.)
+// been saved. Empty when there is no data folder and the file names none.
 
+std::string default_log_folder();
 std::string default_profile_folder();
 std::string default_rules_folder();
 

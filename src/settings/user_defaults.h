@@ -17,8 +17,8 @@ namespace brindle {
 
 class UserDefaults {
  public:
-  /// Reads the file at `path` when it is first asked for a value. A file that cannot be read holds nothing; the first
-  /// flush() keeps it beside itself, with ".damaged" behind its name.
+  /// Reads the file at `path` when it is first asked for a value. A file that cannot be read holds nothing. One that is
+  /// no property list is kept by the first flush(), beside the new one and with ".damaged" behind its name.
   explicit UserDefaults(std::string path = default_path());
 
   /// $XDG_CONFIG_HOME/Tessalon/Brindle4.plist; "" when no home folder can be told.
@@ -27,7 +27,8 @@ class UserDefaults {
   /// The value of a key, or null; valid until the next call that is not const.
   const PropertyValue* find(std::string_view key);
 
-  // The value of a key as a person's other programs may have written it: a flag is a boolean, a number, or a text.
+  // The value of a key as other programs may have written it: a flag is a boolean, a number, or a text; a text may be a
+  // number. `otherwise` where there is none, or one of another kind.
 
   bool boolean(std::string_view key, bool otherwise);
   std::u16string text(std::string_view key, std::u16string_view otherwise);
@@ -35,16 +36,14 @@ class UserDefaults {
   void set(std::string_view key, PropertyValue value);
   void remove(std::string_view key);
 
-  /// Writes what was changed since the last flush, atomically, into what the file holds by now. Returns a sentence
-  /// (UTF-8), empty on success.
+  /// Writes what was changed since the last flush, atomically, into what the file holds by now; the folder is made
+  /// (0700) when there is none. Two programs that flush at once take turns. Returns a sentence (UTF-8), empty on
+  /// success; on failure the changes are kept for the next flush.
   std::string flush();
 
  private:
-  void read_once();
-
   std::string path_;
   bool read_ = false;
-  bool damaged_ = false;
   PropertyDictionary values_;
   std::map<std::string, std::optional<PropertyValue>, std::less<>> changes_;  // none: removed
 };
