@@ -97,6 +97,30 @@ void set_option(Options& options, OptionId id, std::string_view value) {
     case OptionId::set:
       options.set.emplace_back(value);
       return;
+    case OptionId::profile:
+      options.profile = value;
+      return;
+    case OptionId::rules:
+      options.rules = value;
+      return;
+    case OptionId::list:
+      options.list = value;
+      return;
+    case OptionId::no_name:
+      options.columns.isFilename = false;
+      return;
+    case OptionId::no_new_name:
+      options.columns.isNewFilename = false;
+      return;
+    case OptionId::no_location:
+      options.columns.isLocation = false;
+      return;
+    case OptionId::full_paths:
+      options.columns.isIncludeLocation = true;
+      return;
+    case OptionId::no_header:
+      options.columns.addColumnNamesInHeader = false;
+      return;
     case OptionId::all:
       options.all = true;
       return;
@@ -135,6 +159,7 @@ class ArgumentParser {
   std::string_view value_of(const OptionWord& word, std::string_view value_name);
 
   void take_command();
+  void take_second_word(std::string_view first);
   void take_words();
   void take_operand(std::string_view word);
   bool begins_method(std::string_view word, bool options_ended) const;
@@ -151,6 +176,7 @@ class ArgumentParser {
   const MethodRow& method_behind_then();
 
   void check_line() const;
+  void check_sources() const;
 
   std::span<const char* const> words_;
   std::size_t next_ = 0;
@@ -172,6 +198,7 @@ void ArgumentParser::take_command() {
   line_.options.help = word == "--help" || word == "-h";
   line_.options.version = word == "--version";
   if (line_.options.help || line_.options.version) return;
+  if (begins_commands(word)) return take_second_word(word);
   line_.command = find_command(word);
   if (line_.command != nullptr) return;
   line_.help_method = find_method(word);
@@ -186,6 +213,22 @@ void ArgumentParser::take_command() {
   std::vector<std::string_view> words = method_words();
   for (const CommandRow& row : command_table()) words.push_back(row.word);
   throw UsageError(fmt::format("there is no command {}{} (brindle --help lists them)", word, meant(word, words)));
+}
+
+void ArgumentParser::take_second_word(std::string_view first) {
+  std::vector<std::string_view> words;
+  for (const CommandRow& row : command_table()) {
+    if (row.word.starts_with(fmt::format("{} ", first))) words.push_back(row.word.substr(first.size() + 1));
+  }
+  const std::string_view second = at_end() ? std::string_view() : take();
+  line_.command = find_command(fmt::format("{} {}", first, second));
+  if (line_.command != nullptr) return;
+  line_.options.help = second == "--help" || second == "-h";
+  line_.help_group = first;
+  if (line_.options.help) return;
+  const std::string what = second.empty() ? fmt::format("{} needs a second word", first)
+                                          : fmt::format("there is no command {} {}", first, second);
+  throw UsageError(fmt::format("{}: brindle {} {} FILE", what, first, fmt::join(words, "|")));
 }
 
 void ArgumentParser::take_words() {
@@ -207,14 +250,22 @@ void ArgumentParser::take_words() {
 }
 
 bool ArgumentParser::begins_method(std::string_view word, bool options_ended) const {
-  if (line_.command->operands != Operands::paths_and_methods || find_method(word) == nullptr) return false;
+  if (!takes_methods(line_.command->operands) || find_method(word) == nullptr) return false;
   return !(options_ended && exists_on_disk(word));
 }
 
 void ArgumentParser::take_operand(std::string_view word) {
   const Operands operands = line_.command->operands;
-  const bool one_at_most = operands == Operands::log || operands == Operands::file || operands == Operands::topic;
-  if (operands == Operands::none || (one_at_most && !line_.operands.empty())) {
+  if (takes_file(operands) && line_.file.empty() && !word.empty()) {
+    line_.file = word;
+    return;
+  }
+  if (operands == Operands::file_and_methods && !word.empty()) {
+    throw UsageError(
+        fmt::format("there is no method {}{} (brindle --help lists them)", word, meant(word, method_words())));
+  }
+  const bool one_at_most = operands == Operands::log || operands == Operands::optional_file;
+  if (operands == Operands::none || operands == Operands::file || (one_at_most && !line_.operands.empty())) {
     throw UsageError(fmt::format("{} takes no {}; usage: brindle {} {}", line_.command->word, word, line_.command->word,
                                  line_.command->synopsis));
   }
@@ -238,6 +289,7 @@ void ArgumentParser::take_option(std::string_view word, const MethodRow* method)
   if (row == nullptr) refuse_option(parts.name, method);
   const std::string_view value = value_of(parts, row->value);
   if (row->value.find('|') != std::string_view::npos) read_value(ValueKind::choice, row->name, row->value, value);
+  if (row->value == "FILE" && value.empty()) throw UsageError(fmt::format("--{} needs a FILE", row->name));
   set_option(line_.options, row->id, value);
   if (row->id == OptionId::help) line_.help_method = method;
 }
@@ -319,7 +371,25 @@ void ArgumentParser::take_method_operand(MethodCall& call, std::string_view word
   call.operands.push_back(read_value(operand.kind, operand.name, operand.name, word));
 }
 
+// A list and a rule file say by themselves how to rename, and a list what.
+void ArgumentParser::check_sources() const {
+  const Options& options = line_.options;
+  if (!options.list.empty() && !options.rules.empty()) throw UsageError("give either --list or --rules");
+  const std::string_view source = options.list.empty() ? "--rules" : "--list";
+  if (options.list.empty() && options.rules.empty()) return;
+  if (!line_.methods.empty()) {
+    throw UsageError(fmt::format("{} says how to rename; leave {} out", source, line_.methods.front().method->word));
+  }
+  if (!options.list.empty() && !(line_.operands.empty() && options.from.empty())) {
+    throw UsageError("--list names the items itself; leave the PATHs out");
+  }
+}
+
 void ArgumentParser::check_line() const {
+  if (takes_file(line_.command->operands) && line_.file.empty()) {
+    throw UsageError(fmt::format("say which file: brindle {} {}", line_.command->word, line_.command->synopsis));
+  }
+  check_sources();
   if (line_.options.nul && line_.options.from.empty()) {
     throw UsageError("-0 says how --from reads PATHs; write --from - to read them from standard input");
   }

@@ -12,6 +12,7 @@
 #include "cli/command_table.h"
 #include "cli/method_call.h"
 #include "cli/usage_error.h"
+#include "files/list_export.h"
 
 namespace brindle {
 
@@ -26,6 +27,10 @@ struct Options {
   std::vector<std::string> from;
   bool nul = false;
   std::vector<std::string> set;  ///< "KEY=VALUE", in order
+  std::string profile;           ///< the files to start from; "" for none
+  std::string rules;
+  std::string list;
+  ExportOptions columns;
   bool all = false;
   bool json = false;
   bool yes = false;
@@ -39,7 +44,9 @@ struct CommandLine {
   const CommandRow* command = nullptr;     ///< null when only help or the version is asked for
   const MethodRow* help_method = nullptr;  ///< with `options.help`: the method that help is wanted on
   Options options;
-  std::vector<std::string> operands;  ///< PATHs, LOG, KEYs or topic, byte for byte as given
+  std::string_view help_group;        ///< with `options.help`: the first word of the commands that it is wanted on
+  std::string file;                   ///< FILE, of the commands that need one
+  std::vector<std::string> operands;  ///< PATHs, [FILE], LOG, KEYs or topic, byte for byte as given
   std::vector<MethodCall> methods;
 };
 

@@ -23,7 +23,16 @@ constexpr auto options = std::to_array<OptionRow>({
     {nul, "null", '0', "", "the PATHs read with --from end with NUL, as find -print0 writes them"},
     {set, "set", 0, "KEY=VALUE",
      "set any key of the settings record, after all else (see brindle settings); repeatable"},
-    {all, "all", 'a', "", "show the items that keep their names too"},
+    {profile, "profile", 0, "FILE", "start from the settings of a profile; what is given here counts more"},
+    {rules, "rules", 0, "FILE", "run the chain of a rule file, instead of METHODs"},
+    {list, "list", 0, "FILE",
+     "rename as a tab-delimited list says (name, new name, location); \"-\" is standard input"},
+    {no_name, "no-name", 0, "", "leave out the column of names"},
+    {no_new_name, "no-new-name", 0, "", "leave out the column of new names"},
+    {no_location, "no-location", 0, "", "leave out the column of folders"},
+    {full_paths, "full-paths", 0, "", "write whole paths instead of names, and no column of folders"},
+    {no_header, "no-header", 0, "", "leave out the line with the titles of the columns"},
+    {all, "all", 'a', "", "show what stays as it is too"},
     {json, "json", 0, "", "print one JSON object a line, for programs"},
     {yes, "yes", 'y', "", "do not ask"},
     {quiet, "quiet", 'q', "", "print errors only"},
@@ -32,10 +41,20 @@ constexpr auto options = std::to_array<OptionRow>({
     {version, "version", 0, "", "show the version"},
 });
 
-constexpr auto preview_options = std::to_array<OptionId>(
-    {files, folders, subfolders, no_subfolders, hidden, sort, from, nul, set, all, json, quiet, no_color, help});
-constexpr auto rename_options = std::to_array<OptionId>(
-    {files, folders, subfolders, no_subfolders, hidden, sort, from, nul, set, all, yes, json, quiet, no_color, help});
+constexpr auto preview_options =
+    std::to_array<OptionId>({files, folders, subfolders, no_subfolders, hidden, sort, from, nul, list, rules, profile,
+                             set, all, json, quiet, no_color, help});
+constexpr auto rename_options =
+    std::to_array<OptionId>({files, folders, subfolders, no_subfolders, hidden, sort, from, nul, list, rules, profile,
+                             set, all, yes, json, quiet, no_color, help});
+constexpr auto export_options =
+    std::to_array<OptionId>({no_name,       no_new_name, no_location, full_paths, no_header, files, folders, subfolders,
+                             no_subfolders, hidden,      sort,        from,       nul,       list,  rules,   profile,
+                             set,           yes,         json,        quiet,      no_color,  help});
+constexpr auto profile_save_options = std::to_array<OptionId>(
+    {files, folders, subfolders, no_subfolders, profile, set, yes, json, quiet, no_color, help});
+constexpr auto profile_show_options = std::to_array<OptionId>({all, json, quiet, no_color, help});
+constexpr auto rules_save_options = std::to_array<OptionId>({set, yes, json, quiet, no_color, help});
 constexpr auto undo_options = std::to_array<OptionId>({yes, json, quiet, no_color, help});
 constexpr auto list_options = std::to_array<OptionId>({json, quiet, no_color, help});
 constexpr auto plain_options = std::to_array<OptionId>({quiet, no_color, help});
@@ -50,6 +69,23 @@ constexpr std::string_view grammar =
     "may begin with \"-\". Everything else in a PATH stands for itself, whatever it holds.\n\n"
     "In the texts of a method \"/\" becomes \":\", since no name can hold it.";
 
+constexpr std::string_view profile_save_about =
+    "Without METHOD the profile holds the settings alone. Whether files or folders are renamed, and whether subfolders "
+    "are, is part of it. A file that is there already is replaced with --yes, or when a terminal says so. The window "
+    "looks for profiles by their extension, .brprofile; brindle takes any name.\n\n"
+    "brindle rename --profile FILE PATH... runs its method; METHODs written behind PATH take its place, with the "
+    "profile's settings.";
+constexpr std::string_view rules_save_about =
+    "--set counts for each METHOD, as it does in brindle preview. A file that is there already is replaced with --yes, "
+    "or when a terminal says so. The window looks for rule files by their extension, .brrule; brindle takes any "
+    "name.\n\n"
+    "brindle rename --rules FILE PATH... runs the chain.";
+constexpr std::string_view export_about =
+    "Without METHOD the new names are empty: write them with another program, and rename with brindle rename --list "
+    "FILE. A list that is to be read back has all three columns, and names, not whole paths. An item that cannot be "
+    "renamed has its status instead of a new name.\n\n"
+    "A file that is there already is replaced with --yes, or when a terminal says so.";
+
 constexpr auto preview_examples = std::to_array<Example>({
     {"preview Photos insert 'Brest - '", "", ""},
     {"preview --folders . case --lower", "", ""},
@@ -60,6 +96,20 @@ constexpr auto rename_examples = std::to_array<Example>({
     {"rename Photos insert 'Brest - '", "", ""},
     {"rename --yes Music replace _ ' ' --all then case --proper", "", ""},
     {"rename --yes -0 --from - extension --lower", "", ""},
+});
+constexpr auto profile_save_examples = std::to_array<Example>({
+    {"profile save trip.brprofile insert 'Brest - '", "", ""},
+    {"profile save folders.brprofile --folders --set selectedTab=5 --set generalFileNameCase=1", "", ""},
+});
+constexpr auto profile_show_examples = std::to_array<Example>({{"profile show trip.brprofile", "", ""}});
+constexpr auto rules_save_examples = std::to_array<Example>({
+    {"rules save clean.brrule replace _ ' ' --all then case --proper then extension --lower", "", ""},
+});
+constexpr auto rules_show_examples = std::to_array<Example>({{"rules show clean.brrule", "", ""}});
+constexpr auto export_examples = std::to_array<Example>({
+    {"export list.txt Photos", "", ""},
+    {"export list.txt --sort name Photos date", "", ""},
+    {"rename --list list.txt", "", ""},
 });
 constexpr auto undo_examples = std::to_array<Example>({
     {"undo", "", ""},
@@ -75,6 +125,9 @@ constexpr auto commands = std::to_array<CommandRow>({
     {"rename", "[OPTION]... PATH... METHOD [then METHOD]...",
      "show the new names, ask, rename, and keep a log for undo", grammar, Operands::paths_and_methods, rename_options,
      run_rename, rename_examples},
+    {"export", "FILE [OPTION]... PATH... [METHOD [then METHOD]...]",
+     "write names, new names and folders into a tab-delimited list", export_about, Operands::file_paths_and_methods,
+     export_options, run_export, export_examples},
     {"undo", "[OPTION]... [LOG]", "take a renaming back: the newest, or that of LOG",
      "LOG is a path, or the name of a log in the log folder (see brindle logs). Each item goes back to its old name, "
      "the "
@@ -98,9 +151,19 @@ constexpr auto commands = std::to_array<CommandRow>({
      plain_options,
      run_recover,
      {}},
+    {"profile save", "FILE [OPTION]... [METHOD]", "keep settings, and a method with its options, in a file",
+     profile_save_about, Operands::file_and_methods, profile_save_options, run_profile_save, profile_save_examples},
+    {"profile show", "FILE [OPTION]...", "show the settings of a profile",
+     "On a terminal only the settings that are not as brindle starts with, unless --all asks for the rest. A line is "
+     "KEY=VALUE, as --set takes it.",
+     Operands::file, profile_show_options, run_profile_show, profile_show_examples},
+    {"rules save", "FILE [OPTION]... METHOD [then METHOD]...", "keep a chain of methods in a file", rules_save_about,
+     Operands::file_and_methods, rules_save_options, run_rules_save, rules_save_examples},
+    {"rules show", "FILE [OPTION]...", "show the methods of a rule file, with what they do", "", Operands::file,
+     list_options, run_rules_show, rules_show_examples},
     {"fields", "[OPTION]... [FILE]", "list the tokens of photo and audio masks; with FILE, their values",
-     "Dates and times are written as the photo method does without options.", Operands::file, list_options, run_fields,
-     fields_examples},
+     "Dates and times are written as the photo method does without options.", Operands::optional_file, list_options,
+     run_fields, fields_examples},
     {"settings", "[OPTION]... [KEY]...", "list the keys for --set: type, default, meaning", "", Operands::keys,
      list_options, run_settings, settings_examples},
     {"help", "[COMMAND or METHOD]", "show help",
@@ -121,6 +184,12 @@ std::span<const OptionRow> option_table() {
 const CommandRow* find_command(std::string_view word) {
   const auto row = std::ranges::find(commands, word, &CommandRow::word);
   return row == commands.end() ? nullptr : &*row;
+}
+
+bool begins_commands(std::string_view word) {
+  return std::ranges::any_of(commands, [&](const CommandRow& row) {
+    return row.word.starts_with(word) && row.word.substr(word.size()).starts_with(' ');
+  });
 }
 
 const OptionRow& option_row(OptionId id) {

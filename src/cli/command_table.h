@@ -17,15 +17,29 @@ struct CommandLine;
 /// What stands behind a command's word besides options.
 enum class Operands : std::uint8_t {
   none,
-  paths_and_methods,  ///< PATH... [METHOD [then METHOD]...]
-  log,                ///< [LOG]
-  file,               ///< [FILE]
-  keys,               ///< [KEY...]
-  topic,              ///< [COMMAND or METHOD]
+  paths_and_methods,       ///< PATH... [METHOD [then METHOD]...]
+  file_paths_and_methods,  ///< FILE PATH... [METHOD [then METHOD]...]
+  file_and_methods,        ///< FILE [METHOD [then METHOD]...]
+  file,                    ///< FILE
+  optional_file,           ///< [FILE]
+  log,                     ///< [LOG]
+  keys,                    ///< [KEY...]
+  topic,                   ///< [COMMAND or METHOD]
 };
 
+constexpr bool takes_file(Operands operands) {
+  return operands == Operands::file_paths_and_methods || operands == Operands::file_and_methods ||
+         operands == Operands::file;
+}
+constexpr bool takes_paths(Operands operands) {
+  return operands == Operands::paths_and_methods || operands == Operands::file_paths_and_methods;
+}
+constexpr bool takes_methods(Operands operands) {
+  return takes_paths(operands) || operands == Operands::file_and_methods;
+}
+
 struct CommandRow {
-  std::string_view word;
+  std::string_view word;      ///< or two words: "profile save"
   std::string_view synopsis;  ///< behind the word
   std::string_view summary;   ///< half a line
   std::string_view about;     ///< paragraphs; may be empty
@@ -38,8 +52,10 @@ struct CommandRow {
 std::span<const CommandRow> command_table();
 std::span<const OptionRow> option_table();
 
-/// The row of a command's word, or null.
+/// The row of a command's word, or of its two words with a blank between them; or null.
 const CommandRow* find_command(std::string_view word);
+/// Whether the word is the first of a command's two.
+bool begins_commands(std::string_view word);
 const OptionRow& option_row(OptionId id);
 /// The option of this name, or with this letter, that a command takes, or null.
 const OptionRow* find_option(const CommandRow& command, std::string_view name);

@@ -11,9 +11,14 @@ namespace brindle {
 
 ExitCode run_preview(const CommandLine& line, Console& console);
 ExitCode run_rename(const CommandLine& line, Console& console);
+ExitCode run_export(const CommandLine& line, Console& console);
 ExitCode run_undo(const CommandLine& line, Console& console);
 ExitCode run_logs(const CommandLine& line, Console& console);
 ExitCode run_recover(const CommandLine& line, Console& console);
+ExitCode run_profile_save(const CommandLine& line, Console& console);
+ExitCode run_profile_show(const CommandLine& line, Console& console);
+ExitCode run_rules_save(const CommandLine& line, Console& console);
+ExitCode run_rules_show(const CommandLine& line, Console& console);
 ExitCode run_fields(const CommandLine& line, Console& console);
 ExitCode run_settings(const CommandLine& line, Console& console);
 ExitCode run_help(const CommandLine& line, Console& console);

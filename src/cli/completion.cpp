@@ -11,10 +11,44 @@
 namespace brindle {
 namespace {
 
-template <class Rows>
-std::string words_of(const Rows& rows) {
+std::string_view first_word(std::string_view word) {
+  return word.substr(0, word.find(' '));
+}
+
+// Of a command of two words "profile save", the second; "" for one word.
+std::string_view second_word(std::string_view word) {
+  return word.substr(std::min(first_word(word).size() + 1, word.size()));
+}
+
+// The first words of the commands, each once.
+std::string command_words() {
   std::string words;
-  for (const auto& row : rows) words += fmt::format("{} ", row.word);
+  std::string_view last;
+  for (const CommandRow& row : command_table()) {
+    if (first_word(row.word) != last) words += fmt::format("{} ", first_word(row.word));
+    last = first_word(row.word);
+  }
+  return words;
+}
+
+// The second words of the commands that have one, by their first: arms of a shell's case.
+std::string second_word_arms() {
+  std::string arms;
+  std::string_view last;
+  for (const CommandRow& row : command_table()) {
+    if (second_word(row.word).empty()) continue;
+    const bool goes_on = first_word(row.word) == last;
+    arms += goes_on ? fmt::format(" {}", second_word(row.word))
+                    : fmt::format("{}    {}) seconds='{}", arms.empty() ? "" : "' ;;\n", first_word(row.word),
+                                  second_word(row.word));
+    last = first_word(row.word);
+  }
+  return arms + "' ;;\n";
+}
+
+std::string method_words() {
+  std::string words;
+  for (const MethodRow& row : method_table()) words += fmt::format("{} ", row.word);
   return words;
 }
 
@@ -55,11 +89,23 @@ std::string choice_arms() {
 
 constexpr std::string_view bash_start = R"(_brindle() {
   local current=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD-1]} command=${COMP_WORDS[1]}
-  local method= options= choices= i
+  local method= options= choices= seconds= takes_methods= i
   COMPREPLY=()
   if [ "$COMP_CWORD" -eq 1 ]; then
     COMPREPLY=($(compgen -W "$_brindle_commands --help --version" -- "$current"))
     return
+  fi
+  case $command in
+)";
+
+// Behind the arms of second words.
+constexpr std::string_view bash_middle = R"(  esac
+  if [ -n "$seconds" ]; then
+    if [ "$COMP_CWORD" -eq 2 ]; then
+      COMPREPLY=($(compgen -W "$seconds" -- "$current"))
+      return
+    fi
+    command="$command ${COMP_WORDS[2]}"
   fi
   for ((i = 2; i < COMP_CWORD; ++i)); do
     if [ -z "$method" ] || [ "${COMP_WORDS[i-1]}" = then ]; then
@@ -78,7 +124,7 @@ constexpr std::string_view bash_end = R"(  if [ -n "$choices" ]; then
     COMPREPLY=($(compgen -W "$_brindle_commands $_brindle_methods" -- "$current"))
   elif [ -n "$method" ]; then
     COMPREPLY=($(compgen -W then -- "$current"))
-  elif [ "$command" = preview ] || [ "$command" = rename ]; then
+  elif [ -n "$takes_methods" ]; then
     COMPREPLY=($(compgen -W "$_brindle_methods" -- "$current"))
     local IFS=$'\n'
     COMPREPLY+=($(compgen -f -- "$current"))
@@ -104,15 +150,36 @@ std::string fish_option(std::string_view condition, std::string_view name, std::
   return line + (value.empty() ? "\n" : value == "FILE" ? " -r\n" : " -x\n");
 }
 
+// Under which words on the line an option of a command is offered.
+std::string fish_condition(std::string_view command) {
+  std::string condition = fmt::format("__fish_seen_subcommand_from {}", first_word(command));
+  if (!second_word(command).empty()) {
+    condition += fmt::format("; and __fish_seen_subcommand_from {}", second_word(command));
+  }
+  return condition;
+}
+
+// A command's words: the first behind brindle, the second behind the first.
+std::string fish_command(const CommandRow& command) {
+  const std::string help = fish_quoted(command.summary);
+  const std::string_view first = first_word(command.word);
+  const std::string_view second = second_word(command.word);
+  if (second.empty()) return fmt::format("complete -c brindle -n __fish_use_subcommand -f -a {} -d {}\n", first, help);
+  return fmt::format(
+      "complete -c brindle -n __fish_use_subcommand -f -a {0}\n"
+      "complete -c brindle -n '__fish_seen_subcommand_from {0}' -f -a {1} -d {2}\n",
+      first, second, help);
+}
+
 }  // namespace
 
 std::string bash_completion() {
-  std::string script = fmt::format("_brindle_commands='{}'\n_brindle_methods='{}'\n", words_of(command_table()),
-                                   words_of(method_table()));
-  script += bash_start;
+  std::string script = fmt::format("_brindle_commands='{}'\n_brindle_methods='{}'\n", command_words(), method_words());
+  script.append(bash_start).append(second_word_arms()).append(bash_middle);
   script += "  case $command in\n";
   for (const CommandRow& command : command_table()) {
-    script += fmt::format("    {}) options='{}' ;;\n", command.word, options_of(command));
+    script += fmt::format("    '{}') options='{}'{} ;;\n", command.word, options_of(command),
+                          takes_methods(command.operands) ? " takes_methods=1" : "");
   }
   script += "  esac\n  case $method in\n";
   for (const MethodRow& method : method_table()) {
@@ -128,18 +195,19 @@ std::string zsh_completion() {
 
 std::string fish_completion() {
   std::string script;
+  std::string commands_with_methods = "help";
   for (const CommandRow& command : command_table()) {
-    script += fmt::format("complete -c brindle -n __fish_use_subcommand -f -a {} -d {}\n", command.word,
-                          fish_quoted(command.summary));
-    const std::string condition = fmt::format("__fish_seen_subcommand_from {}", command.word);
+    script += fish_command(command);
+    const std::string condition = fish_condition(command.word);
     for (const OptionId id : command.options) {
       const OptionRow& option = option_row(id);
       script += fish_option(condition, option.name, option.value, option.help);
     }
+    if (takes_methods(command.operands)) commands_with_methods += fmt::format(" {}", first_word(command.word));
   }
   for (const MethodRow& method : method_table()) {
-    script += fmt::format("complete -c brindle -n '__fish_seen_subcommand_from preview rename help' -a {} -d {}\n",
-                          method.word, fish_quoted(method.summary));
+    script += fmt::format("complete -c brindle -n '__fish_seen_subcommand_from {}' -a {} -d {}\n",
+                          commands_with_methods, method.word, fish_quoted(method.summary));
     const std::string condition = fmt::format("__fish_seen_subcommand_from {}", method.word);
     for (const MethodOption& option : method.options) {
       script += fish_option(condition, option.name, option.value, option.help);

@@ -135,13 +135,26 @@ std::string program_help(const Style& style, std::size_t width) {
   return std::move(writer).text();
 }
 
+std::string group_help(std::string_view first_word, const Style& style, std::size_t width) {
+  HelpWriter writer(style, width);
+  std::vector<Row> rows;
+  for (const CommandRow& row : command_table()) {
+    if (!row.word.starts_with(fmt::format("{} ", first_word))) continue;
+    writer.plain(fmt::format("usage: brindle {} {}\n", row.word, row.synopsis));
+    rows.push_back({std::string(row.word), std::string(row.summary)});
+  }
+  writer.plain("\n");
+  writer.rows(rows);
+  return std::move(writer).text();
+}
+
 std::string command_help(const CommandRow& command, const Style& style, std::size_t width) {
   HelpWriter writer(style, width);
   writer.plain(fmt::format("usage: brindle {} {}\n", command.word, command.synopsis));
   writer.paragraphs(sentence(command.summary));
   writer.heading("Options");
   writer.rows(option_rows(command));
-  if (command.operands == Operands::paths_and_methods) {
+  if (takes_methods(command.operands)) {
     writer.heading("Methods (brindle help METHOD tells more)");
     writer.rows(method_rows());
   }

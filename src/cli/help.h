@@ -14,6 +14,8 @@ namespace brindle {
 
 /// What `brindle --help` prints, wrapped to `width` columns.
 std::string program_help(const Style& style, std::size_t width);
+/// The commands whose first word this is.
+std::string group_help(std::string_view first_word, const Style& style, std::size_t width);
 std::string command_help(const CommandRow& command, const Style& style, std::size_t width);
 std::string method_help(const MethodRow& method, const Style& style, std::size_t width);
 

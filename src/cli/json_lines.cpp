@@ -125,6 +125,26 @@ JsonLine& JsonLine::bytes(std::string_view key, std::string_view value) {
   return *this;
 }
 
+JsonLine& JsonLine::pairs(std::string_view key, std::string_view first, std::string_view second,
+                          std::span<const JsonPair> members) {
+  begin(key);
+  const auto add = [&](std::string_view name, std::string_view value) {
+    buffer_.append("\"").append(name).append("\":\"");
+    append_text(value, buffer_);
+    buffer_ += '"';
+  };
+  buffer_ += '[';
+  for (const JsonPair& pair : members) {
+    buffer_ += buffer_.back() == '[' ? "{" : ",{";
+    add(first, pair.first);
+    buffer_ += ',';
+    add(second, pair.second);
+    buffer_ += '}';
+  }
+  buffer_ += ']';
+  return *this;
+}
+
 JsonLine& JsonLine::seconds(std::string_view key, double value) {
   return raw(key, fmt::format("{:.3f}", value));
 }

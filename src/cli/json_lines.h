@@ -5,10 +5,16 @@
 
 #include <concepts>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 
 namespace brindle {
+
+struct JsonPair {
+  std::string_view first;
+  std::string_view second;
+};
 
 /// Appends one object and the end of its line to a buffer: opened by the constructor, closed by the destructor.
 class JsonLine {
@@ -31,6 +37,9 @@ class JsonLine {
   JsonLine& seconds(std::string_view key, double value);
   JsonLine& flag(std::string_view key, bool value) { return raw(key, value ? "true" : "false"); }
   JsonLine& null(std::string_view key) { return raw(key, "null"); }
+  /// An array of objects with two texts each.
+  JsonLine& pairs(std::string_view key, std::string_view first, std::string_view second,
+                  std::span<const JsonPair> members);
 
  private:
   JsonLine& raw(std::string_view key, std::string_view value);

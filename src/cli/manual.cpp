@@ -80,7 +80,7 @@ void ManualWriter::examples(std::span<const Example> examples, std::string_view 
 void write_command(ManualWriter& manual, const CommandRow& command) {
   manual.subsection(fmt::format("brindle {} {}", command.word, command.synopsis));
   manual.line(sentence(command.summary));
-  if (command.operands != Operands::paths_and_methods) manual.paragraphs(command.about);
+  if (command.about != find_command("rename")->about) manual.paragraphs(command.about);
   manual.examples(command.examples, "brindle ");
 }
 

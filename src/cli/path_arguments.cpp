@@ -65,14 +65,6 @@ std::string read_all(int descriptor, const std::string& name) {
   }
 }
 
-std::string read_file(const std::string& name) {
-  if (name == "-") return read_all(STDIN_FILENO, "standard input");
-  const int descriptor = ::open(name.c_str(), O_RDONLY | O_CLOEXEC);
-  if (descriptor < 0) throw UsageError(fmt::format("cannot read {}: {}", name, std::strerror(errno)));
-  const std::unique_ptr<const int, void (*)(const int*)> closing(&descriptor, [](const int* open) { ::close(*open); });
-  return read_all(descriptor, name);
-}
-
 }  // namespace
 
 std::string current_folder() {
@@ -92,6 +84,14 @@ std::string absolute_path(std::string_view path, const std::string& folder) {
   }
   append_components(path.substr(dots), absolute);
   return absolute.empty() ? "/" : absolute;
+}
+
+std::string read_file(const std::string& name) {
+  if (name == "-") return read_all(STDIN_FILENO, "standard input");
+  const int descriptor = ::open(name.c_str(), O_RDONLY | O_CLOEXEC);
+  if (descriptor < 0) throw UsageError(fmt::format("cannot read {}: {}", name, std::strerror(errno)));
+  const std::unique_ptr<const int, void (*)(const int*)> closing(&descriptor, [](const int* open) { ::close(*open); });
+  return read_all(descriptor, name);
 }
 
 std::vector<std::string> read_paths(const CommandLine& line, const std::string& folder) {

@@ -19,6 +19,9 @@ std::string current_folder();
 /// not exist.
 std::string absolute_path(std::string_view path, const std::string& folder);
 
+/// The bytes of a file; "-" is standard input. What there is of it when the run is cancelled. Throws UsageError.
+std::string read_file(const std::string& name);
+
 /// All PATHs of a line, those read with --from behind the others, absolute. Throws UsageError.
 std::vector<std::string> read_paths(const CommandLine& line, const std::string& folder);
 

@@ -9,13 +9,17 @@
 #include <utility>
 #include <vector>
 
+#include "app/list_titles.h"
+#include "app/string_table.h"
 #include "cli/cancellation.h"
 #include "cli/json_report.h"
 #include "cli/listing.h"
 #include "cli/path_arguments.h"
 #include "files/gather.h"
+#include "files/list_import.h"
 #include "pipeline/file_order.h"
 #include "pipeline/preview.h"
+#include "platform/file_name.h"
 
 namespace brindle {
 namespace {
@@ -61,12 +65,65 @@ void gather(const CommandLine& line, Console& console, RenameBatch& batch) {
   }
 }
 
+bool has_paths(const CommandLine& line) {
+  return !line.operands.empty() || !line.options.from.empty();
+}
+
+[[noreturn]] void ask_for_paths(const CommandLine& line) {
+  throw UsageError(fmt::format("say which files: brindle {} {}", line.command->word, line.command->synopsis));
+}
+
+FileRenameItem read_list(const std::string& file, bool folders) {
+  FileRenameItem item;
+  std::string reason;
+  const std::int32_t type = folders ? 1 : 0;
+  const ListError error = file == "-" ? read_rename_list(read_file(file), type, list_titles(), item, reason)
+                                      : loadRenameFile(file, type, list_titles(), item, reason);
+  if (error == ListError::none) return item;
+  const bool unreadable = error == ListError::unreadable;
+  const std::string why = unreadable && !reason.empty() ? fmt::format(" ({})", reason) : "";
+  throw UsageError(fmt::format("{}: {}{}", file == "-" ? "standard input" : file,
+                               localized(unreadable ? "UNABLETOOPENFILE" : "RENAMEFROMFILEMESSAGE"), why));
+}
+
+// Says how many lines of a list are of the other kind, or hidden.
+void explain_left_out(std::size_t hidden, RenameBatch& batch, Console& console) {
+  const auto lines = [](std::size_t count) {
+    return fmt::format("{} {} of the list", count, count == 1 ? "line" : "lines");
+  };
+  if (hidden > 0) console.error(fmt::format("{} left out: hidden names; --hidden takes them in", lines(hidden)));
+  if (const std::size_t others = batch.left_out - hidden; others > 0) {
+    console.error(batch.is_folders() ? fmt::format("{} left out: not folders; --files renames files", lines(others))
+                                     : fmt::format("{} left out: folders; --folders renames them", lines(others)));
+  }
+}
+
+void import_list(const CommandLine& line, Console& console, RenameBatch& batch) {
+  if (!line.operands.empty() || !line.options.from.empty()) {
+    throw UsageError("a list names the items itself; leave the PATHs out");
+  }
+  const Text& file = batch.request.settings.renameFile;
+  if (!file || file->empty()) throw UsageError("the method is to rename from a list; --list FILE says which");
+  std::string path;
+  if (!encode_path(*file, path)) throw UsageError(fmt::format("{} cannot be the path of a list", to_utf8(*file)));
+  const FileRenameItem item = read_list(path, batch.is_folders());
+  ProgressLine progress(console, "Found");
+  const ImportResult result =
+      importFiles(batch.files, item, line.options.hidden, batch.disk_names, {&cancel_flag(), &progress});
+  batch.paths = batch.files.size();
+  if (result.cancelled) return;
+  batch.left_out = item.paths.size() - batch.files.size();
+  explain_left_out(result.hidden_paths, batch, console);
+}
+
 void sort_list(FileList& files, ListOrder order) {
   if (order == ListOrder::name) sort_by_name(files);
   if (order == ListOrder::folder) sort_by_location(files);
 }
 
-std::string_view why_empty(const RenameSettings& settings) {
+std::string_view why_empty(const RenameRequest& request) {
+  if (request.is_from_list()) return "no items in the list";
+  const RenameSettings& settings = request.settings;
   if (settings.isFolders && settings.isIncludeSubFolders) {
     return "no folders below the PATHs (--no-subfolders renames the PATHs themselves)";
   }
@@ -82,9 +139,11 @@ void report_nothing_done(const CommandLine& line, Console& console, const Rename
 }
 
 ExitCode report_empty(Console& console, const RenameBatch& batch) {
-  if (batch.left_out == 0) console.note(fmt::format("Nothing to rename: {}", why_empty(batch.request.settings)));
+  if (batch.left_out == 0) console.note(fmt::format("Nothing to rename: {}", why_empty(batch.request)));
   return batch.left_out > 0 ? ExitCode::incomplete : ExitCode::done;
 }
+
+}  // namespace
 
 ExitCode report_refusal(const CommandLine& line, Console& console, const Refusal& refusal) {
   const std::string text = describe(refusal);
@@ -92,8 +151,6 @@ ExitCode report_refusal(const CommandLine& line, Console& console, const Refusal
   console.error(text);
   return ExitCode::refused;
 }
-
-}  // namespace
 
 bool is_problem(const ItemRecord& record) {
   switch (record.status) {
@@ -143,28 +200,43 @@ std::string_view RenameBatch::noun(std::size_t count) const {
 
 namespace {
 
-std::optional<ExitCode> try_to_prepare(const CommandLine& line, Console& console, RenameBatch& batch) {
-  auto request = make_request(line, now());
-  if (const auto* refusal = std::get_if<Refusal>(&request)) return report_refusal(line, console, *refusal);
-  batch.request = std::get<RenameRequest>(std::move(request));
-  batch.folder = current_folder();
-  gather(line, console, batch);
-  if (batch.files.empty() && !is_cancelled()) return report_empty(console, batch);
-  sort_list(batch.files, line.options.sort);
+// The new names, unless a list has brought them or none were asked for.
+void make_names(const CommandLine& line, Console& console, RenameBatch& batch) {
+  if (batch.request.is_from_list() || !says_how(line)) return;
   RenamePlan plan = batch.request.plan();
   ProgressLine progress(console, "Naming");
   preview(batch.files, plan, batch.disk_names, {&cancel_flag(), &progress});
+}
+
+std::optional<ExitCode> try_to_prepare(const CommandLine& line, Console& console, RenameBatch& batch, Demand demand) {
+  auto request = make_request(line, now(), demand);
+  if (const auto* refusal = std::get_if<Refusal>(&request)) return report_refusal(line, console, *refusal);
+  batch.request = std::get<RenameRequest>(std::move(request));
+  batch.folder = current_folder();
+  if (batch.request.is_from_list()) {
+    import_list(line, console, batch);
+  } else if (has_paths(line)) {
+    gather(line, console, batch);
+  } else {
+    ask_for_paths(line);
+  }
+  if (batch.files.empty() && !is_cancelled()) return report_empty(console, batch);
+  sort_list(batch.files, line.options.sort);
+  make_names(line, console, batch);
   return is_cancelled() ? std::optional(ExitCode::cancelled) : std::nullopt;
+}
+
+// Whether a --set or a profile may choose the method that needs no PATHs.
+bool may_name_list(const Options& options) {
+  return !options.list.empty() || !options.profile.empty() || !options.set.empty();
 }
 
 }  // namespace
 
-std::optional<ExitCode> prepare_batch(const CommandLine& line, Console& console, RenameBatch& batch) {
+std::optional<ExitCode> prepare_batch(const CommandLine& line, Console& console, RenameBatch& batch, Demand demand) {
   const Stopwatch watch;
-  if (line.operands.empty() && line.options.from.empty()) {
-    throw UsageError(fmt::format("say which files: brindle {} {}", line.command->word, line.command->synopsis));
-  }
-  const std::optional<ExitCode> answer = try_to_prepare(line, console, batch);
+  if (!has_paths(line) && !may_name_list(line.options)) ask_for_paths(line);
+  const std::optional<ExitCode> answer = try_to_prepare(line, console, batch, demand);
   if (answer) report_nothing_done(line, console, batch, watch.seconds());
   return answer;
 }

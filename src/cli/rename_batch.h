@@ -47,9 +47,13 @@ struct RenameBatch {
   std::string_view noun(std::size_t count) const;
 };
 
-/// Reads the line, gathers the list, sorts it, and previews. When there is nothing to go on with (a refusal, an empty
+/// Reads the line, gathers the list (from PATHs, or from a list file with its new names), sorts it, and previews if the
+/// line says how to rename. When there is nothing to go on with (a refusal, an empty
 /// list, Ctrl-C) everything has been said, and the exit code is the answer. Throws UsageError.
-std::optional<ExitCode> prepare_batch(const CommandLine& line, Console& console, RenameBatch& batch);
+std::optional<ExitCode> prepare_batch(const CommandLine& line, Console& console, RenameBatch& batch,
+                                      Demand demand = Demand::method);
+/// Says why the parameters are refused; with --json also as an object.
+ExitCode report_refusal(const CommandLine& line, Console& console, const Refusal& refusal);
 
 /// Seconds since the program began to work.
 class Stopwatch {

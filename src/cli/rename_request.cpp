@@ -10,7 +10,9 @@
 
 #include "app/string_table.h"
 #include "cli/mask_text.h"
+#include "cli/settings_files.h"
 #include "cli/suggestion.h"
+#include "platform/file_name.h"
 #include "settings/setting_text.h"
 
 namespace brindle {
@@ -40,8 +42,7 @@ std::string_view closest_method(std::string_view word) {
   return closest_word(word, words);
 }
 
-void check_method_given(const CommandLine& line) {
-  if (!line.methods.empty() || std::ranges::any_of(line.options.set, chooses_method)) return;
+[[noreturn]] void ask_for_method(const CommandLine& line) {
   for (const std::string& word : line.operands) {
     struct stat facts {};
     const std::string_view method = ::lstat(word.c_str(), &facts) == 0 ? "" : closest_method(word);
@@ -52,50 +53,97 @@ void check_method_given(const CommandLine& line) {
                   line.command->word));
 }
 
-RenameSettings common_settings(const Options& options, Date now) {
-  RenameSettings settings;
-  loadEmptyProfile(settings, now);
-  settings.isFolders = options.folders.value_or(false);
+// What the line says about files and folders counts more than a profile.
+void choose_items(RenameSettings& settings, const Options& options) {
+  if (options.folders) settings.isFolders = *options.folders;
   settings.isFiles = !settings.isFolders;
   settings.fileFolderIndex = settings.isFolders ? 1 : 0;
-  settings.isIncludeSubFolders = options.subfolders.value_or(true);
-  return settings;
+  if (options.subfolders) settings.isIncludeSubFolders = *options.subfolders;
 }
 
-// One link of a chain: each method starts from the common settings alone.
-std::optional<Refusal> add_rule(RenameRequest& request, const MethodCall& call, const Options& options) {
-  RenameSettings settings = request.settings;
+// One link of a chain.
+NewRule make_rule(RenameSettings settings, const MethodCall& call, const Options& options) {
   fill_settings(settings, call);
   const std::int32_t tab = settings.selectedTab;
   assign(settings, options);
   settings.selectedTab = tab;
-  NewRule rule = getRule(settings);
-  if (const auto* refusal = std::get_if<Refusal>(&rule)) return *refusal;
-  if (auto* made = std::get_if<Rule>(&rule)) request.rules.push_back(std::move(*made));
-  return std::nullopt;
+  return getRule(settings);
+}
+
+// With --rules or --list a --set may say what to rename, not how.
+void check_assignments(const Options& options, std::string_view source) {
+  const auto found = std::ranges::find_if(options.set, chooses_method);
+  if (found == options.set.end()) return;
+  throw UsageError(fmt::format("--set {} says how to rename, and so does {}; give one of them", *found, source));
+}
+
+void take_rules(RenameRequest& request, const Options& options) {
+  check_assignments(options, "--rules");
+  request.rules = read_rules(options.rules);
+  check_chain(request.rules, options.rules);
+  assign(request.settings, options);
+}
+
+void take_list(RenameRequest& request, const Options& options) {
+  check_assignments(options, "--list");
+  request.settings.selectedTab = 9;
+  request.settings.renameFile = decode_file_name(options.list);
+  assign(request.settings, options);
 }
 
 }  // namespace
 
-std::variant<RenameRequest, Refusal> make_request(const CommandLine& line, Date now) {
-  check_method_given(line);
-  RenameRequest request;
-  request.settings = common_settings(line.options, now);
-  request.now = now;
-  if (line.methods.size() > 1) {
-    for (const MethodCall& call : line.methods) {
-      if (const auto refusal = add_rule(request, call, line.options)) return *refusal;
-    }
-    assign(request.settings, line.options);
-    return request;
+bool says_how(const CommandLine& line) {
+  const Options& options = line.options;
+  return !line.methods.empty() || !options.profile.empty() || !options.rules.empty() || !options.list.empty() ||
+         std::ranges::any_of(options.set, chooses_method);
+}
+
+RenameSettings common_settings(const Options& options, Date now) {
+  RenameSettings settings;
+  loadEmptyProfile(settings, now);
+  if (!options.profile.empty()) start_from_profile(settings, read_profile(options.profile));
+  choose_items(settings, options);
+  return settings;
+}
+
+std::variant<std::vector<Rule>, Refusal> make_rules(const CommandLine& line, const RenameSettings& common) {
+  std::vector<Rule> rules;
+  for (const MethodCall& call : line.methods) {
+    NewRule rule = make_rule(common, call, line.options);
+    if (const auto* refusal = std::get_if<Refusal>(&rule)) return *refusal;
+    if (auto* made = std::get_if<Rule>(&rule)) rules.push_back(std::move(*made));
   }
-  if (!line.methods.empty()) fill_settings(request.settings, line.methods.front());
-  assign(request.settings, line.options);
-  if (const auto refusal = validate_and_normalise(request.settings)) return *refusal;
+  return rules;
+}
+
+std::variant<RenameRequest, Refusal> make_request(const CommandLine& line, Date now, Demand demand) {
+  const Options& options = line.options;
+  const bool says_nothing = !says_how(line);
+  if (says_nothing && demand == Demand::method) ask_for_method(line);
+  RenameRequest request;
+  request.settings = common_settings(options, now);
+  request.now = now;
+  if (!options.rules.empty()) {
+    take_rules(request, options);
+  } else if (!options.list.empty()) {
+    take_list(request, options);
+  } else if (line.methods.size() > 1) {
+    auto rules = make_rules(line, request.settings);
+    if (const auto* refusal = std::get_if<Refusal>(&rules)) return *refusal;
+    request.rules = std::get<std::vector<Rule>>(std::move(rules));
+    assign(request.settings, options);
+  } else {
+    if (!line.methods.empty()) fill_settings(request.settings, line.methods.front());
+    assign(request.settings, options);
+    if (says_nothing) return request;
+    if (const auto refusal = validate_and_normalise(request.settings)) return *refusal;
+  }
   return request;
 }
 
 std::string describe(const Refusal& refusal) {
+  if (refusal.setting.empty()) return localized(refusal.message);  // the title is no more than a caption
   return fmt::format("{}. {}", localized(refusal.title), localized(refusal.message));
 }
 

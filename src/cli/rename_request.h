@@ -2,6 +2,7 @@
 
 // What a command line asks of the rename methods.
 
+#include <cstdint>
 #include <string>
 #include <variant>
 #include <vector>
@@ -22,14 +23,32 @@ struct RenameRequest {
   std::vector<Rule> rules;  ///< the chain; empty for a single method
   Date now{};               ///< the start of the run
 
+  /// Which items there are, and their new names, is said by a list file, `settings.renameFile`.
+  bool is_from_list() const { return !is_chain() && settings.selectedTab == 9; }
   bool is_chain() const { return !rules.empty(); }
   RenamePlan plan() const { return is_chain() ? RenamePlan(rules, now) : RenamePlan(settings, now); }
 };
 
-/// Starts from the default settings, fills in the methods, then the --set options (in a chain: for each of its
-/// methods). A method that lacks a text is refused. Throws UsageError when the line says nothing about how to rename,
-/// or a --set is wrong.
-std::variant<RenameRequest, Refusal> make_request(const CommandLine& line, Date now);
+/// What a request must say.
+enum class Demand : std::uint8_t {
+  method,          ///< how to rename
+  method_or_none,  ///< how to rename, or nothing about it: a list without new names, a profile of settings alone
+};
+
+/// The settings to start from: the defaults, those of --profile, and files or folders as the line says.
+RenameSettings common_settings(const Options& options, Date now);
+
+/// Fills in the methods of the line, then the --set options (in a chain: for each of its methods); or takes the chain
+/// of
+/// --rules, or the list of --list. A method that lacks a text is refused. Throws UsageError when the line does not say
+/// how to rename, a file cannot be used, or a --set is wrong or says nothing.
+std::variant<RenameRequest, Refusal> make_request(const CommandLine& line, Date now, Demand demand = Demand::method);
+
+/// Whether the line says how to rename: with a method, a --set, or a file.
+bool says_how(const CommandLine& line);
+
+/// One rule a method of the line, each with the --set options. Throws UsageError.
+std::variant<std::vector<Rule>, Refusal> make_rules(const CommandLine& line, const RenameSettings& common);
 
 /// "The text to insert is missing. Enter a text.", in the user's language.
 std::string describe(const Refusal& refusal);

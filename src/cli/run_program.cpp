@@ -35,6 +35,8 @@ ExitCode show_help(const CommandLine& line, Console& console) {
   const Style& style = console.style();
   if (line.help_method != nullptr) {
     console.out() << method_help(*line.help_method, style, console.width());
+  } else if (!line.help_group.empty()) {
+    console.out() << group_help(line.help_group, style, console.width());
   } else if (line.command != nullptr) {
     console.out() << command_help(*line.command, style, console.width());
   } else {
@@ -67,13 +69,15 @@ ExitCode finish(ExitCode code, Console& console) {
 ExitCode run_help(const CommandLine& line, Console& console) {
   CommandLine topic;
   if (!line.operands.empty()) {
-    const std::string& word = line.operands.front();
+    const std::string word = fmt::format("{}", fmt::join(line.operands, " "));
     const auto packaged = std::ranges::find(packaged_texts, word, &PackagedText::word);
     if (packaged != packaged_texts.end()) {
       console.out() << packaged->text();
       return ExitCode::done;
     }
     topic.command = find_command(word);
+    if (begins_commands(word)) topic.help_group = word;
+    if (!topic.help_group.empty()) return show_help(topic, console);
     topic.help_method = topic.command == nullptr ? find_method(word) : nullptr;
     if (topic.command == nullptr && topic.help_method == nullptr) {
       throw UsageError(fmt::format("there is no command or method {} (brindle --help lists them)", word));

@@ -1,0 +1,62 @@
+#include <fmt/format.h>
+
+#include <optional>
+#include <string_view>
+
+#include "app/list_titles.h"
+#include "cli/cancellation.h"
+#include "cli/commands.h"
+#include "cli/json_report.h"
+#include "cli/rename_batch.h"
+#include "cli/settings_files.h"
+#include "cli/summary.h"
+#include "files/list_export.h"
+
+namespace brindle {
+namespace {
+
+std::optional<Refusal> refusal_of(const ExportOptions& options) {
+  switch (check_export(options)) {
+    case ExportRefusal::no_column:
+      return Refusal{"EXPORTFILESTITLE", "EXPORTNOCOLUMN", ""};
+    case ExportRefusal::nothing_to_say:
+      return Refusal{"EXPORTFILESTITLE", "EXPORTFILESFAILED", ""};
+    case ExportRefusal::none:
+      break;
+  }
+  return std::nullopt;
+}
+
+void report(const CommandLine& line, const RenameBatch& batch, const Tally& tally, double seconds, Console& console) {
+  if (line.options.json) {
+    print_summary(console.out().buffer(), {"export", {tally.items, tally.proposed, 0}, {}, seconds});
+    return;
+  }
+  report_problems(batch, {}, console);
+  if (!console.quiet()) {
+    console.out() << fmt::format("{} {} written to {}.\n", tally.items, batch.noun(tally.items),
+                                 console.shown(line.file));
+  }
+}
+
+}  // namespace
+
+ExitCode run_export(const CommandLine& line, Console& console) {
+  const Stopwatch watch;
+  if (const auto refusal = refusal_of(line.options.columns)) return report_refusal(line, console, *refusal);
+  RenameBatch batch;
+  if (const auto answer = prepare_batch(line, console, batch, Demand::method_or_none)) return *answer;
+  if (!may_write(line, console)) return is_cancelled() ? ExitCode::cancelled : ExitCode::done;
+  std::string error;
+  {
+    ProgressLine progress(console, "Writing");
+    error = export_list(batch.files, line.options.columns, export_titles(), line.file, {&cancel_flag(), &progress});
+  }
+  if (is_cancelled()) return ExitCode::cancelled;
+  if (!error.empty()) throw UsageError(error);
+  const Tally tally = count_rows(batch.files);
+  report(line, batch, tally, watch.seconds(), console);
+  return tally.problems() + batch.left_out > 0 ? ExitCode::incomplete : ExitCode::done;
+}
+
+}  // namespace brindle

@@ -1,0 +1,68 @@
+#include "cli/settings_files.h"
+
+#include <fmt/format.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <cctype>
+#include <optional>
+
+#include "platform/file_name.h"
+#include "settings/profile_file.h"
+#include "settings/rule_file.h"
+
+namespace brindle {
+
+SettingsRecord read_profile(const std::string& file) {
+  SettingsRecord record;
+  if (const std::string error = read_profile_file(file, record); !error.empty()) throw UsageError(error);
+  return record;
+}
+
+void start_from_profile(RenameSettings& settings, const SettingsRecord& record) {
+  setSettings(settings, record);
+}
+
+std::vector<Rule> read_rules(const std::string& file) {
+  std::vector<Rule> rules;
+  if (const std::string error = read_rule_file(file, MethodNames::repaired, rules); !error.empty()) {
+    throw UsageError(error);
+  }
+  return rules;
+}
+
+void check_chain(const std::vector<Rule>& rules, const std::string& file) {
+  if (rules.empty()) throw UsageError(fmt::format("{} holds no rules", file));
+  if (std::ranges::none_of(rules, &Rule::isActive)) {
+    throw UsageError(fmt::format("all rules of {} are switched off; switch them on in the window", file));
+  }
+  for (std::size_t i = 0; i < rules.size(); ++i) {
+    if (!rules[i].isActive || variant_of(rules[i])) continue;
+    throw UsageError(fmt::format("rule {} of {} is of an unknown method, “{}”", i + 1, file, to_utf8(rules[i].rule)));
+  }
+}
+
+bool may_write(const CommandLine& line, Console& console) {
+  struct stat facts {};
+  if (::lstat(line.file.c_str(), &facts) != 0) return true;
+  if (::stat(line.file.c_str(), &facts) == 0 && !S_ISREG(facts.st_mode)) {
+    throw UsageError(fmt::format("{} is no file that could be replaced", line.file));
+  }
+  if (line.options.yes) return true;
+  if (!console.in_is_terminal()) {
+    throw UsageError(fmt::format("{} is there already; --yes replaces it", line.file));
+  }
+  if (console.ask(fmt::format("{} is there already. Replace it? [y/N]", console.shown(line.file)))) return true;
+  console.note("Nothing was written.");
+  return false;
+}
+
+void note_extension(const std::string& file, std::string_view extension, Console& console) {
+  const std::size_t dot = file.rfind('.');
+  const std::string_view given = dot == std::string::npos ? "" : std::string_view(file).substr(dot + 1);
+  const auto same = [](char a, char b) { return std::tolower(static_cast<unsigned char>(a)) == b; };
+  if (std::ranges::equal(given, extension, same)) return;
+  console.note(fmt::format("The window lists only files whose names end in .{}.", extension));
+}
+
+}  // namespace brindle
