@@ -1,0 +1,244 @@
+// Start, quit and start again; profiles, rules and documents.
+
+#include <filesystem>
+
+#include "app/controller_support.h"
+#include "log/run_log.h"
+#include "settings/profile_file.h"
+#include "settings/rule_file.h"
+
+namespace brindle::test {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+class Session : public ControllerTest {
+ protected:
+  std::string write_profile(const std::string& name, const std::function<void(RenameSettings&)>& edit) {
+    RenameSettings settings;
+    edit(settings);
+    const std::string path = home_.data() + "/Profiles/" + name;
+    EXPECT_EQ(write_profile_file(path, getCurrentSettings(settings)), "");
+    return path;
+  }
+  std::u16string text_in(const std::string& profile) {
+    SettingsRecord record;
+    EXPECT_EQ(read_profile_file(profile, record), "");
+    RenameSettings settings;
+    setSettings(settings, record);
+    return *settings.insertDeleteInsert;
+  }
+};
+
+TEST_F(Session, TheFirstStartMakesFoldersAndPreferences) {
+  start();
+  for (const char* name : {"/Logs", "/Profiles", "/Rules", "/preferences.plist"}) {
+    EXPECT_TRUE(std::filesystem::exists(home_.data() + name)) << name;
+  }
+  EXPECT_TRUE(app().state().shows_empty_hint);
+  EXPECT_FALSE(app().state().preview_enabled || app().state().rename_enabled);
+  EXPECT_EQ(app().values().dateTimeCustomDate, ports_.main_thread.date());
+  EXPECT_THAT(alerts(), IsEmpty());
+}
+
+TEST_F(Session, AFolderThatCannotBeMadeEndsTheProgram) {
+  home_.make({"data"});  // a file
+  app_.emplace(ports_.ports(), ports_.clock());
+  EXPECT_FALSE(app().awakeFromNib());
+  EXPECT_THAT(alerts(), ElementsAre("APPLICATIONCREATEFOLDERFAILED"));
+  EXPECT_TRUE(ports_.desktop.has_quit);
+}
+
+TEST_F(Session, ComesBackAsItWasLeft) {
+  start();
+  tree_.make({"folder/a"});
+  ports_.chooser.open_answers = {{tree_ / "folder"}};
+  app().addFolderAction();
+  run();
+  app().select_tab(1);
+  set([](RenameSettings& settings) { settings.insertDeleteInsert = u"x\u00e9"; });
+  app().addToRule();
+  app().select_tab(5);
+  app().generalOptionsChanged(10);
+  app().setIncludeHidden(true);
+  app().setLivePreviewPreferences({false, true, u"3"});
+  // A word still being typed belongs to it.
+  ports_.desktop.on_end_editing = [this] {
+    set([](RenameSettings& settings) { settings.generalFilenameMask = u"***"; });
+  };
+  RenameSettings expected = app().values();
+  expected.generalFilenameMask = u"***";
+  restart();
+  EXPECT_THAT(rows(), IsEmpty());
+  expected.dateTimeCustomDate = app().values().dateTimeCustomDate;
+  EXPECT_EQ(app().values(), expected);
+  ASSERT_EQ(app().rules_controller().rules().size(), 1U);
+  EXPECT_EQ(app().rules_controller().rules()[0].settings.insertDeleteInsert, u"x\u00e9");
+  ASSERT_EQ(app().recentItems().size(), 1U);
+  EXPECT_EQ(app().recentItems()[0].itemPath, tree_ / "folder");
+  EXPECT_TRUE(app().include_hidden());
+  EXPECT_FALSE(app().live_preview().isLivePreviewEnabled);
+  EXPECT_EQ(app().live_preview().livePreviewFilesLimit, u"3");
+}
+
+TEST_F(Session, AnOpenProfileIsOpenedAgainAndABrokenOneIsLeftAlone) {
+  start();
+  const std::string path = write_profile("p\xff.brprofile", [](RenameSettings& s) { s.insertDeleteInsert = u"in p"; });
+  app().setCurrentSettings(path);
+  set([](RenameSettings& settings) { settings.insertDeleteInsert = u"of the window"; });
+  restart();
+  EXPECT_EQ(app().currProfileFile(), path);
+  EXPECT_EQ(app().values().insertDeleteInsert, u"in p");
+
+  set([](RenameSettings& settings) { settings.insertDeleteInsert = u"of the window"; });
+  Preferences preferences = app().preferences();
+  preferences.automaticSaveCurrProfile = true;
+  app().setPreferences(preferences);
+  ASSERT_TRUE(app().applicationShouldTerminate());
+  EXPECT_EQ(text_in(path), u"of the window");
+
+  std::ofstream(path) << "no profile";
+  start();
+  EXPECT_THAT(alerts(), ElementsAre("PROFILELOADFAILED"));
+  EXPECT_EQ(app().currProfileFile(), "");
+  EXPECT_EQ(app().values().insertDeleteInsert, u"of the window");
+  ASSERT_TRUE(app().applicationShouldTerminate());
+  EXPECT_EQ(std::filesystem::file_size(path), 10U);
+}
+
+TEST_F(Session, AChainThatCannotBeReadIsDropped) {
+  UserDefaults defaults;
+  defaults.set(user_default::last_rule, PropertyValue::Data{1, 2, 3});
+  ASSERT_EQ(defaults.flush(), "");
+  start();
+  EXPECT_THAT(app().rules_controller().rules(), IsEmpty());
+  EXPECT_EQ(UserDefaults().find(user_default::last_rule), nullptr);
+}
+
+TEST_F(Session, AnInterruptedRunIsFinishedAndToldOnce) {
+  start();
+  const std::string logs = app().preferences().defaultLogFolderPath;
+  tree_.make({"b"});
+  {
+    // What is left of a run that was killed behind its only rename, a -> b.
+    FileList files;
+    JournalWriter journal;
+    RenameLogWriter log;
+    ASSERT_EQ(begin_run_log(logs, 1'700'000'000, {false, false, "4"}, journal, log), "");
+    journal.add_folder(1, tree_.path());
+    journal.add(1, "a", "b", tree_.inodes().at("b"));
+    ASSERT_EQ(journal.seal(), "");
+    journal.mark(0, JournalMark::begun);
+  }
+  start();
+  EXPECT_THAT(alerts(), ElementsAre("INTERRUPTEDRUNFINISHED"));
+  start();
+  EXPECT_THAT(alerts(), IsEmpty());
+}
+
+TEST_F(Session, ProfilesAreSavedUnderTheirNameOrANewOne) {
+  start();
+  set([](RenameSettings& settings) { settings.insertDeleteInsert = u"one"; });
+  const std::string path = tree_ / "new.brprofile";
+  ports_.chooser.save_answers = {path};
+  EXPECT_TRUE(app().saveProfile());  // none is open: asks for a name
+  EXPECT_EQ(app().window_title(), "Brindle - new.brprofile");
+  set([](RenameSettings& settings) { settings.insertDeleteInsert = u"two"; });
+  EXPECT_TRUE(app().saveProfile());
+  EXPECT_EQ(text_in(path), u"two");
+  EXPECT_FALSE(app().saveAsProfile());  // cancelled
+
+  app().loadEmptyProfile();
+  EXPECT_EQ(app().currProfileFile(), "");
+  EXPECT_EQ(app().values().insertDeleteInsert, u"");
+  ports_.chooser.save_answers = {tree_ / "no/such/folder.brprofile"};
+  EXPECT_FALSE(app().saveAsProfile());
+  EXPECT_THAT(alerts(), ElementsAre("PROFILESAVEDFAILED"));
+  EXPECT_EQ(app().currProfileFile(), "");
+}
+
+TEST_F(Session, AProfileForFoldersEmptiesAListOfFilesWhenThePersonAgrees) {
+  start();
+  tree_.make({"a", "b"});
+  add({"a", "b"});
+  const std::string folders = write_profile("f.brprofile", [](RenameSettings& s) {
+    s.isFiles = false;
+    s.isFolders = true;
+    s.selectedTab = 9;
+  });
+  ports_.alerts.answers = {0};
+  app().setCurrentSettings(folders);
+  EXPECT_THAT(rows(), IsEmpty());
+  EXPECT_THAT(alerts(), ElementsAre("Are you sure to remove all file(s)/folder(s)?"));
+  EXPECT_FALSE(app().state().preview_enabled);
+  app().setCurrentSettings(folders);  // the same kind: nothing to ask
+  EXPECT_FALSE(app().rules_controller().enabled().addButton);
+}
+
+TEST_F(Session, DocumentsAreOpenedAndFilesListedAfterAWhile) {
+  start();
+  RenameSettings settings;
+  settings.selectedTab = 3;
+  settings.prefixSuffixPrefix = u"p";
+  Rule rule = std::get<Rule>(getRule(settings));
+  rule.rule = u"Rule - PrefixSuffix";
+  const std::string rules = tree_ / "r.BRRULE";
+  ASSERT_EQ(write_rule_file(rules, std::vector<Rule>{rule}), "");
+  const auto chain = [this] { return app().rules_controller().rules().size(); };
+  EXPECT_EQ(app().openFiles({rules}), BrindleAppController::OpenReply::success);
+  ASSERT_EQ(chain(), 1U);
+  EXPECT_EQ(app().rules_controller().rules()[0].rule, u"PrefixSuffix");
+  EXPECT_TRUE(app().rules_controller().isOpen());
+  EXPECT_EQ(app().values().selectedTab, 3);  // the selected rule is shown
+  ASSERT_EQ(write_rule_file(rules, std::vector<Rule>{rule, rule}), "");
+  ports_.alerts.answers = {1, 0};
+  app().openFiles({rules});
+  EXPECT_EQ(chain(), 1U);
+  app().openFiles({rules});
+  EXPECT_EQ(chain(), 2U);
+
+  const std::string first = write_profile("first.brprofile", [](RenameSettings& s) { s.insertDeleteInsert = u"1"; });
+  const std::string second = write_profile("second.brProfile", [](RenameSettings& s) { s.insertDeleteInsert = u"2"; });
+  app().openFiles({first});
+  ports_.alerts.answers = {1, 0};
+  app().openFiles({second});
+  EXPECT_EQ(app().values().insertDeleteInsert, u"1");
+  app().openFiles({second});
+  EXPECT_EQ(app().values().insertDeleteInsert, u"2");
+
+  tree_.make({"a", "b", "c"});
+  EXPECT_EQ(app().openFiles({}), BrindleAppController::OpenReply::failure);
+  app().openFiles({tree_ / "a"});
+  advance(300);
+  app().openFiles({tree_ / "b", tree_ / "c"});
+  advance(499);
+  EXPECT_THAT(rows(), IsEmpty());
+  advance(1);
+  EXPECT_THAT(rows(), ElementsAre("b", "c"));
+  ports_.worker.hold = true;
+  app().actionPreviewRule();
+  EXPECT_EQ(app().openFiles({tree_ / "a"}), BrindleAppController::OpenReply::cancelled);
+  EXPECT_FALSE(app().applicationShouldTerminate());
+  ports_.worker.release();
+  run();
+  EXPECT_TRUE(app().applicationShouldTerminate());
+}
+
+TEST_F(Session, TheRulesMenuListsTheFolder) {
+  start();
+  const std::string folder = app().preferences().defaultRulesFolderPath;
+  for (const char* name : {"/b.brrule", "/a.BrRule"}) {
+    ASSERT_EQ(write_rule_file(folder + name, std::vector<Rule>(2)), "");
+  }
+  std::ofstream(folder + "/other.txt");
+  const auto items = app().loadRulesMenu();
+  ASSERT_EQ(items.size(), 2U);
+  EXPECT_EQ(items[0].title, "a");
+  app().ruleMenuItemClick(items[1].file);
+  EXPECT_EQ(app().rules_controller().rules().size(), 2U);
+  EXPECT_TRUE(ports_.desktop.has("front"));
+}
+
+}  // namespace
+}  // namespace brindle::test
