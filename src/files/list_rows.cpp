@@ -22,18 +22,18 @@ constexpr std::size_t longest_name = UINT16_MAX;  // what an item of the list ca
 constexpr std::array<std::string_view, 7> line_breaks = {"\n",       "\v",           "\f",          "\r",
                                                          "\xC2\x85", "\xE2\x80\xA8", "\xE2\x80\xA9"};
 
+// How long the line break is for which `touches` holds; 0 when there is none.
+template <class Touches>
+std::size_t line_break_size(Touches touches) {
+  const auto* const found = std::find_if(line_breaks.begin(), line_breaks.end(), touches);
+  return found == line_breaks.end() ? 0 : found->size();
+}
+
 std::string_view without_line_breaks(std::string_view field) {
-  const auto shorten = [&field](auto touches, auto remove) {
-    const auto found = std::find_if(line_breaks.begin(), line_breaks.end(), touches);
-    if (found != line_breaks.end()) remove(found->size());
-    return found != line_breaks.end();
-  };
-  while (shorten([&](std::string_view mark) { return field.starts_with(mark); },
-                 [&](std::size_t size) { field.remove_prefix(size); })) {
-  }
-  while (shorten([&](std::string_view mark) { return field.ends_with(mark); },
-                 [&](std::size_t size) { field.remove_suffix(size); })) {
-  }
+  const auto begins = [&field](std::string_view mark) { return field.starts_with(mark); };
+  const auto ends = [&field](std::string_view mark) { return field.ends_with(mark); };
+  while (const std::size_t size = line_break_size(begins)) field.remove_prefix(size);
+  while (const std::size_t size = line_break_size(ends)) field.remove_suffix(size);
   return field;
 }
 
