@@ -13,7 +13,7 @@ inline constexpr std::size_t property_list_depth_limit = 128;
 /// Values of one list, keys included. What several others refer to counts each time.
 inline constexpr std::size_t property_list_value_limit = 1'000'000;
 /// Bytes of all texts (as UTF-16) and data of one list.
-inline constexpr std::size_t property_list_byte_limit = std::size_t{256} << 20;
+inline constexpr std::size_t property_list_byte_limit = std::size_t{128} << 20;
 
 /// What may still be read of one list.
 class PropertyListBudget {

@@ -28,7 +28,7 @@ class Writer {
 
   void operator()(const PropertyValue::Data& data) {
     // With tabs of eight columns, lines end at the 76th; four digits are three bytes.
-    const std::size_t width = 76 - 8 * std::min<std::size_t>(indent_, 8);
+    const std::size_t width = std::max<std::size_t>(16, 76 - 8 * std::min<std::size_t>(indent_, 8));
     const std::string digits = base64_text(data);
     line("<data>");
     for (std::size_t i = 0; i < digits.size(); i += width) line(std::string_view(digits).substr(i, width));

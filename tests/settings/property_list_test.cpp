@@ -216,7 +216,7 @@ TEST(PropertyList, RefusesDamagedBinary) {
   std::vector<std::string> laughs;
   for (char i = 1; i < 60; ++i) laughs.push_back({'\xA2', i, i});
   laughs.emplace_back("\xA0");
-  const std::string long_text = "\x5F\x13" + std::string("\0\0\0\0\x01\0\0\0", 8) + std::string(1U << 24U, 'x');
+  const std::string long_data = "\x4F\x13" + std::string("\0\0\0\0\x01\0\0\0", 8) + std::string(1U << 24U, 'x');
   const struct {
     std::string bytes;
     const char* error;
@@ -243,7 +243,7 @@ TEST(PropertyList, RefusesDamagedBinary) {
       {binary_list({"\0"s}), "not known"},
       {binary_list({"\xC0"}), "not known"},
       {binary_list(laughs), "more values"},
-      {binary_list({"\xAA" + std::string(10, '\1'), "\xAA" + std::string(10, '\2'), long_text}, 1), "too long"},
+      {binary_list({"\xAA" + std::string(10, '\1'), "\xAA" + std::string(10, '\2'), long_data}, 1), "too long"},
   };
   for (const auto& c : cases) {
     PropertyList list{u"untouched", u"1"};

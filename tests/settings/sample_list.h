@@ -22,7 +22,7 @@ inline PropertyValue sample_list() {
                                 std::numeric_limits<std::int64_t>::max(), std::numeric_limits<std::int64_t>::min()});
   list.append(u"reals", Array{0.5, -1.25, 0.1, 1e300, 5e-324});
   list.append(u"date", Date(std::chrono::sys_days(std::chrono::year{2026} / 11 / 21) + std::chrono::seconds(36005)));
-  list.append(u"old", Date(std::chrono::sys_days(std::chrono::year{1} / 1 / 1)));
+  list.append(u"old", Date(std::chrono::sys_days(std::chrono::year{1904} / 1 / 1)));
   PropertyValue::Data data;
   for (unsigned i = 0; i < 300; ++i) data.push_back(static_cast<std::uint8_t>(i));
   list.append(u"data", data);
