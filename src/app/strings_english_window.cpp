@@ -56,6 +56,10 @@ constexpr auto window = std::to_array<StringEntry>({
     {"File Not Found"},
     {"Folder Already Exists"},
     {"Folder Not Found"},
+    {"GUIUNKNOWNOPTION", "brindle-gui: there is no option “%@”"},
+    {"GUIUSAGE",
+     "Usage: brindle-gui [FILE|FOLDER]...\n\nOpens the window of Brindle, with these files and folders in its "
+     "list.\n\n  --help     shows this help\n  --version  shows the version\n"},
     {"HINTTEXT", "Or choose them here. Nothing is renamed until you say so, and every renaming can be undone."},
     {"HINTTITLE", "Drop files or folders here"},
     {"ITEMCOUNT", "%d items", "%d item"},

@@ -56,6 +56,10 @@ constexpr auto window = std::to_array<StringEntry>({
     {"File Not Found", "Datei nicht gefunden"},
     {"Folder Already Exists", "Ordner existiert bereits"},
     {"Folder Not Found", "Ordner nicht gefunden"},
+    {"GUIUNKNOWNOPTION", "brindle-gui: Die Option „%@“ gibt es nicht"},
+    {"GUIUSAGE",
+     "Aufruf: brindle-gui [DATEI|ORDNER] …\n\nÖffnet das Fenster von Brindle mit diesen Dateien und Ordnern in der "
+     "Liste.\n\n  --help     zeigt diese Hilfe\n  --version  zeigt die Version\n"},
     {"HINTTEXT",
      "Oder wählen Sie sie hier aus. Nichts wird umbenannt, bevor Sie es verlangen, und alles lässt sich rückgängig "
      "machen."},

@@ -1,6 +1,102 @@
+// The window's program.
+
 #include <QApplication>
+#include <QLibraryInfo>
+#include <QTranslator>
+#include <cstdio>
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "app/string_table.h"
+#include "app/window/application.h"
+#include "app/window/application_service.h"
+#include "app/window/icons.h"
+#include "app/window/text.h"
+#include "app/window/theme.h"
+#include "platform/app_info.h"
+
+namespace {
+
+using namespace brindle;
+
+void print(std::FILE* file, const std::string& text) {
+  std::fputs(text.c_str(), file);
+}
+
+bool is_option(std::string_view argument) {
+  return argument.size() > 1 && argument.front() == '-';
+}
+
+// What needs no screen. The program's exit status, or -1 to go on.
+int answer_options(int argc, char** argv) {
+  for (int i = 1; i < argc && std::string_view(argv[i]) != "--"; ++i) {
+    const std::string_view argument = argv[i];
+    if (argument == "--version") {
+      print(stdout, "brindle-gui " + std::string(appVersion()) + "\n");
+      return 0;
+    }
+    if (argument == "--help" || argument == "-h") {
+      print(stdout, localized("GUIUSAGE"));
+      return 0;
+    }
+  }
+  return -1;
+}
+
+std::string absolute(const std::string& path) {
+  if (path.starts_with('/')) return path;
+  std::error_code error;
+  const std::string folder = std::filesystem::current_path(error).string();
+  return error ? path : folder + "/" + path;
+}
+
+// Files and folders (bytes), as absolute paths; the toolkit has taken its own options by now. False when an option is
+// not known.
+bool read_paths(int argc, char** argv, std::vector<std::string>& paths) {
+  bool options = true;
+  for (int i = 1; i < argc; ++i) {
+    const std::string argument = argv[i];
+    if (options && argument == "--") {
+      options = false;
+    } else if (options && is_option(argument)) {
+      print(stderr, localized_format("GUIUNKNOWNOPTION", argument) + "\n" + localized("GUIUSAGE"));
+      return false;
+    } else {
+      paths.push_back(absolute(argument));
+    }
+  }
+  return true;
+}
+
+void set_up(QTranslator& translator) {
+  QApplication::setApplicationName(QStringLiteral("Brindle"));
+  QApplication::setApplicationVersion(qt_text(appVersion()));
+  QApplication::setDesktopFileName(QString::fromLatin1(application_id));
+  QApplication::setWindowIcon(application_icon());
+  // The toolkit's own texts, in the language of ours.
+  const QString language = qt_text(current_language().code);
+  if (translator.load(QStringLiteral("qtbase_") + language, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+    QApplication::installTranslator(&translator);
+  follow_desktop_theme();
+}
+
+}  // namespace
 
 int main(int argc, char** argv) {
-  const QApplication application(argc, argv);
-  return 0;
+  set_language(language_of_environment());
+  const int answered = answer_options(argc, argv);
+  if (answered >= 0) return answered;
+  const QApplication toolkit(argc, argv);
+  std::vector<std::string> paths;
+  if (!read_paths(argc, argv, paths)) return 2;
+  QTranslator translator;
+  set_up(translator);
+  ApplicationService service;
+  if (!service.become_the_one(paths)) return 0;
+  Application application;
+  if (!application.start(std::move(paths))) return 1;
+  service.set_handler([&application](std::vector<std::string> later) { application.open(std::move(later)); });
+  return QApplication::exec();
 }

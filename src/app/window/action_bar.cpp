@@ -1,0 +1,95 @@
+#include "app/window/action_bar.h"
+
+#include <QAction>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+
+#include "app/string_table.h"
+#include "app/window/commands.h"
+#include "app/window/file_table_model.h"
+#include "app/window/file_table_view.h"
+#include "app/window/text.h"
+#include "app/window/theme.h"
+
+namespace brindle {
+namespace {
+
+QLabel* status_label(QWidget* parent, const char* name) {
+  auto* label = new QLabel(parent);
+  label->setObjectName(QString::fromLatin1(name));
+  label->setTextFormat(Qt::PlainText);
+  return label;
+}
+
+void set_quiet(QLabel* label) {
+  QPalette palette = label->palette();
+  palette.setColor(QPalette::WindowText, quiet_colour(palette));
+  label->setPalette(palette);
+}
+
+void show_text(QLabel* label, const QString& text) {
+  label->setText(text);
+  label->setVisible(!text.isEmpty());
+}
+
+// A button of an action's; its key stays the action's.
+QPushButton* action_button(QAction* action, QWidget* parent) {
+  auto* button = new QPushButton(action->icon(), action->iconText(), parent);
+  button->setObjectName(QStringLiteral("button_") + action->objectName());
+  button->setToolTip(action->toolTip());
+  button->setEnabled(action->isEnabled());
+  button->setMinimumWidth(button->fontMetrics().averageCharWidth() * 18);
+  button->setMinimumHeight(button->fontMetrics().height() * 2);
+  button->setAutoDefault(false);
+  QObject::connect(button, &QPushButton::clicked, action, &QAction::trigger);
+  QObject::connect(action, &QAction::changed, button, [button, action] { button->setEnabled(action->isEnabled()); });
+  return button;
+}
+
+}  // namespace
+
+ActionBar::ActionBar(BrindleAppController& app, FileTableView& table, const Commands& commands, QWidget* parent)
+    : QWidget(parent),
+      app_(app),
+      table_(table),
+      count_(status_label(this, "countLabel")),
+      renameable_(status_label(this, "renameableLabel")),
+      selected_(status_label(this, "selectedLabel")),
+      time_(status_label(this, "lastActionTimeTaken")) {
+  setObjectName(QStringLiteral("actionBar"));
+  auto* row = new QHBoxLayout(this);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->setSpacing(spacing(*this) * 2);
+  for (QLabel* label : {count_, renameable_, selected_, time_}) row->addWidget(label);
+  row->addStretch();
+  row->addWidget(action_button(commands.action("preview"), this));
+  QPushButton* rename = action_button(commands.action("rename"), this);
+  rename->setDefault(true);
+  QFont bold = rename->font();
+  bold.setBold(true);
+  rename->setFont(bold);
+  row->addWidget(rename);
+  set_quiet(selected_);
+  set_quiet(time_);
+  connect(&table_, &FileTableView::selection_changed, this, [this] { show_state(); });
+  observer_ = app_.add_observer([this](ChangedSet) { show_state(); });
+  show_state();
+}
+
+ActionBar::~ActionBar() {
+  app_.remove_observer(observer_);
+}
+
+void ActionBar::show_state() {
+  const WindowState& state = app_.state();
+  const std::size_t selected = table_.selected_count();
+  const std::size_t renameable = table_.file_model().renameable_count();
+  show_text(count_, qt_text(state.count_label));
+  if (!state.isExecuting)
+    show_text(renameable_, renameable > 0 ? qt_text(localized_format("RENAMEABLECOUNT", renameable)) : QString());
+  show_text(selected_, selected > 1 ? qt_text(localized_format("SELECTEDCOUNT", selected)) : QString());
+  show_text(time_, qt_text(state.lastActionTimeTaken));
+}
+
+}  // namespace brindle

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QWidget>
+#include <cstdint>
+
+#include "app/brindle_app_controller.h"
+
+class QLabel;
+
+namespace brindle {
+
+class Commands;
+class FileTableView;
+
+/// The foot of the window: what the list holds and how long the last action took; and the two buttons that everything
+/// leads to. Main thread.
+class ActionBar final : public QWidget {
+ public:
+  ActionBar(BrindleAppController& app, FileTableView& table, const Commands& commands, QWidget* parent);
+  ~ActionBar() override;
+
+ private:
+  void show_state();
+
+  BrindleAppController& app_;
+  FileTableView& table_;
+  QLabel* count_;
+  QLabel* renameable_;
+  QLabel* selected_;
+  QLabel* time_;
+  std::uint32_t observer_ = 0;
+};
+
+}  // namespace brindle

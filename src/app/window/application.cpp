@@ -1,0 +1,55 @@
+#include "app/window/application.h"
+
+#include <QApplication>
+#include <QSessionManager>
+#include <utility>
+
+#include "app/window/drop_hub.h"
+#include "app/window/main_window.h"
+#include "app/window/sheets.h"
+#include "app/window/termination.h"
+
+namespace brindle {
+namespace {
+
+// Sheets may lie over the window; an alert belongs over the topmost.
+QWidget* dialog_parent(QWidget* window) {
+  QWidget* modal = QApplication::activeModalWidget();
+  return modal ? modal : window;
+}
+
+}  // namespace
+
+Application::Application()
+    : alerts_([this] { return dialog_parent(window_.get()); }),
+      chooser_([this] { return dialog_parent(window_.get()); }),
+      controller_(Ports{alerts_, chooser_, main_thread_, worker_, desktop_}) {}
+
+Application::~Application() {
+  desktop_.set_window(nullptr);
+}
+
+bool Application::start(std::vector<std::string> paths) {
+  if (!controller_.awakeFromNib()) return false;
+  window_ = std::make_unique<MainWindow>(controller_);
+  desktop_.set_window(window_.get());
+  QApplication::setQuitOnLastWindowClosed(false);
+  window_->show();
+  controller_.applicationDidFinishLaunching();
+  const auto choose = [this](std::vector<std::string> dropped) {
+    window_->bring_to_front();
+    show_choose_items_sheet(window_.get(), controller_, std::move(dropped));
+  };
+  hub_ = std::make_unique<DropHub>(controller_, choose);
+  termination_ = std::make_unique<TerminationRequests>([this] { window_->close_now(); });
+  QObject::connect(qApp, &QGuiApplication::commitDataRequest, window_.get(), [this] { window_->save_session(); });
+  if (!paths.empty()) controller_.openFiles(std::move(paths));
+  return true;
+}
+
+void Application::open(std::vector<std::string> paths) {
+  window_->bring_to_front();
+  if (!paths.empty()) controller_.openFiles(std::move(paths));
+}
+
+}  // namespace brindle

@@ -1,0 +1,49 @@
+#pragma once
+
+// The window's program: the ports, the controller, the window and the drop hub, made and ended in the right order. Main
+// thread; a QApplication must be there.
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "app/brindle_app_controller.h"
+#include "app/window/desktop.h"
+#include "app/window/dialogs.h"
+#include "app/window/main_thread.h"
+
+namespace brindle {
+
+class DropHub;
+class MainWindow;
+class TerminationRequests;
+
+class Application {
+ public:
+  Application();
+  Application(const Application&) = delete;
+  Application& operator=(const Application&) = delete;
+  ~Application();
+
+  /// Sets the controller up, shows the window and opens the paths (bytes, absolute). False when the program cannot
+  /// run; that has been told.
+  bool start(std::vector<std::string> paths);
+  /// Paths handed over later, by another program; none brings the window to the front.
+  void open(std::vector<std::string> paths);
+
+  BrindleAppController& controller() { return controller_; }
+  MainWindow& window() { return *window_; }
+
+ private:
+  QtMainThread main_thread_;
+  QtWorker worker_{main_thread_};
+  QtAlerts alerts_;
+  QtChooser chooser_;
+  QtDesktop desktop_;
+  BrindleAppController controller_;
+  std::unique_ptr<MainWindow> window_;
+  std::unique_ptr<DropHub> hub_;
+  std::unique_ptr<TerminationRequests> termination_;
+};
+
+}  // namespace brindle

@@ -1,0 +1,103 @@
+#pragma once
+
+// The file table: keys, dragging rows into order, sorting by a click on a header, and a selection that stays with its
+// items. Drops of files are the panel's around it. Main thread.
+
+#include <QTableView>
+#include <QTimer>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "app/brindle_app_controller.h"
+
+class QMenu;
+
+namespace brindle {
+
+class FileTableModel;
+class ImagePopup;
+
+class FileTableView final : public QTableView {
+  Q_OBJECT
+
+ public:
+  enum class Direction : std::uint8_t { up, down };
+
+  FileTableView(BrindleAppController& app, QWidget* parent);
+  ~FileTableView() override;
+
+  FileTableModel& file_model() const { return *model_; }
+
+  bool has_selection() const;
+  std::size_t selected_count() const;
+  std::vector<std::size_t> selected_rows() const;  ///< sorted
+  void select_rows(const std::vector<std::size_t>& sorted_rows);
+
+  void remove_selected();
+  void move_selected(Direction direction);
+  void edit_new_name();
+  void copy_names();
+  void toggle_picture();
+  /// Sorts by a column of columns.h, the other way round when the list is in its order.
+  void sort_by(int column);
+
+  bool is_column_shown(int column) const { return !isColumnHidden(column); }
+  void show_column(int column, bool shown);
+
+  /// Fills the menu that a click with the other button opens.
+  void set_context_menu(std::function<void(QMenu&)> fill) { fill_context_menu_ = std::move(fill); }
+
+ signals:
+  void selection_changed();
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
+  void changeEvent(QEvent* event) override;
+  void startDrag(Qt::DropActions actions) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dragMoveEvent(QDragMoveEvent* event) override;
+  void dragLeaveEvent(QDragLeaveEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void leaveEvent(QEvent* event) override;
+  void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+  void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
+
+ private:
+  // The selected items, by what stays with an item wherever it goes.
+  struct Remembered {
+    std::vector<std::uint64_t> items;  // in the order of their rows
+    std::vector<std::size_t> rows;
+    std::optional<std::uint64_t> current;
+    int current_column = 0;
+  };
+
+  void follow(ChangedSet changed);
+  void set_up_header();
+  void apply_metrics();
+  std::uint64_t identity(std::size_t row) const;
+  void remember_selection();
+  void restore_selection();
+  void show_sort_order();
+  void set_current_row(std::size_t row, int column);
+  int drop_row(QPoint place) const;
+  void header_menu(QPoint place);
+  void begin_hover();
+
+  BrindleAppController& app_;
+  FileTableModel* model_;
+  ImagePopup* picture_;
+  std::uint32_t observer_ = 0;
+  Remembered remembered_;
+  std::optional<int> drop_row_;  // where dragged rows would go, while they are dragged
+  QTimer* hover_timer_;
+  int hovered_row_ = -1;
+  std::function<void(QMenu&)> fill_context_menu_;
+};
+
+}  // namespace brindle

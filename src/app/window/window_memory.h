@@ -1,0 +1,32 @@
+#pragma once
+
+// What the window remembers between runs: its place and size, docks, splitters and columns, as one value of the user
+// defaults. Main thread.
+
+#include <string_view>
+
+#include "settings/user_defaults.h"
+
+class QHeaderView;
+class QMainWindow;
+class QSplitter;
+
+namespace brindle {
+
+namespace user_default {
+inline constexpr std::string_view window_state = "WINDOWSTATE";  ///< data: as written by remember_window
+}
+
+/// The parts of a window that are remembered.
+struct WindowParts {
+  QMainWindow& window;
+  QSplitter& rows;
+  QSplitter& methods;
+  QHeaderView& columns;
+};
+
+void remember_window(const WindowParts& parts, UserDefaults& defaults);
+/// False, with nothing changed, when nothing (or nothing readable) is remembered.
+bool restore_window(const WindowParts& parts, UserDefaults& defaults);
+
+}  // namespace brindle
