@@ -262,7 +262,7 @@ class BrindleAppController final : private RulesOwner {
   bool begin_preview();
   void doPreview();
   void doPreviewRule();
-  void run_preview(std::shared_ptr<RenamePlan> plan);
+  void run_preview(const std::shared_ptr<RenamePlan>& plan);
   void show_preview(const PreviewResult& result);
   void tell_operation_error(const PreviewResult& result);
   void tell_refusal(const Refusal& refusal);
@@ -304,6 +304,7 @@ class BrindleAppController final : private RulesOwner {
   std::atomic<bool> isCancelProcess_{false};
   std::function<void()> deferred_;  // the command that waits for a quiet job to end
   bool quick_preview_is_stale_ = false;
+  bool is_asking_ = false;  // whether to rename the names shown
   NameSource names_made_with_;
   std::string currProfileFile_;
   bool isProfileLoading_ = false;

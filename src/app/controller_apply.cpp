@@ -34,7 +34,10 @@ void BrindleAppController::actionApply() {
   // What is shown is what is renamed: no preview comes between the question and its answer.
   ports_.main_thread.cancel_timer(quickPreviewTimer_);
   const bool folders = values().isFolders;
-  if (!ask(ports_, title_key(folders), folders ? "ITEMRENAMINGMESSAGEFOLDERS" : "ITEMRENAMINGMESSAGEFILES")) return;
+  is_asking_ = true;
+  const bool yes = ask(ports_, title_key(folders), folders ? "ITEMRENAMINGMESSAGEFOLDERS" : "ITEMRENAMINGMESSAGEFILES");
+  is_asking_ = false;
+  if (!yes) return;
   // The list may have changed while the question stood.
   if (!state_.rename_enabled) return;
   ApplyOptions options;
@@ -88,7 +91,10 @@ void BrindleAppController::after_apply(const ApplyResult& result, ApplyOptions o
   }
   Alert alert = apply_alert(options.isFolders, "LOGCREATEFAILED", result.error);
   alert.buttons = {"CONTINUE", "ABORT"};
-  if (ports_.alerts.show(alert) != 0 || !state_.rename_enabled) return;
+  is_asking_ = true;
+  const bool goes_on = ports_.alerts.show(alert) == 0;
+  is_asking_ = false;
+  if (!goes_on || !state_.rename_enabled) return;
   options.without_log = true;
   apply_names(std::move(options));
 }

@@ -1,10 +1,10 @@
 // Files handed to the application: rule files and profiles are opened, all others are listed.
 
-#include <algorithm>
 #include <exception>
 #include <utility>
 
 #include "app/brindle_app_controller.h"
+#include "app/document_name.h"
 #include "app/string_table.h"
 #include "platform/app_info.h"
 #include "platform/file_name.h"
@@ -19,14 +19,6 @@ constexpr std::chrono::milliseconds after_last_request{500};
 
 std::string_view name_of(std::string_view path) {
   return path.substr(path.rfind('/') + 1);
-}
-
-bool has_extension(std::string_view path, std::string_view extension) {
-  const std::string_view name = name_of(path);
-  const std::size_t dot = name.rfind('.');
-  if (dot == std::string_view::npos || dot == 0) return false;
-  return std::ranges::equal(name.substr(dot + 1), extension,
-                            [](char a, char b) { return (a >= 'A' && a <= 'Z' ? a + ('a' - 'A') : a) == b; });
 }
 
 bool ask_to_replace(const Ports& ports, std::string_view title_key, std::string_view message_key,

@@ -45,6 +45,8 @@ void BrindleAppController::schedule_quick_preview(std::chrono::milliseconds afte
 }
 
 void BrindleAppController::quickPreviewTimerMethod() {
+  // The names that a question is about stay as they are until it is answered.
+  if (is_asking_) return schedule_quick_preview(after_typing);
   if (!state_.isExecuting && !files_.empty()) quickPreview();
 }
 

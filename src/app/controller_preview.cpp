@@ -61,7 +61,7 @@ void BrindleAppController::doPreviewRule() {
   run_preview(std::make_shared<RenamePlan>(rules_.rules(), now()));
 }
 
-void BrindleAppController::run_preview(std::shared_ptr<RenamePlan> plan) {
+void BrindleAppController::run_preview(const std::shared_ptr<RenamePlan>& plan) {
   state_.isHasFilesForRenaming = false;
   names_made_with_ = {values().selectedTab, values().generalOptionIndex};
   const auto result = std::make_shared<PreviewResult>();

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "app/brindle_app_controller.h"
+#include "app/document_name.h"
 #include "app/string_table.h"
 #include "platform/file_name.h"
 #include "settings/rule_file.h"
@@ -12,11 +13,14 @@
 namespace brindle {
 namespace {
 
-bool has_rule_extension(const std::string& name) {
-  const std::size_t dot = name.rfind('.');
-  return dot != std::string::npos && dot > 0 &&
-         std::ranges::equal(std::string_view(name).substr(dot + 1), rule_extension,
-                            [](char a, char b) { return (a >= 'A' && a <= 'Z' ? a + ('a' - 'A') : a) == b; });
+std::vector<std::string> names_in(const std::string& folder) {
+  std::vector<std::string> names;
+  std::error_code failed;
+  for (std::filesystem::directory_iterator entry(folder, failed), end; !failed && entry != end;
+       entry.increment(failed)) {
+    names.push_back(entry->path().filename().string());
+  }
+  return names;
 }
 
 }  // namespace
@@ -82,10 +86,8 @@ void BrindleAppController::rules_changed() {
 
 std::vector<BrindleAppController::RulesMenuItem> BrindleAppController::loadRulesMenu() const {
   std::vector<RulesMenuItem> items;
-  std::error_code ignored;
-  for (const auto& entry : std::filesystem::directory_iterator(preferences_.defaultRulesFolderPath, ignored)) {
-    const std::string name = entry.path().filename().string();
-    if (!has_rule_extension(name)) continue;
+  for (const std::string& name : names_in(preferences_.defaultRulesFolderPath)) {
+    if (!has_extension(name, rule_extension)) continue;
     items.push_back({to_utf8(decode_file_name(std::string_view(name).substr(0, name.rfind('.')))), name});
   }
   std::ranges::sort(items, {}, &RulesMenuItem::file);
