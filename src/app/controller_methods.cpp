@@ -46,7 +46,11 @@ void BrindleAppController::replaceRemoveChanged(std::int32_t choice) {
   const RuleVariant variant = choice == 0   ? RuleVariant::replace
                               : choice == 1 ? RuleVariant::remove
                                             : RuleVariant::remove_characters;
-  choose(variant, [choice](RenameSettings& settings) { settings.isReplaceRemoveRemoveCharacters = choice == 2; });
+  choose(variant, [choice](RenameSettings& settings) {
+    settings.isReplaceRemoveRemoveCharacters = choice == 2;
+    // Only with this flag a rule made of these options removes characters too.
+    if (choice == 2) settings.isReplaceRemoveAllOccurrence = true;
+  });
   settings_.flip_settings_changed();
 }
 

@@ -75,6 +75,16 @@ void SettingBindings::bind(QLineEdit* field, std::string_view key) {
 
 void SettingBindings::bind_number(QSpinBox* field, std::string_view key) {
   const SettingRow& row = row_of(key);
+  if (const auto* number = std::get_if<NumberMember>(&row.member)) {
+    connect(field, &QSpinBox::valueChanged, this, [this, member = *number](int value) {
+      store_.commit([&](RenameSettings& settings) { settings.*member = value; });
+    });
+    add(row, field, [field, member = *number](const RenameSettings& settings) {
+      const QSignalBlocker silence(field);
+      field->setValue(settings.*member);
+    });
+    return;
+  }
   const auto member = member_of<TextMember>(row);
   connect(field, &QSpinBox::valueChanged, this, [this, member](int value) {
     store_.commit([&](RenameSettings& settings) { settings.*member = QString::number(value).toStdU16String(); });
@@ -100,12 +110,14 @@ void SettingBindings::bind(QAbstractButton* check_box, std::string_view key) {
 void SettingBindings::bind(QComboBox* box, std::string_view key) {
   const SettingRow& row = row_of(key);
   if (const auto* number = std::get_if<NumberMember>(&row.member)) {
-    connect(box, &QComboBox::activated, this, [this, member = *number](int index) {
-      store_.commit([&](RenameSettings& settings) { settings.*member = index; });
+    const bool has_data = box->itemData(0).isValid();
+    connect(box, &QComboBox::activated, this, [=, this, member = *number](int index) {
+      store_.commit(
+          [&](RenameSettings& settings) { settings.*member = has_data ? box->itemData(index).toInt() : index; });
     });
-    add(row, box, [box, member = *number](const RenameSettings& settings) {
+    add(row, box, [box, has_data, member = *number](const RenameSettings& settings) {
       const QSignalBlocker silence(box);
-      box->setCurrentIndex(settings.*member);
+      box->setCurrentIndex(has_data ? box->findData(settings.*member) : settings.*member);
     });
     return;
   }

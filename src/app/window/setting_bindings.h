@@ -28,10 +28,10 @@ class SettingBindings final : public QObject {
   ~SettingBindings() override;
 
   void bind(QLineEdit* field, std::string_view key);
-  /// A whole number that the record keeps as text.
+  /// A whole number that the record keeps as text or as a number.
   void bind_number(QSpinBox* field, std::string_view key);
   void bind(QAbstractButton* check_box, std::string_view key);
-  /// The index of the chosen entry; or, for a text key, the entry's own data (a QString).
+  /// The chosen entry's own data: a text (QString), or a number; where entries of a number key have no data, its index.
   void bind(QComboBox* box, std::string_view key);
   void bind(QDateTimeEdit* field, std::string_view key);
   /// Shows a number or a flag as the button of that id; choosing one is the handler's business.

@@ -1,0 +1,205 @@
+#include "app/window/form_rows.h"
+
+#include <QButtonGroup>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QVBoxLayout>
+#include <utility>
+
+#include "app/window/text.h"
+
+namespace brindle {
+namespace {
+
+QString object_name(std::string_view key) {
+  return qt_text(key);
+}
+
+void name_field(QWidget* field, SettingKey key, TextKey name) {
+  field->setObjectName(object_name(key));
+  field->setAccessibleName(localized_text(name));
+}
+
+}  // namespace
+
+QLineEdit* text_field(const PanelContext& context, SettingKey key, TextKey name, int characters) {
+  auto* field = new QLineEdit;
+  name_field(field, key, name);
+  field->setClearButtonEnabled(true);
+  // The clear button takes the place of about three characters.
+  field->setMinimumWidth(field->fontMetrics().averageCharWidth() * (characters + 3));
+  context.bindings.bind(field, key);
+  return field;
+}
+
+NumberField* number_field(const PanelContext& context, SettingKey key, TextKey name, NumberField::Limits limits) {
+  auto* field = new NumberField(limits);
+  name_field(field, key, name);
+  context.bindings.bind_number(field, key);
+  return field;
+}
+
+QCheckBox* check_box(const PanelContext& context, SettingKey key, TextKey text) {
+  auto* box = new QCheckBox(localized_text(text));
+  box->setObjectName(object_name(key));
+  context.bindings.bind(box, key);
+  return box;
+}
+
+QComboBox* choice_box(const PanelContext& context, SettingKey key, TextKey name, std::vector<Entry> entries) {
+  auto* box = new QComboBox;
+  name_field(box, key, name);
+  for (const Entry& entry : entries) box->addItem(localized_text(entry.text), entry.data);
+  context.bindings.bind(box, key);
+  return box;
+}
+
+QComboBox* direction_box(const PanelContext& context, SettingKey key) {
+  return choice_box(context, key, "COUNTFROM", {{"FROMSTART", {}}, {"FROMEND", {}}});
+}
+
+std::vector<QRadioButton*> radio_buttons(const PanelContext& context, QWidget* owner, SettingKey key,
+                                         const std::vector<TextKey>& texts, std::function<void(int)> chosen) {
+  auto* group = new QButtonGroup(owner);
+  group->setObjectName(object_name(key));
+  std::vector<QRadioButton*> buttons;
+  for (const TextKey text : texts) {
+    auto* button = new QRadioButton(localized_text(text), owner);
+    const int id = static_cast<int>(buttons.size());
+    button->setObjectName(object_name(key) + QString::number(id));
+    group->addButton(button, id);
+    buttons.push_back(button);
+  }
+  context.bindings.bind(group, key, std::move(chosen));
+  return buttons;
+}
+
+QPushButton* push_button(std::string_view name, TextKey text, std::function<void()> clicked) {
+  auto* button = new QPushButton(localized_text(text));
+  button->setObjectName(object_name(name));
+  button->setAutoDefault(false);
+  QObject::connect(button, &QPushButton::clicked, button, std::move(clicked));
+  return button;
+}
+
+QLabel* text_label(TextKey text) {
+  return new QLabel(localized_text(text));
+}
+
+QLabel* hint_label(TextKey text) {
+  QLabel* label = text_label(text);
+  label->setForegroundRole(QPalette::PlaceholderText);
+  label->setWordWrap(true);
+  return label;
+}
+
+void enable_when(const PanelContext& context, std::vector<SettingKey> keys, std::vector<QWidget*> fields,
+                 Condition condition) {
+  context.bindings.follow(
+      std::move(keys), [fields = std::move(fields), condition = std::move(condition)](const RenameSettings& settings) {
+        const bool on = condition(settings);
+        for (QWidget* field : fields) field->setEnabled(on);
+      });
+}
+
+void show_when(const PanelContext& context, std::vector<SettingKey> keys, std::vector<QWidget*> fields,
+               Condition condition) {
+  context.bindings.follow(
+      std::move(keys), [fields = std::move(fields), condition = std::move(condition)](const RenameSettings& settings) {
+        const bool shown = condition(settings);
+        // A field without a parent would become a window of its own.
+        for (QWidget* field : fields) {
+          if (shown && field->parentWidget() == nullptr) continue;
+          field->setVisible(shown);
+        }
+      });
+}
+
+QWidget* line(const std::vector<LinePart>& parts) {
+  auto* widget = new QWidget;
+  auto* layout = new QHBoxLayout(widget);
+  layout->setContentsMargins(0, 0, 0, 0);
+  QLabel* waiting = nullptr;
+  bool grows = false;
+  for (const LinePart& part : parts) {
+    if (part.widget == nullptr) {
+      waiting = text_label(part.text);
+      if (layout->isEmpty()) waiting->setText(waiting->text() + QLatin1Char(':'));
+      layout->addWidget(waiting);
+      continue;
+    }
+    const bool is_text = qobject_cast<QLineEdit*>(part.widget) != nullptr;
+    grows = grows || is_text;
+    layout->addWidget(part.widget, is_text ? 1 : 0);
+    if (waiting != nullptr) waiting->setBuddy(part.widget);
+    waiting = nullptr;
+  }
+  if (!grows) layout->addStretch(1);
+  return widget;
+}
+
+FormColumn::FormColumn(QHBoxLayout* columns, int stretch) : grid_(new QGridLayout) {
+  grid_->setColumnStretch(1, 1);
+  auto* column = new QVBoxLayout;
+  column->addLayout(grid_);
+  column->addStretch(1);
+  columns->addLayout(column, stretch);
+}
+
+void FormColumn::row(TextKey label, QWidget* field) {
+  auto* text = new QLabel(localized_text(label) + QLatin1Char(':'));
+  QWidget* buddy = field;
+  if (field->focusPolicy() == Qt::NoFocus && !field->findChildren<QWidget*>().isEmpty()) {
+    for (QWidget* child : field->findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+      if (child->focusPolicy() == Qt::NoFocus) continue;
+      buddy = child;
+      break;
+    }
+  }
+  text->setBuddy(buddy);
+  row(text, field);
+}
+
+void FormColumn::row(QWidget* lead, QWidget* field) {
+  grid_->addWidget(lead, next_, 0);
+  grid_->addWidget(field, next_++, 1);
+}
+
+void FormColumn::row(QWidget* widget) {
+  grid_->addWidget(widget, next_++, 0, 1, 2);
+}
+
+void FormColumn::indent(int pixels) {
+  grid_->setContentsMargins(pixels, 0, 0, 0);
+}
+
+PanelFrame::PanelFrame(std::int32_t tab, QWidget* parent)
+    : widget_(new QWidget(parent)), rows_(new QVBoxLayout(widget_)) {
+  widget_->setObjectName(QStringLiteral("methodPanel%1").arg(tab));
+}
+
+void PanelFrame::head(QWidget* row) {
+  rows_->addWidget(row);
+}
+
+QHBoxLayout* PanelFrame::columns() {
+  if (columns_ == nullptr) {
+    columns_ = new QHBoxLayout;
+    columns_->setSpacing(widget_->fontMetrics().height() * 2);
+    rows_->addLayout(columns_);
+  }
+  return columns_;
+}
+
+void PanelFrame::foot(QWidget* row) {
+  rows_->addStretch(1);
+  rows_->addWidget(row);
+}
+
+}  // namespace brindle

@@ -1,0 +1,13 @@
+#pragma once
+
+// Gives the labels, check boxes and buttons of a panel their mnemonics: in each text the first letter that nothing else
+// in the panel and no menu has. So texts need none, in any language.
+
+class QWidget;
+
+namespace brindle {
+
+/// Does so each time the panel is about to be shown, when it knows its window's menus.
+void give_mnemonics(QWidget* panel);
+
+}  // namespace brindle

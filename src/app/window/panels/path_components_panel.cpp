@@ -1,0 +1,36 @@
+#include <QLineEdit>
+
+#include "app/window/example_line.h"
+#include "app/window/panels/panels.h"
+#include "app/window/placement_rows.h"
+#include "app/window/text.h"
+
+namespace brindle {
+namespace {
+
+constexpr std::int32_t tab = 8;
+constexpr PlacementKeys places = {"pathComponentsOptionsIndex",        "pathComponentsAtPositionNo",
+                                  "pathComponentsAtPositionDirection", "pathComponentsAtBeforeText",
+                                  "pathComponentsAtBeforeOccurrence",  "pathComponentsAtAfterText",
+                                  "pathComponentsAtAfterOccurrence"};
+
+}  // namespace
+
+QWidget* make_path_components_panel(const PanelContext& context, QWidget* parent) {
+  PanelFrame panel(tab, parent);
+  BrindleAppController& controller = context.controller;
+  FormColumn left(panel.columns(), 2);
+  NumberField* levels = number_field(context, "pathComponentsLevelNo", "FOLDERLEVELS");
+  levels->setToolTip(localized_text("FOLDERLEVELSTIP"));
+  left.row("FOLDERLEVELS", line({levels}));
+  left.row("BETWEENFOLDERS", text_field(context, "pathComponentsSeparator", "BETWEENFOLDERS", 6));
+  left.row("TEXTBEFORE", text_field(context, "pathComponentsPrefix", "TEXTBEFORE", 6));
+  left.row("TEXTAFTER", text_field(context, "pathComponentsSuffix", "TEXTAFTER", 6));
+  FormColumn right(panel.columns(), 3);
+  add_placement_rows(context, right, panel.widget(), places,
+                     [&controller](int option) { controller.pathComponentsOptionsChanged(option); });
+  panel.foot(new ExampleLine(tab, controller));
+  return panel.widget();
+}
+
+}  // namespace brindle
