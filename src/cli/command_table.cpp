@@ -96,20 +96,21 @@ constexpr auto rename_examples = std::to_array<Example>({
     {"rename Photos insert 'Brest - '", "", ""},
     {"rename --yes Music replace _ ' ' --all then case --proper", "", ""},
     {"rename --yes -0 --from - extension --lower", "", ""},
+    {"rename --list list.txt", "", ""},
+    {"rename --rules clean.brrule Music", "", ""},
 });
 constexpr auto profile_save_examples = std::to_array<Example>({
     {"profile save trip.brprofile insert 'Brest - '", "", ""},
-    {"profile save folders.brprofile --folders --set selectedTab=5 --set generalFileNameCase=1", "", ""},
+    {"profile save lower.brprofile --folders case --lower", "", ""},
 });
 constexpr auto profile_show_examples = std::to_array<Example>({{"profile show trip.brprofile", "", ""}});
 constexpr auto rules_save_examples = std::to_array<Example>({
-    {"rules save clean.brrule replace _ ' ' --all then case --proper then extension --lower", "", ""},
+    {"rules save clean.brrule replace _ ' ' --all then case --proper", "", ""},
 });
 constexpr auto rules_show_examples = std::to_array<Example>({{"rules show clean.brrule", "", ""}});
 constexpr auto export_examples = std::to_array<Example>({
     {"export list.txt Photos", "", ""},
     {"export list.txt --sort name Photos date", "", ""},
-    {"rename --list list.txt", "", ""},
 });
 constexpr auto undo_examples = std::to_array<Example>({
     {"undo", "", ""},

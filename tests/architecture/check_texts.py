@@ -13,8 +13,8 @@ import sys
 CAPITALS = re.compile(r'"([A-Z][A-Z0-9]{2,})"')
 LABEL = re.compile(r'(?<![\w"])"([A-Z][^"\n]+)"')
 KEY = re.compile(r'^    \{"((?:[^"\\]|\\.)*)"', re.MULTILINE)
-# Where texts are asked for. Below that, capitals are tags of files, names of variables, kinds of fields.
-FOLDERS = ("app", "cli", "settings")
+# Where texts are asked for. Elsewhere capitals are tags of files, names of variables, kinds of fields.
+PLACES = ("app/**/*", "cli/*", "settings/validation.*", "settings/settings_record.*")
 NOT_TEXTS = {
     # keys of the user defaults
     "DEFAULTS", "HUBPOSITION", "INCLUDEHIDDEN", "LASTPROFILE", "LASTRULE", "LIVEPREVIEW", "LIVEPREVIEWALLFILES",
@@ -22,8 +22,8 @@ NOT_TEXTS = {
     # what the command line calls values, and the manual page its sections
     "COUNT", "DATE", "EXT", "FILE", "LETTERS", "LIST", "MASK", "PATTERN", "TEXT", "COMMANDS", "DESCRIPTION", "METHODS",
     "NAME", "OPTIONS", "SYNOPSIS",
-    # groups of metadata fields, variables of the environment, a marker of dates
-    "AUDIO", "CUSTOM", "EXIF", "FILEINFO", "ID3", "IPTC", "SEQUENCES", "XMP", "LANG", "LANGUAGE", "POSIX", "TERM", "XXX",
+    # groups of metadata fields, variables of the environment
+    "AUDIO", "CUSTOM", "EXIF", "FILEINFO", "ID3", "IPTC", "SEQUENCES", "XMP", "LANG", "LANGUAGE", "POSIX", "TERM",
 }
 
 
@@ -31,8 +31,8 @@ def main():
     source = pathlib.Path(sys.argv[1])
     texts = set(KEY.findall((source / "app/strings_english.cpp").read_text(encoding="utf-8")))
     missing = []
-    for folder in FOLDERS:
-        for path in sorted((source / folder).rglob("*")):
+    for place in PLACES:
+        for path in sorted(source.glob(place)):
             if path.suffix not in (".h", ".cpp") or path.name.startswith("strings_"):
                 continue
             pattern = LABEL if path.name == "rule_tree.cpp" else CAPITALS
