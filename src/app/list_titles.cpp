@@ -1,5 +1,7 @@
 #include "app/list_titles.h"
 
+#include <algorithm>
+
 #include "app/string_table.h"
 #include "platform/text_encoding.h"
 
@@ -7,8 +9,9 @@ namespace brindle {
 namespace {
 
 std::vector<std::u16string> titles_of(std::string_view key) {
-  std::vector<std::u16string> titles;
-  for (const std::string& title : localized_in_all_languages(key)) titles.push_back(decode_utf8(title));
+  const std::vector<std::string> texts = localized_in_all_languages(key);
+  std::vector<std::u16string> titles(texts.size());
+  std::ranges::transform(texts, titles.begin(), decode_utf8);
   return titles;
 }
 

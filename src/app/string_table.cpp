@@ -117,6 +117,7 @@ std::string localized(std::string_view key) {
 
 std::vector<std::string> localized_in_all_languages(std::string_view key) {
   std::vector<std::string> texts;
+  texts.reserve(known_languages.size());
   for (const Language& language : known_languages) texts.emplace_back(text_in(language, key));
   return texts;
 }

@@ -64,6 +64,10 @@ constexpr auto window = std::to_array<StringEntry>({
      "Oder wählen Sie sie hier aus. Nichts wird umbenannt, bevor Sie es verlangen, und alles lässt sich rückgängig "
      "machen."},
     {"HINTTITLE", "Legen Sie Dateien oder Ordner hier ab"},
+    {"HUBHIDE", "Ablagefeld ausblenden"},
+    {"HUBHINT", "Legen Sie Dateien oder Ordner hier ab; ein Doppelklick zeigt das Fenster"},
+    {"HUBSHOWWINDOW", "Fenster zeigen"},
+    {"HUBTITLE", "Ablagefeld"},
     {"ITEMCOUNT", "%d Objekte", "%d Objekt"},
     {"JOBEXPORTING", "Liste wird exportiert"},
     {"JOBLOADING", "Liste wird gefüllt"},

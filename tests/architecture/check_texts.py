@@ -18,10 +18,12 @@ PLACES = ("app/**/*", "cli/*", "settings/validation.*", "settings/settings_recor
 NOT_TEXTS = {
     # keys of the user defaults
     "DEFAULTS", "HUBPOSITION", "INCLUDEHIDDEN", "LASTPROFILE", "LASTRULE", "LIVEPREVIEW", "LIVEPREVIEWALLFILES",
-    "LIVEPREVIEWFILESLIMIT", "RECENTITEMS",
+    "LIVEPREVIEWFILESLIMIT", "RECENTITEMS", "WINDOWSTATE",
     # what the command line calls values, and the manual page its sections
     "COUNT", "DATE", "EXT", "FILE", "LETTERS", "LIST", "MASK", "PATTERN", "TEXT", "COMMANDS", "DESCRIPTION", "METHODS",
     "NAME", "OPTIONS", "SYNOPSIS",
+    # patterns of dates
+    "DDD", "EEE", "EEEE", "MMM", "MMMM", "SSS",
     # groups of metadata fields, variables of the environment
     "AUDIO", "CUSTOM", "EXIF", "FILEINFO", "ID3", "IPTC", "SEQUENCES", "XMP", "LANG", "LANGUAGE", "POSIX", "TERM",
 }
@@ -29,7 +31,8 @@ NOT_TEXTS = {
 
 def main():
     source = pathlib.Path(sys.argv[1])
-    texts = set(KEY.findall((source / "app/strings_english.cpp").read_text(encoding="utf-8")))
+    tables = source.glob("app/strings_english*.cpp")
+    texts = {key for path in tables for key in KEY.findall(path.read_text(encoding="utf-8"))}
     missing = []
     for place in PLACES:
         for path in sorted(source.glob(place)):
