@@ -267,7 +267,7 @@ class BrindleAppController final : private RulesOwner {
   void tell_operation_error(const PreviewResult& result);
   void tell_refusal(const Refusal& refusal);
 
-  void apply_names(ApplyOptions options);
+  void apply_names(const ApplyOptions& options);
   void show_apply(const ApplyResult& result, const ApplyOptions& options);
   void after_apply(const ApplyResult& result, ApplyOptions options);
 

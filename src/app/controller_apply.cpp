@@ -1,7 +1,5 @@
 // Renaming.
 
-#include <sys/stat.h>
-
 #include <utility>
 
 #include "app/brindle_app_controller.h"
@@ -49,10 +47,10 @@ void BrindleAppController::actionApply() {
   options.log_folder = preferences_.defaultLogFolderPath;
   std::string error;
   if (options.log_folder == default_preferences().defaultLogFolderPath) createApplicationUsersFolder("Logs", error);
-  apply_names(std::move(options));
+  apply_names(options);
 }
 
-void BrindleAppController::apply_names(ApplyOptions options) {
+void BrindleAppController::apply_names(const ApplyOptions& options) {
   state_.isHasFilesForRenaming = false;
   const auto result = std::make_shared<ApplyResult>();
   const auto is_done = std::make_shared<bool>(false);
@@ -96,7 +94,7 @@ void BrindleAppController::after_apply(const ApplyResult& result, ApplyOptions o
   is_asking_ = false;
   if (!goes_on || !state_.rename_enabled) return;
   options.without_log = true;
-  apply_names(std::move(options));
+  apply_names(options);
 }
 
 }  // namespace brindle

@@ -205,6 +205,14 @@ TEST_F(Renaming, NoLivePreviewUndoesAPreviewOrARename) {
   rename();
   advance(1000);
   EXPECT_THAT(rows(), ElementsAre("yxa -> Renaming (OK)"));
+  insert(u"1");
+  advance(400);
+  ports_.alerts.while_shown = [this](const Alert&) {  // a question's own loop lets timers fire
+    insert(u"2");
+    advance(1000);
+  };
+  rename();
+  EXPECT_THAT(tree_.names(), ElementsAre("1yxa"));
 }
 
 TEST_F(Renaming, ALongListIsPreviewedByAQuietJobThatMakesWay) {
