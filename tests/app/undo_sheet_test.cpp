@@ -7,6 +7,7 @@
 #include "app/controller_support.h"
 #include "app/export_sheet_controller.h"
 #include "app/undo_sheet_controller.h"
+#include "files/metadata_catalogue.h"
 #include "platform/data_folders.h"
 
 namespace brindle::test {
@@ -90,6 +91,25 @@ TEST_F(UndoSheet, ACancelledUndoKeepsItsLog) {
   sheet.undoRenaming();
   run();
   EXPECT_THAT(tree_.names(), ElementsAre("a"));
+}
+
+TEST_F(UndoSheet, TheLivePreviewMakesWay) {
+  rename({"a.jpg"});
+  app().setPhotoMetaDataList({*find_field(u"<EXIF_Date>")});
+  app().select_tab(7);
+  ports_.worker.hold = true;
+  set([](RenameSettings& settings) { settings.insertDeleteInsert = u"y"; });
+  advance(500);
+  ASSERT_TRUE(app().state().is_quiet);
+  UndoSheetController sheet(app());
+  sheet.tableViewSelectionDidChange(0);
+  sheet.undoRenaming();
+  EXPECT_FALSE(sheet.isUndoing());
+  ports_.worker.hold = false;
+  ports_.worker.release();
+  run();
+  EXPECT_THAT(tree_.names(), ElementsAre("a.jpg"));
+  EXPECT_FALSE(ports_.desktop.has("beep"));
 }
 
 TEST_F(UndoSheet, AFileFromAnywhereIsCheckedFirst) {
