@@ -286,7 +286,7 @@ class BrindleAppController final : private RulesOwner {
   void open_rule_document(const std::string& path);
   void open_profile_document(const std::string& path);
 
-  void import_list(std::shared_ptr<FileRenameItem> item);
+  void import_list(const std::shared_ptr<FileRenameItem>& item);
   void drop_rename_file();
 
   Ports ports_;

@@ -76,7 +76,7 @@ void BrindleAppController::loadRenameFile(bool folders) {
   start_job(std::move(call));
 }
 
-void BrindleAppController::import_list(std::shared_ptr<FileRenameItem> item) {
+void BrindleAppController::import_list(const std::shared_ptr<FileRenameItem>& item) {
   clearFilesFolders();
   const bool folders = item->importType != 0;
   set_folders_mode(folders);
