@@ -54,7 +54,7 @@ class BrindleAppController final : private RulesOwner {
   bool awakeFromNib();
   /// Restores the last session: its profile or its settings, and its chain.
   void applicationDidFinishLaunching();
-  /// Saves the session. False when the program must stay (a job runs).
+  /// Saves the session. False while a job runs (a quiet one is cancelled): ask again when it has ended.
   bool applicationShouldTerminate();
 
   // What is shown. Observers are called after each change, on the main thread, with what may have changed.

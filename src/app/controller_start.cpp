@@ -120,13 +120,9 @@ void BrindleAppController::restore_rules() {
 }
 
 bool BrindleAppController::applicationShouldTerminate() {
-  if (state_.isExecuting) {
-    // A job that renames is never broken off behind a person's back; it can be cancelled, and then the program ended.
-    defer([this] {
-      if (applicationShouldTerminate()) ports_.desktop.quit();
-    });
-    return false;
-  }
+  // A job that renames is never broken off behind a person's back: it can be cancelled, and then the program ended. A
+  // quiet one stops at once.
+  if (defer({})) return false;
   ports_.desktop.end_editing();
   save_left_profile();
   keep_session();
