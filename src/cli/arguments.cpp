@@ -68,20 +68,28 @@ std::string where_option_belongs(std::string_view name) {
   return {};
 }
 
+void set_column(ExportOptions& columns, OptionId id) {
+  if (id == OptionId::no_name) columns.isFilename = false;
+  if (id == OptionId::no_new_name) columns.isNewFilename = false;
+  if (id == OptionId::no_location) columns.isLocation = false;
+  if (id == OptionId::full_paths) columns.isIncludeLocation = true;
+  if (id == OptionId::no_header) columns.addColumnNamesInHeader = false;
+}
+
+void set_choice_of_items(Options& options, OptionId id) {
+  if (id == OptionId::files) options.folders = false;
+  if (id == OptionId::folders) options.folders = true;
+  if (id == OptionId::subfolders) options.subfolders = true;
+  if (id == OptionId::no_subfolders) options.subfolders = false;
+}
+
 void set_option(Options& options, OptionId id, std::string_view value) {
   switch (id) {
     case OptionId::files:
-      options.folders = false;
-      return;
     case OptionId::folders:
-      options.folders = true;
-      return;
     case OptionId::subfolders:
-      options.subfolders = true;
-      return;
     case OptionId::no_subfolders:
-      options.subfolders = false;
-      return;
+      return set_choice_of_items(options, id);
     case OptionId::hidden:
       options.hidden = true;
       return;
@@ -107,20 +115,11 @@ void set_option(Options& options, OptionId id, std::string_view value) {
       options.list = value;
       return;
     case OptionId::no_name:
-      options.columns.isFilename = false;
-      return;
     case OptionId::no_new_name:
-      options.columns.isNewFilename = false;
-      return;
     case OptionId::no_location:
-      options.columns.isLocation = false;
-      return;
     case OptionId::full_paths:
-      options.columns.isIncludeLocation = true;
-      return;
     case OptionId::no_header:
-      options.columns.addColumnNamesInHeader = false;
-      return;
+      return set_column(options.columns, id);
     case OptionId::all:
       options.all = true;
       return;

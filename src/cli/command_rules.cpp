@@ -13,6 +13,7 @@
 #include "cli/json_lines.h"
 #include "cli/rename_batch.h"
 #include "cli/settings_files.h"
+#include "platform/file_name.h"
 #include "settings/rule_file.h"
 
 namespace brindle {
@@ -28,15 +29,15 @@ std::string visible(const std::string& value, const Console& console) {
   return fades ? fmt::format("\"{}\"", console.shown(value)) : console.shown(value);
 }
 
-// "Insert", or "Remove Extension (General)" where the method is called otherwise than its variant.
-std::string title_of(const RuleNode& node, const Console& console) {
-  if (node.option() == node.value()) return console.shown(node.option());
-  return fmt::format("{} ({})", console.shown(node.option()), console.shown(node.value()));
+// Variant and method as the file has them: "Insert (InsertDelete)", or "General" where they are called alike.
+std::string title_of(const Rule& rule, const Console& console) {
+  const std::string type = console.shown(to_utf8(rule.type));
+  return rule.type == rule.rule ? type : fmt::format("{} ({})", type, console.shown(to_utf8(rule.rule)));
 }
 
 void print_tree(const RuleNode& node, std::size_t number, Console& console) {
   const Style& style = console.style();
-  console.out() << fmt::format("{}{}. {}{}", style.heading, number, title_of(node, console), style.plain);
+  console.out() << fmt::format("{}{}. {}{}", style.heading, number, title_of(*node.rule(), console), style.plain);
   if (!node.rule()->isActive) console.out() << style.problem << ", switched off" << style.plain;
   console.out() << '\n';
   std::size_t width = 0;
@@ -54,8 +55,8 @@ void print_json(const RuleNode& node, std::size_t number, std::string& buffer) {
   for (const RuleNode& row : node.children()) rows.push_back({row.option(), row.value()});
   JsonLine(buffer)
       .number("number", number)
-      .text("rule", node.value())
-      .text("type", node.option())
+      .text("rule", to_utf8(node.rule()->rule))
+      .text("type", to_utf8(node.rule()->type))
       .flag("isActive", node.rule()->isActive)
       .pairs("rows", "option", "value", rows);
 }
