@@ -1,0 +1,99 @@
+#include "app/window/rules_model.h"
+
+#include <array>
+
+#include "app/rule_tree.h"
+#include "app/window/text.h"
+
+namespace brindle {
+namespace {
+
+constexpr std::array<std::string_view, 9> method_names = {
+    "METHODSEQUENCE", "METHODINSERTDELETE", "METHODREPLACEREMOVE", "METHODPREFIXSUFFIX",  "METHODDATETIME",
+    "METHODGENERAL",  "METHODAUDIO",        "METHODPHOTO",         "METHODPATHCOMPONENTS"};
+
+QString method_name(const Rule& rule) {
+  const std::optional<RuleVariant> variant = variant_of(rule);
+  // A rule of a method that is not known here is called what its file calls it.
+  if (!variant) return qt_text(std::u16string_view(rule.rule));
+  return localized_text(method_names.at(static_cast<std::size_t>(rule_kind(*variant).tab)));
+}
+
+}  // namespace
+
+QString rule_summary(const Rule& rule) {
+  const RuleNode node(rule);
+  QString rows;
+  for (const RuleNode& row : node.children()) {
+    rows += QStringLiteral("<tr><td>%1&nbsp;&nbsp;</td><td>%2</td></tr>")
+                .arg(qt_text(row.option()).toHtmlEscaped(), qt_text(row.value()).toHtmlEscaped());
+  }
+  const QString title = QStringLiteral("%1: %2").arg(method_name(rule), qt_text(node.option()));
+  return QStringLiteral("<b>%1</b><table>%2</table>").arg(title.toHtmlEscaped(), rows);
+}
+
+RulesModel::RulesModel(BrindleAppController& controller, QObject* parent)
+    : QAbstractTableModel(parent), controller_(controller) {
+  rows_ = static_cast<int>(controller_.rules_controller().rules().size());
+  observer_ = controller_.add_observer([this](ChangedSet changed) {
+    if (has(changed, Changed::rules)) refresh();
+  });
+}
+
+RulesModel::~RulesModel() {
+  controller_.remove_observer(observer_);
+}
+
+void RulesModel::refresh() {
+  const int rows = static_cast<int>(controller_.rules_controller().rules().size());
+  if (rows != rows_) {
+    beginResetModel();
+    rows_ = rows;
+    endResetModel();
+  } else if (rows > 0) {
+    emit dataChanged(index(0, 0), index(rows - 1, column_count - 1));
+  }
+}
+
+int RulesModel::rowCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : rows_;
+}
+
+int RulesModel::columnCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : column_count;
+}
+
+QVariant RulesModel::data(const QModelIndex& index, int role) const {
+  const std::vector<Rule>& rules = controller_.rules_controller().rules();
+  if (!index.isValid() || static_cast<std::size_t>(index.row()) >= rules.size()) return {};
+  const Rule& rule = rules[static_cast<std::size_t>(index.row())];
+  if (role == Qt::ToolTipRole) return rule_summary(rule);
+  if (index.column() == active) {
+    if (role == Qt::CheckStateRole) return rule.isActive ? Qt::Checked : Qt::Unchecked;
+    if (role == Qt::AccessibleTextRole) return localized_text("RULECOLUMNACTIVE");
+    return {};
+  }
+  if (role != Qt::DisplayRole) return {};
+  return index.column() == method ? method_name(rule) : qt_text(RuleNode(rule).option());
+}
+
+bool RulesModel::setData(const QModelIndex& index, const QVariant& value, int role) {
+  if (role != Qt::CheckStateRole || index.column() != active) return false;
+  controller_.rules_controller().setObjectValue(value.toInt() == Qt::Checked ? u"1" : u"0", "isActive",
+                                                static_cast<std::size_t>(index.row()));
+  return true;
+}
+
+QVariant RulesModel::headerData(int section, Qt::Orientation orientation, int role) const {
+  constexpr std::array<std::string_view, column_count> titles = {"RULECOLUMNACTIVE", "RULECOLUMNMETHOD",
+                                                                 "RULECOLUMNVARIANT"};
+  if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
+  return localized_text(titles.at(static_cast<std::size_t>(section)));
+}
+
+Qt::ItemFlags RulesModel::flags(const QModelIndex& index) const {
+  const Qt::ItemFlags flags = QAbstractTableModel::flags(index);
+  return index.column() == active ? flags | Qt::ItemIsUserCheckable : flags;
+}
+
+}  // namespace brindle
