@@ -27,8 +27,7 @@ QString display_path_text(std::string_view bytes) {
 std::string path_bytes(const QUrl& url) {
   if (!url.isLocalFile()) return {};
   // The encoded form still has every byte of the name; the decoded one has replaced those that are no UTF-8.
-  QByteArray encoded =
-      url.toEncoded(QUrl::RemoveScheme | QUrl::RemoveAuthority | QUrl::RemoveQuery | QUrl::RemoveFragment);
+  const QByteArray encoded = url.path(QUrl::FullyEncoded).toUtf8();
   return QByteArray::fromPercentEncoding(encoded).toStdString();
 }
 

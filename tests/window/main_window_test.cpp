@@ -1,0 +1,193 @@
+#include <QAction>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSet>
+
+#include "app/undo_sheet_controller.h"
+#include "app/window/columns.h"
+#include "app/window/commands.h"
+#include "window/window_fixture.h"
+
+namespace brindle::test {
+namespace {
+
+using MainWindowTest = WindowTest;
+
+TEST_F(MainWindowTest, AFolderIsDroppedPreviewedWhileTypingRenamedAndUndone) {
+  disk.make({"in/b 2.txt", "in/b 10.txt", "in/a.txt"});
+  controller->setIncludeSubFolders(true);
+  EXPECT_TRUE(find("emptyHint")->isVisible());
+  picture("empty");
+  drop_on_list({disk / "in"});
+  EXPECT_EQ(table().model()->rowCount(), 3);
+  EXPECT_TRUE(table().isVisible());
+
+  find<QAction>("method1")->trigger();
+  auto* text = find<QLineEdit>("insertDeleteInsert");
+  text->setFocus();
+  QTest::keyClicks(text, "new ");
+  EXPECT_TRUE(QTest::qWaitFor([this] { return controller->state().rename_enabled; }));
+  wait_until_idle();
+  EXPECT_EQ(QSet<QString>({"new a.txt", "new b 2.txt", "new b 10.txt"}),
+            QSet<QString>(column_texts(new_name_column).begin(), column_texts(new_name_column).end()));
+  picture("live_preview");
+
+  alerts.answers = {0};
+  QTest::mouseClick(find<QPushButton>("button_rename"), Qt::LeftButton);
+  wait_until_idle();
+  EXPECT_EQ(alerts.take(), std::vector<std::string>{"ITEMRENAMINGMESSAGEFILES"});
+  EXPECT_EQ(disk.names(), (std::vector<std::string>{"in", "in/new a.txt", "in/new b 10.txt", "in/new b 2.txt"}));
+  EXPECT_EQ(cell(0, new_name_column), "Renaming (OK)");
+  EXPECT_FALSE(find<QPushButton>("button_rename")->isEnabled());
+  picture("renamed");
+
+  alerts.answers = {0};
+  UndoSheetController undo(*controller);
+  undo.tableViewSelectionDidChange(0);
+  undo.undoRenaming();
+  wait_until_idle();
+  EXPECT_EQ(disk.names(), (std::vector<std::string>{"in", "in/a.txt", "in/b 10.txt", "in/b 2.txt"}));
+}
+
+TEST_F(MainWindowTest, RowsAreMovedSortedAndRemovedByKeysAndTheSelectionStaysWithItsItems) {
+  disk.make({"a1.txt", "a2.txt", "a10.txt"});
+  drop_on_list({disk / "a2.txt", disk / "a10.txt", disk / "a1.txt"});
+  table().setFocus();
+  table().select_rows({2});
+  table().setCurrentIndex(table().model()->index(2, name_column));
+  QTest::keyClick(&table(), Qt::Key_Up, Qt::ControlModifier);
+  EXPECT_EQ(column_texts(name_column), QStringList({"a2.txt", "a1.txt", "a10.txt"}));
+  EXPECT_EQ(table().selected_rows(), std::vector<std::size_t>{1});
+
+  table().sort_by(name_column);
+  EXPECT_EQ(column_texts(name_column), QStringList({"a1.txt", "a2.txt", "a10.txt"}));
+  EXPECT_EQ(table().selected_rows(), std::vector<std::size_t>{0});
+  EXPECT_EQ(table().currentIndex().row(), 0);
+  table().sort_by(name_column);
+  EXPECT_EQ(column_texts(name_column), QStringList({"a10.txt", "a2.txt", "a1.txt"}));
+  EXPECT_EQ(table().horizontalHeader()->sortIndicatorOrder(), Qt::DescendingOrder);
+
+  QTest::keyClick(&table(), Qt::Key_Delete);
+  EXPECT_EQ(column_texts(name_column), QStringList({"a10.txt", "a2.txt"}));
+  EXPECT_EQ(table().selected_rows(), std::vector<std::size_t>{1});
+  QTest::keyClick(&table(), Qt::Key_A, Qt::ControlModifier);
+  QTest::keyClick(&table(), Qt::Key_Backspace);
+  EXPECT_TRUE(find("emptyHint")->isVisible());
+}
+
+TEST_F(MainWindowTest, OneNewNameIsTypedInTheTable) {
+  disk.make({"a.txt", "b.txt"});
+  drop_on_list({disk / "a.txt", disk / "b.txt"});
+  table().setFocus();
+  table().setCurrentIndex(table().model()->index(0, name_column));
+  QTest::keyClick(&table(), Qt::Key_F2);
+  auto* editor = find<QLineEdit>("newNameEditor");
+  ASSERT_NE(editor, nullptr);
+  EXPECT_EQ(editor->text(), "a.txt");
+  editor->setText("b.txt");
+  QTest::keyClick(editor, Qt::Key_Return);
+  EXPECT_EQ(cell(0, new_name_column), "File Already Exists");
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  table().setCurrentIndex(table().model()->index(1, name_column));
+  QTest::keyClick(&table(), Qt::Key_F2);
+  editor = find<QLineEdit>("newNameEditor");
+  ASSERT_NE(editor, nullptr);
+  editor->setText("c.txt");
+  QTest::keyClick(editor, Qt::Key_Return);
+  EXPECT_EQ(cell(1, new_name_column), "c.txt");
+  EXPECT_TRUE(find<QPushButton>("button_rename")->isEnabled());
+}
+
+TEST_F(MainWindowTest, NamesThatAreNoUtf8ComeInByDrop) {
+  const std::string name = "caf\xe9 100%.txt";
+  disk.make({name});
+  drop_on_list({disk / name});
+  ASSERT_EQ(controller->files().size(), 1U);
+  EXPECT_EQ(controller->files()[0].name(), name);
+}
+
+TEST_F(MainWindowTest, SizeColumnsAndSplittersAreFoundAgain) {
+  table().show_column(new_name_column + 2, true);
+  table().setColumnWidth(name_column, 123);
+  find<QAction>("showRules")->trigger();
+  window->resize(1000, 650);
+  window->close_now();
+  close();
+  open();
+  EXPECT_TRUE(table().is_column_shown(new_name_column + 2));
+  EXPECT_EQ(table().columnWidth(name_column), 123);
+  EXPECT_TRUE(find("rulesDrawer")->isVisible());
+  EXPECT_TRUE(controller->rules_controller().isOpen());
+}
+
+TEST_F(MainWindowTest, EveryCommandHasATextAndKeysOfItsOwnInEveryLanguage) {
+  for (const Language& language : languages()) {
+    set_language(language);
+    close();
+    open();
+    QSet<QString> keys;
+    for (const Command& command : all_commands()) {
+      const auto* action = find<QAction>(std::string(command.id).c_str());
+      EXPECT_NE(action->text(), qt_text(command.text));
+      EXPECT_FALSE(action->shortcuts().isEmpty()) << command.id;
+      for (const QKeySequence& key : action->shortcuts()) {
+        EXPECT_FALSE(keys.contains(key.toString())) << command.id;
+        keys << key.toString();
+      }
+    }
+  }
+}
+
+TEST_F(MainWindowTest, FoldersModeEmptiesTheListAndTakesSubfolders) {
+  disk.make({"in/sub/deep/", "in/a.txt"});
+  controller->setIncludeSubFolders(true);
+  drop_on_list({disk / "in"});
+  EXPECT_EQ(column_texts(name_column), QStringList{"a.txt"});
+  find<QRadioButton>("modeFolders")->click();
+  EXPECT_TRUE(controller->files().empty());
+  EXPECT_TRUE(controller->values().isIncludeSubFolders);
+  drop_on_list({disk / "in"});
+  EXPECT_EQ(column_texts(name_column), QStringList({"sub", "deep"}));
+}
+
+struct Look {
+  const char* name;
+  std::size_t language;
+  bool dark;
+};
+
+class InEveryLook : public WindowTest, public testing::WithParamInterface<Look> {};
+
+TEST_P(InEveryLook, TheWindowFitsItsSmallestScreen) {
+  set_language(languages()[GetParam().language]);
+  use_palette(GetParam().dark);
+  close();
+  open();
+  disk.make({"Holiday/IMG_0001.JPG", "Holiday/IMG_0002.JPG", "Holiday/notes (1).txt", "Holiday/Tune.mp3",
+             "Holiday/Sub/IMG_0003.JPG"});
+  controller->setIncludeSubFolders(true);
+  drop_on_list({disk / "Holiday"});
+  find<QAction>("method2")->trigger();
+  auto* search = find<QLineEdit>("replaceRemoveThis");
+  QTest::keyClicks(search, "IMG_");
+  QTest::keyClicks(find<QLineEdit>("replaceRemoveWith"), "Beach ");
+  trigger("preview");
+  picture(GetParam().name);
+  EXPECT_LE(window->minimumSizeHint().width(), 1024);
+  EXPECT_LE(window->minimumSizeHint().height(), 700);
+  EXPECT_EQ(column_texts(new_name_column).filter("Beach").size(), 3);
+  find<QAction>("showRules")->trigger();
+  picture((std::string(GetParam().name) + "_rules").c_str());
+}
+
+INSTANTIATE_TEST_SUITE_P(MainWindow, InEveryLook,
+                         testing::Values(Look{"light", 0, false}, Look{"dark", 0, true}, Look{"german", 1, false},
+                                         Look{"german_dark", 1, true}),
+                         [](const auto& look) { return std::string(look.param.name); });
+
+}  // namespace
+}  // namespace brindle::test

@@ -1,0 +1,86 @@
+#pragma once
+
+// One panel, or another part of the window, over a real controller; work runs at once.
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QTest>
+#include <QVBoxLayout>
+#include <cstdlib>
+#include <memory>
+
+#include "app/brindle_app_controller.h"
+#include "app/scripted_ports.h"
+#include "app/string_table.h"
+#include "app/window/method_panels.h"
+#include "app/window/setting_bindings.h"
+#include "app/window/text.h"
+#include "app/window/theme.h"
+
+namespace brindle::test {
+
+class PanelTest : public testing::Test {
+ protected:
+  PanelTest() {
+    controller = std::make_unique<BrindleAppController>(ports.ports(), ports.clock());
+    EXPECT_TRUE(controller->awakeFromNib());
+    bindings = std::make_unique<SettingBindings>(controller->settings(), nullptr);
+  }
+  ~PanelTest() override {
+    frame.reset();
+    bindings.reset();
+    controller.reset();
+    set_language(languages().front());
+    use_palette(false);
+  }
+
+  /// Puts a widget into a window of a size.
+  void show(QWidget* widget, int width, int height) {
+    frame = std::make_unique<QWidget>();
+    auto* layout = new QVBoxLayout(frame.get());
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(widget);
+    frame->resize(width, height);
+    frame->show();
+    frame->activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(frame.get()));
+  }
+  QWidget* show_panel(std::int32_t tab) {
+    controller->select_tab(tab);
+    // The fields of the panel before go with it.
+    frame.reset();
+    bindings = std::make_unique<SettingBindings>(controller->settings(), nullptr);
+    QWidget* panel = make_method_panel(tab, *controller, *bindings, nullptr);
+    show(panel, 820, 250);
+    return panel;
+  }
+  template <class Widget = QWidget>
+  Widget* find(const char* name) const {
+    auto* widget = frame->findChild<Widget*>(QString::fromLatin1(name));
+    EXPECT_NE(widget, nullptr) << name;
+    return widget;
+  }
+  void type(const char* field, const char* text) const {
+    auto* widget = find(field);
+    widget->setFocus();
+    QTest::keyClick(widget, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClicks(widget, QString::fromUtf8(text));
+  }
+  const RenameSettings& values() const { return controller->values(); }
+
+  static void picture(QWidget* widget, const std::string& name) {
+    const char* folder = std::getenv("BRINDLE_TEST_PICTURES");
+    if (folder == nullptr) return;
+    QApplication::processEvents();
+    widget->grab().save(QStringLiteral("%1/%2.png").arg(QString::fromLocal8Bit(folder), QString::fromStdString(name)));
+  }
+
+  TempHome home;
+  ScriptedPorts ports;
+  std::unique_ptr<BrindleAppController> controller;
+  std::unique_ptr<SettingBindings> bindings;
+  std::unique_ptr<QWidget> frame;
+};
+
+}  // namespace brindle::test
