@@ -40,7 +40,7 @@ QWidget* custom_text_row(const PanelContext& context) {
   text->setClearButtonEnabled(true);
   const auto add = [text, &controller = context.controller] {
     if (text->text().isEmpty()) return;
-    controller.id3RenamingMaskActions(u"<" + utf16(text->text()) + u">");
+    controller.id3RenamingMaskActions(utf16(u'<' + text->text() + u'>'));
     text->clear();
   };
   QPushButton* button = push_button("id3AddCustomText", "ADDTOMASK", add);
