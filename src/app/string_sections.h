@@ -27,8 +27,9 @@ struct StringSections {
   StringSection rule_labels;  ///< rows of a rule's tree
   StringSection window;       ///< menus, commands, methods and columns of the main window
   StringSection methods;      ///< options of the methods, mask editor, drawer of rules
+  StringSection sheets;       ///< the other sheets, help
 
-  std::array<StringSection, 4> all() const { return {messages, rule_labels, window, methods}; }
+  std::array<StringSection, 5> all() const { return {messages, rule_labels, window, methods, sheets}; }
 };
 
 const StringSections& english_strings();
@@ -40,6 +41,8 @@ StringSection english_window_strings();
 StringSection german_window_strings();
 StringSection english_method_strings();
 StringSection german_method_strings();
+StringSection english_sheet_strings();
+StringSection german_sheet_strings();
 
 template <std::size_t N>
 constexpr bool is_sorted_by_key(const std::array<StringEntry, N>& entries) {

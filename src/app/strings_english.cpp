@@ -200,7 +200,8 @@ static_assert(is_sorted_by_key(rule_labels));
 }  // namespace
 
 const StringSections& english_strings() {
-  static const StringSections sections{messages, rule_labels, english_window_strings(), english_method_strings()};
+  static const StringSections sections{messages, rule_labels, english_window_strings(), english_method_strings(),
+                                       english_sheet_strings()};
   return sections;
 }
 

@@ -209,7 +209,8 @@ static_assert(is_sorted_by_key(rule_labels));
 }  // namespace
 
 const StringSections& german_strings() {
-  static const StringSections sections{messages, rule_labels, german_window_strings(), german_method_strings()};
+  static const StringSections sections{messages, rule_labels, german_window_strings(), german_method_strings(),
+                                       german_sheet_strings()};
   return sections;
 }
 

@@ -1,0 +1,128 @@
+// The undo sheet: the logs, and what can be done with the chosen one.
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "app/undo_sheet_controller.h"
+#include "app/window/sheets.h"
+#include "app/window/sheets/sheet.h"
+#include "app/window/sheets/sheet_table.h"
+#include "app/window/text.h"
+
+namespace brindle {
+namespace {
+
+class UndoSheet final : public Sheet {
+ public:
+  UndoSheet(QWidget* parent, BrindleAppController& app);
+
+ private:
+  void make_table();
+  void make_log_buttons();
+  void make_progress();
+  void follow() override;
+
+  BrindleAppController& app_;
+  UndoSheetController controller_;
+  SheetTable* table_ = nullptr;
+  QLabel* logs_ = nullptr;
+  QLineEdit* path_ = nullptr;
+  QLabel* status_ = nullptr;
+  QProgressBar* progress_ = nullptr;
+  QPushButton* open_ = nullptr;
+  QPushButton* view_ = nullptr;
+  QPushButton* delete_ = nullptr;
+  QPushButton* cancel_ = nullptr;
+  QPushButton* undo_ = nullptr;
+  QPushButton* close_ = nullptr;
+};
+
+UndoSheet::UndoSheet(QWidget* parent, BrindleAppController& app)
+    : Sheet(parent, "UndoSheet", localized_text("UNDOFILESFOLDERSTITLE")), app_(app), controller_(app) {
+  add_hint("UNDOHINT");
+  make_table();
+  make_log_buttons();
+  make_progress();
+  undo_ = add_default_button("undoRenaming", "UNDOBUTTON", [this] { controller_.undoRenaming(); });
+  close_ = finish_buttons("SHEETCLOSE", [this] { controller_.showHelp(); });
+  attach(controller_);
+  if (!controller_.logFiles().empty()) controller_.tableViewSelectionDidChange(0);
+  table_->setFocus();
+  resize(fontMetrics().averageCharWidth() * 95, fontMetrics().height() * 30);
+}
+
+void UndoSheet::make_table() {
+  table_ = new SheetTable(
+      "logFiles", "LOGLIST",
+      {{"logFileName", "LOGCOLUMNNAME"}, {"dateCreated", "LOGCOLUMNDATE"}, {"filesCount", "LOGCOLUMNCOUNT", true}});
+  table_->show_sorted_by(1, false);
+  table_->selected = [this](std::optional<std::size_t> row) { controller_.tableViewSelectionDidChange(row); };
+  table_->sorted = [this](std::string_view column, bool ascending) {
+    controller_.sortDescriptorsDidChange(column, ascending);
+  };
+  rows()->addWidget(table_, 1);
+}
+
+void UndoSheet::make_log_buttons() {
+  logs_ = new QLabel;
+  logs_->setObjectName(QStringLiteral("logsLabel"));
+  open_ = sheet_button("openLogFile", "OPENLOG", [this] { controller_.openLogFile(); });
+  view_ = sheet_button("viewLogFileContent", "VIEWLOG", [this] { controller_.viewLogFileContent(); });
+  delete_ = sheet_button("deleteLogFile", "DELETELOG", [this] { controller_.deleteLogFile(); });
+  auto* row = new QHBoxLayout;
+  row->addWidget(logs_);
+  row->addStretch(1);
+  for (QPushButton* button : {open_, view_, delete_}) row->addWidget(button);
+  rows()->addLayout(row);
+}
+
+void UndoSheet::make_progress() {
+  path_ = path_line("currLogFilePath", "LOGPATH");
+  rows()->addWidget(line({"LOGPATH", path_}));
+  status_ = new QLabel;
+  status_->setObjectName(QStringLiteral("statusLabel"));
+  status_->setTextFormat(Qt::PlainText);
+  progress_ = sheet_progress("undoProgress");
+  cancel_ = sheet_button("cancelUndo", "SHEETCANCEL", [this] { controller_.cancel(); });
+  auto* row = new QHBoxLayout;
+  row->addWidget(status_, 1);
+  row->addWidget(progress_, 1);
+  row->addWidget(cancel_);
+  QSizePolicy policy = cancel_->sizePolicy();
+  policy.setRetainSizeWhenHidden(true);
+  cancel_->setSizePolicy(policy);
+  rows()->addLayout(row);
+}
+
+void UndoSheet::follow() {
+  const bool undoing = controller_.isUndoing();
+  const bool chosen = !undoing && !controller_.currLogFilePath().empty();
+  // The list stays as it is while a log is undone.
+  if (!undoing) {
+    table_->show_rows(
+        controller_.logFiles().size(),
+        [this](std::string_view column, std::size_t row) { return controller_.objectValue(column, row); },
+        controller_.selected_row());
+  }
+  logs_->setText(qt_text(controller_.logs_label()));
+  show_path(path_, controller_.currLogFilePath());
+  status_->setText(qt_text(controller_.status_label()));
+  show_progress(progress_, undoing, app_.state());
+  cancel_->setVisible(undoing);
+  for (QPushButton* button : {view_, delete_, undo_}) button->setEnabled(chosen);
+  table_->setEnabled(!undoing);
+  open_->setEnabled(!undoing);
+  close_->setEnabled(!undoing);
+}
+
+}  // namespace
+
+void show_undo_sheet(QWidget* parent, BrindleAppController& app) {
+  UndoSheet(parent, app).exec();
+}
+
+}  // namespace brindle
