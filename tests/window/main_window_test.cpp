@@ -90,6 +90,7 @@ TEST_F(MainWindowTest, OneNewNameIsTypedInTheTable) {
   EXPECT_EQ(editor->text(), "a.txt");
   editor->setText("b.txt");
   QTest::keyClick(editor, Qt::Key_Return);
+  QApplication::processEvents();
   EXPECT_EQ(cell(0, new_name_column), "File Already Exists");
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   table().setCurrentIndex(table().model()->index(1, name_column));
@@ -98,6 +99,7 @@ TEST_F(MainWindowTest, OneNewNameIsTypedInTheTable) {
   ASSERT_NE(editor, nullptr);
   editor->setText("c.txt");
   QTest::keyClick(editor, Qt::Key_Return);
+  QApplication::processEvents();
   EXPECT_EQ(cell(1, new_name_column), "c.txt");
   EXPECT_TRUE(find<QPushButton>("button_rename")->isEnabled());
 }

@@ -161,26 +161,25 @@ void FileTableView::select_rows(const std::vector<std::size_t>& sorted_rows) {
 
 // The inode stays when a file gets its new name; where the disk gave none, the place of the name in memory does.
 std::uint64_t FileTableView::identity(std::size_t row) const {
+  if (row >= app_.files().size()) return 0;
   const ItemRecord& item = app_.files()[row];
   if (item.inode != 0) return (item.inode << 20U) ^ item.folder;
   return reinterpret_cast<std::uintptr_t>(item.name_data) | 1U;  // NOLINT(cppcoreguidelines-pro-type-reinterpret-cast)
 }
 
 void FileTableView::remember_selection() {
-  remembered_ = {};
-  if (!model_->is_readable()) return;
-  if (currentIndex().isValid()) {
-    remembered_.current = identity(static_cast<std::size_t>(currentIndex().row()));
-    remembered_.current_column = currentIndex().column();
-  }
-  if (selected_count() > most_remembered) return;
+  remembered_.rows.clear();
+  remembered_.items.clear();
+  remembered_.is_known = model_->is_readable() && selected_count() <= most_remembered;
+  if (!remembered_.is_known) return;
   remembered_.rows = selected_rows();
   for (const std::size_t row : remembered_.rows) remembered_.items.push_back(identity(row));
 }
 
 // Called after a change of order, by whomever. What was selected by then is known by its items.
 void FileTableView::restore_selection() {
-  if (!model_->is_readable()) return;
+  // What was selected while a job had the list is not known by its items; such a job leaves the order as it is.
+  if (!model_->is_readable() || !remembered_.is_known) return;
   const std::size_t count = app_.files().size();
   const bool all = selected_count() == count;
   bool same = remembered_.rows == selected_rows();
@@ -212,6 +211,11 @@ void FileTableView::selectionChanged(const QItemSelection& selected, const QItem
 
 void FileTableView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
   QTableView::currentChanged(current, previous);
+  remembered_.current.reset();
+  if (current.isValid() && model_->is_readable()) {
+    remembered_.current = identity(static_cast<std::size_t>(current.row()));
+    remembered_.current_column = current.column();
+  }
   if (picture_->isVisible() && current.isValid() && current.row() != previous.row())
     picture_->show_row(static_cast<std::size_t>(current.row()));
 }
@@ -265,6 +269,8 @@ void FileTableView::toggle_picture() {
 
 void FileTableView::sort_by(int column) {
   if (column == icon_column) return;
+  const std::size_t selected = selected_count();
+  if (selected > most_remembered && selected < app_.state().item_count) clearSelection();
   const std::string_view identifier = columns.at(static_cast<std::size_t>(column)).identifier;
   const bool ascending = app_.sorted_column() != identifier || !app_.sorted_ascending();
   app_.sort_by_column(identifier, ascending);

@@ -73,6 +73,7 @@ class FileTableView final : public QTableView {
   struct Remembered {
     std::vector<std::uint64_t> items;  // in the order of their rows
     std::vector<std::size_t> rows;
+    bool is_known = true;
     std::optional<std::uint64_t> current;
     int current_column = 0;
   };

@@ -74,10 +74,14 @@ MethodArea::MethodArea(BrindleAppController& app, QWidget* parent)
   auto* row = new QHBoxLayout(this);
   row->setContentsMargins(0, 0, 0, 0);
   row->addWidget(splitter_);
-  bindings_->follow({"selectedTab"}, [this](const RenameSettings&) { show_tab(); });
+  show_tab();
+  // Not through the bindings: they are being walked when they call, and a new panel adds to them.
+  observer_ = app_.settings().add_observer([this](const SettingsChange&) { show_tab(); });
 }
 
-MethodArea::~MethodArea() = default;
+MethodArea::~MethodArea() {
+  app_.settings().remove_observer(observer_);
+}
 
 void MethodArea::make_list() {
   list_->setObjectName(QStringLiteral("methodList"));
@@ -86,13 +90,15 @@ void MethodArea::make_list() {
   list_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   const int line = list_->fontMetrics().height();
   list_->setIconSize({line + 2, line + 2});
+  int text_width = 0;
   for (const MethodTitle& title : method_titles) {
     auto* item = new QListWidgetItem(icon(title.icon), localized_text(title.key), list_);
     item->setSizeHint({0, line + line / 2});
+    text_width = std::max(text_width, list_->fontMetrics().horizontalAdvance(item->text()));
   }
-  const int width = list_->sizeHintForColumn(0) + line * 2;
+  const int width = text_width + list_->iconSize().width() + line * 2;
   list_->setMinimumWidth(width);
-  list_->setMaximumWidth(width * 2);
+  list_->setMaximumWidth(width * 3 / 2);
   connect(list_, &QListWidget::currentRowChanged, this, [this](int row) {
     if (row >= 0 && row != app_.values().selectedTab) app_.select_tab(row);
   });
@@ -105,6 +111,7 @@ void MethodArea::make_panel(std::int32_t tab) {
 
 void MethodArea::show_tab() {
   const std::int32_t tab = std::clamp(app_.values().selectedTab, 0, static_cast<std::int32_t>(frames_.size()) - 1);
+  if (panels_->currentIndex() == tab && frames_.at(static_cast<std::size_t>(tab))->widget() != nullptr) return;
   list_->setCurrentRow(tab);
   make_panel(tab);
   panels_->setCurrentIndex(tab);
