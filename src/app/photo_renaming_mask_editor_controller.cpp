@@ -4,7 +4,10 @@
 #include <iterator>
 #include <utility>
 
+#include "app/string_table.h"
 #include "methods/search_text.h"
+#include "platform/file_name.h"
+#include "platform/text_encoding.h"
 
 namespace brindle {
 namespace {
@@ -24,7 +27,9 @@ void PhotoRenamingMaskEditorController::filterItems(std::u16string_view text) {
   for (const MetadataGroup& group : metadata_catalogue()) {
     Group shown{group.NAME, {}};
     for (const MetaDataField& field : group.FIELDS) {
-      if (text.empty() || wanted.find(field.label) != SearchText::npos) shown.FIELDS.push_back(&field);
+      const bool is_wanted = text.empty() || wanted.find(field.label) != SearchText::npos ||
+                             wanted.find(decode_utf8(localized(to_utf8(field.label)))) != SearchText::npos;
+      if (is_wanted) shown.FIELDS.push_back(&field);
     }
     if (!shown.FIELDS.empty()) outline_.push_back(std::move(shown));
   }

@@ -28,7 +28,8 @@ class PhotoRenamingMaskEditorController final : public SheetController {
     std::vector<const MetaDataField*> FIELDS;
   };
   const std::vector<Group>& outline() const { return outline_; }
-  /// Shows the fields whose label contains the text, in any letter case; "" shows all.
+  /// Shows the fields whose label, as it stands or in the user's language, contains the text, in any letter case; ""
+  /// shows all.
   void filterItems(std::u16string_view text);
 
   const FieldList& fields() const { return fields_; }  ///< the mask, a row a field

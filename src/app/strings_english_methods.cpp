@@ -5,7 +5,7 @@ namespace {
 
 constexpr auto methods = std::to_array<StringEntry>({
     {"ADDDATE", "Add a date"},
-    {"ADDFIELD", "Add"},
+    {"ADDFIELD", "Field"},
     {"ADDOWNTEXT", "Own text"},
     {"ADDTEXTS", "Add texts"},
     {"ADDTOMASK", "Add to Mask"},
@@ -147,10 +147,10 @@ constexpr auto methods = std::to_array<StringEntry>({
     {"PARTDAYHALF", "AM or PM"},
     {"PARTDAYOFYEAR", "Day of the year"},
     {"PARTDAYTWO", "Day 07"},
-    {"PARTHOUR", "Hour 9, 21"},
-    {"PARTHOURHALF", "Hour 9, of 12"},
-    {"PARTHOURHALFTWO", "Hour 09, of 12"},
-    {"PARTHOURTWO", "Hour 09, 21"},
+    {"PARTHOUR", "Hour 9"},
+    {"PARTHOURHALF", "Hour 9 (of 12)"},
+    {"PARTHOURHALFTWO", "Hour 09 (of 12)"},
+    {"PARTHOURTWO", "Hour 09"},
     {"PARTMILLISECOND", "Milliseconds"},
     {"PARTMINUTE", "Minute 5"},
     {"PARTMINUTETWO", "Minute 05"},

@@ -5,7 +5,7 @@ namespace {
 
 constexpr auto methods = std::to_array<StringEntry>({
     {"ADDDATE", "Datum hinzufügen"},
-    {"ADDFIELD", "Hinzu"},
+    {"ADDFIELD", "Feld"},
     {"ADDOWNTEXT", "Eigener Text"},
     {"ADDTEXTS", "Texte hinzufügen"},
     {"ADDTOMASK", "Zur Maske"},
@@ -148,10 +148,10 @@ constexpr auto methods = std::to_array<StringEntry>({
     {"PARTDAYHALF", "AM oder PM"},
     {"PARTDAYOFYEAR", "Tag des Jahres"},
     {"PARTDAYTWO", "Tag 07"},
-    {"PARTHOUR", "Std. 9, 21"},
-    {"PARTHOURHALF", "Std. 9, von 12"},
-    {"PARTHOURHALFTWO", "Std. 09, von 12"},
-    {"PARTHOURTWO", "Std. 09, 21"},
+    {"PARTHOUR", "Std. 9"},
+    {"PARTHOURHALF", "Std. 9 (von 12)"},
+    {"PARTHOURHALFTWO", "Std. 09 (von 12)"},
+    {"PARTHOURTWO", "Std. 09"},
     {"PARTMILLISECOND", "Millisekunden"},
     {"PARTMINUTE", "Min. 5"},
     {"PARTMINUTETWO", "Min. 05"},

@@ -32,7 +32,7 @@ constexpr std::array time_parts = {
     PartEntry{"m", "PARTMINUTE"},        PartEntry{"ss", "PARTSECONDTWO"}, PartEntry{"s", "PARTSECOND"},
     PartEntry{"SSS", "PARTMILLISECOND"}, PartEntry{"a", "PARTDAYHALF"}};
 
-constexpr int letters_of_part = 9;
+constexpr int letters_of_part = 5;
 
 QComboBox* part_box(const PanelContext& context, SettingKey key, TextKey name, std::span<const PartEntry> parts) {
   std::vector<Entry> entries;
@@ -49,7 +49,7 @@ QLineEdit* separator_field(const PanelContext& context, SettingKey key) {
   field->setClearButtonEnabled(false);
   field->setAlignment(Qt::AlignHCenter);
   field->setToolTip(localized_text("PARTSEPARATORTIP"));
-  field->setFixedWidth(field->fontMetrics().averageCharWidth() * 3 + field->fontMetrics().height());
+  field->setFixedWidth(field->fontMetrics().averageCharWidth() * 3 + field->fontMetrics().height() * 2 / 3);
   return field;
 }
 

@@ -1,5 +1,6 @@
 #include "app/window/form_rows.h"
 
+#include <QApplication>
 #include <QButtonGroup>
 #include <QCheckBox>
 #include <QComboBox>
@@ -9,6 +10,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QStyle>
 #include <QVBoxLayout>
 #include <utility>
 
@@ -134,19 +136,25 @@ QWidget* line(const std::vector<LinePart>& parts) {
       layout->addWidget(waiting);
       continue;
     }
-    const bool is_text = qobject_cast<QLineEdit*>(part.widget) != nullptr;
-    grows = grows || is_text;
-    layout->addWidget(part.widget, is_text ? 1 : 0);
+    const bool can_grow = part.widget->sizePolicy().horizontalPolicy() == QSizePolicy::Expanding;
+    grows = grows || can_grow;
+    layout->addWidget(part.widget, can_grow ? 1 : 0);
     if (waiting != nullptr) waiting->setBuddy(part.widget);
     waiting = nullptr;
   }
-  if (!grows) layout->addStretch(1);
+  // Even beside what can grow, which may be hidden.
+  layout->addStretch(grows ? 0 : 1);
   return widget;
 }
 
 FormColumn::FormColumn(QHBoxLayout* columns, int stretch) : grid_(new QGridLayout) {
+  // Layouts inside others would take over their spacing.
+  const QStyle* style = QApplication::style();
+  grid_->setVerticalSpacing(style->pixelMetric(QStyle::PM_LayoutVerticalSpacing));
+  grid_->setHorizontalSpacing(style->pixelMetric(QStyle::PM_LayoutHorizontalSpacing));
   grid_->setColumnStretch(1, 1);
   auto* column = new QVBoxLayout;
+  column->setSpacing(0);
   column->addLayout(grid_);
   column->addStretch(1);
   columns->addLayout(column, stretch);
@@ -167,16 +175,25 @@ void FormColumn::row(TextKey label, QWidget* field) {
 }
 
 void FormColumn::row(QWidget* lead, QWidget* field) {
-  grid_->addWidget(lead, next_, 0);
+  grid_->addLayout(indented(lead), next_, 0);
   grid_->addWidget(field, next_++, 1);
 }
 
 void FormColumn::row(QWidget* widget) {
-  grid_->addWidget(widget, next_++, 0, 1, 2);
+  grid_->addLayout(indented(widget), next_++, 0, 1, 2);
 }
 
-void FormColumn::indent(int pixels) {
-  grid_->setContentsMargins(pixels, 0, 0, 0);
+void FormColumn::indent() {
+  const QStyle* style = QApplication::style();
+  indent_ =
+      style->pixelMetric(QStyle::PM_ExclusiveIndicatorWidth) + style->pixelMetric(QStyle::PM_RadioButtonLabelSpacing);
+}
+
+QLayout* FormColumn::indented(QWidget* widget) const {
+  auto* box = new QHBoxLayout;
+  box->setContentsMargins(indent_, 0, 0, 0);
+  box->addWidget(widget);
+  return box;
 }
 
 PanelFrame::PanelFrame(std::int32_t tab, QWidget* parent)

@@ -20,6 +20,7 @@ class QComboBox;
 class QGridLayout;
 class QHBoxLayout;
 class QLabel;
+class QLayout;
 class QLineEdit;
 class QPushButton;
 class QRadioButton;
@@ -90,12 +91,15 @@ class FormColumn {
   void row(QWidget* lead, QWidget* field);
   /// Over the whole width.
   void row(QWidget* widget);
-  /// A row indented below the button that it depends on.
-  void indent(int pixels);
+  /// Rows from here on stand below the button that they depend on.
+  void indent();
 
  private:
+  QLayout* indented(QWidget* widget) const;
+
   QGridLayout* grid_;
   int next_ = 0;
+  int indent_ = 0;
 };
 
 /// A panel: rows over the whole width first, then columns, the example at the foot.

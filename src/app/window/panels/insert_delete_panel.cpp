@@ -34,6 +34,7 @@ QWidget* make_insert_delete_panel(const PanelContext& context, QWidget* parent) 
   FormColumn left(panel.columns(), 3);
   QLineEdit* text = text_field(context, "insertDeleteInsert", "INSERTTEXT");
   left.row(kinds[0], text);
+  left.indent();
   enable_when(context, {"isInsertDeleteDelete"}, {text}, inserts);
   add_placement_rows(
       context, left, owner, places, [&controller](int option) { controller.insertOptionChanged(option); },
@@ -44,6 +45,7 @@ QWidget* make_insert_delete_panel(const PanelContext& context, QWidget* parent) 
   NumberField* count = number_field(context, "insertDeleteNumberOfCharacters", "NUMBEROFCHARACTERS");
   QCheckBox* backwards = check_box(context, "isInsertDeleteDeleteFromBackWard", "COUNTFROMEND");
   right.row(kinds[1]);
+  right.indent();
   right.row("FROMCHARACTER", line({position}));
   right.row("NUMBEROFCHARACTERS", line({count}));
   right.row(backwards);

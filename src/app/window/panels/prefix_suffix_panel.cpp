@@ -46,11 +46,13 @@ QWidget* make_prefix_suffix_panel(const PanelContext& context, QWidget* parent) 
   QLineEdit* suffix = text_field(context, "prefixSuffixSuffix", "SUFFIXTEXT");
   FormColumn left(panel.columns(), 2);
   left.row(kinds[0]);
+  left.indent();
   left.row("PREFIXTEXT", prefix);
   left.row("SUFFIXTEXT", suffix);
   enable_when(context, {"isPrefixSuffixString"}, {prefix, suffix}, adds_texts);
   FormColumn right(panel.columns(), 3);
   right.row(kinds[1]);
+  right.indent();
   add_date_rows(context, right);
   panel.foot(new ExampleLine(tab, controller));
   return panel.widget();
