@@ -121,6 +121,9 @@ TEST_F(MethodPanels, TheExampleShowsWhatIsTyped) {
   find<QAbstractButton>("TrackNumber")->click();
   EXPECT_EQ(find<TokenStrip>("id3RenamingTagsList")->texts(), QStringList({"Artist", "“ - ”", "Track Number"}));
   EXPECT_TRUE(example_of(panel).endsWith("Artist - 1.mp3")) << example_of(panel).toStdString();
+  find<QAbstractButton>("isID3RenamingSeperator")->click();
+  type("id3RenamingSeperator", "_");
+  EXPECT_TRUE(example_of(panel).endsWith("Artist_ - 1.mp3")) << example_of(panel).toStdString();
   picture(frame.get(), "panel6_filled");
 }
 
@@ -128,10 +131,10 @@ TEST_F(MethodPanels, NumberFieldsTakeNumbersAndNothingElse) {
   show_panel(1);
   find<QAbstractButton>("isInsertDeleteDelete1")->click();
   type("insertDeleteNumberOfCharacters", "a-3x01");
-  EXPECT_EQ(values().insertDeleteNumberOfCharacters, u"300");  // 301 is more than a field takes
+  EXPECT_EQ(values().insertDeleteNumberOfCharacters, u"30");  // 301 is more than a field takes
   type("insertDeleteNumberOfCharacters", "\b");
   find("insertDeleteFromCharacterPosition")->setFocus();
-  EXPECT_EQ(find<QSpinBox>("insertDeleteNumberOfCharacters")->value(), 30);
+  EXPECT_EQ(values().insertDeleteNumberOfCharacters, u"1");
   QTest::keyClick(find("insertDeleteFromCharacterPosition"), Qt::Key_Down);
   EXPECT_EQ(values().insertDeleteFromCharacterPosition, u"1");
   // What a profile brings is shown as it is.

@@ -132,7 +132,6 @@ QWidget* line(const std::vector<LinePart>& parts) {
   for (const LinePart& part : parts) {
     if (part.widget == nullptr) {
       waiting = text_label(part.text);
-      if (layout->isEmpty()) waiting->setText(waiting->text() + QLatin1Char(':'));
       layout->addWidget(waiting);
       continue;
     }

@@ -71,6 +71,7 @@ MaskEditor::MaskEditor(BrindleAppController& app, QWidget* parent) : QDialog(par
   connect(buttons, &QDialogButtonBox::helpRequested, this, [this] { controller_.showHelp(); });
 
   auto* halves = new QHBoxLayout;
+  halves->setSpacing(fontMetrics().height());
   halves->addWidget(make_outline(), 1);
   halves->addWidget(make_table(), 1);
   auto* rows = new QVBoxLayout(this);
@@ -204,7 +205,7 @@ void MaskEditor::fill_table(const FieldList& fields) {
                                                             ? std::string("Custom")
                                                             : utf8(qt_text(std::u16string_view(fields[i].prefix))))));
   }
-  table_->resizeColumnToContents(0);
+  table_->setColumnWidth(0, table_->viewport()->width() / 2);
   table_->viewport()->update();
 }
 

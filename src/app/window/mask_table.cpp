@@ -47,7 +47,9 @@ MaskTable::MaskTable(QWidget* parent) : QTableWidget(0, 2, parent) {
   setTabKeyNavigation(false);
   verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
   horizontalHeader()->setStretchLastSection(true);
+  verticalHeader()->hide();
   horizontalHeader()->setHighlightSections(false);
+  horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
 }
 
 bool MaskTable::takes(const QDropEvent* event) const {

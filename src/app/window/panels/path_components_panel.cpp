@@ -24,8 +24,8 @@ QWidget* make_path_components_panel(const PanelContext& context, QWidget* parent
   levels->setToolTip(localized_text("FOLDERLEVELSTIP"));
   left.row("FOLDERLEVELS", line({levels}));
   left.row("BETWEENFOLDERS", text_field(context, "pathComponentsSeparator", "BETWEENFOLDERS", 6));
-  left.row("TEXTBEFORE", text_field(context, "pathComponentsPrefix", "TEXTBEFORE", 6));
-  left.row("TEXTAFTER", text_field(context, "pathComponentsSuffix", "TEXTAFTER", 6));
+  left.row("FOLDERPREFIX", text_field(context, "pathComponentsPrefix", "FOLDERPREFIX", 6));
+  left.row("FOLDERSUFFIX", text_field(context, "pathComponentsSuffix", "FOLDERSUFFIX", 6));
   FormColumn right(panel.columns(), 3);
   add_placement_rows(context, right, panel.widget(), places,
                      [&controller](int option) { controller.pathComponentsOptionsChanged(option); });
