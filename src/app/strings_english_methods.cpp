@@ -5,7 +5,7 @@ namespace {
 
 constexpr auto methods = std::to_array<StringEntry>({
     {"ADDDATE", "Add a date"},
-    {"ADDFIELD", "Field"},
+    {"ADDFIELD", "Field:"},
     {"ADDOWNTEXT", "Own text"},
     {"ADDTEXTS", "Add texts"},
     {"ADDTOMASK", "Add to Mask"},
@@ -127,6 +127,7 @@ constexpr auto methods = std::to_array<StringEntry>({
     {"MASKFIELDSAVAILABLE", "Fields"},
     {"MASKFIELDSCHOSEN", "The name, from top to bottom"},
     {"MASKHELP", "Help"},
+    {"MASKLABEL", "Mask:"},
     {"MASKMOVEDOWN", "Move Down"},
     {"MASKMOVEUP", "Move Up"},
     {"MASKOWNTEXT", "Text of Your Own…"},
@@ -244,7 +245,7 @@ constexpr auto methods = std::to_array<StringEntry>({
     {"Transmission Ref"},
     {"UPPERCASE", "UPPER CASE"},
     {"Urgency"},
-    {"WHICHDATE", "Which date"},
+    {"WHICHDATE", "Date source"},
     {"WINDOWSCOMPATIBLE", "For Windows, use"},
     {"WINDOWSCOMPATIBLETIP",
      "Replaces / \\ : * ? \" < > | in the name, which Windows does not allow; empty removes them."},

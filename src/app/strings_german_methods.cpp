@@ -5,7 +5,7 @@ namespace {
 
 constexpr auto methods = std::to_array<StringEntry>({
     {"ADDDATE", "Datum hinzufügen"},
-    {"ADDFIELD", "Feld"},
+    {"ADDFIELD", "Feld:"},
     {"ADDOWNTEXT", "Eigener Text"},
     {"ADDTEXTS", "Texte hinzufügen"},
     {"ADDTOMASK", "Zur Maske"},
@@ -127,6 +127,7 @@ constexpr auto methods = std::to_array<StringEntry>({
     {"MASKFIELDSAVAILABLE", "Felder"},
     {"MASKFIELDSCHOSEN", "Der Name, von oben nach unten"},
     {"MASKHELP", "Hilfe"},
+    {"MASKLABEL", "Maske:"},
     {"MASKMOVEDOWN", "Nach unten"},
     {"MASKMOVEUP", "Nach oben"},
     {"MASKOWNTEXT", "Eigener Text …"},
@@ -247,7 +248,7 @@ constexpr auto methods = std::to_array<StringEntry>({
     {"Transmission Ref", "Auftragskennung"},
     {"UPPERCASE", "GROSSBUCHSTABEN"},
     {"Urgency", "Dringlichkeit"},
-    {"WHICHDATE", "Welches"},
+    {"WHICHDATE", "Datumsquelle"},
     {"WINDOWSCOMPATIBLE", "Für Windows, mit"},
     {"WINDOWSCOMPATIBLETIP",
      "Ersetzt / \\ : * ? \" < > | im Namen, die Windows nicht zulässt; ein leerer Text entfernt sie."},

@@ -37,7 +37,7 @@ constexpr int letters_of_part = 5;
 QComboBox* part_box(const PanelContext& context, SettingKey key, TextKey name, std::span<const PartEntry> parts) {
   std::vector<Entry> entries;
   for (const PartEntry& part : parts) entries.push_back({part.text, QString::fromLatin1(part.pattern)});
-  QComboBox* box = choice_box(context, key, name, std::move(entries));
+  QComboBox* box = choice_box(context, key, name, entries);
   box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   box->setMinimumContentsLength(letters_of_part);
   box->setMaxVisibleItems(static_cast<int>(parts.size()));

@@ -54,7 +54,7 @@ QCheckBox* check_box(const PanelContext& context, SettingKey key, TextKey text) 
   return box;
 }
 
-QComboBox* choice_box(const PanelContext& context, SettingKey key, TextKey name, std::vector<Entry> entries) {
+QComboBox* choice_box(const PanelContext& context, SettingKey key, TextKey name, const std::vector<Entry>& entries) {
   auto* box = new QComboBox;
   name_field(box, key, name);
   for (const Entry& entry : entries) box->addItem(localized_text(entry.text), entry.data);

@@ -48,7 +48,7 @@ struct Entry {
   TextKey text;
   QVariant data;  ///< what the setting becomes; without it, the place in the list
 };
-QComboBox* choice_box(const PanelContext& context, SettingKey key, TextKey name, std::vector<Entry> entries);
+QComboBox* choice_box(const PanelContext& context, SettingKey key, TextKey name, const std::vector<Entry>& entries);
 /// "from the start", "from the end": the direction in which a setting counts.
 QComboBox* direction_box(const PanelContext& context, SettingKey key);
 

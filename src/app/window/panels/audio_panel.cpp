@@ -20,7 +20,7 @@ QWidget* mask_row(const PanelContext& context) {
       push_button("id3RenamingMaskRemoveLast", "REMOVELAST", [&controller] { controller.id3RenamingMaskRemoveLast(); });
   enable_when(context, {"id3RenamingTagsList"}, {remove},
               [](const RenameSettings& settings) { return !settings.id3RenamingTagsList.empty(); });
-  return line({"RENAMINGMASK", strip, remove});
+  return line({"MASKLABEL", strip, remove});
 }
 
 QWidget* token_row(const PanelContext& context) {

@@ -22,7 +22,7 @@ QWidget* mask_row(const PanelContext& context) {
     show_photo_mask_sheet(strip->window(), controller);
   });
   edit->setToolTip(localized_text("EDITMASKTIP"));
-  return line({"RENAMINGMASK", strip, edit});
+  return line({"MASKLABEL", strip, edit});
 }
 
 }  // namespace
