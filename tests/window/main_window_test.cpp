@@ -84,23 +84,20 @@ TEST_F(MainWindowTest, OneNewNameIsTypedInTheTable) {
   disk.make({"a.txt", "b.txt"});
   drop_on_list({disk / "a.txt", disk / "b.txt"});
   table().setFocus();
-  table().setCurrentIndex(table().model()->index(0, name_column));
-  QTest::keyClick(&table(), Qt::Key_F2);
-  auto* editor = find<QLineEdit>("newNameEditor");
-  ASSERT_NE(editor, nullptr);
-  EXPECT_EQ(editor->text(), "a.txt");
-  editor->setText("b.txt");
-  QTest::keyClick(editor, Qt::Key_Return);
-  QApplication::processEvents();
+  const auto type = [this](int row, const QString& before, const QString& name) {
+    table().setCurrentIndex(table().model()->index(row, name_column));
+    QTest::keyClick(&table(), Qt::Key_F2);
+    for (auto* editor : table().findChildren<QLineEdit*>(QStringLiteral("newNameEditor"))) {
+      if (!editor->isVisible()) continue;
+      EXPECT_EQ(editor->text(), before);
+      editor->setText(name);
+      QTest::keyClick(editor, Qt::Key_Return);
+    }
+    QApplication::processEvents();
+  };
+  type(0, "a.txt", "b.txt");
   EXPECT_EQ(cell(0, new_name_column), "File Already Exists");
-  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-  table().setCurrentIndex(table().model()->index(1, name_column));
-  QTest::keyClick(&table(), Qt::Key_F2);
-  editor = find<QLineEdit>("newNameEditor");
-  ASSERT_NE(editor, nullptr);
-  editor->setText("c.txt");
-  QTest::keyClick(editor, Qt::Key_Return);
-  QApplication::processEvents();
+  type(1, "b.txt", "c.txt");
   EXPECT_EQ(cell(1, new_name_column), "c.txt");
   EXPECT_TRUE(find<QPushButton>("button_rename")->isEnabled());
 }

@@ -314,6 +314,12 @@ void FileTableView::keyPressEvent(QKeyEvent* event) {
   QTableView::keyPressEvent(event);
 }
 
+// The row where the keyboard is shows it at its name.
+void FileTableView::focusInEvent(QFocusEvent* event) {
+  if (!currentIndex().isValid() && model_->rowCount() > 0) set_current_row(0, name_column);
+  QTableView::focusInEvent(event);
+}
+
 void FileTableView::contextMenuEvent(QContextMenuEvent* event) {
   if (!fill_context_menu_) return;
   QMenu menu(this);

@@ -99,6 +99,7 @@ void MethodArea::make_list() {
   const int width = text_width + list_->iconSize().width() + line * 2;
   list_->setMinimumWidth(width);
   list_->setMaximumWidth(width * 3 / 2);
+  splitter_->setSizes({width, width * 4});
   connect(list_, &QListWidget::currentRowChanged, this, [this](int row) {
     if (row >= 0 && row != app_.values().selectedTab) app_.select_tab(row);
   });

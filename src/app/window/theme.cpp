@@ -13,20 +13,20 @@ namespace brindle {
 namespace {
 
 QPalette dark_palette() {
-  const QColor window(0x2b, 0x2b, 0x2e);
-  const QColor base(0x1f, 0x1f, 0x22);
+  const QColor window(0x3a, 0x3a, 0x3f);
+  const QColor base(0x22, 0x22, 0x26);
   const QColor text(0xec, 0xec, 0xee);
-  QPalette palette(text, QColor(0x3a, 0x3a, 0x3e), QColor(0x58, 0x58, 0x5e), QColor(0x18, 0x18, 0x1a),
-                   QColor(0x2a, 0x2a, 0x2d), text, Qt::white, base, window);
-  palette.setColor(QPalette::AlternateBase, QColor(0x26, 0x26, 0x29));
+  QPalette palette(text, QColor(0x4a, 0x4a, 0x50), QColor(0x68, 0x68, 0x6e), QColor(0x18, 0x18, 0x1a),
+                   QColor(0x30, 0x30, 0x34), text, Qt::white, base, window);
+  palette.setColor(QPalette::AlternateBase, QColor(0x2a, 0x2a, 0x2e));
   palette.setColor(QPalette::Highlight, QColor(0x2f, 0x65, 0xb5));
   palette.setColor(QPalette::HighlightedText, Qt::white);
-  palette.setColor(QPalette::ToolTipBase, QColor(0x3a, 0x3a, 0x3e));
+  palette.setColor(QPalette::ToolTipBase, QColor(0x4a, 0x4a, 0x50));
   palette.setColor(QPalette::ToolTipText, text);
   palette.setColor(QPalette::PlaceholderText, QColor(0x9a, 0x9a, 0xa0));
   palette.setColor(QPalette::Link, QColor(0x7d, 0xb4, 0xff));
   for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText})
-    palette.setColor(QPalette::Disabled, role, QColor(0x80, 0x80, 0x86));
+    palette.setColor(QPalette::Disabled, role, QColor(0x8e, 0x8e, 0x94));
   palette.setColor(QPalette::Disabled, QPalette::Highlight, QColor(0x45, 0x45, 0x4a));
   return palette;
 }
