@@ -3,20 +3,26 @@
 #include <QAbstractButton>
 #include <QEvent>
 #include <QLabel>
-#include <QMainWindow>
 #include <QMenuBar>
 #include <QSet>
 
 namespace brindle {
 namespace {
 
-QSet<QChar> letters_of_menus(const QWidget* panel) {
+void add_letter(const QString& text, QSet<QChar>& letters) {
+  const qsizetype at = text.indexOf(QLatin1Char('&'));
+  if (at >= 0 && at + 1 < text.size()) letters.insert(text[at + 1].toLower());
+}
+
+// Those of the menus, and of what else is shown in the window.
+QSet<QChar> letters_around(const QWidget* panel) {
   QSet<QChar> letters;
-  const auto* window = qobject_cast<QMainWindow*>(panel->window());
-  if (window == nullptr || window->menuWidget() == nullptr) return letters;
-  for (const QAction* action : window->menuWidget()->actions()) {
-    const qsizetype at = action->text().indexOf(QLatin1Char('&'));
-    if (at >= 0 && at + 1 < action->text().size()) letters.insert(action->text()[at + 1].toLower());
+  const QWidget* window = panel->window();
+  for (const QMenuBar* bar : window->findChildren<QMenuBar*>()) {
+    for (const QAction* action : bar->actions()) add_letter(action->text(), letters);
+  }
+  for (const QAbstractButton* button : window->findChildren<QAbstractButton*>()) {
+    if (!panel->isAncestorOf(button) && button->isVisibleTo(window)) add_letter(button->text(), letters);
   }
   return letters;
 }
@@ -37,7 +43,7 @@ QString with_mnemonic(const QString& text, QSet<QChar>& taken) {
 }
 
 void mark(QWidget* panel) {
-  QSet<QChar> taken = letters_of_menus(panel);
+  QSet<QChar> taken = letters_around(panel);
   for (QWidget* child : panel->findChildren<QWidget*>()) {
     if (auto* button = qobject_cast<QAbstractButton*>(child)) {
       const QString plain = QString(button->text()).remove(QLatin1Char('&'));

@@ -1,7 +1,7 @@
 #pragma once
 
 // Gives the labels, check boxes and buttons of a panel their mnemonics: in each text the first letter that nothing else
-// in the panel and no menu has. So texts need none, in any language.
+// in the window has. So texts need none, in any language.
 
 class QWidget;
 
