@@ -344,9 +344,9 @@ TEST_F(Renaming, OrderByColumnsAndByHand) {
   tree_.make({"z/b10.txt", "z/B9.txt", "a/b10.txt", "a/c.jpg"});
   add({"z/b10.txt", "z/B9.txt", "a/b10.txt", "a/c.jpg"});
   const auto order = [this] {
-    std::string order;
-    for (std::size_t row = 0; row < 4; ++row) order += app().files().path(row).substr(tree_.path().size() + 1) + " ";
-    return order;
+    std::string names;
+    for (std::size_t row = 0; row < 4; ++row) names += app().files().path(row).substr(tree_.path().size() + 1) + " ";
+    return names;
   };
   struct Case {
     const char* column;
