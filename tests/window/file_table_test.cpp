@@ -1,4 +1,9 @@
 #include <QAbstractItemModelTester>
+#include <QAction>
+#include <QImage>
+#include <QLabel>
+#include <QPushButton>
+#include <thread>
 
 #include "app/window/columns.h"
 #include "app/window/file_table_model.h"
@@ -61,6 +66,39 @@ TEST_F(FileTableTest, CellsSayWhatTheListHolds) {
   EXPECT_EQ(cell(0, new_name_column), "No Changes");
   const QString tip = table().model()->index(0, new_name_column).data(Qt::ToolTipRole).toString();
   EXPECT_TRUE(tip.contains("long")) << tip.toStdString();
+}
+
+TEST_F(FileTableTest, ThePictureOfARowIsShownScaledAndOtherFilesAreSaidToHaveNone) {
+  disk.make({"b.txt"});
+  ASSERT_TRUE(QImage(3000, 1000, QImage::Format_RGB32).save(qt_text(disk / "a.png")));
+  drop_on_list({disk / "a.png", disk / "b.txt"});
+  table().setFocus();
+  table().setCurrentIndex(table().model()->index(0, name_column));
+  QTest::keyClick(&table(), Qt::Key_Space);
+  const auto* shown = find<QLabel>("popupPicture");
+  EXPECT_TRUE(QTest::qWaitFor([shown] { return !shown->pixmap(Qt::ReturnByValue).isNull(); }));
+  EXPECT_NEAR(shown->pixmap(Qt::ReturnByValue).width(), shown->pixmap(Qt::ReturnByValue).height() * 3, 3);
+  EXPECT_EQ(find<QLabel>("popupFields")->text(), "3000 x 1000");
+  QTest::keyClick(&table(), Qt::Key_Down);
+  EXPECT_TRUE(QTest::qWaitFor([shown] { return shown->text() == qt_text(localized("PICTUREUNREADABLE")); }));
+  QTest::keyClick(&table(), Qt::Key_Space);
+  EXPECT_FALSE(find("imagePopup")->isVisible());
+}
+
+TEST_F(FileTableTest, LongWorkShowsItsBoxAndIsCancelledByItsButton) {
+  disk.make({"a.txt"});
+  drop_on_list({disk / "a.txt"});
+  const auto until_cancelled = [](const JobControl& control) {
+    while (!control.cancelled()) std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  };
+  ASSERT_TRUE(controller->run_job(Job::loading, until_cancelled, {}));
+  EXPECT_FALSE(find<QAction>("preview")->isEnabled());
+  EXPECT_TRUE(QTest::qWaitFor([this] { return find("loadingBox")->isVisible(); }));
+  picture("loading");
+  QTest::mouseClick(find<QPushButton>("loadingCancel"), Qt::LeftButton);
+  wait_until_idle();
+  EXPECT_TRUE(table().isVisible());
+  EXPECT_EQ(cell(0, name_column), "a.txt");
 }
 
 TEST_F(FileTableTest, ALongSelectionIsOneRange) {
