@@ -21,6 +21,7 @@ constexpr std::int32_t usual_limit = 2500;
 QLineEdit* limit_field(const std::u16string& value) {
   auto* field = new QLineEdit(qt_text(value));
   field->setObjectName(QStringLiteral("livePreviewFilesLimit"));
+  field->setAccessibleName(localized_text("LIVEPREVIEWLIMIT"));
   field->setMaximumWidth(field->fontMetrics().averageCharWidth() * 14);
   field->setAlignment(Qt::AlignRight);
   QObject::connect(field, &QLineEdit::textEdited, field, [field](const QString& text) {

@@ -99,7 +99,7 @@ QLineEdit* path_line(std::string_view name, TextKey accessible_name) {
   line->setObjectName(qt_text(name));
   line->setAccessibleName(localized_text(accessible_name));
   line->setReadOnly(true);
-  line->setMinimumWidth(line->fontMetrics().averageCharWidth() * 40);
+  line->setMinimumWidth(line->fontMetrics().averageCharWidth() * 52);
   return line;
 }
 
