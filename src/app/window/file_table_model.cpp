@@ -142,8 +142,7 @@ QVariant FileTableModel::photo_text(int row, int column) const {
 void FileTableModel::request_photo_fields() {
   if (is_readable() && !wanted_photos_.empty()) {
     std::ranges::sort(wanted_photos_);
-    const auto repeated = std::ranges::unique(wanted_photos_);
-    wanted_photos_.erase(repeated.begin(), repeated.end());
+    wanted_photos_.erase(std::unique(wanted_photos_.begin(), wanted_photos_.end()), wanted_photos_.end());
     app_.photo_fields().request(app_.files(), wanted_photos_);
   }
   wanted_photos_.clear();

@@ -142,8 +142,7 @@ std::vector<std::size_t> FileTableView::selected_rows() const {
     for (int row = range.top(); row <= range.bottom(); ++row) rows.push_back(static_cast<std::size_t>(row));
   }
   std::ranges::sort(rows);
-  const auto repeated = std::ranges::unique(rows);
-  rows.erase(repeated.begin(), repeated.end());
+  rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
   return rows;
 }
 

@@ -30,7 +30,7 @@ QImage read_picture(const std::string& path, QSize bounds) {
   const QSize room = turned ? bounds.transposed() : bounds;
   if (size.isValid() && (size.width() > room.width() || size.height() > room.height()))
     reader.setScaledSize(size.scaled(room, Qt::KeepAspectRatio).expandedTo({1, 1}));
-  const QImage image = reader.read();
+  QImage image = reader.read();
   if (image.width() <= bounds.width() && image.height() <= bounds.height()) return image;
   return image.scaled(bounds, Qt::KeepAspectRatio, Qt::SmoothTransformation);
 }
