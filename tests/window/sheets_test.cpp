@@ -334,6 +334,7 @@ TEST_F(SheetsTest, EverySheetSaysWhatItsPartsAreAndClosesWithEscape) {
   for (const Language& language : languages()) {
     close();
     set_language(language);
+    use_palette(false);
     open();
     drop_on_list({disk / "Brest - IMG_9.jpg", disk / "Brest - IMG_10.jpg"});
     insert_text(u"2026 ");

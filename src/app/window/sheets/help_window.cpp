@@ -80,13 +80,13 @@ HelpWindow::HelpWindow() : contents_(new QListWidget), browser_(new QTextBrowser
   halves->addWidget(browser_);
   halves->setStretchFactor(1, 1);
   const int letter = fontMetrics().averageCharWidth();
-  halves->setSizes({letter * 30, letter * 75});
+  halves->setSizes({letter * 30, letter * 102});
   auto* rows = new QVBoxLayout(this);
   rows->addWidget(make_bar());
   rows->addWidget(halves, 1);
   connect(browser_, &QTextBrowser::sourceChanged, this, [this](const QUrl& url) { page_changed(url); });
   connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
-  resize(QSize(letter * 110, fontMetrics().height() * 42).boundedTo(screen()->availableSize() * 0.9));
+  resize(QSize(letter * 136, fontMetrics().height() * 42).boundedTo(screen()->availableSize() * 0.9));
   give_mnemonics(this);
 }
 
