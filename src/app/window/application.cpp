@@ -38,6 +38,8 @@ bool Application::start(std::vector<std::string> paths) {
   controller_.applicationDidFinishLaunching();
   const auto choose = [this](std::vector<std::string> dropped) {
     window_->bring_to_front();
+    // One sheet at a time: what lies over the window is answered first.
+    if (QApplication::activeModalWidget() != nullptr) return QApplication::beep();
     show_choose_items_sheet(window_.get(), controller_, std::move(dropped));
   };
   hub_ = std::make_unique<DropHub>(controller_, choose);

@@ -62,6 +62,7 @@ QVBoxLayout* titled_column(QWidget* widget, TextKey title, QWidget* buddy) {
 MaskEditor::MaskEditor(BrindleAppController& app, QWidget* parent) : QDialog(parent), controller_(app) {
   setObjectName(QStringLiteral("PhotoRenamingMaskEditorSheet"));
   setWindowTitle(localized_text("MASKEDITORTITLE"));
+  setWindowModality(Qt::WindowModal);  // help is read beside it
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel | QDialogButtonBox::Help);
   buttons->button(QDialogButtonBox::Ok)->setText(localized_text("OK"));
   buttons->button(QDialogButtonBox::Cancel)->setText(localized_text("MASKCANCEL"));
