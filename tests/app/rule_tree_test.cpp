@@ -58,10 +58,10 @@ const RuleTreeCase rule_tree_cases[] = {
      "Add as Suffix: TRUE\nPREFIX: ("},
     {{"selectedTab=4", "dateTimeDateOptionIndex=2", "dateTimeCustomDate=2026-11-21T22:05:09", "hasTimeFormat=0",
       "dateTimeSeparator=_", "isDateTimeColonReplace=1", "dateTimeColonReplace=."},
-     "DateTime\nDate Source: Custom Date\nDATE: 21/11/2026 10:05:09 PM\nDate Format: ddMMyyyy\n"
+     "Date and Time\nDate Source: Custom Date\nDATE: 21/11/2026 10:05:09 PM\nDate Format: ddMMyyyy\n"
      "Replace colon[:] with character(s): .\nInsert At Beginning: TRUE"},
     {{"selectedTab=4", "hasDateFormat=0", "hasTimeFormat=0", "dateTimeOptionsIndex=3", "dateTimeAtBeforeText=b"},
-     "DateTime\nFile Date Attributes: Date Created\nDateAndTime Format: dd/MM/yyyy hh:mm:ss a\n"
+     "Date and Time\nFile Date Attributes: Date Created\nDateAndTime Format: dd/MM/yyyy hh:mm:ss a\n"
      "Insert At Before Text: TRUE\nText To Search: b\nOn Occurrence: 1"},
     {{"selectedTab=5", "generalFileNameCase=3"}, "General\nConvert Filename to: Proper Case"},
     {{"selectedTab=5", "generalOptionIndex=9", "generalRemoveFromString=("},
@@ -70,7 +70,7 @@ const RuleTreeCase rule_tree_cases[] = {
      "General\nConvert Filename To Windows Compatible: TRUE\nReplace With: _"},
     {{"selectedTab=6", "id3RenamingTagsList=<Artist>;< - >", "isID3RenamingSeperator=1", "id3RenamingSeperator=_",
       "id3Extensions=mp3;ogg"},
-     "ID3Tag\nRenaming Mask: <Artist>_< - >\nSeparator: _\nAllowed Extensions: .MP3; .OGG"},
+     "Tags\nRenaming Mask: <Artist>_< - >\nSeparator: _\nAllowed Extensions: .MP3; .OGG"},
     {{"selectedTab=7", "photoMetaDataList=<EXIF_Date>", "photoTimePart1=None", "photoTimePart2=None",
       "photoTimePart3=None", "photoPaddingMask=00", "photoExtensions=jpg"},
      "Photo\nRenaming Mask: <EXIF_Date>\nDate Format: ddMMyyyy\nTime Format: hh mm ss a\nSequence Padding Mask: 00\n"
