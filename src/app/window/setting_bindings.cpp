@@ -167,7 +167,8 @@ void SettingBindings::bind(QButtonGroup* group, std::string_view key, std::funct
   add(row, first, [=](const RenameSettings& settings) { show_id(settings.*member); });
 }
 
-void SettingBindings::follow(std::vector<std::string_view> keys, std::function<void(const RenameSettings&)> follow) {
+void SettingBindings::follow(const std::vector<std::string_view>& keys,
+                             std::function<void(const RenameSettings&)> follow) {
   Follower follower{{}, std::move(follow)};
   for (const std::string_view key : keys) follower.keys.set(setting_index(row_of(key)));
   follower.follow(store_.settings());

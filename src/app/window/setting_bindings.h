@@ -38,7 +38,7 @@ class SettingBindings final : public QObject {
   void bind(QButtonGroup* group, std::string_view key, std::function<void(int)> chosen);
 
   /// Calls `follow` now, and again whenever one of the keys changes: for fields that are on only when others are.
-  void follow(std::vector<std::string_view> keys, std::function<void(const RenameSettings&)> follow);
+  void follow(const std::vector<std::string_view>& keys, std::function<void(const RenameSettings&)> follow);
 
   /// The field that shows a key; null when none does.
   QWidget* field_of(std::string_view key) const;
