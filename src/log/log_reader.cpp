@@ -98,7 +98,7 @@ class LineReader {
     if (size == std::string_view::npos || !rest_.starts_with(start_)) return false;
     const std::string start = std::string(rest_.substr(0, size)).append(end_);
     rest_.remove_prefix(size);
-    return !refers_to_nul(start) && document_.load_buffer(start.data(), start.size(), parsing) &&
+    return !refers_to_nul(start) && !is_odd(start) && document_.load_buffer(start.data(), start.size(), parsing) &&
            read_root(document_, log_).empty() && !document_.document_element().first_child();
   }
 
