@@ -3,7 +3,6 @@
 // Keeps many small texts in a few large blocks. A view stays valid until clear(); nothing is freed before. One thread.
 
 #include <algorithm>
-#include <cstring>
 #include <memory>
 #include <string_view>
 #include <utility>
@@ -22,7 +21,7 @@ class TextArena {
     const std::size_t needed = text.size() + 1;
     if (needed > space_) grow(needed);
     char* copy = next_;
-    std::memcpy(copy, text.data(), text.size());
+    std::ranges::copy(text, copy);
     copy[text.size()] = '\0';
     next_ += needed;
     space_ -= needed;
