@@ -86,11 +86,12 @@ FileRenameItem read_list(const std::string& file, bool folders) {
                                localized(unreadable ? "UNABLETOOPENFILE" : "RENAMEFROMFILEMESSAGE"), why));
 }
 
+std::string lines(std::size_t count) {
+  return fmt::format("{} {} of the list", count, count == 1 ? "line" : "lines");
+}
+
 // Says how many lines of a list are of the other kind, or hidden.
 void explain_left_out(std::size_t hidden, RenameBatch& batch, Console& console) {
-  const auto lines = [](std::size_t count) {
-    return fmt::format("{} {} of the list", count, count == 1 ? "line" : "lines");
-  };
   if (hidden > 0) console.error(fmt::format("{} left out: hidden names; --hidden takes them in", lines(hidden)));
   if (const std::size_t others = batch.left_out - hidden; others > 0) {
     console.error(batch.is_folders() ? fmt::format("{} left out: not folders; --files renames files", lines(others))
@@ -112,6 +113,9 @@ void import_list(const CommandLine& line, Console& console, RenameBatch& batch) 
       importFiles(batch.files, item, line.options.hidden, batch.disk_names, {&cancel_flag(), &progress});
   batch.paths = batch.files.size();
   if (result.cancelled) return;
+  if (item.odd_lines > 0) {
+    console.note(fmt::format("{} passed over: not three fields with tabs between them", lines(item.odd_lines)));
+  }
   batch.left_out = item.paths.size() - batch.files.size();
   explain_left_out(result.hidden_paths, batch, console);
 }

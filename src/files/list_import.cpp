@@ -173,7 +173,7 @@ ListError read_rename_list(std::string_view bytes, std::int32_t importType, cons
                            FileRenameItem& item, std::string& reason) {
   reason = list_text_fault(bytes);
   if (!reason.empty()) return ListError::unreadable;
-  const std::vector<ListRow> rows = list_rows(bytes, titles);
+  const auto [rows, odd_lines] = list_rows(bytes, titles);
   if (rows.empty()) return ListError::no_records;
   if (rows.size() > list_line_limit) {
     reason = "it has more than ten million lines";
@@ -181,6 +181,7 @@ ListError read_rename_list(std::string_view bytes, std::int32_t importType, cons
   }
   FileRenameItem read;
   read.importType = importType;
+  read.odd_lines = odd_lines;
   TextArena texts;
   for (const FoundItem& found : look_up_rows(rows, texts)) read.add(found.path, found.new_name);
   item = std::move(read);

@@ -26,6 +26,7 @@ struct FileRenameItem {
   std::vector<std::string_view> paths;  ///< in the order of the file, none twice; with a NUL behind their end
   std::unordered_map<std::string_view, std::string_view> records;  ///< new name by path
   std::int32_t importType = 0;                                     ///< 0 files, 1 folders
+  std::size_t odd_lines = 0;  ///< lines that were ignored: something stands in them, but not three fields
 
   /// Takes a line. The last new name of a path counts.
   void add(std::string_view path, std::string_view new_name);

@@ -155,7 +155,9 @@ std::vector<FoundItem> look_up_rows(std::span<const ListRow> rows, TextArena& te
   }
   const std::vector<FoundItem> without = look_up(unquoted.rows, texts);
   for (std::size_t i = 0; i < without.size(); ++i) {
-    if (without[i].exists) found[unquoted.numbers[i]] = without[i];
+    const std::size_t number = unquoted.numbers[i];
+    const bool leads_nowhere = rows[number].location.starts_with('"');  // no absolute path begins so
+    if (without[i].exists || leads_nowhere) found[number] = without[i];
   }
   return found;
 }

@@ -54,7 +54,9 @@ std::optional<ListRow> row_of(std::string_view line) {
 }
 
 bool is_title(std::string_view field, const std::vector<std::u16string>& titles) {
-  const std::u16string text = folded(decode_utf8(field));
+  std::string plain;
+  without_quotes(field, plain);  // a spreadsheet may have put them around every field
+  const std::u16string text = folded(decode_utf8(plain));
   return std::any_of(titles.begin(), titles.end(), [&text](const auto& title) { return folded(title) == text; });
 }
 
@@ -82,24 +84,27 @@ std::string list_text_fault(std::string_view bytes) {
   return {};
 }
 
-std::vector<ListRow> list_rows(std::string_view bytes, const ListTitles& titles) {
+ListRows list_rows(std::string_view bytes, const ListTitles& titles) {
   if (bytes.starts_with(byte_order_mark)) bytes.remove_prefix(byte_order_mark.size());
   const char line_end = line_end_of(bytes);
   std::size_t end = bytes.find(line_end);
   if (end == std::string_view::npos) return {};
   const std::optional<ListRow> first = row_of(bytes.substr(0, end));
   if (!first) return {};
-  std::vector<ListRow> rows;
-  const auto take = [&rows](const std::optional<ListRow>& row) {
+  ListRows list;
+  const auto take = [&rows = list.rows](const std::optional<ListRow>& row) {
     if (row && is_entry_name(row->filename) && rows.size() <= list_line_limit) rows.push_back(*row);
   };
   if (!is_header(*first, titles)) take(first);
   while (end != std::string_view::npos) {
     bytes.remove_prefix(end + 1);
     end = bytes.find(line_end);
-    take(row_of(bytes.substr(0, end)));
+    const std::string_view line = bytes.substr(0, end);
+    const std::optional<ListRow> row = row_of(line);
+    if (!row && line.find_first_not_of(" \t\r") != std::string_view::npos) ++list.odd_lines;
+    take(row);
   }
-  return rows;
+  return list;
 }
 
 bool is_entry_name(std::string_view name) {

@@ -2,6 +2,7 @@
 
 // The text of a rename list taken apart, before anything is looked up. Pure; any thread. Views are into the text.
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -20,8 +21,13 @@ struct ListRow {
 /// Why bytes are no list at all, as in "line 3 is not valid UTF-8"; "" when they can be read.
 std::string list_text_fault(std::string_view bytes);
 
+struct ListRows {
+  std::vector<ListRow> rows;
+  std::size_t odd_lines = 0;  ///< lines with something in them that is not three fields
+};
+
 /// The usable lines behind the header.
-std::vector<ListRow> list_rows(std::string_view bytes, const ListTitles& titles);
+ListRows list_rows(std::string_view bytes, const ListTitles& titles);
 
 /// Whether bytes can be the name of one entry of a folder.
 bool is_entry_name(std::string_view name);

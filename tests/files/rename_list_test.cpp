@@ -69,6 +69,7 @@ TEST_F(RenameList, IsReadAsItsFormatSays) {
        "Filename\tNew Filename\tLocation\r\na\tA1\t$\n",
        "a>A1|"},
       {"?\t?\tÖRT\na\tA1\t$\n", "a>A1|"},
+      {"\"filename\"\t\"\"\t\"\"\r\n\"a\"\t\"A1\"\t\"$\"\r\n", "a>A1|"},
       {"Location\tFilename\tdateiname\na\tA1\t$\n",
        "/dateiname/Location>File Not Found (the location in the list is no absolute path)|a>A1|"},
       {"one\ttab\na\tA1\t$\n", "no records"},
