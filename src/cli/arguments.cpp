@@ -76,11 +76,16 @@ void set_column(ExportOptions& columns, OptionId id) {
   if (id == OptionId::no_header) columns.addColumnNamesInHeader = false;
 }
 
+void choose(std::optional<bool>& choice, bool value, std::string_view names) {
+  if (choice && *choice != value) throw UsageError(fmt::format("give either {}", names));
+  choice = value;
+}
+
 void set_choice_of_items(Options& options, OptionId id) {
-  if (id == OptionId::files) options.folders = false;
-  if (id == OptionId::folders) options.folders = true;
-  if (id == OptionId::subfolders) options.subfolders = true;
-  if (id == OptionId::no_subfolders) options.subfolders = false;
+  if (id == OptionId::files || id == OptionId::folders) {
+    return choose(options.folders, id == OptionId::folders, "--files or --folders");
+  }
+  choose(options.subfolders, id == OptionId::subfolders, "--subfolders or --no-subfolders");
 }
 
 void set_option(Options& options, OptionId id, std::string_view value) {

@@ -179,7 +179,7 @@ constexpr std::array<MethodOption, 8> sequence_options(MethodOption first) {
 constexpr auto number_options =
     sequence_options<&S::alphaNumericNumericStartWith>({"start", "N", Kind::number, "the first number (0)"});
 constexpr auto letter_options = sequence_options<&S::alphaNumericAlphabeticStartWith>(
-    {"start", "LETTERS", Kind::text, "the first letters, a to z (a)"});
+    {"start", "LETTERS", Kind::letters, "the first letters, a to z (a)"});
 constexpr auto number_examples = std::to_array<Example>({
     {"number --start 1 --mask 000", "IMG_9.jpg", "001.jpg"},
     {"number --start 10 --suffix --separator -", "IMG_9.jpg", "IMG_9-10.jpg"},
@@ -466,7 +466,8 @@ constexpr auto photo_examples = std::to_array<Example>({
      ""},
 });
 constexpr std::string_view photo_note =
-    "A file whose values are all missing keeps its name. Pictures of one second need <SEQUENCES_Number_Sequence> too.";
+    "A file without values is left with the texts of your own, and keeps its name when there are none. Pictures of one "
+    "second need <SEQUENCES_Number_Sequence> too.";
 
 // clang-format off
 constexpr auto methods = std::to_array<MethodRow>({
@@ -497,7 +498,7 @@ constexpr auto methods = std::to_array<MethodRow>({
     {"windows-safe", "replace what Windows forbids in names: / \\ : * ? \" < > |", "", general, {}, windows_options, 0,
      general_option<11>, windows_examples},
     {"path", "put the names of the folders into the name", "", path_components, {}, path_options, 0, nullptr, path_examples},
-    {"audio", "name songs by their tags", "Files without tags keep their names.", id3_tag, audio_operands, audio_options, 0,
+    {"audio", "name songs by their tags", "A file without tags is left with the texts of your own, and keeps its name when there are none.", id3_tag, audio_operands, audio_options, 0,
      nullptr, audio_examples},
     {"photo", "name photos by what they say of themselves", photo_note, photo, photo_operands, photo_options, 0, nullptr,
      photo_examples},

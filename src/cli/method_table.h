@@ -21,6 +21,7 @@ enum class ValueKind : std::uint8_t {
   none,             ///< the option takes no value
   text,             ///< any text
   number,           ///< a whole number of 32 bits
+  letters,          ///< letters from a to z, at least one
   choice,           ///< one of the words of the option's value, "a|b|c"
   moment,           ///< a date in ISO 8601
   pattern,          ///< up to three parts of a date or time with separators between them

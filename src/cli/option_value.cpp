@@ -28,6 +28,10 @@ std::optional<std::int32_t> place_of(std::string_view word, std::string_view cho
   return found == words.end() ? std::nullopt : std::optional(static_cast<std::int32_t>(found - words.begin()));
 }
 
+bool is_letters(std::string_view text) {
+  return !text.empty() && std::ranges::all_of(text, [](char c) { return c >= 'a' && c <= 'z'; });
+}
+
 class Reading {
  public:
   Reading(std::string_view name, std::string_view form, std::string_view text)
@@ -42,6 +46,9 @@ class Reading {
         break;
       case ValueKind::number:
         value.number = demand(whole_number(text_), "a whole number");
+        break;
+      case ValueKind::letters:
+        demand(is_letters(text_) ? std::optional(true) : std::nullopt, "letters from a to z");
         break;
       case ValueKind::choice:
         value.number = demand(place_of(text_, form_), form_);

@@ -70,6 +70,13 @@ NewRule make_rule(RenameSettings settings, const MethodCall& call, const Options
   return getRule(settings);
 }
 
+// Whether nothing but the profile says how to rename.
+bool runs_method_of_profile(const CommandLine& line) {
+  const Options& options = line.options;
+  return line.methods.empty() && options.rules.empty() && options.list.empty() &&
+         std::ranges::none_of(options.set, chooses_method);
+}
+
 // With --rules or --list a --set may say what to rename, not how.
 void check_assignments(const Options& options, std::string_view source) {
   const auto found = std::ranges::find_if(options.set, chooses_method);
@@ -99,10 +106,14 @@ bool says_how(const CommandLine& line) {
          std::ranges::any_of(options.set, chooses_method);
 }
 
-RenameSettings common_settings(const Options& options, Date now) {
+RenameSettings common_settings(const Options& options, Date now, bool must_choose_method) {
   RenameSettings settings;
   loadEmptyProfile(settings, now);
-  if (!options.profile.empty()) start_from_profile(settings, read_profile(options.profile));
+  if (!options.profile.empty()) {
+    const SettingsRecord record = read_profile(options.profile);
+    if (must_choose_method) check_method(record, options.profile);
+    start_from_profile(settings, record);
+  }
   choose_items(settings, options);
   return settings;
 }
@@ -122,7 +133,7 @@ std::variant<RenameRequest, Refusal> make_request(const CommandLine& line, Date 
   const bool says_nothing = !says_how(line);
   if (says_nothing && demand == Demand::method) ask_for_method(line);
   RenameRequest request;
-  request.settings = common_settings(options, now);
+  request.settings = common_settings(options, now, demand == Demand::method && runs_method_of_profile(line));
   request.now = now;
   if (!options.rules.empty()) {
     take_rules(request, options);

@@ -35,8 +35,9 @@ enum class Demand : std::uint8_t {
   method_or_none,  ///< how to rename, or nothing about it: a list without new names, a profile of settings alone
 };
 
-/// The settings to start from: the defaults, those of --profile, and files or folders as the line says.
-RenameSettings common_settings(const Options& options, Date now);
+/// The settings to start from: the defaults, those of --profile, and files or folders as the line says. Throws
+/// UsageError when the profile cannot be read, or chooses no method although it must.
+RenameSettings common_settings(const Options& options, Date now, bool must_choose_method = false);
 
 /// Fills in the methods of the line, then the --set options (in a chain: for each of its methods); or takes the chain
 /// of

@@ -23,6 +23,14 @@ void start_from_profile(RenameSettings& settings, const SettingsRecord& record) 
   setSettings(settings, record);
 }
 
+void check_method(const SettingsRecord& record, const std::string& file) {
+  RenameSettings settings;
+  settings.selectedTab = -1;
+  setSettings(settings, record);
+  if (settings.selectedTab >= 0 && settings.selectedTab <= 9) return;
+  throw UsageError(fmt::format("{} does not say how to rename; write a method behind the PATHs", file));
+}
+
 std::vector<Rule> read_rules(const std::string& file) {
   std::vector<Rule> rules;
   if (const std::string error = read_rule_file(file, MethodNames::repaired, rules); !error.empty()) {

@@ -19,6 +19,9 @@ SettingsRecord read_profile(const std::string& file);
 /// Writes a profile's values over the settings.
 void start_from_profile(RenameSettings& settings, const SettingsRecord& record);
 
+/// Throws UsageError for a record that does not choose a method: the first one would run unasked.
+void check_method(const SettingsRecord& record, const std::string& file);
+
 /// The rules of a rule file, old method names repaired. Throws UsageError.
 std::vector<Rule> read_rules(const std::string& file);
 
