@@ -10,13 +10,14 @@
 #include <string>
 #include <string_view>
 
+#include "settings/property_list_limits.h"
 #include "settings/property_value.h"
 
 namespace brindle {
 
 /// Reads all kinds of a PropertyValue, with any sizes of offsets and references. A shared object is read once for each
 /// reference to it. Returns a clause that says what is wrong; empty, and `value` set, on success.
-std::string read_binary_property_list(std::string_view bytes, PropertyValue& value);
+std::string read_binary_property_list(std::string_view bytes, PropertyValue& value, const PropertyListBudget& budget);
 
 /// The same value always gives the same bytes. Equal texts share one object.
 std::string write_binary_property_list(const PropertyValue& value);

@@ -11,6 +11,7 @@
 #include <string>
 #include <string_view>
 
+#include "settings/property_list_limits.h"
 #include "settings/property_value.h"
 
 namespace brindle {
@@ -22,7 +23,7 @@ struct PropertyList {
 
 /// Reads a property list of either kind, told apart by its first bytes. Returns a clause that says what is wrong, as in
 /// "line 3: the element “set” is not known", with `list` untouched.
-std::string read_property_list(std::string_view bytes, PropertyList& list);
+std::string read_property_list(std::string_view bytes, PropertyList& list, const PropertyListBudget& budget = {});
 
 /// The XML form (UTF-8). The order of a dictionary's entries is kept, and the same value always gives the same bytes.
 /// The attribute "appversion" stands on the root element unless it is empty. Dates lose their milliseconds.

@@ -15,9 +15,12 @@ inline constexpr std::size_t property_list_value_limit = 1'000'000;
 /// Bytes of all texts (as UTF-16) and data of one list.
 inline constexpr std::size_t property_list_byte_limit = std::size_t{128} << 20;
 
-/// What may still be read of one list.
+/// What may still be read of one list; at first all that the limits allow, or less.
 class PropertyListBudget {
  public:
+  PropertyListBudget() = default;
+  PropertyListBudget(std::size_t values, std::size_t bytes) : values_(values), bytes_(bytes) {}
+
   /// False when that is more than is left.
   bool take_values(std::size_t count) { return take(values_, count); }
   bool take_bytes(std::size_t count) { return take(bytes_, count); }

@@ -10,6 +10,6 @@
 namespace brindle {
 
 /// Returns a clause that says what is wrong and in which line; empty, and `list` set, on success.
-std::string read_xml_property_list(std::string_view bytes, PropertyList& list);
+std::string read_xml_property_list(std::string_view bytes, PropertyList& list, const PropertyListBudget& budget);
 
 }  // namespace brindle

@@ -71,7 +71,7 @@ PropertyValue value_of(Container&& container) {
 
 class Reader {
  public:
-  explicit Reader(std::u16string_view document) : tokens_(document) {}
+  Reader(std::u16string_view document, const PropertyListBudget& budget) : tokens_(document), budget_(budget) {}
 
   bool read(PropertyList& list) {
     if (tokens_.next() != Token::start) return fail("it is no XML");
@@ -191,11 +191,11 @@ class Reader {
 
 }  // namespace
 
-std::string read_xml_property_list(std::string_view bytes, PropertyList& list) {
+std::string read_xml_property_list(std::string_view bytes, PropertyList& list, const PropertyListBudget& budget) {
   std::u16string document;
   std::string error = decode_xml(bytes, document);
   if (!error.empty()) return error;
-  Reader reader(document);
+  Reader reader(document, budget);
   return reader.read(list) ? std::string() : reader.error();
 }
 

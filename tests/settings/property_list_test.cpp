@@ -164,7 +164,6 @@ TEST(PropertyList, RefusesDamagedXmlAndSaysWhere) {
       {in_plist("<true>1</true>"), "“true”"},
       {in_plist(repeated("<array>", 129)), "too deeply"},
       {in_plist(repeated("<a>", 100000)), "none of a property list's"},
-      {in_plist("<array>" + repeated("<true/>", property_list_value_limit)), "more values"},
   };
   for (const auto& c : cases) {
     PropertyList list{u"untouched", u"1"};
@@ -213,10 +212,6 @@ TEST(PropertyList, ReadsEveryBinaryForm) {
 }
 
 TEST(PropertyList, RefusesDamagedBinary) {
-  std::vector<std::string> laughs;
-  for (char i = 1; i < 60; ++i) laughs.push_back({'\xA2', i, i});
-  laughs.emplace_back("\xA0");
-  const std::string long_data = "\x4F\x13" + std::string("\0\0\0\0\x01\0\0\0", 8) + std::string(1U << 24U, 'x');
   const struct {
     std::string bytes;
     const char* error;
@@ -242,8 +237,6 @@ TEST(PropertyList, RefusesDamagedBinary) {
       {binary_list({"\x33\x7E\0\0\0\0\0\0\0"s}), "date"},
       {binary_list({"\0"s}), "not known"},
       {binary_list({"\xC0"}), "not known"},
-      {binary_list(laughs), "more values"},
-      {binary_list({"\xAA" + std::string(10, '\1'), "\xAA" + std::string(10, '\2'), long_data}, 1), "too long"},
   };
   for (const auto& c : cases) {
     PropertyList list{u"untouched", u"1"};
@@ -251,6 +244,38 @@ TEST(PropertyList, RefusesDamagedBinary) {
         << testing::PrintToString(c.bytes.substr(0, 60));
     EXPECT_EQ(list.value, PropertyValue(u"untouched"));
   }
+}
+
+TEST(PropertyList, ReadsNoMoreThanItsBudget) {
+  std::vector<std::string> doubling;
+  for (char i = 1; i < 60; ++i) doubling.push_back({'\xA2', i, i});
+  doubling.emplace_back("\xA0");
+  const struct {
+    std::string bytes;
+    std::size_t values;
+    std::size_t text_bytes;
+    const char* error;
+  } cases[] = {
+      {in_plist("<array>" + repeated("<true/>", 10) + "</array>"), 11, 0, ""},
+      {in_plist("<array>" + repeated("<true/>", 11) + "</array>"), 11, 0, "more values"},
+      {in_plist("<dict><key>ab</key><string>cd</string></dict>"), 3, 8, ""},
+      {in_plist("<dict><key>ab</key><string>cd</string></dict>"), 2, 8, "more values"},
+      {in_plist("<dict><key>ab</key><string>cd</string></dict>"), 3, 7, "too long"},
+      {binary_list(doubling), 10'000, 0, "more values"},
+      {binary_list({"\xA3\1\1\1", "\x42xy"}), 4, 6, ""},
+      {binary_list({"\xA3\1\1\1", "\x42xy"}), 3, 6, "more values"},
+      {binary_list({"\xA3\1\1\1", "\x42xy"}), 4, 5, "too long"},
+      {binary_list({"\xD1\1\1", "\x52xy"}), 3, 7, "too long"},
+  };
+  for (const auto& c : cases) {
+    PropertyList list;
+    const std::string error = read_property_list(c.bytes, list, {c.values, c.text_bytes});
+    EXPECT_TRUE(*c.error == '\0' ? error.empty() : error.find(c.error) != std::string::npos)
+        << error << ": " << c.bytes;
+  }
+  PropertyListBudget whole;
+  EXPECT_TRUE(whole.take_values(property_list_value_limit) && whole.take_bytes(property_list_byte_limit));
+  EXPECT_FALSE(whole.take_values(1) || whole.take_bytes(1));
 }
 
 TEST(PropertyList, EndsSoonWhateverIsCutOff) {
