@@ -19,11 +19,11 @@ std::string reason_of(int error) {
 
 }  // namespace
 
-std::string read_property_list(std::string_view bytes, PropertyList& list) {
+std::string read_property_list(std::string_view bytes, PropertyList& list, const PropertyListBudget& budget) {
   if (bytes.empty()) return "it is empty";
-  if (!bytes.starts_with("bplist")) return read_xml_property_list(bytes, list);
+  if (!bytes.starts_with("bplist")) return read_xml_property_list(bytes, list, budget);
   PropertyList read;
-  std::string error = read_binary_property_list(bytes, read.value);
+  std::string error = read_binary_property_list(bytes, read.value, budget);
   if (error.empty()) list = std::move(read);
   return error;
 }
