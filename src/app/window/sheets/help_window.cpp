@@ -51,10 +51,11 @@ QString title_of(const QString& page) {
 }
 
 QString style_sheet(const QWidget& widget) {
-  const QPalette colours = widget.palette();
+  const QPalette& colours = widget.palette();
   return QStringLiteral(
              "h1 { font-size: x-large; margin-top: 4px; } h2 { font-size: large; margin-top: 18px; }"
-             "p, li { line-height: 135%; } td, th { padding: 4px 14px 4px 0; } th { text-align: left; }"
+             "p, li { line-height: 130%; } .picture { line-height: 100%; } td, th { padding: 4px 14px 4px 0; } th { "
+             "text-align: left; }"
              "code, .name { font-family: monospace; } .hint { color: %1; } a { color: %2; text-decoration: none; }")
       .arg(quiet_colour(colours).name(), colours.color(QPalette::Link).name());
 }

@@ -26,8 +26,8 @@ class SheetTable final : public QTreeWidget {
   void show_sorted_by(int column, bool ascending);
 
   using TextOf = std::function<std::string(std::string_view column, std::size_t row)>;
-  /// Shows the records, UTF-8, and the selected one; tells nobody.
-  void show_rows(std::size_t count, const TextOf& text, std::optional<std::size_t> selected);
+  /// Shows the records, UTF-8, with this row selected; tells nobody.
+  void show_rows(std::size_t count, const TextOf& text, std::optional<std::size_t> row);
 
   std::function<void(std::optional<std::size_t> row)> selected;
   std::function<void(std::string_view column, bool ascending)> sorted;
