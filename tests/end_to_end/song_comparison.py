@@ -1,6 +1,6 @@
 """Compares the tags of songs, written by ffmpeg and mutagen, with what was given to those programs; see metadata_comparison.sh.
 
-ffprobe says whether the files hold what was given; where a kind of file cannot hold a tag, the row says so.
+Where a kind of file cannot hold what was given, LESS and OTHERS_LESS say what it holds.
 """
 import json
 import os
