@@ -28,6 +28,15 @@ void name_field(QWidget* field, SettingKey key, TextKey name) {
   field->setAccessibleName(localized_text(name));
 }
 
+// What takes the keyboard of a field that may be several in a line.
+QWidget* first_field(QWidget* field) {
+  if (field->focusPolicy() != Qt::NoFocus) return field;
+  for (QWidget* child : field->findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+    if (child->focusPolicy() != Qt::NoFocus) return child;
+  }
+  return field;
+}
+
 }  // namespace
 
 QLineEdit* text_field(const PanelContext& context, SettingKey key, TextKey name, int characters) {
@@ -161,19 +170,19 @@ FormColumn::FormColumn(QHBoxLayout* columns, int stretch) : grid_(new QGridLayou
 
 void FormColumn::row(TextKey label, QWidget* field) {
   auto* text = new QLabel(localized_text(label) + QLatin1Char(':'));
-  QWidget* buddy = field;
-  if (field->focusPolicy() == Qt::NoFocus && !field->findChildren<QWidget*>().isEmpty()) {
-    for (QWidget* child : field->findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
-      if (child->focusPolicy() == Qt::NoFocus) continue;
-      buddy = child;
-      break;
-    }
-  }
-  text->setBuddy(buddy);
+  text->setBuddy(first_field(field));
   row(text, field);
 }
 
 void FormColumn::row(QWidget* lead, QWidget* field) {
+  if (const auto* button = qobject_cast<QAbstractButton*>(lead)) {
+    // Who chooses it means to type next. The field is switched on by the choice, so it is looked for afterwards.
+    QWidget* target = first_field(field);
+    const auto go_on = [button, target] {
+      if (button->isChecked()) target->setFocus(Qt::OtherFocusReason);
+    };
+    QObject::connect(button, &QAbstractButton::clicked, target, go_on, Qt::QueuedConnection);
+  }
   grid_->addLayout(indented(lead), next_, 0);
   grid_->addWidget(field, next_++, 1);
 }

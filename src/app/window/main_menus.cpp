@@ -115,7 +115,10 @@ void make_methods_menu(QMenu& menu, BrindleAppController& app) {
     action->setCheckable(true);
     action->setShortcut(QKeySequence(QStringLiteral("Ctrl+%1").arg((tab + 1) % 10)));
     group->addAction(action);
-    QObject::connect(action, &QAction::triggered, &menu, [&app, tab] { app.select_tab(tab); });
+    QObject::connect(action, &QAction::triggered, &menu, [&app, tab] {
+      app.select_tab(tab);
+      app.ports().desktop.focus_setting(method_titles.at(static_cast<std::size_t>(tab)).first_setting);
+    });
   }
   QObject::connect(&menu, &QMenu::aboutToShow, &menu, [group, &app] {
     const qsizetype tab = app.values().selectedTab;

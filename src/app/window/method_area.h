@@ -22,18 +22,19 @@ class SettingBindings;
 struct MethodTitle {
   std::string_view key;
   std::string_view icon;
+  std::string_view first_setting;  ///< the field that whoever calls for the method wants first
 };
 inline constexpr std::array<MethodTitle, 10> method_titles = {{
-    {"METHODSEQUENCE", "sequence"},
-    {"METHODINSERTDELETE", "insert_delete"},
-    {"METHODREPLACEREMOVE", "replace_remove"},
-    {"METHODPREFIXSUFFIX", "prefix_suffix"},
-    {"METHODDATETIME", "date_time"},
-    {"METHODGENERAL", "general"},
-    {"METHODAUDIO", "audio"},
-    {"METHODPHOTO", "photo"},
-    {"METHODPATHCOMPONENTS", "path_components"},
-    {"METHODFROMLIST", "from_list"},
+    {"METHODSEQUENCE", "sequence", "alphaNumericNumericStartWith"},
+    {"METHODINSERTDELETE", "insert_delete", "insertDeleteInsert"},
+    {"METHODREPLACEREMOVE", "replace_remove", "replaceRemoveThis"},
+    {"METHODPREFIXSUFFIX", "prefix_suffix", "prefixSuffixPrefix"},
+    {"METHODDATETIME", "date_time", "dateTimeDateOptionIndex"},
+    {"METHODGENERAL", "general", "generalFileNameCase"},
+    {"METHODAUDIO", "audio", "isID3RenamingSeperator"},
+    {"METHODPHOTO", "photo", "photoDatePart1"},
+    {"METHODPATHCOMPONENTS", "path_components", "pathComponentsLevelNo"},
+    {"METHODFROMLIST", "from_list", "renameFile"},
 }};
 
 class MethodArea final : public QWidget {
