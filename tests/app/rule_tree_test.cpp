@@ -73,10 +73,10 @@ const RuleTreeCase rule_tree_cases[] = {
      "Tags\nRenaming Mask: <Artist>_< - >\nSeparator: _\nAllowed Extensions: .MP3; .OGG"},
     {{"selectedTab=7", "photoMetaDataList=<EXIF_Date>", "photoTimePart1=None", "photoTimePart2=None",
       "photoTimePart3=None", "photoPaddingMask=00", "photoExtensions=jpg"},
-     "Photo\nRenaming Mask: <EXIF_Date>\nDate Format: ddMMyyyy\nTime Format: hh mm ss a\nSequence Padding Mask: 00\n"
+     "Fields\nRenaming Mask: <EXIF_Date>\nDate Format: ddMMyyyy\nTime Format: hh mm ss a\nSequence Padding Mask: 00\n"
      "Reset Sequence On Each Folder: FALSE\nAllowed Extensions: .JPG"},
     {{"selectedTab=8", "pathComponentsLevelNo=2", "pathComponentsSeparator=_", "pathComponentsOptionsIndex=1"},
-     "Path Components\nParent folders level: 2\nSeparator: _\nInsert At End: TRUE"},
+     "Folders\nParent folders level: 2\nSeparator: _\nInsert At End: TRUE"},
 };
 
 TEST(RuleTree, ShowsEachVariantsMeaningfulSettings) {
