@@ -110,19 +110,19 @@ QLabel* hint_label(TextKey text) {
   return label;
 }
 
-void enable_when(const PanelContext& context, std::vector<SettingKey> keys, std::vector<QWidget*> fields,
+void enable_when(const PanelContext& context, const std::vector<SettingKey>& keys, std::vector<QWidget*> fields,
                  Condition condition) {
   context.bindings.follow(
-      std::move(keys), [fields = std::move(fields), condition = std::move(condition)](const RenameSettings& settings) {
+      keys, [fields = std::move(fields), condition = std::move(condition)](const RenameSettings& settings) {
         const bool on = condition(settings);
         for (QWidget* field : fields) field->setEnabled(on);
       });
 }
 
-void show_when(const PanelContext& context, std::vector<SettingKey> keys, std::vector<QWidget*> fields,
+void show_when(const PanelContext& context, const std::vector<SettingKey>& keys, std::vector<QWidget*> fields,
                Condition condition) {
   context.bindings.follow(
-      std::move(keys), [fields = std::move(fields), condition = std::move(condition)](const RenameSettings& settings) {
+      keys, [fields = std::move(fields), condition = std::move(condition)](const RenameSettings& settings) {
         const bool shown = condition(settings);
         // A field without a parent would become a window of its own.
         for (QWidget* field : fields) {

@@ -65,9 +65,9 @@ QLabel* hint_label(TextKey text);
 // What is on only while something else is chosen.
 
 using Condition = std::function<bool(const RenameSettings&)>;
-void enable_when(const PanelContext& context, std::vector<SettingKey> keys, std::vector<QWidget*> fields,
+void enable_when(const PanelContext& context, const std::vector<SettingKey>& keys, std::vector<QWidget*> fields,
                  Condition condition);
-void show_when(const PanelContext& context, std::vector<SettingKey> keys, std::vector<QWidget*> fields,
+void show_when(const PanelContext& context, const std::vector<SettingKey>& keys, std::vector<QWidget*> fields,
                Condition condition);
 
 // Rows.

@@ -17,9 +17,8 @@
 #include "app/window/theme.h"
 #include "platform/app_info.h"
 
+namespace brindle {
 namespace {
-
-using namespace brindle;
 
 void print(std::FILE* file, const std::string& text) {
   std::fputs(text.c_str(), file);
@@ -82,9 +81,7 @@ void set_up(QTranslator& translator) {
   follow_desktop_theme();
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
+int run_window(int argc, char** argv) {
   set_language(language_of_environment());
   const int answered = answer_options(argc, argv);
   if (answered >= 0) return answered;
@@ -99,4 +96,11 @@ int main(int argc, char** argv) {
   if (!application.start(std::move(paths))) return 1;
   service.set_handler([&application](std::vector<std::string> later) { application.open(std::move(later)); });
   return QApplication::exec();
+}
+
+}  // namespace
+}  // namespace brindle
+
+int main(int argc, char** argv) {
+  return brindle::run_window(argc, argv);
 }

@@ -61,7 +61,7 @@ std::size_t MaskTable::row_at(const QDropEvent* event) const {
   const QModelIndex index = indexAt(at);
   if (!index.isValid()) return static_cast<std::size_t>(rowCount());
   const bool below = at.y() > visualRect(index).center().y();
-  return static_cast<std::size_t>(index.row() + (below ? 1 : 0));
+  return static_cast<std::size_t>(index.row()) + (below ? 1U : 0U);
 }
 
 void MaskTable::dragEnterEvent(QDragEnterEvent* event) {

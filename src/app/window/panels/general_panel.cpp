@@ -17,7 +17,7 @@ QComboBox* case_box(const PanelContext& context, SettingKey key) {
 
 // An option's row: its button, and its fields, which are on while it is chosen.
 void option_row(const PanelContext& context, FormColumn& column, const std::vector<QRadioButton*>& buttons, int option,
-                std::vector<LinePart> parts) {
+                const std::vector<LinePart>& parts) {
   if (parts.empty()) {
     column.row(buttons[static_cast<std::size_t>(option)]);
     return;
@@ -47,8 +47,8 @@ QWidget* make_general_panel(const PanelContext& context, QWidget* parent) {
                     {"NAMECASE", "EXTENSIONCASE", "REMOVEEXTENSION", "CHANGEEXTENSION", "REVERSENAME", "REMOVESPACES",
                      "SWAPATTEXT", "SWAPATPOSITION", "REMOVEAFTER", "REMOVEFROM", "FITTOMASK", "WINDOWSCOMPATIBLE"},
                     [&controller](int option) { controller.generalOptionsChanged(option); });
-  const auto row = [&](FormColumn& column, int option, std::vector<LinePart> parts) {
-    option_row(context, column, buttons, option, std::move(parts));
+  const auto row = [&](FormColumn& column, int option, const std::vector<LinePart>& parts) {
+    option_row(context, column, buttons, option, parts);
   };
   FormColumn left(panel.columns(), 2);
   row(left, 0, {case_box(context, "generalFileNameCase")});
