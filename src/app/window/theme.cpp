@@ -77,9 +77,8 @@ void use_palette(bool dark) {
 }
 
 QFont digits_font(const QWidget& widget) {
-  QFont font = widget.font();
   QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-  fixed.setPointSizeF(font.pointSizeF());
+  fixed.setPointSizeF(widget.font().pointSizeF());
   return fixed;
 }
 
