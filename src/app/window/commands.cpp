@@ -27,6 +27,18 @@ void set_show_hub(const T& t, bool on) {
   t.app.setPreferences(preferences);
 }
 
+// What the keyboard is at: the options of a method have a page each.
+std::string_view help_page(const T& t) {
+  constexpr auto method_pages = std::to_array<std::string_view>(
+      {"Sequence.html", "Insert-Delete.html", "Replace-Remove.html", "Prefix-Suffix.html", "Date-Time.html",
+       "General.html", "Audio-renaming.html", "Photo-renaming.html", "Path-components.html", "Rename-from-list.html"});
+  const auto* methods = t.window.findChild<const QWidget*>(QStringLiteral("methodArea"));
+  const QWidget* focus = QApplication::focusWidget();
+  const auto tab = static_cast<std::size_t>(t.app.values().selectedTab);
+  if (methods == nullptr || focus == nullptr || !methods->isAncestorOf(focus)) return "index.html";
+  return tab < method_pages.size() ? method_pages.at(tab) : "index.html";
+}
+
 void open_list(const T& t) {
   t.app.select_tab(9);
   t.app.browseRenameFile();
@@ -104,7 +116,7 @@ constexpr auto commands = std::to_array<Command>({
      [](const T& t) { return t.app.preferences().isShowHubIcon; }},
 
     {"help", "COMMANDHELP", "help", "F1", Needs::nothing,
-     [](const T& t, bool) { show_help_page(&t.window, "index.html"); }},
+     [](const T& t, bool) { show_help_page(&t.window, help_page(t)); }},
     {"about", "COMMANDABOUT", "", "Shift+F1", Needs::nothing, [](const T& t, bool) { show_about(&t.window); }},
 });
 

@@ -1,8 +1,12 @@
 #include "app/window/dialogs.h"
 
+#include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QMessageBox>
 #include <QPushButton>
+#include <algorithm>
+#include <memory>
 #include <vector>
 
 #include "app/window/text.h"
@@ -42,6 +46,31 @@ void set_filter(QFileDialog& dialog, const std::vector<std::string_view>& extens
   dialog.setNameFilters({shown.join(u' ') + QStringLiteral(" (") + filter_of(extensions) + u')'});
 }
 
+// The toolkit's own dialog chooses files or folders, and takes "Open" with a folder selected for a wish to look into
+// it.
+class FilesAndFoldersDialog final : public QFileDialog {
+ public:
+  using QFileDialog::QFileDialog;
+
+ protected:
+  void accept() override {
+    const QStringList chosen = selectedFiles();
+    const bool has_folder = std::any_of(chosen.begin(), chosen.end(), [this](const QString& path) {
+      return QFileInfo(path).isDir() && QDir(path) != directory();
+    });
+    has_folder ? QDialog::accept() : QFileDialog::accept();
+  }
+};
+
+std::unique_ptr<QFileDialog> open_dialog(QWidget* parent, const OpenRequest& request) {
+  const QString title = qt_text(request.title);
+  const QString folder = path_text(request.folder);
+  if (!request.files || !request.folders) return std::make_unique<QFileDialog>(parent, title, folder);
+  auto dialog = std::make_unique<FilesAndFoldersDialog>(parent, title, folder);
+  dialog->setOption(QFileDialog::DontUseNativeDialog);
+  return dialog;
+}
+
 std::vector<std::string> run(QFileDialog& dialog) {
   if (dialog.exec() != QDialog::Accepted) return {};
   return paths_of(dialog.selectedUrls());
@@ -74,17 +103,17 @@ std::size_t QtAlerts::show(const Alert& alert) {
 }
 
 std::vector<std::string> QtChooser::choose(const OpenRequest& request) {
-  QFileDialog dialog(parent_(), qt_text(request.title), path_text(request.folder));
-  dialog.setAcceptMode(QFileDialog::AcceptOpen);
-  dialog.setOption(QFileDialog::DontResolveSymlinks);
+  const std::unique_ptr<QFileDialog> dialog = open_dialog(parent_(), request);
+  dialog->setAcceptMode(QFileDialog::AcceptOpen);
+  dialog->setOption(QFileDialog::DontResolveSymlinks);
   if (!request.files) {
-    dialog.setFileMode(QFileDialog::Directory);
-    dialog.setOption(QFileDialog::ShowDirsOnly);
+    dialog->setFileMode(QFileDialog::Directory);
+    dialog->setOption(QFileDialog::ShowDirsOnly);
   } else {
-    dialog.setFileMode(request.multiple ? QFileDialog::ExistingFiles : QFileDialog::ExistingFile);
+    dialog->setFileMode(request.multiple ? QFileDialog::ExistingFiles : QFileDialog::ExistingFile);
   }
-  set_filter(dialog, request.extensions);
-  return run(dialog);
+  set_filter(*dialog, request.extensions);
+  return run(*dialog);
 }
 
 std::optional<std::string> QtChooser::choose(const SaveRequest& request) {
