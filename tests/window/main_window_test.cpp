@@ -6,6 +6,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSet>
+#include <QTimer>
 
 #include "app/undo_sheet_controller.h"
 #include "app/window/columns.h"
@@ -116,6 +117,9 @@ TEST_F(MainWindowTest, SizeColumnsAndSplittersAreFoundAgain) {
   find<QAction>("showRules")->trigger();
   window->resize(1000, 650);
   window->close_now();
+  // A loop that begins and ends takes the wish to quit back, which would end the sheets of later tests.
+  QTimer::singleShot(0, qApp, &QApplication::quit);
+  QApplication::exec();
   close();
   open();
   EXPECT_TRUE(table().is_column_shown(new_name_column + 2));

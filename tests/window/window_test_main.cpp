@@ -7,7 +7,5 @@ int main(int argc, char** argv) {
   // Needs no screen unless it is told which.
   if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   const QApplication application(argc, argv);
-  // A test that closes its window is not the last.
-  QApplication::setQuitOnLastWindowClosed(false);
   return RUN_ALL_TESTS();
 }
