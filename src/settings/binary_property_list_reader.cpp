@@ -15,7 +15,12 @@
 namespace brindle {
 namespace {
 
-using namespace binary_list;
+using binary_list::false_marker;
+using binary_list::header;
+using binary_list::Kind;
+using binary_list::size_follows;
+using binary_list::trailer_size;
+using binary_list::true_marker;
 
 std::uint64_t number_at(std::string_view bytes) {
   std::uint64_t number = 0;

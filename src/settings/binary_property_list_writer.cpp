@@ -12,7 +12,11 @@
 namespace brindle {
 namespace {
 
-using namespace binary_list;
+using binary_list::false_marker;
+using binary_list::header;
+using binary_list::Kind;
+using binary_list::size_follows;
+using binary_list::true_marker;
 
 std::size_t bytes_for(std::uint64_t number) {
   if (number <= 0xFF) return 1;
