@@ -58,7 +58,10 @@ class FilesAndFoldersDialog final : public QFileDialog {
     const bool has_folder = std::any_of(chosen.begin(), chosen.end(), [this](const QString& path) {
       return QFileInfo(path).isDir() && QDir(path) != directory();
     });
-    has_folder ? QDialog::accept() : QFileDialog::accept();
+    if (has_folder)
+      done(QDialog::Accepted);
+    else
+      QFileDialog::accept();
   }
 };
 
