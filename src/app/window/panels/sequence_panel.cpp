@@ -31,9 +31,9 @@ QWidget* start_fields(const PanelContext& context) {
 }
 
 QWidget* direction_fields(const PanelContext& context, QWidget* owner) {
-  const auto buttons = radio_buttons(context, owner, "isAlphaNumericDecrement", {"COUNTUP", "COUNTDOWN"}, [&](int id) {
-    context.controller.alphaNumericIncrementDecrementChanged(id == 1);
-  });
+  const auto buttons = radio_buttons(
+      context, owner, "isAlphaNumericDecrement", {"COUNTUP", "COUNTDOWN"},
+      [&controller = context.controller](int id) { controller.alphaNumericIncrementDecrementChanged(id == 1); });
   NumberField* up = number_field(context, "alphaNumericIncrementBy", "COUNTBY", {1, 999999999, false});
   NumberField* down = number_field(context, "alphaNumericDecrementBy", "COUNTBY", {1, 999999999, false});
   show_when(context, {"isAlphaNumericDecrement"}, {up}, [](const RenameSettings& s) { return !counts_down(s); });
@@ -49,8 +49,9 @@ QWidget* direction_fields(const PanelContext& context, QWidget* owner) {
 QWidget* make_sequence_panel(const PanelContext& context, QWidget* parent) {
   PanelFrame panel(tab, parent);
   QWidget* owner = panel.widget();
+  BrindleAppController& controller = context.controller;
   const auto kinds = radio_buttons(context, owner, "isAlphaNumericAlphabetic", {"NUMBERS", "LETTERSCHOICE"},
-                                   [&](int id) { context.controller.alphaNumericNumericAlphabeticChanged(id == 1); });
+                                   [&controller](int id) { controller.alphaNumericNumericAlphabeticChanged(id == 1); });
   QLineEdit* padding = text_field(context, "alphaNumericPaddingMask", "PADDING", 6);
   padding->setPlaceholderText(QStringLiteral("000"));
   padding->setToolTip(localized_text("PADDINGTIP"));
