@@ -1,11 +1,23 @@
 #include "app/pasteboard_items_controller.h"
 
+#include <string_view>
+#include <unordered_set>
 #include <utility>
 
 namespace brindle {
 
 PasteboardItemsController::PasteboardItemsController(BrindleAppController& app, std::vector<std::string> paths)
     : SheetController(app), Files_(std::move(paths)) {}
+
+void PasteboardItemsController::add_files(const std::vector<std::string>& paths) {
+  std::unordered_set<std::string_view> known(Files_.begin(), Files_.end());
+  std::vector<std::string> added;
+  for (const std::string& path : paths) {
+    if (known.insert(path).second) added.push_back(path);
+  }
+  Files_.insert(Files_.end(), added.begin(), added.end());
+  tell();
+}
 
 void PasteboardItemsController::filesFoldersOptionChanged(bool folders) {
   isFolders_ = folders;

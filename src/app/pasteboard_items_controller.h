@@ -16,6 +16,8 @@ class PasteboardItemsController final : public SheetController {
   PasteboardItemsController(BrindleAppController& app, std::vector<std::string> paths);
 
   const std::vector<std::string>& Files() const { return Files_; }  ///< paths, on-disk bytes
+  /// More was dropped, on the sheet; what is there already is not added again.
+  void add_files(const std::vector<std::string>& paths);
   bool isFiles() const { return !isFolders_; }
   bool isFolders() const { return isFolders_; }
   void filesFoldersOptionChanged(bool folders);

@@ -8,9 +8,13 @@
 #include "app/window/main_window.h"
 #include "app/window/sheets.h"
 #include "app/window/termination.h"
+#include "app/window/text.h"
 
 namespace brindle {
 namespace {
+
+// What the user defaults call the folder where the last open panel was.
+constexpr std::string_view open_panel_folder = "OPENPANELFOLDER";
 
 // Sheets may lie over the window; an alert belongs over the topmost.
 QWidget* dialog_parent(QWidget* window) {
@@ -23,7 +27,21 @@ QWidget* dialog_parent(QWidget* window) {
 Application::Application()
     : alerts_([this] { return dialog_parent(window_.get()); }),
       chooser_([this] { return dialog_parent(window_.get()); }),
-      controller_(Ports{alerts_, chooser_, main_thread_, worker_, desktop_}) {}
+      controller_(Ports{alerts_, chooser_, main_thread_, worker_, desktop_}) {
+  share_panel_memory();
+}
+
+void Application::share_panel_memory() {
+  chooser_.opening = [this](OpenPanelMemory& memory) {
+    memory.recent.clear();
+    for (const RecentItem& item : controller_.recentItems()) memory.recent.push_back(item.itemPath);
+    if (memory.folder.empty())
+      memory.folder = path_bytes(qt_text(controller_.user_defaults().text(open_panel_folder, u"")));
+  };
+  chooser_.opened = [this](const OpenPanelMemory& memory) {
+    controller_.user_defaults().set(open_panel_folder, utf16(path_text(memory.folder)));
+  };
+}
 
 Application::~Application() {
   desktop_.set_window(nullptr);
@@ -45,6 +63,11 @@ bool Application::start(std::vector<std::string> paths) {
   hub_ = std::make_unique<DropHub>(controller_, choose);
   termination_ = std::make_unique<TerminationRequests>([this] { window_->close_now(); });
   QObject::connect(qApp, &QGuiApplication::commitDataRequest, window_.get(), [this] { window_->save_session(); });
+  // When the window is there: it is told over it, and what is handed over meanwhile is heard.
+  const auto tell = [this] {
+    if (controller_.tell_interrupted_runs()) show_undo_sheet(window_.get(), controller_);
+  };
+  QMetaObject::invokeMethod(window_.get(), tell, Qt::QueuedConnection);
   if (!paths.empty()) controller_.openFiles(std::move(paths));
   return true;
 }

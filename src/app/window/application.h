@@ -35,6 +35,8 @@ class Application {
   MainWindow& window() { return *window_; }
 
  private:
+  void share_panel_memory();
+
   QtMainThread main_thread_;
   QtWorker worker_{main_thread_};
   QtAlerts alerts_;

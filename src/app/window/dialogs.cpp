@@ -1,12 +1,8 @@
 #include "app/window/dialogs.h"
 
-#include <QDir>
 #include <QFileDialog>
-#include <QFileInfo>
 #include <QMessageBox>
 #include <QPushButton>
-#include <algorithm>
-#include <memory>
 #include <vector>
 
 #include "app/window/text.h"
@@ -46,34 +42,6 @@ void set_filter(QFileDialog& dialog, const std::vector<std::string_view>& extens
   dialog.setNameFilters({shown.join(u' ') + QStringLiteral(" (") + filter_of(extensions) + u')'});
 }
 
-// The toolkit's own dialog chooses files or folders, and takes "Open" with a folder selected for a wish to look into
-// it.
-class FilesAndFoldersDialog final : public QFileDialog {
- public:
-  using QFileDialog::QFileDialog;
-
- protected:
-  void accept() override {
-    const QStringList chosen = selectedFiles();
-    const bool has_folder = std::any_of(chosen.begin(), chosen.end(), [this](const QString& path) {
-      return QFileInfo(path).isDir() && QDir(path) != directory();
-    });
-    if (has_folder)
-      done(QDialog::Accepted);
-    else
-      QFileDialog::accept();
-  }
-};
-
-std::unique_ptr<QFileDialog> open_dialog(QWidget* parent, const OpenRequest& request) {
-  const QString title = qt_text(request.title);
-  const QString folder = path_text(request.folder);
-  if (!request.files || !request.folders) return std::make_unique<QFileDialog>(parent, title, folder);
-  auto dialog = std::make_unique<FilesAndFoldersDialog>(parent, title, folder);
-  dialog->setOption(QFileDialog::DontUseNativeDialog);
-  return dialog;
-}
-
 std::vector<std::string> run(QFileDialog& dialog) {
   if (dialog.exec() != QDialog::Accepted) return {};
   return paths_of(dialog.selectedUrls());
@@ -106,17 +74,11 @@ std::size_t QtAlerts::show(const Alert& alert) {
 }
 
 std::vector<std::string> QtChooser::choose(const OpenRequest& request) {
-  const std::unique_ptr<QFileDialog> dialog = open_dialog(parent_(), request);
-  dialog->setAcceptMode(QFileDialog::AcceptOpen);
-  dialog->setOption(QFileDialog::DontResolveSymlinks);
-  if (!request.files) {
-    dialog->setFileMode(QFileDialog::Directory);
-    dialog->setOption(QFileDialog::ShowDirsOnly);
-  } else {
-    dialog->setFileMode(request.multiple ? QFileDialog::ExistingFiles : QFileDialog::ExistingFile);
-  }
-  set_filter(*dialog, request.extensions);
-  return run(*dialog);
+  if (opening) opening(memory_);
+  OpenPanel panel(parent_(), request, memory_);
+  if (panel.exec() != QDialog::Accepted) return {};
+  if (opened) opened(memory_);
+  return panel.chosen();
 }
 
 std::optional<std::string> QtChooser::choose(const SaveRequest& request) {

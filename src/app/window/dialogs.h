@@ -5,6 +5,7 @@
 #include <functional>
 
 #include "app/ports.h"
+#include "app/window/open_panel.h"
 
 class QWidget;
 
@@ -28,8 +29,14 @@ class QtChooser final : public ChooserPort {
   std::vector<std::string> choose(const OpenRequest& request) override;
   std::optional<std::string> choose(const SaveRequest& request) override;
 
+  /// Called before each open panel, with what it will know.
+  std::function<void(OpenPanelMemory&)> opening;
+  /// Called after one was accepted.
+  std::function<void(const OpenPanelMemory&)> opened;
+
  private:
   DialogParent parent_;
+  OpenPanelMemory memory_;
 };
 
 }  // namespace brindle

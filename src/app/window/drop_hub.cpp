@@ -13,16 +13,13 @@
 #include <QWindow>
 
 #include "app/window/text.h"
+#include "app/window/url_drops.h"
 
 namespace brindle {
 namespace {
 
 constexpr int side = 84;
 constexpr int margin = 24;  // from the corner of the screen, when it has no place yet
-
-bool can_take(const QMimeData& data) {
-  return data.hasUrls();
-}
 
 QPoint on_screen(QPoint place) {
   const QScreen* screen = QGuiApplication::screenAt(place + QPoint(side / 2, side / 2));
@@ -127,7 +124,7 @@ void DropHub::paintEvent(QPaintEvent* /*event*/) {
 }
 
 void DropHub::dragEnterEvent(QDragEnterEvent* event) {
-  if (!can_take(*event->mimeData()) || app_.state().isExecuting) return;
+  if (!holds_files(*event->mimeData()) || app_.state().isExecuting) return;
   event->setDropAction(Qt::CopyAction);
   event->accept();
   set_highlighted(true);

@@ -89,7 +89,7 @@ QVariant FileTableModel::data(const QModelIndex& index, int role) const {
   const ItemRecord& record = app_.files()[static_cast<std::size_t>(row)];
   switch (role) {
     case Qt::DisplayRole:
-      return text(row, index.column());
+      return in_one_line(text(row, index.column()).toString());
     case Qt::EditRole:
       if (index.column() != new_name_column) return {};
       return record.status == ItemStatus::proposed ? text(row, new_name_column) : text(row, name_column);
@@ -99,7 +99,7 @@ QVariant FileTableModel::data(const QModelIndex& index, int role) const {
     case Qt::ToolTipRole:
       return tooltip(row, index.column());
     case current_name_role:
-      return text(row, name_column);
+      return in_one_line(text(row, name_column).toString());
     case status_role:
       return static_cast<int>(record.status);
     default:
@@ -150,13 +150,13 @@ void FileTableModel::request_photo_fields() {
 
 QVariant FileTableModel::tooltip(int row, int column) const {
   const std::string_view reason = app_.files().reason(static_cast<std::size_t>(row));
-  QString tip = text(row, column == icon_column ? name_column : column).toString();
+  QString tip = in_one_line(text(row, column == icon_column ? name_column : column).toString());
   if (reason.empty() || (column != icon_column && column != new_name_column)) return tip;
   // As a sentence of its own, and as plain text whatever it holds.
   QString why = qt_text(reason);
   why.replace(0, 1, why.left(1).toUpper());
   return QStringLiteral("<p><b>%1</b></p><p>%2</p>")
-      .arg(text(row, new_name_column).toString().toHtmlEscaped(), why.toHtmlEscaped());
+      .arg(in_one_line(text(row, new_name_column).toString()).toHtmlEscaped(), why.toHtmlEscaped());
 }
 
 QVariant FileTableModel::headerData(int section, Qt::Orientation orientation, int role) const {

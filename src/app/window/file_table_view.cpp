@@ -253,7 +253,7 @@ void FileTableView::copy_names() {
   QStringList names;
   for (const std::size_t row : selected_rows()) {
     if (names.size() == static_cast<qsizetype>(most_copied)) break;
-    names << model_->index(static_cast<int>(row), name_column).data().toString();
+    names << display_path_text(app_.files()[row].name());
   }
   if (!names.isEmpty()) QApplication::clipboard()->setText(names.join(u'\n'));
 }

@@ -71,7 +71,7 @@ void ImagePopup::show_row_when_picture(std::size_t row) {
 void ImagePopup::show_row(std::size_t row) {
   if (row >= app_.files().size()) return;
   const int width = fontMetrics().averageCharWidth() * 70;
-  const QString name = display_path_text(app_.files()[row].name());
+  const QString name = in_one_line(display_path_text(app_.files()[row].name()));
   name_->setText(fontMetrics().elidedText(name, Qt::ElideMiddle, width));
   picture_->setText(localized_text("PICTURELOADING"));
   fields_->hide();

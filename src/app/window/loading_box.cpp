@@ -65,7 +65,7 @@ LoadingBox::LoadingBox(QWidget* parent)
 
 void LoadingBox::show_state(const WindowState& state) {
   title_->setText(localized_text(titles.at(static_cast<std::size_t>(state.job))));
-  full_path_ = qt_text(state.status_label);
+  full_path_ = in_one_line(qt_text(state.status_label));
   show_path();
   progress_->setRange(0, state.total > 0 ? steps : 0);
   if (state.total > 0) progress_->setValue(step_of(state));

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QLibraryInfo>
 #include <QTranslator>
+#include <QUrl>
 #include <cstdio>
 #include <filesystem>
 #include <string>
@@ -51,6 +52,19 @@ std::string absolute(const std::string& path) {
   return error ? path : folder + "/" + path;
 }
 
+bool exists(const std::string& path) {
+  std::error_code error;
+  return std::filesystem::symlink_status(path, error).type() != std::filesystem::file_type::not_found;
+}
+
+// Some launchers hand over "file:" addresses.
+std::string path_of(const std::string& argument) {
+  std::string path = absolute(argument);
+  if (!argument.starts_with("file:/") || exists(path)) return path;
+  const std::vector<std::string> paths = paths_of({QUrl::fromEncoded(QByteArray::fromStdString(argument))});
+  return paths.empty() ? path : paths.front();
+}
+
 // Files and folders (bytes), as absolute paths; the toolkit has taken its own options by now. False when an option is
 // not known.
 bool read_paths(int argc, char** argv, std::vector<std::string>& paths) {
@@ -63,7 +77,7 @@ bool read_paths(int argc, char** argv, std::vector<std::string>& paths) {
       print(stderr, localized_format("GUIUNKNOWNOPTION", argument) + "\n" + localized("GUIUSAGE"));
       return false;
     } else {
-      paths.push_back(absolute(argument));
+      paths.push_back(path_of(argument));
     }
   }
   return true;

@@ -71,7 +71,7 @@ bool is_idle(const BrindleAppController& app) {
 
 void fill_recent(QMenu& menu, BrindleAppController& app) {
   for (std::size_t i = 0; i < app.recentItems().size(); ++i) {
-    QAction* action = menu.addAction(menu_text(path_text(app.recentItems()[i].itemPath)));
+    QAction* action = menu.addAction(menu_text(in_one_line(path_text(app.recentItems()[i].itemPath))));
     action->setEnabled(is_idle(app));
     QObject::connect(action, &QAction::triggered, &menu, [&app, i] { app.recentFolderChanged(i + 1); });
   }
@@ -79,7 +79,7 @@ void fill_recent(QMenu& menu, BrindleAppController& app) {
 
 void fill_rules(QMenu& menu, BrindleAppController& app) {
   for (const auto& [title, file] : app.loadRulesMenu()) {
-    QAction* action = menu.addAction(menu_text(path_text(title)));
+    QAction* action = menu.addAction(menu_text(in_one_line(path_text(title))));
     action->setEnabled(is_idle(app));
     QObject::connect(action, &QAction::triggered, &menu, [&app, file = file] { app.ruleMenuItemClick(file); });
   }

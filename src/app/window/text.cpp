@@ -1,5 +1,7 @@
 #include "app/window/text.h"
 
+#include <algorithm>
+
 #include "app/string_table.h"
 #include "pipeline/file_system_item.h"
 #include "platform/file_name.h"
@@ -18,6 +20,19 @@ std::string path_bytes(const QString& text) {
   std::string bytes;
   if (!encode_path(utf16(text), bytes)) bytes.clear();
   return bytes;
+}
+
+QString in_one_line(QString name) {
+  const auto shown = [](char16_t unit) -> char16_t {
+    if (unit < 0x20) return static_cast<char16_t>(0x2400 + unit);
+    if (unit == 0x7F) return u'\u2421';
+    if (unit == u'\u2028' || unit == u'\u2029') return u'\u2424';
+    return unit >= 0xEF80 && unit <= 0xEFFF ? u'\uFFFD' : unit;
+  };
+  const auto stays = [&](QChar unit) { return shown(unit.unicode()) == unit.unicode(); };
+  if (std::all_of(name.cbegin(), name.cend(), stays)) return name;
+  for (QChar& unit : name) unit = QChar(shown(unit.unicode()));
+  return name;
 }
 
 QString display_path_text(std::string_view bytes) {

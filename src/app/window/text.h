@@ -32,6 +32,10 @@ QString localized_text(std::string_view key);
 QString path_text(std::string_view bytes);
 std::string path_bytes(const QString& text);
 
+/// A name or a path fit to be shown in a line: control characters become their pictures ("␊"), bytes that are no UTF-8
+/// become "\uFFFD". Not to be edited, for it does not lead back.
+QString in_one_line(QString name);
+
 /// A path as shown to people: ":" of the disk is "/" in its last component's name.
 QString display_path_text(std::string_view bytes);
 

@@ -3,6 +3,7 @@
 #include <QDropEvent>
 #include <QMimeData>
 #include <QWidget>
+#include <algorithm>
 #include <utility>
 
 #include "app/window/text.h"
@@ -33,7 +34,7 @@ class FileDrops final : public QObject {
 
  private:
   static bool accept(QDropEvent* event) {
-    if (!event->mimeData()->hasUrls()) return false;
+    if (!holds_files(*event->mimeData())) return false;
     event->setDropAction(Qt::CopyAction);  // never a move: the files stay where they are
     event->accept();
     return true;
@@ -53,6 +54,11 @@ class FileDrops final : public QObject {
 };
 
 }  // namespace
+
+bool holds_files(const QMimeData& data) {
+  const QList<QUrl> urls = data.urls();
+  return std::any_of(urls.begin(), urls.end(), [](const QUrl& url) { return url.isLocalFile(); });
+}
 
 void accept_file_drops(QWidget* widget, std::function<void(std::vector<std::string>)> dropped) {
   new FileDrops(widget, std::move(dropped));

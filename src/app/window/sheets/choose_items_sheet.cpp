@@ -12,6 +12,7 @@
 #include "app/window/sheets.h"
 #include "app/window/sheets/sheet.h"
 #include "app/window/text.h"
+#include "app/window/url_drops.h"
 
 namespace brindle {
 namespace {
@@ -22,7 +23,7 @@ constexpr std::size_t most_names = 5;
 QString names_of(const std::vector<std::string>& paths, const QFontMetrics& metrics) {
   QStringList names;
   for (std::size_t i = 0; i < std::min(paths.size(), most_names); ++i) {
-    const QString path = display_path_text(paths[i]);
+    const QString path = in_one_line(display_path_text(paths[i]));
     names << metrics.elidedText(path, Qt::ElideMiddle, metrics.averageCharWidth() * 56);
   }
   if (paths.size() > most_names) names << qt_text(localized_format("CHOOSEITEMSMORE", paths.size() - most_names));
@@ -38,6 +39,8 @@ class ChooseItemsSheet final : public Sheet {
   void follow() override;
 
   PasteboardItemsController controller_;
+  QLabel* count_ = new QLabel(this);
+  QLabel* names_ = new QLabel(this);
   QRadioButton* files_ = nullptr;
   QRadioButton* folders_ = nullptr;
   QCheckBox* subfolders_ = nullptr;
@@ -45,12 +48,11 @@ class ChooseItemsSheet final : public Sheet {
 
 ChooseItemsSheet::ChooseItemsSheet(QWidget* parent, BrindleAppController& app, std::vector<std::string> paths)
     : Sheet(parent, "PasteboardItemsSheet", localized_text("CHOOSEITEMSTITLE")), controller_(app, std::move(paths)) {
-  auto* names = new QLabel(names_of(controller_.Files(), fontMetrics()));
-  names->setObjectName(QStringLiteral("droppedNames"));
-  names->setTextFormat(Qt::PlainText);
-  names->setMinimumWidth(fontMetrics().averageCharWidth() * 60);
-  rows()->addWidget(new QLabel(qt_text(localized_format("CHOOSEITEMSCOUNT", controller_.Files().size()))));
-  rows()->addWidget(names);
+  names_->setObjectName(QStringLiteral("droppedNames"));
+  names_->setTextFormat(Qt::PlainText);
+  names_->setMinimumWidth(fontMetrics().averageCharWidth() * 60);
+  rows()->addWidget(count_);
+  rows()->addWidget(names_);
   rows()->addSpacing(fontMetrics().height() / 2);
   files_ = choice("isFiles", "CHOOSEITEMSFILES", false);
   folders_ = choice("isFolders", "CHOOSEITEMSFOLDERS", true);
@@ -61,6 +63,7 @@ ChooseItemsSheet::ChooseItemsSheet(QWidget* parent, BrindleAppController& app, s
   add_default_button("applyItems", "CHOOSEITEMSADD", [this] { controller_.apply(); });
   finish_buttons("SHEETCANCEL", [this] { controller_.showHelp(); });
   attach(controller_);
+  accept_file_drops(this, [this](const std::vector<std::string>& more) { controller_.add_files(more); });
   files_->setFocus();
 }
 
@@ -73,6 +76,8 @@ QRadioButton* ChooseItemsSheet::choice(const char* name, TextKey text, bool fold
 }
 
 void ChooseItemsSheet::follow() {
+  count_->setText(qt_text(localized_format("CHOOSEITEMSCOUNT", controller_.Files().size())));
+  names_->setText(names_of(controller_.Files(), fontMetrics()));
   files_->setChecked(controller_.isFiles());
   folders_->setChecked(controller_.isFolders());
   subfolders_->setChecked(controller_.isProcessSubfolders());
