@@ -237,6 +237,7 @@ class BrindleAppController final : private RulesOwner {
   bool defer(std::function<void()> command);
   void tell(Changed changed) { tell(static_cast<ChangedSet>(changed)); }
   void tell(ChangedSet changed);
+    bool is_live = false;  // by the live preview, and nothing has been done to them since
   void update_state();
   void list_was_changed();
 

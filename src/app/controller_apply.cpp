@@ -53,6 +53,7 @@ void BrindleAppController::actionApply() {
 void BrindleAppController::apply_names(const ApplyOptions& options) {
   state_.isHasFilesForRenaming = false;
   const auto result = std::make_shared<ApplyResult>();
+  names_made_with_.is_live = false;
   const auto is_done = std::make_shared<bool>(false);
   JobCall call;
   call.job = Job::rename;

@@ -80,7 +80,7 @@ void BrindleAppController::import_list(const std::shared_ptr<FileRenameItem>& it
   clearFilesFolders();
   const bool folders = item->importType != 0;
   set_folders_mode(folders);
-  names_made_with_ = {rename_from_list_tab, values().generalOptionIndex};
+  names_made_with_ = {rename_from_list_tab, values().generalOptionIndex, false};
   state_.isRulePreview = false;
   const auto result = std::make_shared<ImportResult>();
   JobCall call;

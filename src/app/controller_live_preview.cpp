@@ -22,12 +22,23 @@ std::size_t row_limit(const LivePreviewPreferences& preferences) {
   return static_cast<std::size_t>(std::max(0, integer_value(preferences.livePreviewFilesLimit)));
 }
 
+// Beyond the keys of the change signal, an option of the method shown: what is seen in the list is what is chosen.
+bool changes_method(const SettingsChange& change, std::int32_t tab) {
+  return std::ranges::any_of(settings_table(), [&](const SettingRow& row) {
+    return change.keys[setting_index(row)] && static_cast<std::int32_t>(row.tab) == tab && !row.counts_as_change;
+  });
+}
+
 }  // namespace
 
 void BrindleAppController::settings_changed(const SettingsChange& change) {
   if (change.contains("selectedTab")) rules_.tabChanged(values().selectedTab);
   rebuild_masks(change);
-  const bool wakes = change.isSettingsChanged && change.has_values && !isProfileLoading_;
+  // Another method takes over from the names of the last one, but not from names that were checked, typed or loaded.
+  const bool takes_over = change.contains("selectedTab") && names_made_with_.is_live;
+  const bool wakes = !isProfileLoading_ && ((change.isSettingsChanged && change.has_values) ||
+                                            (takes_over && values().selectedTab != rename_from_list_tab) ||
+                                            changes_method(change, values().selectedTab));
   if (wakes && state_.item_count > 0 && live_preview_.isLivePreviewEnabled) schedule_quick_preview(after_typing);
   settings_.clear_settings_changed();
   update_state();
@@ -63,7 +74,7 @@ void BrindleAppController::quickPreview() {
   commit_quietly(edited);
   state_.isRulePreview = false;
   state_.isHasFilesForRenaming = false;
-  names_made_with_ = {values().selectedTab, values().generalOptionIndex};
+  names_made_with_ = {values().selectedTab, values().generalOptionIndex, true};
   if (refusal) {
     files_.reset_new_names(ItemStatus::no_new_name);
     return show_quick_preview({});

@@ -63,7 +63,7 @@ void BrindleAppController::doPreviewRule() {
 
 void BrindleAppController::run_preview(const std::shared_ptr<RenamePlan>& plan) {
   state_.isHasFilesForRenaming = false;
-  names_made_with_ = {values().selectedTab, values().generalOptionIndex};
+  names_made_with_ = {values().selectedTab, values().generalOptionIndex, false};
   const auto result = std::make_shared<PreviewResult>();
   JobCall call;
   call.job = Job::preview;
@@ -101,6 +101,7 @@ void BrindleAppController::tell_operation_error(const PreviewResult& result) {
 
 void BrindleAppController::set_new_name(std::size_t row, std::u16string_view text) {
   if (state_.isExecuting || row >= files_.size()) return;
+  names_made_with_.is_live = false;
   FileSystemItem item;
   files_.read_without_new_name(row, item);
   item.setNewFilename(text);

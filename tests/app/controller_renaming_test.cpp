@@ -178,7 +178,14 @@ TEST_F(Renaming, TheLivePreviewFollowsTyping) {
   EXPECT_THAT(rows(), ElementsAre("a -> No New Name", "b -> No New Name", "c -> No New Name"));
   EXPECT_THAT(alerts(), IsEmpty());
   EXPECT_FALSE(app().state().rename_enabled);
-  app().select_tab(5);
+  app().select_tab(3);  // takes over from the names of the last method
+  advance(400);
+  EXPECT_THAT(rows(), ElementsAre("a -> a", "b -> b", "c -> No New Name"));
+  set([](RenameSettings& settings) { settings.prefixSuffixSuffix = u"!"; });
+  advance(400);
+  EXPECT_THAT(rows(), ElementsAre("a -> a!", "b -> b!", "c -> No New Name"));
+  app().set_new_name(2, u"d");
+  app().select_tab(5);  // but not from a name typed by hand
   set([](RenameSettings& settings) { settings.generalSwapPosition = std::nullopt; });
   EXPECT_EQ(ports_.main_thread.timers(), 0U);  // nothing was typed: a value went absent
   app().generalOptionsChanged(1);              // its key does not count, its button does
