@@ -14,10 +14,6 @@
 namespace brindle {
 namespace {
 
-Date system_now() {
-  return std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now());
-}
-
 struct JobTexts {
   std::string_view label;       // status label, a format of "files" or "folders"
   std::string_view time;        // label of the time it took
@@ -56,7 +52,7 @@ std::string run_guarded(const std::function<void(const JobControl&)>& work, cons
 }  // namespace
 
 BrindleAppController::BrindleAppController(const Ports& ports, std::function<Date()> clock)
-    : ports_(ports), clock_(clock ? std::move(clock) : system_now), rules_(ports, *this) {
+    : ports_(ports), clock_(clock ? std::move(clock) : current_time), rules_(ports, *this) {
   progress_ = std::make_shared<ProgressRelay>(ports_.main_thread, [this] { show_progress(); });
   // Told on the cache's thread.
   photo_fields_ = std::make_unique<PhotoFieldsCache>([this, alive = std::weak_ptr(progress_)] {

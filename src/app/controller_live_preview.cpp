@@ -14,7 +14,7 @@ namespace {
 constexpr std::chrono::milliseconds after_typing{400};
 constexpr std::chrono::milliseconds after_preferences{100};
 // Naming this many rows takes some ten milliseconds; more would make typing halt, and becomes a quiet job.
-constexpr std::size_t most_rows_at_once = 20'000;
+constexpr std::size_t most_rows_named_at_once = 20'000;
 
 // 0 for all. What is no number counts as 0 items, which no count ever equals.
 std::size_t row_limit(const LivePreviewPreferences& preferences) {
@@ -90,7 +90,7 @@ void BrindleAppController::quickPreview() {
     show_quick_preview(*result);
   };
   const std::size_t rows = limit == 0 ? files_.size() : std::min(limit, files_.size());
-  if (rows > most_rows_at_once || plan->reads_files()) {
+  if (rows > most_rows_named_at_once || plan->reads_files()) {
     JobCall call;
     call.job = Job::preview;
     call.quiet = true;

@@ -13,7 +13,7 @@ namespace brindle {
 namespace {
 
 // Sorting this many rows takes some ten milliseconds; more is a job.
-constexpr std::size_t most_rows_at_once = 20'000;
+constexpr std::size_t most_rows_sorted_at_once = 20'000;
 
 constexpr auto photo_columns = std::to_array<std::string_view>({"make", "model", "dimensions", "pictureTaken"});
 constexpr auto item_columns = std::to_array<std::string_view>(
@@ -71,7 +71,7 @@ void BrindleAppController::sort_by_column(std::string_view column, bool ascendin
   const bool photo = is_photo_column(column);
   if (!photo && std::ranges::find(item_columns, column) == item_columns.end()) return;
   if (defer([this, column = std::string(column), ascending] { sort_by_column(column, ascending); })) return;
-  if (!photo && files_.size() <= most_rows_at_once) {
+  if (!photo && files_.size() <= most_rows_sorted_at_once) {
     sort_rows(column, ascending, {});
     sorted_column_ = column;
     sorted_ascending_ = ascending;

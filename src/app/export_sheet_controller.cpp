@@ -11,7 +11,7 @@
 namespace brindle {
 namespace {
 
-constexpr std::string_view title = "EXPORTFILESTITLE";
+constexpr std::string_view export_title = "EXPORTFILESTITLE";
 
 struct Outcome {
   std::string error;
@@ -44,7 +44,7 @@ void ExportSheetController::export_list_now() {
   const ExportRefusal refusal = check_export(options_);
   if (refusal != ExportRefusal::none) {
     const bool no_column = refusal == ExportRefusal::no_column;
-    show_alert(ports(), title, no_column ? "EXPORTNOCOLUMN" : "EXPORTFILESFAILED", AlertStyle::critical);
+    show_alert(ports(), export_title, no_column ? "EXPORTNOCOLUMN" : "EXPORTFILESFAILED", AlertStyle::critical);
     return finish();
   }
   SaveRequest request;
@@ -75,7 +75,7 @@ void ExportSheetController::write(const std::string& path) {
 
 void ExportSheetController::tell_outcome(const std::string& error) const {
   const std::string_view key = error.empty() ? "EXPORTFILESEXPORTEDSUCCESS" : "EXPORTFILESEXPORTEDFAILED";
-  Alert alert{title, key, localized(title), localized(key), error};
+  Alert alert{export_title, key, localized(export_title), localized(key), error};
   alert.style = error.empty() ? AlertStyle::informational : AlertStyle::critical;
   ports().alerts.show(alert);
 }

@@ -16,10 +16,6 @@
 namespace brindle {
 namespace {
 
-constexpr std::int32_t prefix_suffix_tab = 3;
-constexpr std::int32_t date_time_tab = 4;
-constexpr std::int32_t audio_tab = 6;
-constexpr std::int32_t photo_tab = 7;
 constexpr std::int32_t date_of_now = 0;  // of prefix and suffix
 constexpr std::int32_t custom_date = 2;  // of date and time
 

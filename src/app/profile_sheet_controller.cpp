@@ -23,7 +23,7 @@
 namespace brindle {
 namespace {
 
-constexpr std::string_view title = "PROFILETITLE";
+constexpr std::string_view profile_title = "PROFILETITLE";
 
 bool is_profile_name(std::string_view name) {
   const std::string ending = "." + std::string(profile_extension);
@@ -108,7 +108,7 @@ std::string ProfileSheetController::objectValue(std::string_view column, std::si
 }
 
 void ProfileSheetController::loadProfile() {
-  if (currProfileFilePath_.empty()) return show_alert(ports(), title, "PROFILESELECT");
+  if (currProfileFilePath_.empty()) return show_alert(ports(), profile_title, "PROFILESELECT");
   if (!can_begin()) return;
   app().loadProfileFromSheet(currProfileFilePath_);
   close();
@@ -125,13 +125,13 @@ std::string ProfileSheetController::new_profile_path(std::string& fault) const {
 
 void ProfileSheetController::saveProfile() {
   ports().desktop.end_editing();
-  if (newProfileName_.empty()) return show_alert(ports(), title, "PROFILEENTERNEWNAME");
+  if (newProfileName_.empty()) return show_alert(ports(), profile_title, "PROFILEENTERNEWNAME");
   std::string fault;
   const std::string path = new_profile_path(fault);
-  if (fault.empty() && exists(path) && !ask(ports(), title, "PROFILEOVERWRITECONFIRM")) return;
+  if (fault.empty() && exists(path) && !ask(ports(), profile_title, "PROFILEOVERWRITECONFIRM")) return;
   if (!fault.empty() || !app().saveNewProfile(path)) {
     constexpr std::string_view message = "PROFILESAVEDFAILED";
-    Alert alert{title, message, localized(title), localized(message), fault};
+    Alert alert{profile_title, message, localized(profile_title), localized(message), fault};
     alert.style = AlertStyle::critical;
     ports().alerts.show(alert);
     return;
@@ -143,8 +143,8 @@ void ProfileSheetController::saveProfile() {
 }
 
 void ProfileSheetController::deleteProfile() {
-  if (currProfileFilePath_.empty()) return show_alert(ports(), title, "PROFILESELECT");
-  if (!ask(ports(), title, "PROFILEDELETECONFIRM")) return;
+  if (currProfileFilePath_.empty()) return show_alert(ports(), profile_title, "PROFILESELECT");
+  if (!ask(ports(), profile_title, "PROFILEDELETECONFIRM")) return;
   const std::string reason = remove_file(currProfileFilePath_);
   if (!reason.empty()) log_failure("deleteProfile", reason);
   app().forget_profile();

@@ -3,7 +3,7 @@
 namespace brindle {
 namespace {
 
-constexpr auto messages = std::to_array<StringEntry>({
+constexpr auto english_messages = std::to_array<StringEntry>({
     {"ABORT", "Abort"},
     {"ADDFILEEXTENSIONALREADYEXISTS", "The extension %@ is in the list already."},
     {"ADDFILEEXTENSIONTITLE", "Add Extension"},
@@ -119,10 +119,10 @@ constexpr auto messages = std::to_array<StringEntry>({
     {"VIEWLOGFILETITLEMESSAGE", "Select a log first."},
     {"YES", "Yes"},
 });
-static_assert(is_sorted_by_key(messages));
+static_assert(is_sorted_by_key(english_messages));
 
 // Rows of a rule's tree. These keys are English themselves.
-constexpr auto rule_labels = std::to_array<StringEntry>({
+constexpr auto english_rule_labels = std::to_array<StringEntry>({
     {"Add as Prefix"},
     {"Add as Suffix"},
     {"Add/Change Extension"},
@@ -195,13 +195,13 @@ constexpr auto rule_labels = std::to_array<StringEntry>({
     {"Upper Case"},
     {"WITH"},
 });
-static_assert(is_sorted_by_key(rule_labels));
+static_assert(is_sorted_by_key(english_rule_labels));
 
 }  // namespace
 
 const StringSections& english_strings() {
-  static const StringSections sections{messages, rule_labels, english_window_strings(), english_method_strings(),
-                                       english_sheet_strings()};
+  static const StringSections sections{english_messages, english_rule_labels, english_window_strings(),
+                                       english_method_strings(), english_sheet_strings()};
   return sections;
 }
 

@@ -3,7 +3,7 @@
 namespace brindle {
 namespace {
 
-constexpr auto methods = std::to_array<StringEntry>({
+constexpr auto english_methods = std::to_array<StringEntry>({
     {"ADDDATE", "Add a date"},
     {"ADDFIELD", "Field:"},
     {"ADDOWNTEXT", "Own text"},
@@ -254,12 +254,12 @@ constexpr auto methods = std::to_array<StringEntry>({
     {"Website"},
     {"Year"},
 });
-static_assert(is_sorted_by_key(methods));
+static_assert(is_sorted_by_key(english_methods));
 
 }  // namespace
 
 StringSection english_method_strings() {
-  return methods;
+  return english_methods;
 }
 
 }  // namespace brindle

@@ -3,7 +3,7 @@
 namespace brindle {
 namespace {
 
-constexpr auto sheets = std::to_array<StringEntry>({
+constexpr auto english_sheets = std::to_array<StringEntry>({
     {"ABOUTLICENCE",
      "Free software under the GNU General Public License, version 3 or later (GPL-3.0-or-later). It comes without any "
      "warranty."},
@@ -114,12 +114,12 @@ constexpr auto sheets = std::to_array<StringEntry>({
     {"UNDOHINT", "Each renaming has left a log. Undoing gives every item its old name back and then removes the log."},
     {"VIEWLOG", "View"},
 });
-static_assert(is_sorted_by_key(sheets));
+static_assert(is_sorted_by_key(english_sheets));
 
 }  // namespace
 
 StringSection english_sheet_strings() {
-  return sheets;
+  return english_sheets;
 }
 
 }  // namespace brindle

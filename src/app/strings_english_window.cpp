@@ -3,7 +3,7 @@
 namespace brindle {
 namespace {
 
-constexpr auto window = std::to_array<StringEntry>({
+constexpr auto english_window = std::to_array<StringEntry>({
     {"COLUMNDIMENSIONS", "Dimensions"},
     {"COLUMNFILEEXTENSION", "Extension"},
     {"COLUMNFILELOCATION", "Location"},
@@ -139,12 +139,12 @@ constexpr auto window = std::to_array<StringEntry>({
     {"TYPEFILE", "File"},
     {"TYPEFOLDER", "Folder"},
 });
-static_assert(is_sorted_by_key(window));
+static_assert(is_sorted_by_key(english_window));
 
 }  // namespace
 
 StringSection english_window_strings() {
-  return window;
+  return english_window;
 }
 
 }  // namespace brindle

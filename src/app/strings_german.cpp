@@ -3,7 +3,7 @@
 namespace brindle {
 namespace {
 
-constexpr auto messages = std::to_array<StringEntry>({
+constexpr auto german_messages = std::to_array<StringEntry>({
     {"ABORT", "Abbrechen"},
     {"ADDFILEEXTENSIONALREADYEXISTS", "Die Endung %@ steht schon in der Liste."},
     {"ADDFILEEXTENSIONTITLE", "Endung hinzufügen"},
@@ -129,9 +129,9 @@ constexpr auto messages = std::to_array<StringEntry>({
     {"VIEWLOGFILETITLEMESSAGE", "Wählen Sie zuerst ein Protokoll aus."},
     {"YES", "Ja"},
 });
-static_assert(is_sorted_by_key(messages));
+static_assert(is_sorted_by_key(german_messages));
 
-constexpr auto rule_labels = std::to_array<StringEntry>({
+constexpr auto german_rule_labels = std::to_array<StringEntry>({
     {"Add as Prefix", "Voranstellen"},
     {"Add as Suffix", "Anhängen"},
     {"Add/Change Extension", "Endung hinzufügen oder ändern"},
@@ -204,13 +204,13 @@ constexpr auto rule_labels = std::to_array<StringEntry>({
     {"Upper Case", "Großbuchstaben"},
     {"WITH", "ERSETZEN DURCH"},
 });
-static_assert(is_sorted_by_key(rule_labels));
+static_assert(is_sorted_by_key(german_rule_labels));
 
 }  // namespace
 
 const StringSections& german_strings() {
-  static const StringSections sections{messages, rule_labels, german_window_strings(), german_method_strings(),
-                                       german_sheet_strings()};
+  static const StringSections sections{german_messages, german_rule_labels, german_window_strings(),
+                                       german_method_strings(), german_sheet_strings()};
   return sections;
 }
 

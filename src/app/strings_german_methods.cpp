@@ -3,7 +3,7 @@
 namespace brindle {
 namespace {
 
-constexpr auto methods = std::to_array<StringEntry>({
+constexpr auto german_methods = std::to_array<StringEntry>({
     {"ADDDATE", "Datum hinzufügen"},
     {"ADDFIELD", "Feld:"},
     {"ADDOWNTEXT", "Eigener Text"},
@@ -257,12 +257,12 @@ constexpr auto methods = std::to_array<StringEntry>({
     {"Website", "Website"},
     {"Year", "Jahr"},
 });
-static_assert(is_sorted_by_key(methods));
+static_assert(is_sorted_by_key(german_methods));
 
 }  // namespace
 
 StringSection german_method_strings() {
-  return methods;
+  return german_methods;
 }
 
 }  // namespace brindle

@@ -3,7 +3,7 @@
 namespace brindle {
 namespace {
 
-constexpr auto sheets = std::to_array<StringEntry>({
+constexpr auto german_sheets = std::to_array<StringEntry>({
     {"ABOUTLICENCE",
      "Freie Software unter der GNU General Public License, Version 3 oder neuer (GPL-3.0-or-later). Jede "
      "Gewährleistung ist ausgeschlossen."},
@@ -119,12 +119,12 @@ constexpr auto sheets = std::to_array<StringEntry>({
      "zurück, und das Protokoll wird entfernt."},
     {"VIEWLOG", "Ansehen"},
 });
-static_assert(is_sorted_by_key(sheets));
+static_assert(is_sorted_by_key(german_sheets));
 
 }  // namespace
 
 StringSection german_sheet_strings() {
-  return sheets;
+  return german_sheets;
 }
 
 }  // namespace brindle

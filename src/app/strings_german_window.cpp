@@ -3,7 +3,7 @@
 namespace brindle {
 namespace {
 
-constexpr auto window = std::to_array<StringEntry>({
+constexpr auto german_window = std::to_array<StringEntry>({
     {"COLUMNDIMENSIONS", "Abmessungen"},
     {"COLUMNFILEEXTENSION", "Endung"},
     {"COLUMNFILELOCATION", "Ort"},
@@ -143,12 +143,12 @@ constexpr auto window = std::to_array<StringEntry>({
     {"TYPEFILE", "Datei"},
     {"TYPEFOLDER", "Ordner"},
 });
-static_assert(is_sorted_by_key(window));
+static_assert(is_sorted_by_key(german_window));
 
 }  // namespace
 
 StringSection german_window_strings() {
-  return window;
+  return german_window;
 }
 
 }  // namespace brindle

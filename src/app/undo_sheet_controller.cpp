@@ -22,7 +22,7 @@
 namespace brindle {
 namespace {
 
-constexpr std::string_view title = "UNDOFILESFOLDERSTITLE";
+constexpr std::string_view undo_title = "UNDOFILESFOLDERSTITLE";
 
 void recover_interrupted_runs(const std::string& log_folder) {
   if (log_folder.empty()) return;
@@ -123,7 +123,7 @@ void UndoSheetController::openLogFile() {
   const std::vector<std::string> chosen = ports().chooser.choose(request);
   if (chosen.empty()) return;
   if (!isFileVersionMatch(appVersionInPlist(chosen.front()).value_or(""))) {
-    return show_alert(ports(), title, "UNDOFILESFOLDERSINCOMPATIBLE", AlertStyle::critical);
+    return show_alert(ports(), undo_title, "UNDOFILESFOLDERSINCOMPATIBLE", AlertStyle::critical);
   }
   currLogFilePath_ = chosen.front();
   selected_.reset();
@@ -157,12 +157,12 @@ void UndoSheetController::verified(const Outcome& outcome) {
   tell();
   if (totalFilesCanBeUndoFromLog_ > 0) return;
   constexpr std::string_view message = "UNDOFILESFOLDERSINVALIDFILE";
-  ports().alerts.show({title, message, localized(title), localized(message), outcome.result.error});
+  ports().alerts.show({undo_title, message, localized(undo_title), localized(message), outcome.result.error});
 }
 
 void UndoSheetController::undoRenaming() {
   if (isUndoing_) return;
-  if (currLogFilePath_.empty()) return show_alert(ports(), title, "UNDOFILESFOLDERSNOLOGSELECTED");
+  if (currLogFilePath_.empty()) return show_alert(ports(), undo_title, "UNDOFILESFOLDERSNOLOGSELECTED");
   if (totalFilesCanBeUndoFromLog_ < 1) return removeSelectedFileFromList();
   when_idle([this] { start_undo(); });
 }
@@ -198,7 +198,7 @@ void UndoSheetController::undone(const Outcome& outcome) {
   app().showLastActionTimeTaken("UNDOINGTIME");
   tell();
   if (result.cancelled) return;
-  Alert alert{title, "UNDOTOTALNOSITEMSFOUND", localized(title), "", result.error};
+  Alert alert{undo_title, "UNDOTOTALNOSITEMSFOUND", localized(undo_title), "", result.error};
   alert.message = localized_format("UNDOTOTALNOSITEMSFOUND", result.entries) +
                   localized_format("UNDOTOTALNOSITEMSRENAMED", result.restored) +
                   localized_format("UNDOTOTALNOSITEMDOESNOTEXISTS", result.entries - result.restored);
@@ -217,7 +217,7 @@ void UndoSheetController::removeSelectedFileFromList() {
   const std::string error = brindle::deleteLogFile(currLogFilePath_);
   if (!error.empty()) {
     log_failure("deleteLogFile", error);
-    ports().alerts.show({title, "", localized(title), error, ""});
+    ports().alerts.show({undo_title, "", localized(undo_title), error, ""});
     return;
   }
   drop_from_list();
@@ -241,8 +241,8 @@ void UndoSheetController::viewLogFileContent() {
 
 void UndoSheetController::deleteLogFile() {
   if (isUndoing_) return;
-  if (currLogFilePath_.empty()) return show_alert(ports(), title, "UNDOFILESFOLDERSNOLOGSELECTED");
-  if (ask(ports(), title, "UNDOFILESFOLDERSDELETECONFIRM")) removeSelectedFileFromList();
+  if (currLogFilePath_.empty()) return show_alert(ports(), undo_title, "UNDOFILESFOLDERSNOLOGSELECTED");
+  if (ask(ports(), undo_title, "UNDOFILESFOLDERSDELETECONFIRM")) removeSelectedFileFromList();
 }
 
 bool UndoSheetController::sheetClosed() {

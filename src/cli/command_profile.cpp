@@ -16,10 +16,6 @@
 namespace brindle {
 namespace {
 
-Date now() {
-  return std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now());
-}
-
 struct ShownSetting {
   std::string_view key;
   std::string_view type;
@@ -36,7 +32,7 @@ std::string version_of(const PropertyValue& value) {
 // in use, so they are read here.
 std::vector<ShownSetting> settings_of(const SettingsRecord& record) {
   RenameSettings settings;
-  loadEmptyProfile(settings, now());
+  loadEmptyProfile(settings, current_time());
   const RenameSettings defaults = settings;
   start_from_profile(settings, record);
   std::vector<ShownSetting> shown;
@@ -62,7 +58,7 @@ ExitCode run_profile_save(const CommandLine& line, Console& console) {
   if (line.methods.size() > 1) {
     throw UsageError("a profile holds one method; brindle rules save keeps a chain of them");
   }
-  const auto request = make_request(line, now(), Demand::method_or_none);
+  const auto request = make_request(line, current_time(), Demand::method_or_none);
   if (const auto* refusal = std::get_if<Refusal>(&request)) return report_refusal(line, console, *refusal);
   if (!may_write(line, console)) return ExitCode::done;
   const SettingsRecord record = getCurrentSettings(std::get<RenameRequest>(request).settings);

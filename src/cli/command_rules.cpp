@@ -19,10 +19,6 @@
 namespace brindle {
 namespace {
 
-Date now() {
-  return std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now());
-}
-
 // A value as it can be seen: in quotes where its end would be lost.
 std::string visible(const std::string& value, const Console& console) {
   const bool fades = value.empty() || value.front() == ' ' || value.back() == ' ';
@@ -67,7 +63,7 @@ ExitCode run_rules_save(const CommandLine& line, Console& console) {
   if (line.methods.empty()) {
     throw UsageError(fmt::format("say which methods: brindle {} {}", line.command->word, line.command->synopsis));
   }
-  const auto rules = make_rules(line, common_settings(line.options, now()));
+  const auto rules = make_rules(line, common_settings(line.options, current_time()));
   if (const auto* refusal = std::get_if<Refusal>(&rules)) return report_refusal(line, console, *refusal);
   if (!may_write(line, console)) return ExitCode::done;
   const auto& chain = std::get<std::vector<Rule>>(rules);

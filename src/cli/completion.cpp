@@ -46,7 +46,7 @@ std::string second_word_arms() {
   return arms + "' ;;\n";
 }
 
-std::string method_words() {
+std::string method_word_list() {
   std::string words;
   for (const MethodRow& row : method_table()) words += fmt::format("{} ", row.word);
   return words;
@@ -174,7 +174,8 @@ std::string fish_command(const CommandRow& command) {
 }  // namespace
 
 std::string bash_completion() {
-  std::string script = fmt::format("_brindle_commands='{}'\n_brindle_methods='{}'\n", command_words(), method_words());
+  std::string script =
+      fmt::format("_brindle_commands='{}'\n_brindle_methods='{}'\n", command_words(), method_word_list());
   script.append(bash_start).append(second_word_arms()).append(bash_middle);
   script += "  case $command in\n";
   for (const CommandRow& command : command_table()) {

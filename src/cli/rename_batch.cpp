@@ -24,10 +24,6 @@
 namespace brindle {
 namespace {
 
-Date now() {
-  return std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now());
-}
-
 std::string_view name_of(std::string_view path) {
   return path.substr(path.rfind('/') + 1);
 }
@@ -213,7 +209,7 @@ void make_names(const CommandLine& line, Console& console, RenameBatch& batch) {
 }
 
 std::optional<ExitCode> try_to_prepare(const CommandLine& line, Console& console, RenameBatch& batch, Demand demand) {
-  auto request = make_request(line, now(), demand);
+  auto request = make_request(line, current_time(), demand);
   if (const auto* refusal = std::get_if<Refusal>(&request)) return report_refusal(line, console, *refusal);
   batch.request = std::get<RenameRequest>(std::move(request));
   batch.folder = current_folder();

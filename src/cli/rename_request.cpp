@@ -93,7 +93,7 @@ void take_rules(RenameRequest& request, const Options& options) {
 
 void take_list(RenameRequest& request, const Options& options) {
   check_assignments(options, "--list");
-  request.settings.selectedTab = 9;
+  request.settings.selectedTab = rename_from_list_tab;
   request.settings.renameFile = decode_file_name(options.list);
   assign(request.settings, options);
 }

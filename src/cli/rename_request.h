@@ -24,7 +24,7 @@ struct RenameRequest {
   Date now{};               ///< the start of the run
 
   /// Which items there are, and their new names, is said by a list file, `settings.renameFile`.
-  bool is_from_list() const { return !is_chain() && settings.selectedTab == 9; }
+  bool is_from_list() const { return !is_chain() && settings.selectedTab == rename_from_list_tab; }
   bool is_chain() const { return !rules.empty(); }
   RenamePlan plan() const { return is_chain() ? RenamePlan(rules, now) : RenamePlan(settings, now); }
 };

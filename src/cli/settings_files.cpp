@@ -27,7 +27,7 @@ void check_method(const SettingsRecord& record, const std::string& file) {
   RenameSettings settings;
   settings.selectedTab = -1;
   setSettings(settings, record);
-  if (settings.selectedTab >= 0 && settings.selectedTab <= 9) return;
+  if (settings.selectedTab >= sequence_tab && settings.selectedTab <= rename_from_list_tab) return;
   throw UsageError(fmt::format("{} does not say how to rename; write a method behind the PATHs", file));
 }
 

@@ -42,8 +42,8 @@ std::size_t count_given_twice(const FileList& files) {
 
 // In the order of the list; with a new start in each folder the run sorts it itself.
 bool counts_items(const RenameSettings& settings) {
-  if (settings.selectedTab == 0) return !settings.isAlphaNumericResetSequenceOnEachFolder;
-  const bool numbers_photos = settings.selectedTab == 7 && settings.photoRenamingMask &&
+  if (settings.selectedTab == sequence_tab) return !settings.isAlphaNumericResetSequenceOnEachFolder;
+  const bool numbers_photos = settings.selectedTab == photo_tab && settings.photoRenamingMask &&
                               settings.photoRenamingMask->find(u"<SEQUENCES_") != std::u16string::npos;
   return numbers_photos && !settings.isPhotoResetSequenceOnEachFolder;
 }

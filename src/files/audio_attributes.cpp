@@ -16,7 +16,7 @@ namespace {
 static_assert(audio_tokens.size() == audio_tag_count);
 
 // No name is as long.
-constexpr std::size_t text_limit = 4096;
+constexpr std::size_t value_limit = 4096;
 
 bool is_digit(char16_t unit) {
   return unit >= u'0' && unit <= u'9';
@@ -48,9 +48,9 @@ std::u16string joined(const AudioTagValues& values) {
   for (const std::u16string& value : values) {
     if (&value != &values.front()) text += u',';
     text += value;
-    if (text.size() > text_limit) break;
+    if (text.size() > value_limit) break;
   }
-  return std::u16string(trimmed(std::u16string_view(text).substr(0, text_limit)));
+  return std::u16string(trimmed(std::u16string_view(text).substr(0, value_limit)));
 }
 
 // Code points that no version of Unicode has given a meaning, and halves of characters.

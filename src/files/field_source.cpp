@@ -21,7 +21,7 @@ std::vector<std::u16string> texts_of(const PropertyValue::Array& members) {
   return texts;
 }
 
-std::u16string joined(const std::vector<std::u16string>& texts) {
+std::u16string joined_by_commas(const std::vector<std::u16string>& texts) {
   std::u16string all;
   for (const std::u16string& text : texts) {
     if (&text != &texts.front()) all.push_back(u',');
@@ -32,7 +32,7 @@ std::u16string joined(const std::vector<std::u16string>& texts) {
 
 std::u16string with_texts(const std::vector<std::u16string>& codes, std::u16string_view (*text_of)(std::u16string_view),
                           std::string_view operation) {
-  std::u16string all = joined(codes);
+  std::u16string all = joined_by_commas(codes);
   for (const std::u16string& code : codes) {
     const std::u16string_view text = text_of(code);
     if (text.empty()) {
@@ -84,7 +84,7 @@ std::u16string FieldSource::list_value(const PropertyValue::Array& members) cons
   const std::vector<std::u16string> texts = texts_of(members);
   if (key_ == u"Scene") return getScene(texts);
   if (key_ == u"SubjectReference") return getSubjectCode(texts);
-  return joined(texts);
+  return joined_by_commas(texts);
 }
 
 std::u16string FieldSource::value(const FieldInputs& inputs) const {

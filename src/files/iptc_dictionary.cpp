@@ -76,7 +76,7 @@ bool is_marked_utf8(const ImageFileData& data) {
   });
 }
 
-bool is_digit(char byte) {
+bool is_ascii_digit(char byte) {
   return byte >= '0' && byte <= '9';
 }
 
@@ -85,7 +85,7 @@ std::string_view subject_code(std::string_view reference) {
   const std::size_t colon = reference.find(':');
   if (colon == std::string_view::npos) return reference;
   const std::string_view code = reference.substr(colon + 1, 8);
-  const bool is_code = code.size() == 8 && std::all_of(code.begin(), code.end(), is_digit) &&
+  const bool is_code = code.size() == 8 && std::all_of(code.begin(), code.end(), is_ascii_digit) &&
                        (reference.size() == colon + 9 || reference[colon + 9] == ':');
   return is_code ? code : reference;
 }

@@ -12,15 +12,11 @@ namespace {
 constexpr std::u16string_view path_key = u"itemPath";
 constexpr std::u16string_view date_key = u"lastUsedDate";
 
-Date now() {
-  return std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now());
-}
-
 }  // namespace
 
 RecentItem::RecentItem() : RecentItem("") {}
 
-RecentItem::RecentItem(std::string_view path) : RecentItem(path, now()) {}
+RecentItem::RecentItem(std::string_view path) : RecentItem(path, current_time()) {}
 
 RecentItem::RecentItem(std::string_view path, Date last_used) : itemPath(path), lastUsedDate(last_used) {}
 

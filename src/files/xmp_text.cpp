@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::uint64_t file_limit = std::uint64_t{4} << 30U;
 constexpr std::size_t piece_size = 256U << 10U;
-constexpr std::uint64_t text_limit = 64U << 10U;
+constexpr std::uint64_t xmp_value_limit = 64U << 10U;
 constexpr std::uint64_t nowhere = UINT64_MAX;
 
 struct Tag {
@@ -73,7 +73,7 @@ class TagSearch {
     const Tag& close = tags_[2 * entry + 1];
     if (open.found == nowhere || close.found == nowhere) return std::nullopt;
     const std::uint64_t start = open.found + open.text.size();
-    if (close.found < start || close.found - start > text_limit) return std::nullopt;
+    if (close.found < start || close.found - start > xmp_value_limit) return std::nullopt;
     std::string bytes(static_cast<std::size_t>(close.found - start), '\0');
     bytes.resize(file_.read_at(start, bytes.data(), bytes.size()));
     return decode_text(bytes);

@@ -13,7 +13,7 @@
 namespace brindle {
 namespace {
 
-constexpr std::size_t buffer_size = std::size_t{64} * 1024;
+constexpr std::size_t flush_size = std::size_t{64} * 1024;
 
 std::string failure(std::string_view what, const std::string& path, int error) {
   return fmt::format("the log “{}” cannot be {}: {}", path, what, system_error_text(error));
@@ -119,7 +119,7 @@ void RenameLogWriter::append_exact_names(std::string_view source_name, std::stri
 }
 
 void RenameLogWriter::flush_if_full() {
-  if (buffer_.size() < buffer_size) return;
+  if (buffer_.size() < flush_size) return;
   file_.write(buffer_);
   buffer_.clear();
 }

@@ -11,12 +11,10 @@
 #include "pipeline/path_follower.h"
 #include "pipeline/rename_row.h"
 #include "platform/app_info.h"
+#include "settings/rename_settings.h"
 
 namespace brindle {
 namespace {
-
-constexpr std::int32_t general_tab = 5;
-constexpr std::int32_t list_tab = 9;
 
 /// One apply from its journal to its log.
 class Run {
@@ -30,7 +28,7 @@ class Run {
 
  private:
   static bool paths_follow(const ApplyOptions& options) {
-    return (options.isFolders && options.isIncludeSubFolders) || options.selectedTab == list_tab;
+    return (options.isFolders && options.isIncludeSubFolders) || options.selectedTab == rename_from_list_tab;
   }
 
   void collect_rows();

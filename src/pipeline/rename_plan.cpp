@@ -8,10 +8,6 @@
 namespace brindle {
 namespace {
 
-constexpr std::int32_t sequence_tab = 0;
-constexpr std::int32_t photo_tab = 7;
-constexpr std::int32_t list_tab = 9;
-
 bool restarts_in_every_folder(const RenameSettings& settings) {
   return (settings.selectedTab == sequence_tab && settings.isAlphaNumericResetSequenceOnEachFolder) ||
          (settings.selectedTab == photo_tab && settings.isPhotoResetSequenceOnEachFolder);
@@ -38,7 +34,7 @@ std::u16string extension_of(std::string_view path) {
 }  // namespace
 
 RenamePlan::RenamePlan(const RenameSettings& settings, Date now)
-    : keeps_loaded_names_(settings.selectedTab == list_tab) {
+    : keeps_loaded_names_(settings.selectedTab == rename_from_list_tab) {
   add_step(settings, now);
 }
 

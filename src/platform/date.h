@@ -1,6 +1,6 @@
 #pragma once
 
-// The one type for moments in time.
+// The one type for moments in time, and where they come from.
 
 #include <chrono>
 
@@ -8,5 +8,10 @@ namespace brindle {
 
 /// A moment, in milliseconds since 1970 (UTC).
 using Date = std::chrono::sys_time<std::chrono::milliseconds>;
+
+/// The moment of the call, by the system's clock. Any thread.
+inline Date current_time() {
+  return std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now());
+}
 
 }  // namespace brindle

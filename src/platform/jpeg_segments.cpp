@@ -62,11 +62,11 @@ class Window {
   std::array<char, 16384> bytes_;
 };
 
-unsigned byte_at(std::string_view bytes, std::size_t index) {
+unsigned value_at(std::string_view bytes, std::size_t index) {
   return static_cast<unsigned char>(bytes[index]);
 }
 unsigned short_at(std::string_view bytes, std::size_t index) {
-  return byte_at(bytes, index) << 8U | byte_at(bytes, index + 1);
+  return value_at(bytes, index) << 8U | value_at(bytes, index + 1);
 }
 
 class SegmentWalk {
@@ -90,8 +90,8 @@ class SegmentWalk {
   // Looks at the segment at `offset`; returns where the next one is, 0 for nowhere.
   std::uint64_t segment(std::uint64_t offset) {
     const std::string_view head = window_.at(offset, 4);
-    if (head.size() < 4 || byte_at(head, 0) != 0xFF) return 0;
-    const unsigned marker = byte_at(head, 1);
+    if (head.size() < 4 || value_at(head, 0) != 0xFF) return 0;
+    const unsigned marker = value_at(head, 1);
     if (marker == 0xFF) return offset + 1;  // a fill byte
     const unsigned length = short_at(head, 2);
     if (marker == start_of_scan || marker == end_of_image || length < 2) return 0;

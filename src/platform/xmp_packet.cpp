@@ -5,7 +5,7 @@
 namespace brindle {
 namespace {
 
-constexpr std::size_t size_limit = 4U << 20U;
+constexpr std::size_t packet_limit = 4U << 20U;
 constexpr std::string_view rdf = "http://www.w3.org/1999/02/22-rdf-syntax-ns#";
 
 std::string_view local_name(std::string_view name) {
@@ -110,7 +110,7 @@ struct XmpPacket::Document {
 };
 
 XmpPacket::XmpPacket(std::string_view packet) : document_(std::make_unique<Document>()) {
-  if (packet.empty() || packet.size() > size_limit) return;
+  if (packet.empty() || packet.size() > packet_limit) return;
   if (document_->xml.load_buffer(packet.data(), packet.size())) document_->root = find_rdf(document_->xml);
 }
 

@@ -42,9 +42,9 @@ struct Extent {
 };
 
 // Every function but read() answers none when it has set the error.
-class Reader {
+class BinaryReader {
  public:
-  Reader(std::string_view bytes, const PropertyListBudget& budget) : bytes_(bytes), budget_(budget) {}
+  BinaryReader(std::string_view bytes, const PropertyListBudget& budget) : bytes_(bytes), budget_(budget) {}
 
   std::optional<PropertyValue> read() {
     if (!bytes_.starts_with(header)) return fail("it is of a version of the binary form that is not known here");
@@ -229,7 +229,7 @@ class Reader {
 }  // namespace
 
 std::string read_binary_property_list(std::string_view bytes, PropertyValue& value, const PropertyListBudget& budget) {
-  Reader reader(bytes, budget);
+  BinaryReader reader(bytes, budget);
   std::optional<PropertyValue> read = reader.read();
   if (!read) return reader.error();
   value = std::move(*read);

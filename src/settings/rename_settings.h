@@ -233,7 +233,18 @@ struct RenameSettings {
 };
 
 /// The tabs by the number in `selectedTab`.
-inline constexpr std::int32_t rename_from_list_tab = 9;
+enum Tab : std::int32_t {
+  sequence_tab,
+  insert_delete_tab,
+  replace_remove_tab,
+  prefix_suffix_tab,
+  date_time_tab,
+  general_tab,
+  audio_tab,
+  photo_tab,
+  path_components_tab,
+  rename_from_list_tab,
+};
 
 /// The integer value of a text setting; 0 when absent.
 inline std::int32_t integer_of(const Text& text) {

@@ -21,10 +21,6 @@ std::u16string text_entry(const PropertyDictionary& dictionary, std::u16string_v
   return text.value_or(u"");
 }
 
-std::u16string key_text(std::string_view key) {
-  return {key.begin(), key.end()};
-}
-
 constexpr std::u16string_view photo_fields_key = u"MetaDataList";
 constexpr std::string_view photo_tags_key = "photoMetaDataList";
 

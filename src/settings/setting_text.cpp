@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <chrono>
 #include <numeric>
 #include <type_traits>
 #include <utility>
@@ -80,8 +79,7 @@ Fault read(Text& text, std::string_view value, FieldOfToken) {
 }
 
 Fault read(Date& date, std::string_view value, FieldOfToken) {
-  const auto now = [] { return std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now()); };
-  const std::optional<Date> found = value == "now" ? now() : date_of_iso_text(value);
+  const std::optional<Date> found = value == "now" ? current_time() : date_of_iso_text(value);
   if (!found) return "is a date such as 2026-11-21T10:00:00Z or 2026-11-21T10:00, or now";
   date = *found;
   return std::nullopt;

@@ -11,10 +11,6 @@
 namespace brindle {
 namespace {
 
-std::u16string key_text(std::string_view key) {
-  return {key.begin(), key.end()};
-}
-
 std::optional<PropertyValue> record_value(bool flag) {
   return stored(flag);
 }

@@ -4,11 +4,18 @@
 // they are. Lists are not dealt with here, since the two store them differently (list_values.h). Pure; any thread.
 
 #include <optional>
+#include <string>
+#include <string_view>
 
 #include "settings/property_value.h"
 #include "settings/rename_settings.h"
 
 namespace brindle {
+
+/// A key of the settings table, which is ASCII, as property lists have it.
+inline std::u16string key_text(std::string_view key) {
+  return {key.begin(), key.end()};
+}
 
 PropertyValue stored(bool flag);
 PropertyValue stored(std::int32_t number);

@@ -64,10 +64,6 @@ Content read_content(const std::string& path) {
   return content;
 }
 
-std::u16string key_text(std::string_view key) {
-  return decode_file_name(key);
-}
-
 using Changes = std::map<std::string, std::optional<PropertyValue>, std::less<>>;
 
 PropertyDictionary merged(const PropertyDictionary& old, const Changes& changes) {
@@ -76,7 +72,7 @@ PropertyDictionary merged(const PropertyDictionary& old, const Changes& changes)
     if (!changes.contains(to_utf8(entry.key))) values.append(entry.key, entry.value);
   }
   for (const auto& [key, value] : changes) {
-    if (value) values.append(key_text(key), *value);
+    if (value) values.append(decode_file_name(key), *value);
   }
   return values;
 }
@@ -95,7 +91,7 @@ const PropertyValue* UserDefaults::find(std::string_view key) {
   if (changed != changes_.end()) return changed->second ? &*changed->second : nullptr;
   if (!read_ && !path_.empty()) values_ = read_content(path_).values;
   read_ = true;
-  return values_.find(key_text(key));
+  return values_.find(decode_file_name(key));
 }
 
 bool UserDefaults::boolean(std::string_view key, bool otherwise) {

@@ -14,52 +14,52 @@ struct AbsentDefault {
 using S = RenameSettings;
 
 constexpr auto absent_defaults = std::to_array<AbsentDefault>({
-    {0, &S::alphaNumericPaddingMask},
-    {0, &S::alphaNumericSeperator},
-    {2, &S::replaceRemoveWith},
-    {3, &S::prefixSuffixPrefix},
-    {3, &S::prefixSuffixSuffix},
-    {3, &S::prefixSuffixDateSeperator1},
-    {3, &S::prefixSuffixDateSeperator2},
-    {3, &S::prefixSuffixTimeSeperator1},
-    {3, &S::prefixSuffixTimeSeperator2},
-    {3, &S::prefixSuffixDatePrefix},
-    {3, &S::prefixSuffixDateSuffix},
-    {4, &S::dateTimeFormatDatePart1},
-    {4, &S::dateTimeFormatDateSeperator1},
-    {4, &S::dateTimeFormatDatePart2},
-    {4, &S::dateTimeFormatDateSeperator2},
-    {4, &S::dateTimeFormatDatePart3},
-    {4, &S::dateTimeFormatTimePart1},
-    {4, &S::dateTimeFormatTimeSeperator1},
-    {4, &S::dateTimeFormatTimePart2},
-    {4, &S::dateTimeFormatTimeSeperator2},
-    {4, &S::dateTimeFormatTimePart3},
-    {4, &S::dateTimeColonReplace},
-    {4, &S::dateTimeSeparator},
-    {4, &S::dateTimePrefix},
-    {4, &S::dateTimeSuffix},
-    {5, &S::generalChangeExtension},
-    {5, &S::generalSwapSeperator},
-    {5, &S::generalRemoveAfterString},
-    {5, &S::generalRemoveFromString},
-    {5, &S::generalConvertWindowsCompatibleString},
-    {5, &S::generalFilenameMask},
-    {5, &S::generalSwapPosition, u"1"},
-    {5, &S::generalRemoveAfterStringOccurrence, u"1"},
-    {5, &S::generalRemoveFromStringOccurrence, u"1"},
-    {6, &S::id3RenamingSeperator},
-    {6, &S::id3RenamingColonReplace},
-    {7, &S::photoRenamingSeperator},
-    {7, &S::photoRenamingColonReplace},
-    {7, &S::photoDateSeperator1},
-    {7, &S::photoDateSeperator2},
-    {7, &S::photoTimeSeperator1},
-    {7, &S::photoTimeSeperator2},
-    {7, &S::photoPaddingMask},
-    {8, &S::pathComponentsSeparator},
-    {8, &S::pathComponentsPrefix},
-    {8, &S::pathComponentsSuffix},
+    {sequence_tab, &S::alphaNumericPaddingMask},
+    {sequence_tab, &S::alphaNumericSeperator},
+    {replace_remove_tab, &S::replaceRemoveWith},
+    {prefix_suffix_tab, &S::prefixSuffixPrefix},
+    {prefix_suffix_tab, &S::prefixSuffixSuffix},
+    {prefix_suffix_tab, &S::prefixSuffixDateSeperator1},
+    {prefix_suffix_tab, &S::prefixSuffixDateSeperator2},
+    {prefix_suffix_tab, &S::prefixSuffixTimeSeperator1},
+    {prefix_suffix_tab, &S::prefixSuffixTimeSeperator2},
+    {prefix_suffix_tab, &S::prefixSuffixDatePrefix},
+    {prefix_suffix_tab, &S::prefixSuffixDateSuffix},
+    {date_time_tab, &S::dateTimeFormatDatePart1},
+    {date_time_tab, &S::dateTimeFormatDateSeperator1},
+    {date_time_tab, &S::dateTimeFormatDatePart2},
+    {date_time_tab, &S::dateTimeFormatDateSeperator2},
+    {date_time_tab, &S::dateTimeFormatDatePart3},
+    {date_time_tab, &S::dateTimeFormatTimePart1},
+    {date_time_tab, &S::dateTimeFormatTimeSeperator1},
+    {date_time_tab, &S::dateTimeFormatTimePart2},
+    {date_time_tab, &S::dateTimeFormatTimeSeperator2},
+    {date_time_tab, &S::dateTimeFormatTimePart3},
+    {date_time_tab, &S::dateTimeColonReplace},
+    {date_time_tab, &S::dateTimeSeparator},
+    {date_time_tab, &S::dateTimePrefix},
+    {date_time_tab, &S::dateTimeSuffix},
+    {general_tab, &S::generalChangeExtension},
+    {general_tab, &S::generalSwapSeperator},
+    {general_tab, &S::generalRemoveAfterString},
+    {general_tab, &S::generalRemoveFromString},
+    {general_tab, &S::generalConvertWindowsCompatibleString},
+    {general_tab, &S::generalFilenameMask},
+    {general_tab, &S::generalSwapPosition, u"1"},
+    {general_tab, &S::generalRemoveAfterStringOccurrence, u"1"},
+    {general_tab, &S::generalRemoveFromStringOccurrence, u"1"},
+    {audio_tab, &S::id3RenamingSeperator},
+    {audio_tab, &S::id3RenamingColonReplace},
+    {photo_tab, &S::photoRenamingSeperator},
+    {photo_tab, &S::photoRenamingColonReplace},
+    {photo_tab, &S::photoDateSeperator1},
+    {photo_tab, &S::photoDateSeperator2},
+    {photo_tab, &S::photoTimeSeperator1},
+    {photo_tab, &S::photoTimeSeperator2},
+    {photo_tab, &S::photoPaddingMask},
+    {path_components_tab, &S::pathComponentsSeparator},
+    {path_components_tab, &S::pathComponentsPrefix},
+    {path_components_tab, &S::pathComponentsSuffix},
 });
 
 struct Requirement {
@@ -86,19 +86,19 @@ constexpr Refusal path_after{"PATHTEXTATAFTERTEXT", "ENTERSOMETEXT", "pathCompon
 
 // In the order of asking.
 constexpr auto requirements = std::to_array<Requirement>({
-    {1, nullptr, 0, &S::insertDeleteInsert, insert_text},
-    {1, &S::insertDeleteInsertOptionIndex, 3, &S::insertDeleteInsertAtBeforeText, insert_before},
-    {1, &S::insertDeleteInsertOptionIndex, 4, &S::insertDeleteInsertAtAfterText, insert_after},
-    {2, nullptr, 0, &S::replaceRemoveThis, replace_this},
-    {4, &S::dateTimeOptionsIndex, 3, &S::dateTimeAtBeforeText, date_before},
-    {4, &S::dateTimeOptionsIndex, 4, &S::dateTimeAtAfterText, date_after},
-    {5, &S::generalOptionIndex, 8, &S::generalRemoveAfterString, remove_after},
-    {5, &S::generalOptionIndex, 9, &S::generalRemoveFromString, remove_from},
-    {5, &S::generalOptionIndex, 10, &S::generalFilenameMask, name_mask},
-    {6, nullptr, 0, &S::id3RenamingMask, audio_mask},
-    {7, nullptr, 0, &S::photoRenamingMask, photo_mask},
-    {8, &S::pathComponentsOptionsIndex, 3, &S::pathComponentsAtBeforeText, path_before},
-    {8, &S::pathComponentsOptionsIndex, 4, &S::pathComponentsAtAfterText, path_after},
+    {insert_delete_tab, nullptr, 0, &S::insertDeleteInsert, insert_text},
+    {insert_delete_tab, &S::insertDeleteInsertOptionIndex, 3, &S::insertDeleteInsertAtBeforeText, insert_before},
+    {insert_delete_tab, &S::insertDeleteInsertOptionIndex, 4, &S::insertDeleteInsertAtAfterText, insert_after},
+    {replace_remove_tab, nullptr, 0, &S::replaceRemoveThis, replace_this},
+    {date_time_tab, &S::dateTimeOptionsIndex, 3, &S::dateTimeAtBeforeText, date_before},
+    {date_time_tab, &S::dateTimeOptionsIndex, 4, &S::dateTimeAtAfterText, date_after},
+    {general_tab, &S::generalOptionIndex, 8, &S::generalRemoveAfterString, remove_after},
+    {general_tab, &S::generalOptionIndex, 9, &S::generalRemoveFromString, remove_from},
+    {general_tab, &S::generalOptionIndex, 10, &S::generalFilenameMask, name_mask},
+    {audio_tab, nullptr, 0, &S::id3RenamingMask, audio_mask},
+    {photo_tab, nullptr, 0, &S::photoRenamingMask, photo_mask},
+    {path_components_tab, &S::pathComponentsOptionsIndex, 3, &S::pathComponentsAtBeforeText, path_before},
+    {path_components_tab, &S::pathComponentsOptionsIndex, 4, &S::pathComponentsAtAfterText, path_after},
 });
 
 void limit_steps(RenameSettings& settings) {
@@ -130,12 +130,12 @@ std::optional<Refusal> find_missing_text(const RenameSettings& settings, std::in
 
 std::optional<Refusal> validate_and_normalise(RenameSettings& settings) {
   fill_absent_options(settings, settings.selectedTab);
-  if (settings.selectedTab == 0) {
+  if (settings.selectedTab == sequence_tab) {
     limit_steps(settings);
     const bool lettered = settings.isAlphaNumericAlphabetic && !settings.isAlphaNumericNumeric;
     if (lettered && is_blank(settings.alphaNumericAlphabeticStartWith)) settings.alphaNumericAlphabeticStartWith = u"a";
   }
-  if (settings.selectedTab == 1 && !settings.isInsertDeleteInsert) return std::nullopt;
+  if (settings.selectedTab == insert_delete_tab && !settings.isInsertDeleteInsert) return std::nullopt;
   return find_missing_text(settings, settings.selectedTab);
 }
 

@@ -69,9 +69,9 @@ PropertyValue value_of(Container&& container) {
   return dictionary_of_pairs(std::move(container.pairs));
 }
 
-class Reader {
+class XmlReader {
  public:
-  Reader(std::u16string_view document, const PropertyListBudget& budget) : tokens_(document), budget_(budget) {}
+  XmlReader(std::u16string_view document, const PropertyListBudget& budget) : tokens_(document), budget_(budget) {}
 
   bool read(PropertyList& list) {
     if (tokens_.next() != Token::start) return fail("it is no XML");
@@ -195,7 +195,7 @@ std::string read_xml_property_list(std::string_view bytes, PropertyList& list, c
   std::u16string document;
   std::string error = decode_xml(bytes, document);
   if (!error.empty()) return error;
-  Reader reader(document, budget);
+  XmlReader reader(document, budget);
   return reader.read(list) ? std::string() : reader.error();
 }
 

@@ -15,7 +15,7 @@ namespace {
 
 using Token = XmlTokens::Token;
 
-constexpr std::u16string_view blanks = u" \t\n\r";
+constexpr std::u16string_view xml_blanks = u" \t\n\r";
 
 bool is_name_character(char16_t c) {
   constexpr std::u16string_view ends = u" \t\n\r/><='\"&";
@@ -82,7 +82,7 @@ bool XmlTokens::skip_past(std::u16string_view end) {
 }
 
 void XmlTokens::skip_blanks() {
-  at_ = std::min(document_.find_first_not_of(blanks, at_), document_.size());
+  at_ = std::min(document_.find_first_not_of(xml_blanks, at_), document_.size());
 }
 
 std::u16string_view XmlTokens::take_name() {
@@ -134,7 +134,7 @@ Token XmlTokens::take_text() {
   const std::size_t end = std::min(document_.find(u'<', at_), document_.size());
   const std::u16string_view raw = document_.substr(at_, end - at_);
   if (open_.empty()) {
-    skipped_ = raw.find_first_not_of(blanks) == std::u16string_view::npos;
+    skipped_ = raw.find_first_not_of(xml_blanks) == std::u16string_view::npos;
     if (!skipped_) return fail(has_root_ ? "there is text behind the root element" : "it is no XML");
     at_ = end;
     return Token::text;
@@ -162,7 +162,7 @@ Token XmlTokens::take_start() {
 }
 
 bool XmlTokens::take_attribute() {
-  const bool apart = blanks.find(document_[at_ - 1]) != std::u16string_view::npos;
+  const bool apart = xml_blanks.find(document_[at_ - 1]) != std::u16string_view::npos;
   const std::u16string_view name = take_name();
   skip_blanks();
   const bool is_given = !name.empty() && apart && at(u"=");

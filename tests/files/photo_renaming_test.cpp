@@ -14,7 +14,7 @@ namespace brindle::test {
 namespace {
 
 // Before anything asks for the zone: it is looked up once a process.
-const bool zone_is_set = setenv("TZ", "Europe/Berlin", 1) == 0 && setenv("LC_ALL", "C.UTF-8", 1) == 0;
+const bool mask_zone_is_set = setenv("TZ", "Europe/Berlin", 1) == 0 && setenv("LC_ALL", "C.UTF-8", 1) == 0;
 
 const std::vector<std::u16string> usual_extensions = {u".JPG", u".JPEG", u".EXIF", u".TIF", u".TIFF"};
 

@@ -40,7 +40,7 @@ struct Interrupted {
   bool paths_follow = false;
 };
 
-const std::vector<Interrupted>& runs() {
+const std::vector<Interrupted>& interrupted_runs() {
   static const std::vector<Interrupted> all = {
       {"marks tell",
        {"a", "b", "c", "d"},
@@ -169,7 +169,7 @@ std::vector<Pair> expected_pairs(const LogTree& tree, const Interrupted& run) {
 }
 
 TEST(Recovery, finishes_the_log_of_what_happened_and_undo_takes_it_back) {
-  for (const Interrupted& run : runs()) {
+  for (const Interrupted& run : interrupted_runs()) {
     SCOPED_TRACE(run.what);
     const LogTree tree;
     make_files(tree, run.files);

@@ -170,7 +170,7 @@ TEST(Rule, SetsTheFlagOfTheOption) {
   }
 }
 
-PropertyDictionary dictionary_of(std::initializer_list<PropertyEntry> entries) {
+PropertyDictionary dictionary_with(std::initializer_list<PropertyEntry> entries) {
   PropertyDictionary dictionary;
   for (const PropertyEntry& entry : entries) dictionary.append(entry.key, entry.value);
   return dictionary;
@@ -184,7 +184,7 @@ TEST(RuleDictionary, StoresLikeTheRecordWithListsAsArrays) {
   EXPECT_EQ(*photo.find(u"MetaDataList"), archived(all_changed().photoMetaDataList));
   EXPECT_EQ(*photo.find(u"photoExtensions"), PropertyValue(PropertyValue::Array{u".A", u".B"}));
   const PropertyDictionary audio = rule_to_dictionary(rule_of(changed_for(RuleVariant::id3_tag)));
-  const PropertyDictionary field = dictionary_of(
+  const PropertyDictionary field = dictionary_with(
       {{u"prefix", u"EXIF"}, {u"label", u"Date"}, {u"tagCode", u"<EXIF_Date>"}, {u"metadataCode", u"Date"}});
   EXPECT_EQ(*audio.find(u"id3RenamingTagsList"), PropertyValue(PropertyValue::Array{field}));
   const PropertyDictionary date = rule_to_dictionary(rule_of(changed_for(RuleVariant::date_time)));
@@ -205,11 +205,11 @@ TEST(RuleDictionary, HoldsTheSequence) {
 }
 
 TEST(RuleDictionary, ReadsMissingAndWrongValuesAsNothing) {
-  const Rule rule = rule_from_dictionary(dictionary_of({{u"rule", u"Date & Time"},
-                                                        {u"type", u"DateTime"},
-                                                        {u"hasTimeFormat", true},
-                                                        {u"dateTimePrefix", 5},
-                                                        {u"dateTimeSuffix", u"s"}}));
+  const Rule rule = rule_from_dictionary(dictionary_with({{u"rule", u"Date & Time"},
+                                                          {u"type", u"DateTime"},
+                                                          {u"hasTimeFormat", true},
+                                                          {u"dateTimePrefix", 5},
+                                                          {u"dateTimeSuffix", u"s"}}));
   EXPECT_FALSE(rule.isActive);
   EXPECT_TRUE(rule.settings.hasTimeFormat);
   EXPECT_FALSE(rule.settings.hasDateFormat);
@@ -221,7 +221,7 @@ TEST(RuleDictionary, ReadsMissingAndWrongValuesAsNothing) {
 
 TEST(RuleDictionary, KeepsWhatItDoesNotUnderstand) {
   for (const char16_t* name : {u"Rule - Photo", u"", u"General"}) {
-    const PropertyDictionary dictionary = dictionary_of(
+    const PropertyDictionary dictionary = dictionary_with(
         {{u"rule", name}, {u"type", u"Photo"}, {u"isActive", u"1"}, {u"photoExtensions", PropertyValue::Array{u"x"}}});
     const Rule rule = rule_from_dictionary(dictionary);
     EXPECT_EQ(*rule_to_dictionary(rule).find(u"photoExtensions"), *dictionary.find(u"photoExtensions"));
@@ -234,20 +234,20 @@ TEST(RuleDictionary, KeepsWhatItDoesNotUnderstand) {
 
 TEST(RuleDictionary, TakesAnUnknownTypeForTheLastVariant) {
   const auto variant = [](const char16_t* rule, const char16_t* type) {
-    return variant_of(rule_from_dictionary(dictionary_of({{u"rule", rule}, {u"type", type}})));
+    return variant_of(rule_from_dictionary(dictionary_with({{u"rule", rule}, {u"type", type}})));
   };
   EXPECT_EQ(variant(u"AlphaNumeric", u"?"), RuleVariant::alphabetic);
   EXPECT_EQ(variant(u"InsertDelete", u"insert"), RuleVariant::delete_characters);
   EXPECT_EQ(variant(u"General", u""), RuleVariant::general);
   EXPECT_EQ(variant(u"DateTime", u"DateTime"), std::nullopt);
-  const Rule removal = rule_from_dictionary(dictionary_of({{u"rule", u"ReplaceRemove"}, {u"type", u"?"}}));
+  const Rule removal = rule_from_dictionary(dictionary_with({{u"rule", u"ReplaceRemove"}, {u"type", u"?"}}));
   EXPECT_TRUE(removal.settings.isReplaceRemoveRemove && !removal.settings.isReplaceRemoveReplace);
 }
 
 TEST(RuleDictionary, RunsAPhotoRuleByItsTokens) {
   const FieldList fields = {{u"EXIF", u"Date", u"<EXIF_Date>", u"Date", u""}};
   const auto read = [&](std::initializer_list<PropertyEntry> entries) {
-    PropertyDictionary dictionary = dictionary_of({{u"rule", u"Photo"}, {u"type", u"Photo"}});
+    PropertyDictionary dictionary = dictionary_with({{u"rule", u"Photo"}, {u"type", u"Photo"}});
     for (const PropertyEntry& entry : entries) dictionary.append(entry.key, entry.value);
     return rule_from_dictionary(dictionary).settings.photoMetaDataList;
   };

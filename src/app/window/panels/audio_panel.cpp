@@ -10,7 +10,6 @@
 namespace brindle {
 namespace {
 
-constexpr std::int32_t tab = 6;
 constexpr std::int32_t audio_items = 1;
 
 QWidget* mask_row(const PanelContext& context) {
@@ -54,7 +53,7 @@ QWidget* custom_text_row(const PanelContext& context) {
 }  // namespace
 
 QWidget* make_audio_panel(const PanelContext& context, QWidget* parent) {
-  PanelFrame panel(tab, parent);
+  PanelFrame panel(audio_tab, parent);
   panel.head(mask_row(context));
   panel.head(token_row(context));
   FormColumn left(panel.columns());
@@ -65,7 +64,7 @@ QWidget* make_audio_panel(const PanelContext& context, QWidget* parent) {
                     "MASKSEPARATORTIP");
   add_switched_text(context, right, "isID3RenamingColonReplace", "REPLACECOLONS", "id3RenamingColonReplace",
                     "REPLACECOLONSTIP");
-  panel.foot(new ExampleLine(tab, context.controller));
+  panel.foot(new ExampleLine(audio_tab, context.controller));
   return panel.widget();
 }
 

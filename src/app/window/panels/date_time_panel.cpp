@@ -12,7 +12,6 @@
 namespace brindle {
 namespace {
 
-constexpr std::int32_t tab = 4;
 constexpr std::int32_t custom_date = 2;
 constexpr PlacementKeys places = {
     "dateTimeOptionsIndex",           "dateTimeAtPositionNo", "dateTimeAtPositionDirection",  "dateTimeAtBeforeText",
@@ -57,14 +56,14 @@ void add_format_rows(const PanelContext& context, FormColumn& column) {
 }  // namespace
 
 QWidget* make_date_time_panel(const PanelContext& context, QWidget* parent) {
-  PanelFrame panel(tab, parent);
+  PanelFrame panel(date_time_tab, parent);
   BrindleAppController& controller = context.controller;
   FormColumn left(panel.columns(), 4);
   add_format_rows(context, left);
   FormColumn right(panel.columns(), 3);
   add_placement_rows(context, right, panel.widget(), places,
                      [&controller](int option) { controller.dateTimeOptionsChanged(option); });
-  panel.foot(new ExampleLine(tab, controller));
+  panel.foot(new ExampleLine(date_time_tab, controller));
   return panel.widget();
 }
 

@@ -9,8 +9,6 @@
 namespace brindle {
 namespace {
 
-constexpr std::int32_t tab = 9;
-
 QWidget* file_row(const PanelContext& context) {
   auto* file = new QLineEdit;
   file->setObjectName(QStringLiteral("renameFile"));
@@ -29,7 +27,7 @@ QWidget* file_row(const PanelContext& context) {
 }  // namespace
 
 QWidget* make_from_list_panel(const PanelContext& context, QWidget* parent) {
-  PanelFrame panel(tab, parent);
+  PanelFrame panel(rename_from_list_tab, parent);
   BrindleAppController& controller = context.controller;
   // Chosen here for the list that is about to be loaded; the window's own choice follows when it is.
   const auto kinds = radio_buttons(context, panel.widget(), "isFolders", {"FILES", "FOLDERS"}, [](int) {});

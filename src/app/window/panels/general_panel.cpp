@@ -9,8 +9,6 @@
 namespace brindle {
 namespace {
 
-constexpr std::int32_t tab = 5;
-
 QComboBox* case_box(const PanelContext& context, SettingKey key) {
   return choice_box(context, key, "LETTERCASE", {{"UPPERCASE", 1}, {"LOWERCASE", 2}, {"PROPERCASE", 3}});
 }
@@ -40,7 +38,7 @@ QLineEdit* text_with_hint(const PanelContext& context, SettingKey key, TextKey n
 }  // namespace
 
 QWidget* make_general_panel(const PanelContext& context, QWidget* parent) {
-  PanelFrame panel(tab, parent);
+  PanelFrame panel(general_tab, parent);
   BrindleAppController& controller = context.controller;
   const auto buttons =
       radio_buttons(context, panel.widget(), "generalOptionIndex",
@@ -69,7 +67,7 @@ QWidget* make_general_panel(const PanelContext& context, QWidget* parent) {
   row(right, 10, {text_with_hint(context, "generalFilenameMask", "FITTOMASK", "FITTOMASKTIP")});
   row(right, 11,
       {text_with_hint(context, "generalConvertWindowsCompatibleString", "WINDOWSCOMPATIBLE", "WINDOWSCOMPATIBLETIP")});
-  panel.foot(new ExampleLine(tab, controller));
+  panel.foot(new ExampleLine(general_tab, controller));
   return panel.widget();
 }
 

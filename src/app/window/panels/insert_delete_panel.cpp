@@ -9,7 +9,6 @@
 namespace brindle {
 namespace {
 
-constexpr std::int32_t tab = 1;
 constexpr PlacementKeys places = {"insertDeleteInsertOptionIndex",        "insertDeleteAtCharacterPositions",
                                   "insertDeleteInsertAtPostionDirection", "insertDeleteInsertAtBeforeText",
                                   "insertDeleteInsertAtBeforeOccurrence", "insertDeleteInsertAtAfterText",
@@ -25,7 +24,7 @@ bool inserts(const RenameSettings& settings) {
 }  // namespace
 
 QWidget* make_insert_delete_panel(const PanelContext& context, QWidget* parent) {
-  PanelFrame panel(tab, parent);
+  PanelFrame panel(insert_delete_tab, parent);
   QWidget* owner = panel.widget();
   BrindleAppController& controller = context.controller;
   const auto kinds = radio_buttons(context, owner, "isInsertDeleteDelete", {"INSERTTEXT", "DELETECHARACTERS"},
@@ -50,7 +49,7 @@ QWidget* make_insert_delete_panel(const PanelContext& context, QWidget* parent) 
   right.row("NUMBEROFCHARACTERS", line({count}));
   right.row(backwards);
   enable_when(context, {"isInsertDeleteDelete"}, {position, count, backwards}, deletes);
-  panel.foot(new ExampleLine(tab, controller));
+  panel.foot(new ExampleLine(insert_delete_tab, controller));
   return owner;
 }
 

@@ -8,7 +8,6 @@
 namespace brindle {
 namespace {
 
-constexpr std::int32_t tab = 8;
 constexpr PlacementKeys places = {"pathComponentsOptionsIndex",        "pathComponentsAtPositionNo",
                                   "pathComponentsAtPositionDirection", "pathComponentsAtBeforeText",
                                   "pathComponentsAtBeforeOccurrence",  "pathComponentsAtAfterText",
@@ -17,7 +16,7 @@ constexpr PlacementKeys places = {"pathComponentsOptionsIndex",        "pathComp
 }  // namespace
 
 QWidget* make_path_components_panel(const PanelContext& context, QWidget* parent) {
-  PanelFrame panel(tab, parent);
+  PanelFrame panel(path_components_tab, parent);
   BrindleAppController& controller = context.controller;
   FormColumn left(panel.columns(), 2);
   NumberField* levels = number_field(context, "pathComponentsLevelNo", "FOLDERLEVELS");
@@ -29,7 +28,7 @@ QWidget* make_path_components_panel(const PanelContext& context, QWidget* parent
   FormColumn right(panel.columns(), 3);
   add_placement_rows(context, right, panel.widget(), places,
                      [&controller](int option) { controller.pathComponentsOptionsChanged(option); });
-  panel.foot(new ExampleLine(tab, controller));
+  panel.foot(new ExampleLine(path_components_tab, controller));
   return panel.widget();
 }
 

@@ -13,7 +13,6 @@
 namespace brindle {
 namespace {
 
-constexpr std::int32_t tab = 7;
 constexpr std::int32_t photo_items = 0;
 
 QWidget* mask_row(const PanelContext& context) {
@@ -28,7 +27,7 @@ QWidget* mask_row(const PanelContext& context) {
 }  // namespace
 
 QWidget* make_photo_panel(const PanelContext& context, QWidget* parent) {
-  PanelFrame panel(tab, parent);
+  PanelFrame panel(photo_tab, parent);
   panel.head(mask_row(context));
   FormColumn left(panel.columns(), 4);
   left.row("DATEFORMAT", date_picker(context, photo_date_keys));
@@ -44,7 +43,7 @@ QWidget* make_photo_panel(const PanelContext& context, QWidget* parent) {
   padding->setToolTip(localized_text("PHOTOPADDINGTIP"));
   right.row("NUMBERPADDING", padding);
   right.row(check_box(context, "isPhotoResetSequenceOnEachFolder", "RESTARTINFOLDER"));
-  panel.foot(new ExampleLine(tab, context.controller));
+  panel.foot(new ExampleLine(photo_tab, context.controller));
   return panel.widget();
 }
 

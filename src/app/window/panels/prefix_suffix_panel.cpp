@@ -10,8 +10,6 @@
 namespace brindle {
 namespace {
 
-constexpr std::int32_t tab = 3;
-
 bool adds_date(const RenameSettings& settings) {
   return !settings.isPrefixSuffixString;
 }
@@ -38,7 +36,7 @@ void add_date_rows(const PanelContext& context, FormColumn& column) {
 }  // namespace
 
 QWidget* make_prefix_suffix_panel(const PanelContext& context, QWidget* parent) {
-  PanelFrame panel(tab, parent);
+  PanelFrame panel(prefix_suffix_tab, parent);
   BrindleAppController& controller = context.controller;
   const auto kinds = radio_buttons(context, panel.widget(), "isPrefixSuffixDate", {"ADDTEXTS", "ADDDATE"},
                                    [&controller](int id) { controller.prefixSuffixChanged(id == 1); });
@@ -54,7 +52,7 @@ QWidget* make_prefix_suffix_panel(const PanelContext& context, QWidget* parent) 
   right.row(kinds[1]);
   right.indent();
   add_date_rows(context, right);
-  panel.foot(new ExampleLine(tab, controller));
+  panel.foot(new ExampleLine(prefix_suffix_tab, controller));
   return panel.widget();
 }
 

@@ -11,7 +11,6 @@
 namespace brindle {
 namespace {
 
-constexpr std::int32_t tab = 2;
 enum Choice { replace, remove_text, remove_characters };
 constexpr std::int32_t single_characters = 0;  // of the remove type
 
@@ -67,7 +66,7 @@ void add_range_rows(const PanelContext& context, FormColumn& column) {
 }  // namespace
 
 QWidget* make_replace_remove_panel(const PanelContext& context, QWidget* parent) {
-  PanelFrame panel(tab, parent);
+  PanelFrame panel(replace_remove_tab, parent);
   BrindleAppController& controller = context.controller;
   const auto kinds =
       radio_buttons(context, panel.widget(), "removeReplaceIndex", {"REPLACETEXT", "REMOVETEXT", "REMOVECHARACTERS"},
@@ -80,7 +79,7 @@ QWidget* make_replace_remove_panel(const PanelContext& context, QWidget* parent)
   add_text_rows(context, left);
   FormColumn right(panel.columns());
   add_range_rows(context, right);
-  panel.foot(new ExampleLine(tab, controller));
+  panel.foot(new ExampleLine(replace_remove_tab, controller));
   return panel.widget();
 }
 

@@ -10,7 +10,6 @@
 namespace brindle {
 namespace {
 
-constexpr std::int32_t tab = 0;
 constexpr int letters_in_alphabet = 26;
 
 bool is_lettered(const RenameSettings& settings) {
@@ -47,7 +46,7 @@ QWidget* direction_fields(const PanelContext& context, QWidget* owner) {
 }  // namespace
 
 QWidget* make_sequence_panel(const PanelContext& context, QWidget* parent) {
-  PanelFrame panel(tab, parent);
+  PanelFrame panel(sequence_tab, parent);
   QWidget* owner = panel.widget();
   BrindleAppController& controller = context.controller;
   const auto kinds = radio_buttons(context, owner, "isAlphaNumericAlphabetic", {"NUMBERS", "LETTERSCHOICE"},
@@ -73,7 +72,7 @@ QWidget* make_sequence_panel(const PanelContext& context, QWidget* parent) {
   right.row(hint);
   right.row(separates, separator);
   right.row(check_box(context, "isAlphaNumericResetSequenceOnEachFolder", "RESTARTINFOLDER"));
-  panel.foot(new ExampleLine(tab, context.controller));
+  panel.foot(new ExampleLine(sequence_tab, context.controller));
   return owner;
 }
 
