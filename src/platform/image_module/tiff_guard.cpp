@@ -21,8 +21,8 @@ enum Tag : unsigned {
   padding = 0xEA1C,
 };
 
-constexpr std::uint64_t entry_limit = 64U << 10U;
-constexpr std::uint64_t packet_entry_limit = 4U << 20U;
+constexpr std::uint64_t tag_size_limit = 64U << 10U;
+constexpr std::uint64_t packet_size_limit = 4U << 20U;
 constexpr std::uint64_t total_limit = 16U << 20U;
 constexpr std::size_t directory_limit = 64;
 constexpr std::size_t entry_size = 12;
@@ -37,7 +37,7 @@ bool is_directory(unsigned tag) {
 
 std::uint64_t limit_of(unsigned tag) {
   if (tag == maker_note || tag == private_data) return 0;
-  return tag == xmp || tag == iptc || tag == photoshop ? packet_entry_limit : entry_limit;
+  return tag == xmp || tag == iptc || tag == photoshop ? packet_size_limit : tag_size_limit;
 }
 
 class Guard {
@@ -87,7 +87,7 @@ class Guard {
   void trim_entry(std::size_t at) {
     const auto tag = static_cast<unsigned>(number(at, 2));
     const std::uint64_t size = size_of_entry(at);
-    if (is_directory(tag) && size <= entry_limit) visit_directories(at);
+    if (is_directory(tag) && size <= tag_size_limit) visit_directories(at);
     total_ += size;
     if (size <= limit_of(tag) && total_ <= total_limit) return;
     total_ -= size;
