@@ -47,7 +47,7 @@ Application::~Application() {
   desktop_.set_window(nullptr);
 }
 
-bool Application::start(std::vector<std::string> paths) {
+bool Application::start() {
   if (!controller_.awakeFromNib()) return false;
   window_ = std::make_unique<MainWindow>(controller_);
   desktop_.set_window(window_.get());
@@ -68,7 +68,6 @@ bool Application::start(std::vector<std::string> paths) {
     if (controller_.tell_interrupted_runs()) show_undo_sheet(window_.get(), controller_);
   };
   QMetaObject::invokeMethod(window_.get(), tell, Qt::QueuedConnection);
-  if (!paths.empty()) controller_.openFiles(std::move(paths));
   return true;
 }
 

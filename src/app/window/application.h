@@ -25,10 +25,9 @@ class Application {
   Application& operator=(const Application&) = delete;
   ~Application();
 
-  /// Sets the controller up, shows the window and opens the paths (bytes, absolute). False when the program cannot
-  /// run; that has been told.
-  bool start(std::vector<std::string> paths);
-  /// Paths handed over later, by another program; none brings the window to the front.
+  /// Sets the controller up and shows the window. False when the program cannot run; that has been told.
+  bool start();
+  /// Opens paths (bytes, absolute) that were handed over; none brings the window to the front.
   void open(std::vector<std::string> paths);
 
   BrindleAppController& controller() { return controller_; }

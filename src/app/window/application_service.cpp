@@ -5,12 +5,16 @@
 #include <QDBusInterface>
 #include <QDBusReply>
 #include <QUrl>
+#include <iterator>
 #include <utility>
 
 #include "app/window/text.h"
 
 namespace brindle {
 namespace {
+
+// Some file managers hand over one selection in pieces, its folders apart from its files.
+constexpr int milliseconds_between_pieces = 150;
 
 QString object_path() {
   return u'/' + QString::fromLatin1(application_id).replace(u'.', u'/');
@@ -29,7 +33,11 @@ QVariantMap activation_data() {
 
 }  // namespace
 
-ApplicationService::ApplicationService() = default;
+ApplicationService::ApplicationService() {
+  joining_.setSingleShot(true);
+  joining_.setInterval(milliseconds_between_pieces);
+  joining_.callOnTimeout(this, [this] { hand_on(); });
+}
 ApplicationService::~ApplicationService() = default;
 
 QString file_uri(const std::string& path) {
@@ -66,37 +74,44 @@ bool ApplicationService::hand_over(const std::vector<std::string>& paths) {
 
 void ApplicationService::set_handler(Handler handler) {
   handler_ = std::move(handler);
-  for (std::vector<std::string>& paths : std::exchange(waiting_, {})) request(std::move(paths));
+  if (!waiting_.empty()) joining_.start();
 }
 
 void ApplicationService::request(std::vector<std::string> paths) {
-  if (!handler_) {
-    waiting_.push_back(std::move(paths));
-    return;
-  }
+  waiting_.insert(waiting_.end(), std::make_move_iterator(paths.begin()), std::make_move_iterator(paths.end()));
   // Later: the caller waits for its answer, and the handler may have a question for the person first.
-  QMetaObject::invokeMethod(
-      this, [this, paths = std::move(paths)] { handler_(paths); }, Qt::QueuedConnection);
+  if (handler_) joining_.start();
+}
+
+void ApplicationService::request_by_bus(std::vector<std::string> paths, const QVariantMap& platform_data) {
+  // What the compositor lets a window come to the front for, where it asks for that.
+  const QByteArray token = platform_data.value(QStringLiteral("activation-token")).toString().toUtf8();
+  if (!token.isEmpty()) qputenv("XDG_ACTIVATION_TOKEN", token);
+  if (handler_)
+    QMetaObject::invokeMethod(
+        this, [this] { handler_({}); }, Qt::QueuedConnection);
+  if (!paths.empty()) request(std::move(paths));
+}
+
+void ApplicationService::hand_on() {
+  if (!waiting_.empty()) handler_(std::exchange(waiting_, {}));
 }
 
 void ApplicationService::Activate(const QVariantMap& platform_data) {
-  Q_UNUSED(platform_data)
-  request({});
+  request_by_bus({}, platform_data);
 }
 
 void ApplicationService::Open(const QStringList& uris, const QVariantMap& platform_data) {
-  Q_UNUSED(platform_data)
   QList<QUrl> urls;
   for (const QString& uri : uris) urls << QUrl::fromEncoded(uri.toUtf8());
-  request(paths_of(urls));
+  request_by_bus(paths_of(urls), platform_data);
 }
 
 void ApplicationService::ActivateAction(const QString& action, const QVariantList& parameter,
                                         const QVariantMap& platform_data) {
   Q_UNUSED(action)
   Q_UNUSED(parameter)
-  Q_UNUSED(platform_data)
-  request({});
+  request_by_bus({}, platform_data);
 }
 
 }  // namespace brindle

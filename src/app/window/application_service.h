@@ -8,6 +8,7 @@
 
 #include <QObject>
 #include <QStringList>
+#include <QTimer>
 #include <QVariantMap>
 #include <functional>
 #include <memory>
@@ -33,8 +34,10 @@ class ApplicationService final : public QObject {
   /// True when this program is the one that has the window from now on. False when another one is, which has been
   /// handed the paths.
   bool become_the_one(const std::vector<std::string>& paths);
-  /// Requests that came before are handed over now.
+  /// What was requested before is handed over then.
   void set_handler(Handler handler);
+  /// Paths (bytes) for the handler. Those that come in quick succession are handed over together.
+  void request(std::vector<std::string> paths);
 
  public slots:  // NOLINT(readability-redundant-access-specifiers)
   // NOLINTBEGIN(readability-identifier-naming): the names of the interface
@@ -46,10 +49,12 @@ class ApplicationService final : public QObject {
 
  private:
   static bool hand_over(const std::vector<std::string>& paths);
-  void request(std::vector<std::string> paths);
+  void request_by_bus(std::vector<std::string> paths, const QVariantMap& platform_data);
+  void hand_on();
 
   Handler handler_;
-  std::vector<std::vector<std::string>> waiting_;
+  std::vector<std::string> waiting_;
+  QTimer joining_;
 };
 
 /// The "file:" address of a path, byte by byte.

@@ -51,7 +51,7 @@ constexpr auto commands = std::to_array<Command>({
      [](const T& t, bool) { t.app.addFolderAction(); }, nullptr, false, "SHORTADDFOLDER"},
     {"addFilesFolders", "COMMANDADDFILESFOLDERS", "add_items", "Ctrl+Alt+O", Needs::idle,
      [](const T& t, bool) { t.app.addFilesFolders(); }},
-    {"addClipboard", "COMMANDADDCLIPBOARD", "clipboard", "Ctrl+Shift+V", Needs::idle,
+    {"addClipboard", "COMMANDADDCLIPBOARD", "clipboard", "Ctrl+Shift+V;Ctrl+V", Needs::idle,
      [](const T& t, bool) { t.app.addFilesFoldersFromFinder(); }, nullptr, false, "SHORTADDCLIPBOARD"},
     {"openList", "COMMANDOPENLIST", "from_list", "Ctrl+L", Needs::idle, [](const T& t, bool) { open_list(t); }},
     {"export", "COMMANDEXPORT", "export", "Ctrl+E", Needs::idle,

@@ -71,8 +71,8 @@ void QtDesktop::show_help(std::string_view page) {
 std::vector<std::string> QtDesktop::files_on_clipboard() {
   const QMimeData* data = QApplication::clipboard()->mimeData();
   if (data == nullptr) return {};
-  if (data->hasFormat(copied_files_type)) return paths_of(urls_of_lines(data->data(copied_files_type)));
-  return paths_of(data->urls());
+  std::vector<std::string> paths = paths_of(urls_of_lines(data->data(copied_files_type)));
+  return paths.empty() ? paths_of(data->urls()) : paths;
 }
 
 std::optional<std::u16string> QtDesktop::ask_custom_tag() {

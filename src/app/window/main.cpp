@@ -107,8 +107,9 @@ int run_window(int argc, char** argv) {
   ApplicationService service;
   if (!service.become_the_one(paths)) return 0;
   Application application;
-  if (!application.start(std::move(paths))) return 1;
-  service.set_handler([&application](std::vector<std::string> later) { application.open(std::move(later)); });
+  if (!application.start()) return 1;
+  service.set_handler([&application](std::vector<std::string> requested) { application.open(std::move(requested)); });
+  service.request(std::move(paths));
   return QApplication::exec();
 }
 
