@@ -52,6 +52,9 @@ class BrindleAppController final : private RulesOwner {
   /// Window set-up: folders, preferences, recent folders, live-preview preferences; finishes runs that were
   /// interrupted. False when the data folder cannot be had: that has been told, and the program was asked to quit.
   bool awakeFromNib();
+  /// Tells, once, of the renamings and undos that were found interrupted at the start. True when the person wants to
+  /// see the undo sheet.
+  bool tell_interrupted_runs();
   /// Restores the last session: its profile or its settings, and its chain.
   void applicationDidFinishLaunching();
   /// Saves the session. False while a job runs (a quiet one is cancelled): ask again when it has ended.
@@ -202,9 +205,14 @@ class BrindleAppController final : private RulesOwner {
   // For the sheets.
 
   /// Runs `work` as a job of this kind: sets the flags and labels around it. `finished` is called before the flags
-  /// fall, also when the work was broken off by an exception, which is logged and told. False, with nothing done, while
-  /// another job runs.
-  bool run_job(Job job, std::function<void(const JobControl&)> work, std::function<void()> finished);
+  /// fall, also when the work was broken off by an exception, which is logged and told; `afterwards` when they have
+  /// fallen, for what asks and tells. False, with nothing done, while another job runs.
+  bool run_job(Job job, std::function<void(const JobControl&)> work, std::function<void()> finished,
+               std::function<void()> afterwards = {});
+  /// The list, for the work of an undo: its items follow what is moved back.
+  FileList& files_for_undo() { return files_; }
+  /// To be called when an undo has moved items back, before its job ends.
+  void show_undone(std::size_t restored);
   void setStartTime();
   void showLastActionTimeTaken(std::string_view label_key);
   Date now() const { return clock_(); }
@@ -229,6 +237,7 @@ class BrindleAppController final : private RulesOwner {
   struct NameSource {
     std::int32_t selectedTab = 0;
     std::int32_t generalOptionIndex = 0;
+    bool is_live = false;  // by the live preview, and nothing has been done to them since
   };
 
   bool start_job(JobCall call);
@@ -237,7 +246,6 @@ class BrindleAppController final : private RulesOwner {
   bool defer(std::function<void()> command);
   void tell(Changed changed) { tell(static_cast<ChangedSet>(changed)); }
   void tell(ChangedSet changed);
-    bool is_live = false;  // by the live preview, and nothing has been done to them since
   void update_state();
   void list_was_changed();
 
@@ -270,6 +278,7 @@ class BrindleAppController final : private RulesOwner {
 
   void apply_names(const ApplyOptions& options);
   void show_apply(const ApplyResult& result, const ApplyOptions& options);
+  void tell_failures(const ApplyResult& result, const ApplyOptions& options);
   void after_apply(const ApplyResult& result, ApplyOptions options);
 
   NewRule make_rule();
@@ -307,6 +316,8 @@ class BrindleAppController final : private RulesOwner {
   bool quick_preview_is_stale_ = false;
   bool is_asking_ = false;  // whether to rename the names shown
   NameSource names_made_with_;
+  std::string interrupted_renamings_;  // a line each, to be told
+  std::string interrupted_undos_;
   std::string currProfileFile_;
   bool isProfileLoading_ = false;
   bool include_hidden_ = false;

@@ -1,11 +1,13 @@
 // Renaming.
 
+#include <algorithm>
 #include <utility>
 
 #include "app/brindle_app_controller.h"
 #include "app/string_table.h"
 #include "log/recovery.h"
 #include "platform/data_folders.h"
+#include "platform/file_name.h"
 #include "platform/message_log.h"
 
 namespace brindle {
@@ -25,6 +27,11 @@ Alert apply_alert(bool folders, std::string_view message_key, const std::string&
   return alert;
 }
 
+std::size_t proposed_count(const FileList& files) {
+  return static_cast<std::size_t>(
+      std::ranges::count(files.items(), ItemStatus::proposed, [](const ItemRecord& item) { return item.status; }));
+}
+
 }  // namespace
 
 void BrindleAppController::actionApply() {
@@ -33,7 +40,10 @@ void BrindleAppController::actionApply() {
   ports_.main_thread.cancel_timer(quickPreviewTimer_);
   const bool folders = values().isFolders;
   is_asking_ = true;
-  const bool yes = ask(ports_, title_key(folders), folders ? "ITEMRENAMINGMESSAGEFOLDERS" : "ITEMRENAMINGMESSAGEFILES");
+  Alert question = apply_alert(folders, folders ? "ITEMRENAMINGMESSAGEFOLDERS" : "ITEMRENAMINGMESSAGEFILES",
+                               localized_format("RENAMEABLECOUNT", proposed_count(files_)));
+  question.buttons = {"YES", "NO"};
+  const bool yes = ports_.alerts.show(question) == 0;
   is_asking_ = false;
   if (!yes) return;
   // The list may have changed while the question stood.
@@ -43,6 +53,7 @@ void BrindleAppController::actionApply() {
   options.isIncludeSubFolders = values().isIncludeSubFolders;
   options.selectedTab = names_made_with_.selectedTab;
   options.generalOptionIndex = names_made_with_.generalOptionIndex;
+  names_made_with_.is_live = false;
   options.is_chain = state_.isRulePreview;
   options.log_folder = preferences_.defaultLogFolderPath;
   std::string error;
@@ -53,7 +64,6 @@ void BrindleAppController::actionApply() {
 void BrindleAppController::apply_names(const ApplyOptions& options) {
   state_.isHasFilesForRenaming = false;
   const auto result = std::make_shared<ApplyResult>();
-  names_made_with_.is_live = false;
   const auto is_done = std::make_shared<bool>(false);
   JobCall call;
   call.job = Job::rename;
@@ -81,7 +91,7 @@ void BrindleAppController::show_apply(const ApplyResult& result, const ApplyOpti
 
 void BrindleAppController::after_apply(const ApplyResult& result, ApplyOptions options) {
   ports_.desktop.focus_list();
-  if (result.error.empty()) return;
+  if (result.error.empty()) return tell_failures(result, options);
   if (!result.log_failed) {
     // The journal stays, and the next start makes a log of it.
     Alert alert = apply_alert(options.isFolders, "LOGSAVEFAILED", result.error);
@@ -96,6 +106,23 @@ void BrindleAppController::after_apply(const ApplyResult& result, ApplyOptions o
   if (!goes_on || !state_.rename_enabled) return;
   options.without_log = true;
   apply_names(options);
+}
+
+// In a list of a hundred thousand the few rows that kept their names are not seen.
+void BrindleAppController::tell_failures(const ApplyResult& result, const ApplyOptions& options) {
+  if (!result.first_failed || *result.first_failed >= files_.size()) return;
+  const std::size_t row = *result.first_failed;
+  std::string reason = localized(files_.reason(row));
+  if (reason.empty()) reason = localized(to_utf8(status_text(files_[row].status)));
+  const std::string path = to_utf8(FileSystemItem::getDisplayFilePath(decode_file_name(files_.path(row))));
+  Alert alert = apply_alert(options.isFolders, "ITEMSNOTRENAMED", "“" + path + "”: " + reason);
+  alert.message = localized_format("ITEMSNOTRENAMED", result.attempted - result.renamed);
+  ports_.alerts.show(alert);
+}
+
+void BrindleAppController::show_undone(std::size_t restored) {
+  state_.isHasFilesForRenaming = state_.isHasFilesForRenaming && proposed_count(files_) > 0;
+  state_.count_label = localized_format("ITEMSRESTORED", restored);
 }
 
 }  // namespace brindle

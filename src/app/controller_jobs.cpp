@@ -104,12 +104,13 @@ void BrindleAppController::list_was_changed() {
   tell(Changed::rows | Changed::names | Changed::state);
 }
 
-bool BrindleAppController::run_job(Job job, std::function<void(const JobControl&)> work,
-                                   std::function<void()> finished) {
+bool BrindleAppController::run_job(Job job, std::function<void(const JobControl&)> work, std::function<void()> finished,
+                                   std::function<void()> afterwards) {
   JobCall call;
   call.job = job;
   call.work = std::move(work);
   call.finished = std::move(finished);
+  call.afterwards = std::move(afterwards);
   return start_job(std::move(call));
 }
 

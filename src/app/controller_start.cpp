@@ -6,6 +6,7 @@
 #include "app/brindle_app_controller.h"
 #include "app/string_table.h"
 #include "log/recovery.h"
+#include "log/undo_progress.h"
 #include "methods/rename_operation.h"
 #include "platform/app_info.h"
 #include "platform/data_folders.h"
@@ -20,6 +21,10 @@ namespace {
 std::string path_of(std::u16string_view text) {
   std::string path;
   return encode_path(text, path) ? path : std::string();
+}
+
+std::string name_of(const std::string& path) {
+  return to_utf8(decode_file_name(std::string_view(path).substr(path.rfind('/') + 1)));
 }
 
 std::string_view bytes_of(const PropertyValue::Data& data) {
@@ -76,21 +81,34 @@ void BrindleAppController::read_defaults() {
 void BrindleAppController::finish_interrupted_runs() {
   const RecoveryResult result = recover(preferences_.defaultLogFolderPath);
   for (const std::string& problem : result.problems) log_failure("recover", problem);
-  std::string logs;
   for (const RecoveredRun& run : result.runs) {
     if (run.log_path.empty()) continue;
-    logs += run.log_path.substr(run.log_path.rfind('/') + 1) + ": " +
-            localized_format("TOTALNOSRENAMEDITEMSFOUND", run.renamed) + "\n";
+    interrupted_renamings_ +=
+        name_of(run.log_path) + ": " + localized_format("TOTALNOSRENAMEDITEMSFOUND", run.renamed) + "\n";
   }
-  if (logs.empty()) return;
-  logs.pop_back();
-  Alert alert;
-  alert.message_key = "INTERRUPTEDRUNFINISHED";
-  alert.title = getAppTitle();
-  alert.message = localized(alert.message_key);
-  alert.informative_text = std::move(logs);
-  alert.style = AlertStyle::informational;
-  ports_.alerts.show(alert);
+  for (const BrokenOffUndo& undo : broken_off_undos(preferences_.defaultLogFolderPath)) {
+    interrupted_undos_ +=
+        name_of(undo.log_path) + ": " + localized_format("UNDOBROKENOFF", undo.restored, undo.entries) + "\n";
+  }
+}
+
+bool BrindleAppController::tell_interrupted_runs() {
+  bool wanted = false;
+  const auto tell_of = [this, &wanted](std::string_view key, std::string logs) {
+    if (logs.empty()) return;
+    logs.pop_back();
+    Alert alert;
+    alert.message_key = key;
+    alert.title = getAppTitle();
+    alert.message = localized(key);
+    alert.informative_text = std::move(logs);
+    alert.buttons = {"SHOWLOGS", "NOTNOW"};
+    alert.style = AlertStyle::informational;
+    wanted = ports_.alerts.show(alert) == 0 || wanted;
+  };
+  tell_of("INTERRUPTEDRUNFINISHED", std::exchange(interrupted_renamings_, {}));
+  tell_of("INTERRUPTEDUNDOFOUND", std::exchange(interrupted_undos_, {}));
+  return wanted;
 }
 
 void BrindleAppController::applicationDidFinishLaunching() {

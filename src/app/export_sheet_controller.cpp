@@ -67,10 +67,11 @@ void ExportSheetController::write(const std::string& path) {
     }
     outcome->cancelled = control.cancelled();
   };
-  app().run_job(Job::exporting, work, [this, outcome] {
-    if (!outcome->cancelled) tell_outcome(outcome->error);
-    finish();
-  });
+  app().run_job(
+      Job::exporting, work, [this] { finish(); },
+      [this, outcome] {
+        if (!outcome->cancelled) tell_outcome(outcome->error);
+      });
 }
 
 void ExportSheetController::tell_outcome(const std::string& error) const {

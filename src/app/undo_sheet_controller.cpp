@@ -10,7 +10,9 @@
 #include "app/string_table.h"
 #include "log/recovery.h"
 #include "log/undo.h"
+#include "log/undo_progress.h"
 #include "pipeline/file_order.h"
+#include "pipeline/restored_items.h"
 #include "platform/app_info.h"
 #include "platform/date_format.h"
 #include "platform/file_name.h"
@@ -38,11 +40,11 @@ bool comes_before(const LogRecord& a, const LogRecord& b, std::string_view colum
 /// Why the first of the items that were left alone was.
 class FirstReason {
  public:
-  void operator()(const LogEntry& entry, std::string_view reason) {
+  void hear(const LogEntry& entry, std::string_view reason) {
     if (reason.empty() || !text_.empty()) return;
     const std::string path = fmt::format("{}/{}", entry.target_folder, entry.target_name);
-    text_ =
-        entry.fault.empty() ? fmt::format("“{}”: {}", to_utf8(decode_file_name(path)), reason) : std::string(reason);
+    text_ = entry.fault.empty() ? fmt::format("“{}”: {}", to_utf8(decode_file_name(path)), localized(reason))
+                                : std::string(reason);
   }
   const std::string& text() const { return text_; }
 
@@ -81,6 +83,11 @@ void UndoSheetController::show_count(std::size_t count) {
   status_label_ = localized_format("TOTALNOSRENAMEDITEMSFOUND", count);
 }
 
+void UndoSheetController::show_broken_off_undo() {
+  const BrokenOffUndo undo = broken_off_undo(currLogFilePath_);
+  if (undo.entries > 0) status_label_ += "; " + localized_format("UNDOBROKENOFF", undo.restored, undo.entries);
+}
+
 void UndoSheetController::tableViewSelectionDidChange(std::optional<std::size_t> row) {
   if (isUndoing_) return;
   selected_ = row && *row < logFiles_.size() ? row : std::nullopt;
@@ -89,6 +96,7 @@ void UndoSheetController::tableViewSelectionDidChange(std::optional<std::size_t>
     currLogFilePath_ = defaultLogFolderPath() + "/" + record.logFileName;
     totalFilesCanBeUndoFromLog_ = static_cast<std::size_t>(std::max(record.filesCount, 0));
     show_count(totalFilesCanBeUndoFromLog_);
+    show_broken_off_undo();
   }
   tell();
 }
@@ -147,14 +155,19 @@ void UndoSheetController::verifyLogFile() {
     outcome->result.error = log.error;
     if (!log.error.empty()) log_failure("readLogFile", log.error);
   };
-  app().run_job(Job::undo, work, [this, outcome] { verified(*outcome); });
+  app().run_job(
+      Job::undo, work, [this, outcome] { verified(*outcome); }, [this, outcome] { tell_verified(*outcome); });
 }
 
 void UndoSheetController::verified(const Outcome& outcome) {
   isUndoing_ = false;
   totalFilesCanBeUndoFromLog_ = outcome.result.entries;
   show_count(totalFilesCanBeUndoFromLog_);
+  show_broken_off_undo();
   tell();
+}
+
+void UndoSheetController::tell_verified(const Outcome& outcome) const {
   if (totalFilesCanBeUndoFromLog_ > 0) return;
   constexpr std::string_view message = "UNDOFILESFOLDERSINVALIDFILE";
   ports().alerts.show({undo_title, message, localized(undo_title), localized(message), outcome.result.error});
@@ -172,31 +185,42 @@ void UndoSheetController::start_undo() {
   begin("UNDOINGITEMS");
   app().setStartTime();
   const auto outcome = std::make_shared<Outcome>();
-  const auto work = [path = currLogFilePath_, outcome](const JobControl& control) {
+  const auto work = [path = currLogFilePath_, outcome, &files = app().files_for_undo()](const JobControl& control) {
     try {
-      undo(path, control, *outcome);
+      undo(path, files, control, *outcome);
     } catch (const std::exception& error) {
       log_failure("undoRenaming", error.what());
       outcome->result.error = error.what();
     }
   };
-  app().run_job(Job::undo, work, [this, outcome] { undone(*outcome); });
+  app().run_job(
+      Job::undo, work, [this, outcome] { undone(*outcome); }, [this, outcome] { tell_undone(*outcome); });
 }
 
 // On the job's thread.
-void UndoSheetController::undo(const std::string& path, const JobControl& control, Outcome& outcome) {
+void UndoSheetController::undo(const std::string& path, FileList& files, const JobControl& control, Outcome& outcome) {
   const LogFile log = readLogFile(path);
   outcome.unreadable = !log.error.empty();
   if (outcome.unreadable) log_failure("readLogFile", log.error);
-  outcome.result = brindle::undoRenaming(path, log, control, std::ref(outcome.first_reason));
+  RestoredItems listed(files);
+  const auto report = [&](const LogEntry& entry, std::string_view reason, bool moved) {
+    outcome.first_reason.hear(entry, reason);
+    if (moved) listed.moved(entry.target_folder, entry.target_name, entry.source_folder, entry.source_name);
+  };
+  outcome.result = brindle::undoRenaming(path, log, control, report);
 }
 
 void UndoSheetController::undone(const Outcome& outcome) {
   const UndoResult& result = outcome.result;
   isUndoing_ = false;
   status_label_ = localized_format("ITEMSRESTORED", result.restored);
+  app().show_undone(result.restored);
   app().showLastActionTimeTaken("UNDOINGTIME");
   tell();
+}
+
+void UndoSheetController::tell_undone(const Outcome& outcome) {
+  const UndoResult& result = outcome.result;
   if (result.cancelled) return;
   Alert alert{undo_title, "UNDOTOTALNOSITEMSFOUND", localized(undo_title), "", result.error};
   alert.message = localized_format("UNDOTOTALNOSITEMSFOUND", result.entries) +

@@ -52,12 +52,15 @@ class UndoSheetController final : public SheetController {
   void begin(std::string_view label_key);
   void verifyLogFile();
   void verified(const Outcome& outcome);
+  void tell_verified(const Outcome& outcome) const;
   void start_undo();
-  static void undo(const std::string& path, const JobControl& control, Outcome& outcome);
+  static void undo(const std::string& path, FileList& files, const JobControl& control, Outcome& outcome);
   void undone(const Outcome& outcome);
+  void tell_undone(const Outcome& outcome);
   void removeSelectedFileFromList();
   void drop_from_list();
   void show_count(std::size_t count);
+  void show_broken_off_undo();
 
   std::vector<LogRecord> logFiles_;
   std::optional<std::size_t> selected_;

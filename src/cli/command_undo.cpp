@@ -31,7 +31,7 @@ class UndoReporter {
  public:
   UndoReporter(bool json, Console& console) : json_(json), console_(console) {}
 
-  void operator()(const LogEntry& entry, std::string_view reason) {
+  void operator()(const LogEntry& entry, std::string_view reason, bool /*moved*/) {
     if (json_) {
       print(entry, reason);
     } else if (!reason.empty()) {

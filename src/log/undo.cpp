@@ -98,9 +98,10 @@ class Undoing {
       result_.cancelled = control.cancelled();
       if (result_.cancelled) break;
       const LogEntry& entry = log_.entries[i - 1];
+      moved_ = false;
       const std::string_view reason = entry.fault.empty() ? undo(i - 1, entry) : entry.fault;
       if (reason.empty()) ++result_.restored;
-      if (report_) report_(entry, reason);
+      if (report_) report_(entry, reason, moved_);
       throttle.step(done + 1, [&] { return fmt::format("{}/{}", entry.source_folder, entry.source_name); });
     }
     restorer_.sync();  // the log may be on another disk, and must not go before the names are safe
@@ -113,6 +114,7 @@ class Undoing {
     if (before == UndoMark::restored && progress_.is_certain()) return {};
     progress_.set(index, UndoMark::begun);
     std::string_view reason = restorer_.restore(entry);
+    moved_ = reason.empty();
     if (!reason.empty() && was_restored(before, entry)) reason = {};
     progress_.set(index, reason.empty() ? UndoMark::restored : UndoMark::left);
     return reason;
@@ -129,6 +131,7 @@ class Undoing {
   const UndoReport& report_;
   UndoResult& result_;
   Restorer restorer_;
+  bool moved_ = false;  // the entry at hand, and by this walk
 };
 
 }  // namespace

@@ -13,9 +13,9 @@
 namespace brindle {
 
 /// Hears of each entry as it has been dealt with, in the order of the walk. `reason` is empty when the entry is
-/// restored (now, or by an undo of the same log that was broken off), else says why it was left alone. Called on the
-/// job's thread.
-using UndoReport = std::function<void(const LogEntry& entry, std::string_view reason)>;
+/// restored, else says why it was left alone. `moved`: it was moved back just now, and not by an undo of the same log
+/// that was broken off. Called on the job's thread.
+using UndoReport = std::function<void(const LogEntry& entry, std::string_view reason, bool moved)>;
 
 struct UndoResult {
   std::size_t entries = 0;   ///< in the log, unusable ones too

@@ -6,13 +6,16 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstring>
+#include <utility>
 
 #include "log/journal.h"
 #include "platform/atomic_file.h"
 #include "platform/data_folders.h"
+#include "platform/folder_handle.h"
 
 namespace brindle {
 namespace {
@@ -51,6 +54,20 @@ bool read_header(int descriptor, ProgressHeader& header) {
 
 bool write_header(int descriptor, const ProgressHeader& header) {
   return ::pwrite(descriptor, &header, sizeof header, 0) == static_cast<ssize_t>(sizeof header);
+}
+
+std::size_t count_restored(int descriptor, std::uint64_t entries) {
+  std::size_t restored = 0;
+  std::array<char, 65536> marks{};
+  for (std::uint64_t at = 0; at < entries;) {
+    const auto wanted = static_cast<std::size_t>(std::min<std::uint64_t>(marks.size(), entries - at));
+    const ssize_t got = ::pread(descriptor, marks.data(), wanted, static_cast<off_t>(marks_offset() + at));
+    if (got <= 0) break;
+    restored +=
+        static_cast<std::size_t>(std::count(marks.begin(), marks.begin() + got, static_cast<char>(UndoMark::restored)));
+    at += static_cast<std::uint64_t>(got);
+  }
+  return restored;
 }
 
 std::string path_in_data_folder(std::uint64_t log_checksum) {
@@ -115,6 +132,43 @@ int UndoProgress::adopt_or_begin(std::uint64_t log_checksum, std::size_t entries
 
 void UndoProgress::remove() {
   if (descriptor_ >= 0) ::unlink(path_.c_str());
+}
+
+BrokenOffUndo broken_off_undo(const std::string& log_path) {
+  BrokenOffUndo undo{log_path};
+  const int descriptor =
+      ::open(undo_progress_path(log_path).c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+  if (descriptor < 0) return undo;
+  ProgressHeader header;
+  struct stat status {};
+  const bool usable = ::flock(descriptor, LOCK_SH | LOCK_NB) == 0 && ::fstat(descriptor, &status) == 0 &&
+                      S_ISREG(status.st_mode) && read_header(descriptor, header) &&
+                      header.magic == ProgressHeader{}.magic &&
+                      header.entries <= static_cast<std::uint64_t>(status.st_size);
+  if (usable) {
+    undo.entries = header.entries;
+    undo.restored = count_restored(descriptor, header.entries);
+  }
+  ::close(descriptor);
+  return undo;
+}
+
+std::vector<BrokenOffUndo> broken_off_undos(const std::string& log_folder) {
+  constexpr std::string_view ending = ".undo";
+  std::vector<BrokenOffUndo> undos;
+  const FolderHandle folder = FolderHandle::open(log_folder);
+  FolderReader reader;
+  FolderEntry entry;
+  if (folder) reader.start(folder);
+  while (folder && reader.next(entry)) {
+    if (!entry.name.ends_with(ending)) continue;
+    const std::string log = std::string(entry.name.substr(0, entry.name.size() - ending.size()));
+    if (!folder.exists(log.c_str())) continue;
+    BrokenOffUndo undo = broken_off_undo(fmt::format("{}/{}", log_folder, log));
+    if (undo.entries > 0) undos.push_back(std::move(undo));
+  }
+  std::ranges::sort(undos, {}, &BrokenOffUndo::log_path);
+  return undos;
 }
 
 }  // namespace brindle

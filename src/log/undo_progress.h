@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "log/mark_map.h"
 
@@ -51,5 +52,18 @@ class UndoProgress {
 
 /// Where progress is kept beside a log.
 std::string undo_progress_path(const std::string& log_path);
+
+/// The undo of a log that was broken off: killed, or cancelled.
+struct BrokenOffUndo {
+  std::string log_path;
+  std::size_t restored = 0;
+  std::size_t entries = 0;
+};
+
+/// What an undo left beside this log; no entries when there is no such trace, or when the log is just being undone by
+/// another process. Any thread.
+BrokenOffUndo broken_off_undo(const std::string& log_path);
+/// Those of all logs of a folder, by name.
+std::vector<BrokenOffUndo> broken_off_undos(const std::string& log_folder);
 
 }  // namespace brindle

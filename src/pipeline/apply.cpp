@@ -100,6 +100,7 @@ void Run::settle(std::size_t index, const RowOutcome& outcome, const std::string
   if (outcome.status != ItemStatus::renaming_ok) {
     files_.set_status(row, outcome.status);
     files_.set_reason(row, describe_error(outcome.error));
+    if (!result_.first_failed) result_.first_failed = row;
     return;
   }
   const ItemRecord& record = files_[row];

@@ -3,6 +3,8 @@
 // Apply: carries out the proposed names on disk, one rename an item, with a journal before and a log after.
 
 #include <cstddef>
+#include <cstdint>
+#include <optional>
 #include <string>
 
 #include "pipeline/file_list.h"
@@ -23,7 +25,8 @@ struct ApplyOptions {
 
 struct ApplyResult {
   std::size_t renamed = 0;
-  std::size_t attempted = 0;  ///< rows that carried a proposed name and were reached
+  std::size_t attempted = 0;                  ///< rows that carried a proposed name and were reached
+  std::optional<std::uint32_t> first_failed;  ///< the first row that was reached and kept its name
   bool cancelled = false;
   bool isHasFilesForRenaming = false;  ///< some rows still carry a proposed name
   bool log_failed = false;             ///< no log could be created; nothing was renamed unless without_log

@@ -30,7 +30,12 @@ void PathFollower::index_all() {
   for (FolderId folder = 1; folder < folders.size(); ++folder) {
     if (folders.parent(folder) == FolderTable::root) top_names_.insert(folders.name(folder));
   }
-  for (FolderId folder = 1; folder < folders.size(); ++folder) index(folder);
+  known_ = 1;
+  index_new();
+}
+
+void PathFollower::index_new() {
+  for (; known_ < files_.folders().size(); ++known_) index(known_);
 }
 
 void PathFollower::index(FolderId folder) {
@@ -74,6 +79,17 @@ void PathFollower::rename_folders(const std::vector<FolderId>& moving, std::stri
     if (!rest.empty()) doubtful_.insert(folder);
     place(folder, folders.parent(folder), std::string(new_name).append(rest));
   }
+}
+
+void PathFollower::move(FolderId folder, FolderId new_parent, std::string_view new_name) {
+  FolderTable& folders = files_.folders();
+  index_new();
+  for (FolderId at = folders.resolve(new_parent); at != FolderTable::root; at = folders.resolve(folders.parent(at))) {
+    if (at == folder) return;
+  }
+  places_.erase(Place{folders.parent(folder), folders.name(folder)});
+  folders.detach(folder);
+  place(folder, folders.resolve(new_parent), new_name);
 }
 
 // Two folders that have come to the same path become one, and so do their subfolders of the same names.

@@ -27,6 +27,10 @@ class PathFollower {
   /// The entry `old_name` of `folder` has been renamed to `new_name`. The renamed item's own row is not touched.
   void follow(FolderId folder, std::string_view old_name, std::string_view new_name);
 
+  /// A folder has moved, it alone and what lies below it; names that merely begin like its own stay. Nothing happens
+  /// when it would come to lie below itself.
+  void move(FolderId folder, FolderId new_parent, std::string_view new_name);
+
   /// Whether paths in this folder are true to the text but perhaps not to the disk: who acts on one makes sure first
   /// that it leads to the file it is thought to be.
   bool is_doubtful(FolderId folder) const;
@@ -39,11 +43,13 @@ class PathFollower {
   void place(FolderId folder, FolderId parent, std::string_view name);
   void index_all();
   void index(FolderId folder);
+  void index_new();
   bool path_recurs_below(FolderId folder, std::string_view old_name) const;
   bool lies_below(FolderId folder, FolderId ancestor, std::string_view child_start) const;
   void rewrite_texts(const std::string& old_path, const std::string& target);
 
   FileList& files_;
+  FolderId known_ = 0;  // folders from this one on have come since they were indexed
   std::map<Place, FolderId> places_;
   std::unordered_set<std::string_view> top_names_;
   std::vector<FolderId> named_like_top_;  // folders further down that bear the name of a top-level one, now or once

@@ -132,8 +132,11 @@ TEST_F(Session, AnInterruptedRunIsFinishedAndToldOnce) {
     journal.mark(0, JournalMark::begun);
   }
   start();
+  ports_.alerts.answers = {0};
+  EXPECT_TRUE(app().tell_interrupted_runs()) << "the logs are wanted";
   EXPECT_THAT(alerts(), ElementsAre("INTERRUPTEDRUNFINISHED"));
   start();
+  EXPECT_FALSE(app().tell_interrupted_runs());
   EXPECT_THAT(alerts(), IsEmpty());
 }
 

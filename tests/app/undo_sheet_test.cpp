@@ -75,6 +75,19 @@ TEST_F(UndoSheet, UndoesTheSelectedLogAndTellsWhatItCouldNot) {
   EXPECT_TRUE(sheet.sheetClosed());
 }
 
+TEST_F(UndoSheet, TheListFollows) {
+  rename({"a", "b"});
+  EXPECT_THAT(rows(), ElementsAre("xa -> Renaming (OK)", "xb -> Renaming (OK)"));
+  UndoSheetController sheet(app());
+  sheet.tableViewSelectionDidChange(0);
+  sheet.undoRenaming();
+  run();
+  EXPECT_THAT(rows(), ElementsAre("a", "b"));
+  EXPECT_EQ(app().state().count_label, "2 items restored");
+  rename({});  // and can be renamed anew
+  EXPECT_THAT(tree_.names(), ElementsAre("xa", "xb"));
+}
+
 TEST_F(UndoSheet, ACancelledUndoKeepsItsLog) {
   rename({"a"});
   UndoSheetController sheet(app());

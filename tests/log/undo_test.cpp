@@ -30,7 +30,7 @@ struct Listener {
   std::size_t heard = 0;
   std::function<void()> after_entry = [] {};
   UndoReport report() {
-    return [this](const LogEntry& entry, std::string_view reason) {
+    return [this](const LogEntry& entry, std::string_view reason, bool /*moved*/) {
       ++heard;
       if (!reason.empty()) left.push_back(std::string(entry.target_name) + ": " + std::string(reason));
       after_entry();
@@ -108,6 +108,11 @@ TEST(Undo, goes_on_where_it_was_broken_off) {
       EXPECT_TRUE(broken.cancelled);
       EXPECT_FALSE(broken.log_removed);
       EXPECT_EQ(broken.restored, stop);
+      const std::vector<BrokenOffUndo> traces = broken_off_undos(tree.logs());
+      ASSERT_THAT(traces, SizeIs(1));
+      EXPECT_EQ(traces[0].log_path, log);
+      EXPECT_EQ(traces[0].restored, stop);
+      EXPECT_EQ(traces[0].entries, run.renames.size());
       if (rebooted) change_boot_id(undo_progress_path(log));
       Listener second;
       const UndoResult result = undoRenaming(log, {}, second.report());

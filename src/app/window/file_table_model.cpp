@@ -153,7 +153,7 @@ QVariant FileTableModel::tooltip(int row, int column) const {
   QString tip = in_one_line(text(row, column == icon_column ? name_column : column).toString());
   if (reason.empty() || (column != icon_column && column != new_name_column)) return tip;
   // As a sentence of its own, and as plain text whatever it holds.
-  QString why = qt_text(reason);
+  QString why = localized_text(reason);
   why.replace(0, 1, why.left(1).toUpper());
   return QStringLiteral("<p><b>%1</b></p><p>%2</p>")
       .arg(in_one_line(text(row, new_name_column).toString()).toHtmlEscaped(), why.toHtmlEscaped());

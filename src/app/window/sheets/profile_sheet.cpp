@@ -27,7 +27,6 @@ class ProfileSheet final : public Sheet {
   SheetTable* table_ = nullptr;
   QLineEdit* name_ = nullptr;
   QPushButton* save_ = nullptr;
-  QPushButton* delete_ = nullptr;
   QPushButton* open_ = nullptr;
 };
 
@@ -54,11 +53,11 @@ void ProfileSheet::make_table() {
     controller_.sortDescriptorsDidChange(column, ascending);
   };
   connect(table_, &QTreeWidget::itemDoubleClicked, this, [this] { controller_.loadProfile(); });
+  add_key(*table_, QKeySequence::Delete, [this] { controller_.deleteProfile(); });
   rows()->addWidget(table_, 1);
-  delete_ = sheet_button("deleteProfile", "DELETEPROFILE", [this] { controller_.deleteProfile(); });
   auto* row = new QHBoxLayout;
   row->addStretch(1);
-  row->addWidget(delete_);
+  row->addWidget(sheet_button("deleteProfile", "DELETEPROFILE", [this] { controller_.deleteProfile(); }));
   rows()->addLayout(row);
 }
 
@@ -85,8 +84,6 @@ void ProfileSheet::follow() {
       controller_.selected_row());
   const QString name = qt_text(controller_.newProfileName());
   if (name_->text() != name) name_->setText(name);
-  open_->setEnabled(!controller_.currProfileFilePath().empty());
-  delete_->setEnabled(!controller_.currProfileFilePath().empty());
 }
 
 }  // namespace

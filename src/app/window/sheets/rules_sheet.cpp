@@ -4,7 +4,6 @@
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QShortcut>
 #include <QSignalBlocker>
 #include <QTreeWidget>
 #include <QVBoxLayout>
@@ -88,9 +87,7 @@ void RulesSheet::make_outline() {
   outline_->setMinimumHeight(fontMetrics().height() * 12);
   outline_->header()->setSectionsMovable(false);
   connect(outline_, &QTreeWidget::itemSelectionChanged, this, [this] { selection_changed(); });
-  auto* remove = new QShortcut(QKeySequence::Delete, outline_);
-  remove->setContext(Qt::WidgetShortcut);
-  connect(remove, &QShortcut::activated, this, [this] { controller_.clearSelected(); });
+  add_key(*outline_, QKeySequence::Delete, [this] { controller_.clearSelected(); });
   rows()->addWidget(outline_, 1);
 }
 

@@ -87,6 +87,12 @@ QPushButton* sheet_button(std::string_view name, TextKey text, std::function<voi
   return button;
 }
 
+void add_key(QWidget& widget, QKeySequence::StandardKey key, std::function<void()> pressed) {
+  auto* shortcut = new QShortcut(key, &widget);
+  shortcut->setContext(Qt::WidgetShortcut);
+  QObject::connect(shortcut, &QShortcut::activated, &widget, std::move(pressed));
+}
+
 QCheckBox* sheet_check(std::string_view name, TextKey text, bool checked) {
   auto* box = new QCheckBox(localized_text(text));
   box->setObjectName(qt_text(name));

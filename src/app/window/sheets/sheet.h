@@ -4,6 +4,7 @@
 
 #include <QDialog>
 #include <QDialogButtonBox>
+#include <QKeySequence>
 #include <functional>
 #include <string_view>
 
@@ -56,6 +57,8 @@ class Sheet : public QDialog {
 
 /// A button among the rows, that Enter presses while it has the keyboard.
 QPushButton* sheet_button(std::string_view name, TextKey text, std::function<void()> clicked);
+/// A key that works while the widget has the keyboard.
+void add_key(QWidget& widget, QKeySequence::StandardKey key, std::function<void()> pressed);
 QCheckBox* sheet_check(std::string_view name, TextKey text, bool checked);
 /// A path that can be read and copied.
 QLineEdit* path_line(std::string_view name, TextKey accessible_name);

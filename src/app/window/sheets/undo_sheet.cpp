@@ -64,6 +64,8 @@ void UndoSheet::make_table() {
   table_->sorted = [this](std::string_view column, bool ascending) {
     controller_.sortDescriptorsDidChange(column, ascending);
   };
+  add_key(*table_, QKeySequence::Delete, [this] { controller_.deleteLogFile(); });
+  connect(table_, &QTreeWidget::itemDoubleClicked, this, [this] { controller_.viewLogFileContent(); });
   rows()->addWidget(table_, 1);
 }
 
@@ -100,7 +102,6 @@ void UndoSheet::make_progress() {
 
 void UndoSheet::follow() {
   const bool undoing = controller_.isUndoing();
-  const bool chosen = !undoing && !controller_.currLogFilePath().empty();
   // The list stays as it is while a log is undone.
   if (!undoing) {
     table_->show_rows(
@@ -113,8 +114,10 @@ void UndoSheet::follow() {
   status_->setText(qt_text(controller_.status_label()));
   show_progress(progress_, undoing, app_.state());
   cancel_->setVisible(undoing);
-  for (QPushButton* button : {view_, delete_, undo_}) button->setEnabled(chosen);
+  for (QPushButton* button : {view_, delete_, undo_}) button->setEnabled(!undoing);
+  const bool was_undoing = !table_->isEnabled();
   table_->setEnabled(!undoing);
+  if (was_undoing && !undoing) table_->setFocus();  // which it lost when it was disabled
   open_->setEnabled(!undoing);
   close_->setEnabled(!undoing);
 }
