@@ -93,8 +93,11 @@ void BrindleAppController::import_list(const std::shared_ptr<FileRenameItem>& it
     state_.count_label = localized_format(folders ? "TOTALFOLDERSFOUND" : "TOTALFILESFOUND", result->searchFilesCount);
     sorted_column_.clear();
   };
-  call.afterwards = [this, result] {
+  call.afterwards = [this, result, odd_lines = item->odd_lines] {
     if (result->searchFilesCount > 0) ports_.desktop.focus_list();
+    if (odd_lines == 0) return;
+    constexpr std::string_view key = "LISTODDLINES";
+    ports_.desktop.show_tooltip(TooltipAnchor::file_list, key, localized_format(key, odd_lines));
   };
   start_job(std::move(call));
 }

@@ -7,6 +7,7 @@
 #include "app/brindle_app_controller.h"
 #include "app/document_name.h"
 #include "app/string_table.h"
+#include "pipeline/file_order.h"
 #include "platform/file_name.h"
 #include "settings/rule_file.h"
 
@@ -90,7 +91,10 @@ std::vector<BrindleAppController::RulesMenuItem> BrindleAppController::loadRules
     if (!has_extension(name, rule_extension)) continue;
     items.push_back({to_utf8(decode_file_name(std::string_view(name).substr(0, name.rfind('.')))), name});
   }
-  std::ranges::sort(items, {}, &RulesMenuItem::file);
+  std::ranges::sort(items, [](const RulesMenuItem& a, const RulesMenuItem& b) {
+    const int order = compareFiles(decode_file_name(a.file), decode_file_name(b.file));
+    return order != 0 ? order < 0 : a.file < b.file;
+  });
   return items;
 }
 

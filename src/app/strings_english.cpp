@@ -61,6 +61,8 @@ constexpr auto english_messages = std::to_array<StringEntry>({
     {"Invalid argument"},
     {"Invalid or incomplete multibyte or wide character"},
     {"JOBFAILED", "The work could not be brought to its end. What has been done until then stands."},
+    {"LISTODDLINES", "%d lines of the list were passed over: they are not three fields with tabs between them.",
+     "%d line of the list was passed over: it is not three fields with tabs between them."},
     {"LOADINGMESSAGE", "Loading %@, please wait…"},
     {"LOADINGTIME", "Loading"},
     {"LOADPROFILETITLE", "Open Profile"},

@@ -53,6 +53,8 @@ constexpr auto english_sheets = std::to_array<StringEntry>({
     {"LOGLIST", "Logs of renamings"},
     {"LOGPATH", "Log"},
     {"NEWPROFILENAME", "New profile"},
+    {"NOLOGS", "No renaming has left a log yet."},
+    {"NOPROFILES", "No profile has been saved yet."},
     {"OPENLOG", "Open Another…"},
     {"OPENPROFILE", "Open"},
     {"PANELBACK", "Back (Alt+Left)"},

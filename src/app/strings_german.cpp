@@ -69,6 +69,8 @@ constexpr auto german_messages = std::to_array<StringEntry>({
     {"Invalid or incomplete multibyte or wide character",
      "Der Name enthält Zeichen, die dieser Datenträger nicht kennt"},
     {"JOBFAILED", "Die Arbeit konnte nicht beendet werden. Was bis dahin geschehen ist, bleibt."},
+    {"LISTODDLINES", "%d Zeilen der Liste wurden übergangen: Sie sind nicht drei Felder mit Tabulatoren dazwischen.",
+     "%d Zeile der Liste wurde übergangen: Sie ist nicht drei Felder mit Tabulatoren dazwischen."},
     {"LOADINGMESSAGE", "%@ werden geladen, bitte warten …"},
     {"LOADINGTIME", "Laden"},
     {"LOADPROFILETITLE", "Profil öffnen"},

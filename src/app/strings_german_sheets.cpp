@@ -56,6 +56,8 @@ constexpr auto german_sheets = std::to_array<StringEntry>({
     {"LOGLIST", "Protokolle der Umbenennungen"},
     {"LOGPATH", "Protokoll"},
     {"NEWPROFILENAME", "Neues Profil"},
+    {"NOLOGS", "Noch hat keine Umbenennung ein Protokoll hinterlassen."},
+    {"NOPROFILES", "Noch ist kein Profil gesichert."},
     {"OPENLOG", "Anderes öffnen …"},
     {"OPENPROFILE", "Öffnen"},
     {"PANELBACK", "Zurück (Alt+Links)"},

@@ -30,26 +30,6 @@ QMessageBox::Icon icon_of(AlertStyle style) {
   return QMessageBox::Warning;
 }
 
-QString filter_of(const std::vector<std::string_view>& extensions) {
-  QStringList patterns;
-  for (const std::string_view extension : extensions) {
-    // Without a case on every disk: the dialog's own patterns mind it on some.
-    QString pattern = QStringLiteral("*.");
-    for (const QChar letter : qt_text(extension)) {
-      pattern += letter.isLetter() ? QStringLiteral("[%1%2]").arg(letter.toLower()).arg(letter.toUpper()) : letter;
-    }
-    patterns << pattern;
-  }
-  return patterns.join(u' ');
-}
-
-void set_filter(QFileDialog& dialog, const std::vector<std::string_view>& extensions) {
-  if (extensions.empty()) return;
-  QStringList shown;
-  for (const std::string_view extension : extensions) shown << QStringLiteral("*.") + qt_text(extension);
-  dialog.setNameFilters({shown.join(u' ') + QStringLiteral(" (") + filter_of(extensions) + u')'});
-}
-
 // A line of some length, however short the words are; and a path is broken behind a folder, not led off the screen.
 void set_message(QMessageBox& box, QString message) {
   message.replace(u'/', QStringLiteral("/\u200B"));
@@ -117,7 +97,9 @@ std::optional<std::string> QtChooser::choose(const SaveRequest& request) {
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   dialog.setFileMode(QFileDialog::AnyFile);
   if (!request.extension.empty()) {
-    set_filter(dialog, {request.extension});
+    QStringList filters = {QStringLiteral("*.") + qt_text(request.extension)};
+    if (request.other_extensions) filters << QStringLiteral("*");
+    dialog.setNameFilters(filters);
     dialog.setDefaultSuffix(qt_text(request.extension));
   }
   if (!request.name.empty()) dialog.selectFile(path_text(request.name));

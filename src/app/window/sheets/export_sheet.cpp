@@ -30,6 +30,8 @@ class ExportSheet final : public Sheet {
   void make_choices();
   void make_progress();
   void follow() override;
+  /// Escape means the export at hand, while there is one.
+  void reject() override { controller_.isExporting() ? controller_.cancel() : Sheet::reject(); }
 
   BrindleAppController& app_;
   ExportSheetController controller_;

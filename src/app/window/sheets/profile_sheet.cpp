@@ -47,6 +47,7 @@ ProfileSheet::ProfileSheet(QWidget* parent, BrindleAppController& app)
 void ProfileSheet::make_table() {
   table_ = new SheetTable("profiles", "PROFILELIST",
                           {{"profileName", "PROFILECOLUMNNAME"}, {"dateCreated", "PROFILECOLUMNDATE"}});
+  table_->set_empty_text("NOPROFILES");
   table_->show_sorted_by(0, true);
   table_->selected = [this](std::optional<std::size_t> row) { controller_.tableViewSelectionDidChange(row); };
   table_->sorted = [this](std::string_view column, bool ascending) {

@@ -1,6 +1,7 @@
 #include "app/window/sheets/sheet_table.h"
 
 #include <QHeaderView>
+#include <QPainter>
 #include <QSignalBlocker>
 #include <utility>
 
@@ -35,6 +36,19 @@ SheetTable::SheetTable(std::string_view name, std::string_view accessible_name, 
   connect(header(), &QHeaderView::sortIndicatorChanged, this, [this](int column, Qt::SortOrder order) {
     if (sorted) sorted(columns_.at(static_cast<std::size_t>(column)).identifier, order == Qt::AscendingOrder);
   });
+}
+
+void SheetTable::set_empty_text(std::string_view key) {
+  empty_text_ = localized_text(key);
+}
+
+void SheetTable::paintEvent(QPaintEvent* event) {
+  QTreeWidget::paintEvent(event);
+  if (topLevelItemCount() > 0 || empty_text_.isEmpty()) return;
+  QPainter painter(viewport());
+  painter.setPen(palette().color(QPalette::PlaceholderText));
+  const int gap = fontMetrics().height();
+  painter.drawText(viewport()->rect().adjusted(gap, gap, -gap, -gap), Qt::AlignCenter | Qt::TextWordWrap, empty_text_);
 }
 
 void SheetTable::show_sorted_by(int column, bool ascending) {

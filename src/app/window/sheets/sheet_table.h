@@ -22,6 +22,9 @@ class SheetTable final : public QTreeWidget {
   /// Without titles there is no header.
   SheetTable(std::string_view name, std::string_view accessible_name, std::vector<Column> columns);
 
+  /// What stands in place of rows when there are none: a key of the string table.
+  void set_empty_text(std::string_view key);
+
   /// The arrow in the header; does not sort.
   void show_sorted_by(int column, bool ascending);
 
@@ -32,11 +35,15 @@ class SheetTable final : public QTreeWidget {
   std::function<void(std::optional<std::size_t> row)> selected;
   std::function<void(std::string_view column, bool ascending)> sorted;
 
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
  private:
   void fill(const std::vector<QStringList>& rows);
 
   std::vector<Column> columns_;
   std::vector<QStringList> shown_;
+  QString empty_text_;
 };
 
 }  // namespace brindle

@@ -25,6 +25,8 @@ class UndoSheet final : public Sheet {
   void make_log_buttons();
   void make_progress();
   void follow() override;
+  /// Escape means the undo at hand, while there is one.
+  void reject() override { controller_.isUndoing() ? controller_.cancel() : Sheet::reject(); }
 
   BrindleAppController& app_;
   UndoSheetController controller_;
@@ -59,6 +61,7 @@ void UndoSheet::make_table() {
   table_ = new SheetTable(
       "logFiles", "LOGLIST",
       {{"logFileName", "LOGCOLUMNNAME"}, {"dateCreated", "LOGCOLUMNDATE"}, {"filesCount", "LOGCOLUMNCOUNT", true}});
+  table_->set_empty_text("NOLOGS");
   table_->show_sorted_by(1, false);
   table_->selected = [this](std::optional<std::size_t> row) { controller_.tableViewSelectionDidChange(row); };
   table_->sorted = [this](std::string_view column, bool ascending) {
