@@ -2,10 +2,13 @@
 
 #include <QApplication>
 
+#include "app/window/window_style.h"
+
 int main(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);
   // Needs no screen unless it is told which.
   if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   const QApplication application(argc, argv);
+  brindle::use_window_style();
   return RUN_ALL_TESTS();
 }

@@ -18,9 +18,9 @@ struct Column {
 
 inline constexpr std::array<Column, 12> columns = {{
     {"icon", "COLUMNICON", 4, true, false},
-    {"filenameWithExtension", "COLUMNFILENAMEWITHEXTENSION", 34, true, false},
-    {"newFilename", "COLUMNNEWFILENAME", 34, true, false},
-    {"fileLocation", "COLUMNFILELOCATION", 40, true, false},
+    {"filenameWithExtension", "COLUMNFILENAMEWITHEXTENSION", 36, true, false},
+    {"newFilename", "COLUMNNEWFILENAME", 36, true, false},
+    {"fileLocation", "COLUMNFILELOCATION", 22, true, false},
     {"filename", "COLUMNFILENAME", 28, false, false},
     {"fileExtension", "COLUMNFILEEXTENSION", 10, false, false},
     {"fileWithPath", "COLUMNFILEWITHPATH", 50, false, false},

@@ -19,13 +19,16 @@ namespace brindle {
 namespace {
 
 constexpr int side = 84;
-constexpr int margin = 24;  // from the corner of the screen, when it has no place yet
+// From the edges of the screen, when it has no place yet: over the empty end of the window's toolbar where that covers
+// the screen, for the buttons that matter are at its foot.
+constexpr int right_margin = 16;
+constexpr int top_margin = 40;
 
 QPoint on_screen(QPoint place) {
   const QScreen* screen = QGuiApplication::screenAt(place + QPoint(side / 2, side / 2));
   if (screen != nullptr) return place;
   const QRect area = QGuiApplication::primaryScreen()->availableGeometry();
-  return {area.right() - side - margin, area.bottom() - side - margin};
+  return {area.right() - side - right_margin, area.top() + top_margin};
 }
 
 // A sheet of paper with a corner turned down, into which an arrow points.

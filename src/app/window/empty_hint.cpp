@@ -7,6 +7,7 @@
 #include <QVBoxLayout>
 
 #include "app/window/icons.h"
+#include "app/window/mnemonics.h"
 #include "app/window/text.h"
 #include "app/window/theme.h"
 
@@ -68,6 +69,7 @@ void add_doors_to_hint(QWidget* hint, const QList<QAction*>& doors) {
     row->addWidget(button);
   }
   row->addStretch();
+  give_mnemonics(hint);
   auto* rows = static_cast<QVBoxLayout*>(hint->layout());  // NOLINT(cppcoreguidelines-pro-type-static-cast-downcast)
   rows->insertLayout(rows->count() - 1, row);
 }

@@ -4,6 +4,7 @@
 #include <QButtonGroup>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QEvent>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -14,6 +15,7 @@
 #include <QVBoxLayout>
 #include <utility>
 
+#include "app/window/panel_body.h"
 #include "app/window/text.h"
 
 namespace brindle {
@@ -35,6 +37,28 @@ QWidget* first_field(QWidget* field) {
     if (child->focusPolicy() != Qt::NoFocus) return child;
   }
   return field;
+}
+
+// A label is on while its field is.
+class BuddyFollower final : public QObject {
+ public:
+  BuddyFollower(QLabel* label, QWidget* buddy) : QObject(label), label_(label) {
+    buddy->installEventFilter(this);
+    label->setBuddy(buddy);
+    label->setEnabled(buddy->isEnabled());
+  }
+
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::EnabledChange) label_->setEnabled(static_cast<QWidget*>(watched)->isEnabled());
+    return false;
+  }
+
+ private:
+  QLabel* label_;
+};
+
+void set_buddy(QLabel* label, QWidget* buddy) {
+  new BuddyFollower(label, buddy);  // goes with the label
 }
 
 }  // namespace
@@ -147,7 +171,7 @@ QWidget* line(const std::vector<LinePart>& parts) {
     const bool can_grow = part.widget->sizePolicy().horizontalPolicy() == QSizePolicy::Expanding;
     grows = grows || can_grow;
     layout->addWidget(part.widget, can_grow ? 1 : 0);
-    if (waiting != nullptr) waiting->setBuddy(part.widget);
+    if (waiting != nullptr) set_buddy(waiting, first_field(part.widget));
     waiting = nullptr;
   }
   // Even beside what can grow, which may be hidden.
@@ -155,7 +179,7 @@ QWidget* line(const std::vector<LinePart>& parts) {
   return widget;
 }
 
-FormColumn::FormColumn(QHBoxLayout* columns, int stretch) : grid_(new QGridLayout) {
+FormColumn::FormColumn(QBoxLayout* columns, int stretch) : grid_(new QGridLayout) {
   // Layouts inside others would take over their spacing.
   const QStyle* style = QApplication::style();
   grid_->setVerticalSpacing(style->pixelMetric(QStyle::PM_LayoutVerticalSpacing));
@@ -170,7 +194,7 @@ FormColumn::FormColumn(QHBoxLayout* columns, int stretch) : grid_(new QGridLayou
 
 void FormColumn::row(TextKey label, QWidget* field) {
   auto* text = new QLabel(localized_text(label) + QLatin1Char(':'));
-  text->setBuddy(first_field(field));
+  set_buddy(text, first_field(field));
   row(text, field);
 }
 
@@ -205,7 +229,7 @@ QLayout* FormColumn::indented(QWidget* widget) const {
 }
 
 PanelFrame::PanelFrame(std::int32_t tab, QWidget* parent)
-    : widget_(new QWidget(parent)), rows_(new QVBoxLayout(widget_)) {
+    : widget_(new PanelBody(parent)), rows_(new QVBoxLayout(widget_)) {
   widget_->setObjectName(QStringLiteral("methodPanel%1").arg(tab));
 }
 
@@ -213,11 +237,15 @@ void PanelFrame::head(QWidget* row) {
   rows_->addWidget(row);
 }
 
-QHBoxLayout* PanelFrame::columns() {
+QWidget* PanelFrame::widget() const {
+  return widget_;
+}
+
+QBoxLayout* PanelFrame::columns() {
   if (columns_ == nullptr) {
-    columns_ = new QHBoxLayout;
-    columns_->setSpacing(widget_->fontMetrics().height() * 2);
+    columns_ = new QBoxLayout(QBoxLayout::LeftToRight);
     rows_->addLayout(columns_);
+    widget_->set_columns(columns_);
   }
   return columns_;
 }

@@ -14,11 +14,11 @@
 #include "app/window/setting_bindings.h"
 
 class QAbstractButton;
+class QBoxLayout;
 class QButtonGroup;
 class QCheckBox;
 class QComboBox;
 class QGridLayout;
-class QHBoxLayout;
 class QLabel;
 class QLayout;
 class QLineEdit;
@@ -27,6 +27,8 @@ class QRadioButton;
 class QVBoxLayout;
 
 namespace brindle {
+
+class PanelBody;
 
 struct PanelContext {
   BrindleAppController& controller;
@@ -85,7 +87,7 @@ QWidget* line(const std::vector<LinePart>& parts);
 class FormColumn {
  public:
   /// Adds itself to `columns`. Columns share the width by `stretch`.
-  explicit FormColumn(QHBoxLayout* columns, int stretch = 1);
+  explicit FormColumn(QBoxLayout* columns, int stretch = 1);
 
   void row(TextKey label, QWidget* field);
   void row(QWidget* lead, QWidget* field);
@@ -107,17 +109,17 @@ class PanelFrame {
  public:
   PanelFrame(std::int32_t tab, QWidget* parent);
 
-  QWidget* widget() const { return widget_; }
+  QWidget* widget() const;
   void head(QWidget* row);
-  /// The columns, made on the first call.
-  QHBoxLayout* columns();
+  /// The columns, made on the first call; one below the other where the window is narrow.
+  QBoxLayout* columns();
   /// The example, or another text that explains the method.
   void foot(QWidget* row);
 
  private:
-  QWidget* widget_;
+  PanelBody* widget_;
   QVBoxLayout* rows_;
-  QHBoxLayout* columns_ = nullptr;
+  QBoxLayout* columns_ = nullptr;
 };
 
 }  // namespace brindle

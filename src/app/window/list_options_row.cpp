@@ -8,6 +8,7 @@
 #include <QSignalBlocker>
 
 #include "app/brindle_app_controller.h"
+#include "app/window/mnemonics.h"
 #include "app/window/setting_bindings.h"
 #include "app/window/text.h"
 #include "app/window/theme.h"
@@ -40,6 +41,7 @@ class ListOptionsRow final : public QWidget {
     row->addSpacing(spacing(*this));
     for (QWidget* part : {static_cast<QWidget*>(subfolders_), static_cast<QWidget*>(hidden_)}) row->addWidget(part);
     row->addStretch();
+    give_mnemonics(this);
     call_controller();
     bindings.follow({"isFiles", "isFolders", "isIncludeSubFolders"}, [this](const RenameSettings&) { show_state(); });
     observer_ = app_.add_observer([this](ChangedSet) { show_state(); });

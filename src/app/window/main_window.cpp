@@ -11,6 +11,7 @@
 #include <QVBoxLayout>
 
 #include "app/window/action_bar.h"
+#include "app/window/columns.h"
 #include "app/window/commands.h"
 #include "app/window/file_table_view.h"
 #include "app/window/icons.h"
@@ -93,12 +94,18 @@ void MainWindow::restore_or_arrange() {
   const int line = fontMetrics().height();
   const QSize room = screen()->availableSize();
   resize(QSize(line * 66, line * 46).boundedTo(room * 0.95));
-  rows_->setSizes({line * 17, line * 26});
+  rows_->setSizes({line * 16, line * 27});
+  // The names are what one looks at.
+  for (const int column : {name_column, new_name_column})
+    list_->table().setColumnWidth(column, std::max(list_->table().columnWidth(column), width() * 2 / 9));
   restore_window(parts(), app_.user_defaults());
 }
 
 void MainWindow::follow(ChangedSet changed) {
   commands_->refresh();
+  // A rule file that is opened opens the drawer.
+  const bool open = app_.rules_controller().isOpen();
+  if (has(changed, Changed::rules) && drawer_->toggleViewAction()->isChecked() != open) drawer_->setVisible(open);
   if (has(changed, Changed::profile) || has(changed, Changed::state)) setWindowTitle(qt_text(app_.window_title()));
   if (!app_.state().isExecuting && std::exchange(closes_when_idle_, false))
     QMetaObject::invokeMethod(

@@ -1,8 +1,6 @@
 #include "app/window/mask_editor.h"
 
 #include <QApplication>
-#include <QDialogButtonBox>
-#include <QGridLayout>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QInputDialog>
@@ -19,6 +17,7 @@
 #include "app/window/sheets.h"
 #include "app/window/text.h"
 #include "app/window/token_strip.h"
+#include "app/window/window_memory.h"
 
 namespace brindle {
 namespace {
@@ -59,41 +58,25 @@ QVBoxLayout* titled_column(QWidget* widget, TextKey title, QWidget* buddy) {
 
 }  // namespace
 
-MaskEditor::MaskEditor(BrindleAppController& app, QWidget* parent) : QDialog(parent), controller_(app) {
-  setObjectName(QStringLiteral("PhotoRenamingMaskEditorSheet"));
-  setWindowTitle(localized_text("MASKEDITORTITLE"));
-  setWindowModality(Qt::WindowModal);  // help is read beside it
-  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel | QDialogButtonBox::Help);
-  buttons->button(QDialogButtonBox::Ok)->setText(localized_text("OK"));
-  buttons->button(QDialogButtonBox::Cancel)->setText(localized_text("MASKCANCEL"));
-  buttons->button(QDialogButtonBox::Help)->setText(localized_text("MASKHELP"));
-  connect(buttons, &QDialogButtonBox::accepted, this, [this] { controller_.ok(); });
-  connect(buttons, &QDialogButtonBox::rejected, this, &MaskEditor::reject);
-  connect(buttons, &QDialogButtonBox::helpRequested, this, [this] { controller_.showHelp(); });
-
+MaskEditor::MaskEditor(BrindleAppController& app, QWidget* parent)
+    : Sheet(parent, "PhotoRenamingMaskEditorSheet", localized_text("MASKEDITORTITLE")), controller_(app) {
   auto* halves = new QHBoxLayout;
   halves->setSpacing(fontMetrics().height());
   halves->addWidget(make_outline(), 1);
   halves->addWidget(make_table(), 1);
-  auto* rows = new QVBoxLayout(this);
-  rows->addLayout(halves, 1);
-  rows->addWidget(buttons);
-
-  controller_.changed = [this] { show_fields(); };
-  controller_.closed = [this] { accept(); };
+  rows()->addLayout(halves, 1);
+  add_default_button("applyMask", "OK", [this] { controller_.ok(); });
+  finish_buttons("MASKCANCEL", [this] { controller_.showHelp(); });
   show_outline();
-  show_fields();
+  attach(controller_);
   search_->setFocus();
-  resize(fontMetrics().averageCharWidth() * 100, fontMetrics().height() * 28);
+  resize(fontMetrics().averageCharWidth() * 100, fontMetrics().height() * 30);
+  keep_size(*this, app.user_defaults());
 }
 
 MaskEditor::~MaskEditor() {
   controller_.changed = {};
   controller_.closed = {};
-}
-
-void MaskEditor::reject() {
-  controller_.sheetClosed();
 }
 
 QWidget* MaskEditor::make_outline() {
@@ -206,7 +189,6 @@ void MaskEditor::fill_table(const FieldList& fields) {
                                                             ? std::string("Custom")
                                                             : utf8(qt_text(std::u16string_view(fields[i].prefix))))));
   }
-  table_->setColumnWidth(0, table_->viewport()->width() / 2);
   table_->viewport()->update();
 }
 
@@ -227,6 +209,8 @@ std::optional<std::u16string> ask_custom_tag_sheet(QWidget* parent) {
   dialog.setLabelText(localized_text("CUSTOMTAGPROMPT") + QLatin1Char(':'));
   dialog.setOkButtonText(localized_text("OK"));
   dialog.setCancelButtonText(localized_text("MASKCANCEL"));
+  // No sheet has icons on its buttons, whatever the style thinks of those that it knows.
+  for (QPushButton* button : dialog.findChildren<QPushButton*>()) button->setIcon({});
   if (dialog.exec() != QDialog::Accepted || dialog.textValue().isEmpty()) return std::nullopt;
   return utf16(dialog.textValue());
 }

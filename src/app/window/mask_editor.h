@@ -3,10 +3,10 @@
 // The sheet that puts a photo mask together: an outline of fields with a search, the mask as a table, and between them
 // drag and drop. A view of PhotoRenamingMaskEditorController.
 
-#include <QDialog>
 #include <memory>
 
 #include "app/photo_renaming_mask_editor_controller.h"
+#include "app/window/sheets/sheet.h"
 
 class QLineEdit;
 class QPushButton;
@@ -16,14 +16,13 @@ namespace brindle {
 
 class MaskTable;
 
-class MaskEditor final : public QDialog {
+class MaskEditor final : public Sheet {
  public:
   MaskEditor(BrindleAppController& app, QWidget* parent);
   ~MaskEditor() override;
 
-  void reject() override;
-
  private:
+  void follow() override { show_fields(); }
   QWidget* make_outline();
   QWidget* make_table();
   void show_outline();

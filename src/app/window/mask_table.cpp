@@ -46,7 +46,7 @@ MaskTable::MaskTable(QWidget* parent) : QTableWidget(0, 2, parent) {
   setDragDropOverwriteMode(false);
   setTabKeyNavigation(false);
   verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
-  horizontalHeader()->setStretchLastSection(true);
+  horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
   verticalHeader()->hide();
   horizontalHeader()->setHighlightSections(false);
   horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);

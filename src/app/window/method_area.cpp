@@ -93,7 +93,7 @@ void MethodArea::make_list() {
   int text_width = 0;
   for (const MethodTitle& title : method_titles) {
     auto* item = new QListWidgetItem(icon(title.icon), localized_text(title.key), list_);
-    item->setSizeHint({0, line + line / 2});
+    item->setSizeHint({0, line + line / 3});
     text_width = std::max(text_width, list_->fontMetrics().horizontalAdvance(item->text()));
   }
   const int width = text_width + list_->iconSize().width() + line * 2;

@@ -1,7 +1,7 @@
 #pragma once
 
-// Gives the labels, check boxes and buttons of a panel their mnemonics: in each text the first letter that nothing else
-// in the window has. So texts need none, in any language.
+// Gives the labels, check boxes and buttons of a panel their mnemonics: in each text a letter that nothing else in the
+// window has, at the start of a word where that can be. So texts need none, in any language.
 
 class QWidget;
 

@@ -1,17 +1,21 @@
 #include "app/window/rules_drawer.h"
 
+#include <QDropEvent>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QPainter>
 #include <QPushButton>
 #include <QTableView>
 #include <QToolButton>
+#include <QToolTip>
 #include <QVBoxLayout>
 #include <functional>
 #include <utility>
 #include <vector>
 
+#include "app/string_table.h"
 #include "app/window/icons.h"
 #include "app/window/rules_model.h"
 #include "app/window/text.h"
@@ -19,7 +23,7 @@
 namespace brindle {
 namespace {
 
-/// The table: Space switches a rule, Delete removes it, Alt with an arrow moves it.
+/// The table: Space switches a rule, Delete removes it, Alt with an arrow moves it, and so does dragging.
 class RulesTable final : public QTableView {
  public:
   explicit RulesTable(RulesController& rules) : rules_(rules) {
@@ -28,7 +32,10 @@ class RulesTable final : public QTableView {
     setSelectionBehavior(SelectRows);
     setSelectionMode(SingleSelection);
     setShowGrid(false);
+    setAlternatingRowColors(true);
     setTabKeyNavigation(false);
+    setDragDropMode(InternalMove);
+    setDragDropOverwriteMode(false);
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     horizontalHeader()->setHighlightSections(false);
@@ -51,6 +58,18 @@ class RulesTable final : public QTableView {
       QTableView::keyPressEvent(event);
     }
   }
+  void dropEvent(QDropEvent* event) override {
+    const std::optional<std::size_t> dragged = rules_.selectedRule();
+    if (event->source() != this || !dragged) return;
+    const int before = row_at(event->position().toPoint());
+    // Told as copied, so that the view does not take the row away by itself.
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    for (int row = static_cast<int>(*dragged); row > before; --row) rules_.moveUp();
+    for (int row = static_cast<int>(*dragged); row + 1 < before; ++row) rules_.moveDown();
+    setState(NoState);
+    viewport()->update();
+  }
   void paintEvent(QPaintEvent* event) override {
     QTableView::paintEvent(event);
     if (model() == nullptr || model()->rowCount() != 0) return;
@@ -62,6 +81,12 @@ class RulesTable final : public QTableView {
   }
 
  private:
+  // The rule that a place is before.
+  int row_at(const QPoint& place) const {
+    const QModelIndex index = indexAt(place);
+    if (!index.isValid()) return model()->rowCount();
+    return index.row() + (place.y() > visualRect(index).center().y() ? 1 : 0);
+  }
   std::function<void()> command_of(const QKeyEvent* event) {
     const RulesController::Enabled& enabled = rules_.enabled();
     if (event->matches(QKeySequence::Delete) && enabled.clearButton) return [this] { rules_.clearSelected(); };
@@ -94,6 +119,8 @@ class RulesDrawer final : public QWidget {
                       std::function<void()> clicked);
   QHBoxLayout* make_commands();
   QHBoxLayout* make_changes();
+  void update_rule();
+  void show_menu(const QPoint& place);
   void show_state();
 
   BrindleAppController& controller_;
@@ -110,7 +137,7 @@ RulesDrawer::RulesDrawer(BrindleAppController& controller, QWidget* parent)
   table_->setModel(model);
   table_->resizeColumnToContents(RulesModel::active);
   table_->horizontalHeader()->setSectionResizeMode(RulesModel::active, QHeaderView::ResizeToContents);
-  table_->horizontalHeader()->setSectionResizeMode(RulesModel::method, QHeaderView::Stretch);
+  table_->horizontalHeader()->setSectionResizeMode(RulesModel::method, QHeaderView::ResizeToContents);
   table_->horizontalHeader()->setSectionResizeMode(RulesModel::variant, QHeaderView::Stretch);
   connect(table_->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
     if (is_showing_) return;
@@ -122,6 +149,8 @@ RulesDrawer::RulesDrawer(BrindleAppController& controller, QWidget* parent)
   rows->addLayout(make_commands());
   rows->addWidget(table_, 1);
   rows->addLayout(make_changes());
+  table_->setContextMenuPolicy(Qt::CustomContextMenu);
+  connect(table_, &QWidget::customContextMenuRequested, this, &RulesDrawer::show_menu);
   observer_ = controller.add_observer([this](ChangedSet changed) {
     if (has(changed, Changed::rules) || has(changed, Changed::state)) show_state();
   });
@@ -146,11 +175,14 @@ QHBoxLayout* RulesDrawer::make_commands() {
   using Enabled = RulesController::Enabled;
   QToolButton* add =
       button("addButton", "plus", "RULEADDTIP", &Enabled::addButton, [this] { controller_.addToRule(); });
-  QToolButton* update = button("updateRuleButton", "edit_name", "RULEUPDATETIP", &Enabled::updateRuleButton,
-                               [this] { rules().updateRule(); });
+  QToolButton* update =
+      button("updateRuleButton", "edit_name", "RULEUPDATETIP", &Enabled::updateRuleButton, [this] { update_rule(); });
   add->setText(localized_text("RULEADD"));
   update->setText(localized_text("RULEUPDATE"));
-  for (QToolButton* made : {add, update}) made->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+  for (QToolButton* made : {add, update}) {
+    made->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    made->setAccessibleName(made->text());
+  }
   auto* row = new QHBoxLayout;
   row->addWidget(add);
   row->addWidget(update);
@@ -173,6 +205,31 @@ QHBoxLayout* RulesDrawer::make_changes() {
   row->addWidget(
       button("clearAllButton", "clear", "RULECLEARALL", &Enabled::clearAllButton, [this] { rules().clearAll(); }));
   return row;
+}
+
+// A rule keeps its method, which is said where nothing would happen otherwise.
+void RulesDrawer::update_rule() {
+  const std::optional<std::size_t> selected = rules().selectedRule();
+  const std::optional<RuleVariant> variant =
+      selected ? variant_of(rules().rules()[*selected]) : std::optional<RuleVariant>();
+  if (variant && rule_kind(*variant).tab != controller_.values().selectedTab) {
+    auto* update = findChild<QWidget*>(QStringLiteral("updateRuleButton"));
+    const std::string method = utf8(method_name(rules().rules()[*selected]));
+    QToolTip::showText(update->mapToGlobal(update->rect().bottomLeft()),
+                       qt_text(localized_format("RULEOTHERMETHOD", method)), update);
+    return;
+  }
+  rules().updateRule();
+}
+
+void RulesDrawer::show_menu(const QPoint& place) {
+  QMenu menu(this);
+  menu.setObjectName(QStringLiteral("ruleMenu"));
+  for (const auto& [made, flag] : buttons_) {
+    QAction* action = menu.addAction(made->icon(), made->toolTip(), made, &QToolButton::click);
+    action->setEnabled(made->isEnabled());
+  }
+  menu.exec(table_->viewport()->mapToGlobal(place));
 }
 
 void RulesDrawer::show_state() {

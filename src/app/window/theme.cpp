@@ -9,8 +9,26 @@
 #include <QToolTip>
 #include <QWidget>
 
+#include "app/window/window_style.h"
+
 namespace brindle {
 namespace {
+
+void set_disabled(QPalette& palette, const QColor& text) {
+  for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText})
+    palette.setColor(QPalette::Disabled, role, text);
+}
+
+// The style's own, of more contrast: white on its selections, what is disabled and what explains could hardly be read.
+QPalette light_palette() {
+  QPalette palette = QApplication::style()->standardPalette();
+  palette.setColor(QPalette::Highlight, QColor(0x1f, 0x6f, 0xb5));
+  palette.setColor(QPalette::HighlightedText, Qt::white);
+  palette.setColor(QPalette::PlaceholderText, QColor(0x6b, 0x6b, 0x71));
+  palette.setColor(QPalette::Link, QColor(0x14, 0x52, 0xb8));
+  set_disabled(palette, QColor(0x85, 0x85, 0x8a));
+  return palette;
+}
 
 QPalette dark_palette() {
   const QColor window(0x3a, 0x3a, 0x3f);
@@ -23,10 +41,9 @@ QPalette dark_palette() {
   palette.setColor(QPalette::HighlightedText, Qt::white);
   palette.setColor(QPalette::ToolTipBase, QColor(0x4a, 0x4a, 0x50));
   palette.setColor(QPalette::ToolTipText, text);
-  palette.setColor(QPalette::PlaceholderText, QColor(0x9a, 0x9a, 0xa0));
+  palette.setColor(QPalette::PlaceholderText, QColor(0xa4, 0xa4, 0xaa));
   palette.setColor(QPalette::Link, QColor(0x7d, 0xb4, 0xff));
-  for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText})
-    palette.setColor(QPalette::Disabled, role, QColor(0x8e, 0x8e, 0x94));
+  set_disabled(palette, QColor(0x98, 0x98, 0x9e));
   palette.setColor(QPalette::Disabled, QPalette::Highlight, QColor(0x45, 0x45, 0x4a));
   return palette;
 }
@@ -67,11 +84,15 @@ bool is_dark(const QPalette& palette) {
 }
 
 void follow_desktop_theme() {
-  if (!is_dark(QApplication::palette()) && portal_colour_scheme() == 1) use_palette(true);
+  const QPalette standard = QApplication::style()->standardPalette();
+  const bool desktop_has_colours = QApplication::palette().highlight() != standard.highlight();
+  use_window_style();
+  if (is_dark(QApplication::palette())) return;
+  if (const bool dark = portal_colour_scheme() == 1; dark || !desktop_has_colours) use_palette(dark);
 }
 
 void use_palette(bool dark) {
-  const QPalette palette = dark ? dark_palette() : QApplication::style()->standardPalette();
+  const QPalette palette = dark ? dark_palette() : light_palette();
   QApplication::setPalette(palette);
   QToolTip::setPalette(palette);
 }

@@ -24,7 +24,7 @@ QColor changed_ground(const QPalette& palette);
 
 bool is_dark(const QPalette& palette);
 
-/// Follows the desktop where it says that it wants dark windows and the toolkit brought a light palette all the same.
+/// The desktop's colours where it has any; otherwise ours, dark where it says that it wants dark windows.
 void follow_desktop_theme();
 /// A dark or a light palette of our own, for the whole program.
 void use_palette(bool dark);

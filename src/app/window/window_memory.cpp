@@ -1,10 +1,14 @@
 #include "app/window/window_memory.h"
 
 #include <QDataStream>
+#include <QEvent>
 #include <QHeaderView>
 #include <QIODevice>
 #include <QMainWindow>
+#include <QScreen>
 #include <QSplitter>
+
+#include "app/window/text.h"
 
 namespace brindle {
 namespace {
@@ -12,7 +16,35 @@ namespace {
 // Grows when columns or parts change: what an older window remembered is then forgotten.
 constexpr qint32 version = 1;
 
+// Tells the user defaults of a sheet's size when it is closed.
+class SizeKeeper final : public QObject {
+ public:
+  SizeKeeper(QWidget& sheet, UserDefaults& defaults)
+      : QObject(&sheet), defaults_(defaults), key_(std::string(user_default::sheet_size) + utf8(sheet.objectName())) {
+    const QStringList parts = qt_text(defaults_.text(key_, u"")).split(u',');
+    const QSize size(parts.value(0).toInt(), parts.value(1).toInt());
+    if (!size.isEmpty()) sheet.resize(size.boundedTo(sheet.screen()->availableSize()));
+    sheet.installEventFilter(this);
+  }
+
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::Hide && !event->spontaneous()) {
+      const QSize size = static_cast<QWidget*>(watched)->size();
+      defaults_.set(key_, QStringLiteral("%1,%2").arg(size.width()).arg(size.height()).toStdU16String());
+    }
+    return false;
+  }
+
+ private:
+  UserDefaults& defaults_;
+  std::string key_;
+};
+
 }  // namespace
+
+void keep_size(QWidget& sheet, UserDefaults& defaults) {
+  new SizeKeeper(sheet, defaults);  // goes with the sheet
+}
 
 void remember_window(const WindowParts& parts, UserDefaults& defaults) {
   QByteArray bytes;

@@ -10,12 +10,14 @@
 class QHeaderView;
 class QMainWindow;
 class QSplitter;
+class QWidget;
 
 namespace brindle {
 
 namespace user_default {
 inline constexpr std::string_view window_state = "WINDOWSTATE";  ///< data: as written by remember_window
-}
+inline constexpr std::string_view sheet_size = "SHEETSIZE";      ///< begins the keys of sheets; text: "width,height"
+}  // namespace user_default
 
 /// The parts of a window that are remembered.
 struct WindowParts {
@@ -26,6 +28,10 @@ struct WindowParts {
 };
 
 void remember_window(const WindowParts& parts, UserDefaults& defaults);
+/// Gives a sheet the size that it had when it was closed last, and remembers the size when it closes. Its object name
+/// says which it is; `defaults` outlive it.
+void keep_size(QWidget& sheet, UserDefaults& defaults);
+
 /// False, with nothing changed, when nothing (or nothing readable) is remembered.
 bool restore_window(const WindowParts& parts, UserDefaults& defaults);
 

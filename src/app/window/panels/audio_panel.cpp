@@ -2,6 +2,7 @@
 #include <QPushButton>
 
 #include "app/window/example_line.h"
+#include "app/window/flow_layout.h"
 #include "app/window/mask_rows.h"
 #include "app/window/panels/panels.h"
 #include "app/window/text.h"
@@ -23,13 +24,17 @@ QWidget* mask_row(const PanelContext& context) {
 }
 
 QWidget* token_row(const PanelContext& context) {
-  std::vector<LinePart> buttons = {"ADDFIELD"};
+  auto* buttons = new QWidget;
+  QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Minimum);
+  policy.setHeightForWidth(true);
+  buttons->setSizePolicy(policy);
+  auto* flow = new FlowLayout(buttons);
   for (const std::u16string_view token : audio_tokens) {
     const std::string name = utf8(qt_text(token.substr(1, token.size() - 2)));
-    buttons.emplace_back(push_button(
+    flow->addWidget(push_button(
         name, name, [token, &controller = context.controller] { controller.id3RenamingMaskActions(token); }));
   }
-  return line(buttons);
+  return line({"ADDFIELD", buttons});
 }
 
 QWidget* custom_text_row(const PanelContext& context) {

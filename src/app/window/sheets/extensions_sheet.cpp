@@ -10,6 +10,7 @@
 #include "app/window/sheets/sheet.h"
 #include "app/window/sheets/sheet_table.h"
 #include "app/window/text.h"
+#include "app/window/window_memory.h"
 
 namespace brindle {
 namespace {
@@ -39,6 +40,7 @@ ExtensionsSheet::ExtensionsSheet(QWidget* parent, BrindleAppController& app, std
   finish_buttons("SHEETCANCEL", [this] { controller_.showHelp(); });
   attach(controller_);
   table_->setFocus();
+  keep_size(*this, app.user_defaults());
 }
 
 void ExtensionsSheet::make_table() {

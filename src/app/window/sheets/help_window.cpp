@@ -10,8 +10,10 @@
 #include <QShortcut>
 #include <QSignalBlocker>
 #include <QSplitter>
+#include <QTextBlock>
 #include <QTextBrowser>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <array>
 
 #include "app/string_table.h"
@@ -60,6 +62,45 @@ QString style_sheet(const QWidget& widget) {
       .arg(quiet_colour(colours).name(), colours.color(QPalette::Link).name());
 }
 
+// Makes pictures narrower where the window is.
+class PictureFitter final : public QObject {
+ public:
+  explicit PictureFitter(QTextBrowser& browser) : QObject(&browser), browser_(browser) {
+    browser.viewport()->installEventFilter(this);
+    connect(&browser, &QTextBrowser::sourceChanged, this, [this] { fit(); });
+  }
+
+  bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+    if (event->type() == QEvent::Resize) fit();
+    return false;
+  }
+
+ private:
+  static constexpr int own_width = QTextFormat::UserProperty;
+
+  void fit() {
+    QTextDocument& document = *browser_.document();
+    const qreal room = browser_.viewport()->width() - 2 * document.documentMargin();
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+      for (auto part = block.begin(); !part.atEnd(); ++part) {
+        QTextImageFormat picture = part.fragment().charFormat().toImageFormat();
+        if (!picture.isValid()) continue;
+        if (!picture.hasProperty(own_width)) picture.setProperty(own_width, picture.width());
+        const qreal width = std::max(1.0, std::min(picture.doubleProperty(own_width), room));
+        if (picture.width() == width) continue;
+        picture.setWidth(width);
+        QTextCursor cursor(&document);
+        cursor.setPosition(part.fragment().position());
+        cursor.movePosition(QTextCursor::NextCharacter, QTextCursor::KeepAnchor);
+        cursor.setCharFormat(picture);
+        break;  // a paragraph has one, and its parts are others now
+      }
+    }
+  }
+
+  QTextBrowser& browser_;
+};
+
 }  // namespace
 
 HelpWindow::HelpWindow() : contents_(new QListWidget), browser_(new QTextBrowser) {
@@ -74,6 +115,8 @@ HelpWindow::HelpWindow() : contents_(new QListWidget), browser_(new QTextBrowser
   browser_->setOpenExternalLinks(true);
   browser_->document()->setDocumentMargin(spacing(*this) * 2);
   browser_->document()->setDefaultStyleSheet(style_sheet(*this));
+  new PictureFitter(*browser_);  // goes with the browser
+  contents_->setSpacing(fontMetrics().height() / 8);
   fill_contents();
   auto* halves = new QSplitter;
   halves->setChildrenCollapsible(false);

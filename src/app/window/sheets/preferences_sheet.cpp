@@ -12,6 +12,7 @@
 #include "app/window/sheets.h"
 #include "app/window/sheets/sheet.h"
 #include "app/window/text.h"
+#include "app/window/window_memory.h"
 
 namespace brindle {
 namespace {
@@ -42,6 +43,7 @@ PreferencesSheet::PreferencesSheet(QWidget* parent, BrindleAppController& app)
   rows()->addStretch(1);
   add_default_button("applyPreferences", "OK", [this] { apply(); });
   finish_buttons("SHEETCANCEL", [this] { app_.ports().desktop.show_help("Preferences.html"); });
+  keep_size(*this, app.user_defaults());
 }
 
 void PreferencesSheet::make_folders() {

@@ -10,6 +10,7 @@
 #include "app/window/sheets/sheet.h"
 #include "app/window/sheets/sheet_table.h"
 #include "app/window/text.h"
+#include "app/window/window_memory.h"
 
 namespace brindle {
 namespace {
@@ -42,6 +43,7 @@ ProfileSheet::ProfileSheet(QWidget* parent, BrindleAppController& app)
   if (!controller_.profiles().empty()) controller_.tableViewSelectionDidChange(0);
   controller_.profiles().empty() ? name_->setFocus() : table_->setFocus();
   resize(fontMetrics().averageCharWidth() * 80, fontMetrics().height() * 26);
+  keep_size(*this, app.user_defaults());
 }
 
 void ProfileSheet::make_table() {

@@ -12,6 +12,7 @@
 #include "app/window/sheets.h"
 #include "app/window/sheets/sheet.h"
 #include "app/window/text.h"
+#include "app/window/window_memory.h"
 
 namespace brindle {
 namespace {
@@ -68,6 +69,7 @@ RulesSheet::RulesSheet(QWidget* parent, BrindleAppController& app)
   attach(controller_);
   outline_->setFocus();
   resize(fontMetrics().averageCharWidth() * 90, fontMetrics().height() * 32);
+  keep_size(*this, app.user_defaults());
 }
 
 void RulesSheet::make_file_row() {

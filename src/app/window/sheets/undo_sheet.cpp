@@ -12,6 +12,7 @@
 #include "app/window/sheets/sheet.h"
 #include "app/window/sheets/sheet_table.h"
 #include "app/window/text.h"
+#include "app/window/window_memory.h"
 
 namespace brindle {
 namespace {
@@ -55,6 +56,7 @@ UndoSheet::UndoSheet(QWidget* parent, BrindleAppController& app)
   if (!controller_.logFiles().empty()) controller_.tableViewSelectionDidChange(0);
   table_->setFocus();
   resize(fontMetrics().averageCharWidth() * 95, fontMetrics().height() * 30);
+  keep_size(*this, app.user_defaults());
 }
 
 void UndoSheet::make_table() {
