@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::int32_t audio_items = 1;
 
-QWidget* mask_row(const PanelContext& context) {
+QWidget* audio_mask_row(const PanelContext& context) {
   BrindleAppController& controller = context.controller;
   TokenStrip* strip = mask_strip(context, "id3RenamingTagsList", "AUDIOMASKHINT");
   QPushButton* remove =
@@ -59,7 +59,7 @@ QWidget* custom_text_row(const PanelContext& context) {
 
 QWidget* make_audio_panel(const PanelContext& context, QWidget* parent) {
   PanelFrame panel(audio_tab, parent);
-  panel.head(mask_row(context));
+  panel.head(audio_mask_row(context));
   panel.head(token_row(context));
   FormColumn left(panel.columns());
   left.row("ADDOWNTEXT", custom_text_row(context));

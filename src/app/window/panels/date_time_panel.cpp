@@ -13,7 +13,7 @@ namespace brindle {
 namespace {
 
 constexpr std::int32_t custom_date = 2;
-constexpr PlacementKeys places = {
+constexpr PlacementKeys date_places = {
     "dateTimeOptionsIndex",           "dateTimeAtPositionNo", "dateTimeAtPositionDirection",  "dateTimeAtBeforeText",
     "dateTimeAtBeforeTextOccurrence", "dateTimeAtAfterText",  "dateTimeAtAfterTextOccurrence"};
 
@@ -61,7 +61,7 @@ QWidget* make_date_time_panel(const PanelContext& context, QWidget* parent) {
   FormColumn left(panel.columns(), 4);
   add_format_rows(context, left);
   FormColumn right(panel.columns(), 3);
-  add_placement_rows(context, right, panel.widget(), places,
+  add_placement_rows(context, right, panel.widget(), date_places,
                      [&controller](int option) { controller.dateTimeOptionsChanged(option); });
   panel.foot(new ExampleLine(date_time_tab, controller));
   return panel.widget();

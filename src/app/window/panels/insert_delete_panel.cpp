@@ -9,10 +9,10 @@
 namespace brindle {
 namespace {
 
-constexpr PlacementKeys places = {"insertDeleteInsertOptionIndex",        "insertDeleteAtCharacterPositions",
-                                  "insertDeleteInsertAtPostionDirection", "insertDeleteInsertAtBeforeText",
-                                  "insertDeleteInsertAtBeforeOccurrence", "insertDeleteInsertAtAfterText",
-                                  "insertDeleteInsertAtAfterOccurrence"};
+constexpr PlacementKeys insert_places = {"insertDeleteInsertOptionIndex",        "insertDeleteAtCharacterPositions",
+                                         "insertDeleteInsertAtPostionDirection", "insertDeleteInsertAtBeforeText",
+                                         "insertDeleteInsertAtBeforeOccurrence", "insertDeleteInsertAtAfterText",
+                                         "insertDeleteInsertAtAfterOccurrence"};
 
 bool deletes(const RenameSettings& settings) {
   return settings.isInsertDeleteDelete;
@@ -36,7 +36,7 @@ QWidget* make_insert_delete_panel(const PanelContext& context, QWidget* parent) 
   left.indent();
   enable_when(context, {"isInsertDeleteDelete"}, {text}, inserts);
   add_placement_rows(
-      context, left, owner, places, [&controller](int option) { controller.insertOptionChanged(option); },
+      context, left, owner, insert_places, [&controller](int option) { controller.insertOptionChanged(option); },
       {"isInsertDeleteDelete"}, inserts);
 
   FormColumn right(panel.columns(), 2);

@@ -8,10 +8,10 @@
 namespace brindle {
 namespace {
 
-constexpr PlacementKeys places = {"pathComponentsOptionsIndex",        "pathComponentsAtPositionNo",
-                                  "pathComponentsAtPositionDirection", "pathComponentsAtBeforeText",
-                                  "pathComponentsAtBeforeOccurrence",  "pathComponentsAtAfterText",
-                                  "pathComponentsAtAfterOccurrence"};
+constexpr PlacementKeys path_places = {"pathComponentsOptionsIndex",        "pathComponentsAtPositionNo",
+                                       "pathComponentsAtPositionDirection", "pathComponentsAtBeforeText",
+                                       "pathComponentsAtBeforeOccurrence",  "pathComponentsAtAfterText",
+                                       "pathComponentsAtAfterOccurrence"};
 
 }  // namespace
 
@@ -26,7 +26,7 @@ QWidget* make_path_components_panel(const PanelContext& context, QWidget* parent
   left.row("FOLDERPREFIX", text_field(context, "pathComponentsPrefix", "FOLDERPREFIX", 6));
   left.row("FOLDERSUFFIX", text_field(context, "pathComponentsSuffix", "FOLDERSUFFIX", 6));
   FormColumn right(panel.columns(), 3);
-  add_placement_rows(context, right, panel.widget(), places,
+  add_placement_rows(context, right, panel.widget(), path_places,
                      [&controller](int option) { controller.pathComponentsOptionsChanged(option); });
   panel.foot(new ExampleLine(path_components_tab, controller));
   return panel.widget();

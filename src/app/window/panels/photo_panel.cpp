@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::int32_t photo_items = 0;
 
-QWidget* mask_row(const PanelContext& context) {
+QWidget* photo_mask_row(const PanelContext& context) {
   TokenStrip* strip = mask_strip(context, "photoMetaDataList", "PHOTOMASKHINT");
   QPushButton* edit = push_button("editPhotoMask", "EDITMORE", [strip, &controller = context.controller] {
     show_photo_mask_sheet(strip->window(), controller);
@@ -28,7 +28,7 @@ QWidget* mask_row(const PanelContext& context) {
 
 QWidget* make_photo_panel(const PanelContext& context, QWidget* parent) {
   PanelFrame panel(photo_tab, parent);
-  panel.head(mask_row(context));
+  panel.head(photo_mask_row(context));
   FormColumn left(panel.columns(), 4);
   left.row("DATEFORMAT", date_picker(context, photo_date_keys));
   left.row("TIMEFORMAT", time_picker(context, photo_date_keys));
