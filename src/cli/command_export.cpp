@@ -1,6 +1,7 @@
 #include <fmt/format.h>
 
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include "app/list_titles.h"
@@ -14,6 +15,8 @@
 
 namespace brindle {
 namespace {
+
+constexpr std::string_view standard_output = "-";
 
 std::optional<Refusal> refusal_of(const ExportOptions& options) {
   switch (check_export(options)) {
@@ -33,7 +36,7 @@ void report(const CommandLine& line, const RenameBatch& batch, const Tally& tall
     return;
   }
   report_problems(batch, {}, console);
-  if (!console.quiet()) {
+  if (!console.quiet() && line.file != standard_output) {
     console.out() << fmt::format("{} {} written to {}.\n", tally.items, batch.noun(tally.items),
                                  console.shown(line.file));
   }
@@ -43,14 +46,19 @@ void report(const CommandLine& line, const RenameBatch& batch, const Tally& tall
 
 ExitCode run_export(const CommandLine& line, Console& console) {
   const Stopwatch watch;
+  const bool is_piped = line.file == standard_output;
+  if (is_piped && line.options.json) {
+    throw UsageError("the list and --json cannot share standard output; name a file for the list");
+  }
   if (const auto refusal = refusal_of(line.options.columns)) return report_refusal(line, console, *refusal);
   RenameBatch batch;
   if (const auto answer = prepare_batch(line, console, batch, Demand::method_or_none)) return *answer;
-  if (!may_write(line, console)) return is_cancelled() ? ExitCode::cancelled : ExitCode::done;
+  if (!is_piped && !may_write(line, console)) return is_cancelled() ? ExitCode::cancelled : ExitCode::done;
   std::string error;
   {
     ProgressLine progress(console, "Writing");
-    error = export_list(batch.files, line.options.columns, export_titles(), line.file, {&cancel_flag(), &progress});
+    const std::string path = is_piped ? "/dev/stdout" : line.file;
+    error = export_list(batch.files, line.options.columns, export_titles(), path, {&cancel_flag(), &progress});
   }
   if (is_cancelled()) return ExitCode::cancelled;
   if (!error.empty()) throw UsageError(error);

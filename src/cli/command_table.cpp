@@ -84,7 +84,7 @@ constexpr std::string_view export_about =
     "Without METHOD the new names are empty: write them with another program, and rename with brindle rename --list "
     "FILE. A list that is to be read back has all three columns, and names, not whole paths. An item that cannot be "
     "renamed has its status instead of a new name.\n\n"
-    "A file that is there already is replaced with --yes, or when a terminal says so.";
+    "A file that is there already is replaced with --yes, or when a terminal says so. \"-\" is standard output.";
 
 constexpr auto preview_examples = std::to_array<Example>({
     {"preview Photos insert 'Brest - '", "", ""},
@@ -111,6 +111,7 @@ constexpr auto rules_show_examples = std::to_array<Example>({{"rules show clean.
 constexpr auto export_examples = std::to_array<Example>({
     {"export list.txt Photos", "", ""},
     {"export list.txt --sort name Photos date", "", ""},
+    {"export - Photos | less", "", ""},
 });
 constexpr auto undo_examples = std::to_array<Example>({
     {"undo", "", ""},

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cerrno>
 
 #include "platform/atomic_file.h"
 #include "platform/file_name.h"
@@ -128,7 +129,8 @@ std::string export_list(const FileList& files, const ExportOptions& options, con
   }
   const int error = output.finish();
   throttle.finish(files.size());
-  return error == 0 ? std::string() : failure(error);
+  const bool reader_left = error == EPIPE;
+  return error == 0 || reader_left ? std::string() : failure(error);
 }
 
 }  // namespace brindle
