@@ -1,5 +1,6 @@
 #include <fmt/format.h>
 
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -115,8 +116,7 @@ ExitCode run_undo(const CommandLine& line, Console& console) {
   UndoResult result;
   {
     ProgressLine progress(console, "Restoring");
-    result = undoRenaming(log, {&cancel_flag(), &progress},
-                          [&](const LogEntry& entry, std::string_view reason) { reporter(entry, reason); });
+    result = undoRenaming(log, {&cancel_flag(), &progress}, std::ref(reporter));
   }
   reporter.report_left_alone();
   if (!result.error.empty()) console.error(result.error);
