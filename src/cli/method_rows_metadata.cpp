@@ -1,0 +1,109 @@
+#include "cli/mask_text.h"
+#include "cli/method_rows.h"
+#include "platform/file_name.h"
+#include "settings/setting_text.h"
+
+namespace brindle {
+namespace {
+
+using S = RenameSettings;
+using V = OptionValue;
+using Kind = ValueKind;
+using enum RuleVariant;
+
+// Path components.
+
+constexpr auto path_own_options = std::to_array<MethodOption>({
+    {"level", "N", Kind::number, "how many folders, counted from the innermost (1); -1: all",
+     [](S& s, const V& v) { s.pathComponentsLevelNo = v.number; }},
+    {"separator", "TEXT", Kind::text, "between two folder names",
+     [](S& s, const V& v) { s.pathComponentsSeparator = v.text; }},
+    {"text-before", "TEXT", Kind::text, "a text before the folder names",
+     [](S& s, const V& v) { s.pathComponentsPrefix = v.text; }},
+    {"text-after", "TEXT", Kind::text, "a text behind the folder names",
+     [](S& s, const V& v) { s.pathComponentsSuffix = v.text; }},
+});
+constexpr auto path_options =
+    join(path_own_options, placement_options<&S::pathComponentsOptionsIndex, &S::pathComponentsAtPositionNo,
+                                             &S::pathComponentsAtPositionDirection, &S::pathComponentsAtBeforeText,
+                                             &S::pathComponentsAtBeforeOccurrence, &S::pathComponentsAtAfterText,
+                                             &S::pathComponentsAtAfterOccurrence>());
+constexpr auto path_examples = std::to_array<Example>({
+    {"path --text-after ' - '", "Brest/IMG_9.jpg", "Brest - IMG_9.jpg"},
+    {"path --level 2 --separator _ --at-end --text-before _", "Trip/Brest/IMG_9.jpg", "IMG_9_Trip_Brest.jpg"},
+});
+
+// Audio tags and photo metadata.
+
+template <auto is_on, auto separator, auto replaces, auto replacement>
+constexpr std::array<MethodOption, 2> mask_options() {
+  return {{
+      {"separator", "TEXT", Kind::text, "between the values that are there; not behind a text of your own",
+       [](S& s, const V& v) { s.*is_on = true, s.*separator = v.text; }},
+      {"replace-colons", "TEXT", Kind::text, "instead of each \":\" in a value",
+       [](S& s, const V& v) { s.*replaces = true, s.*replacement = v.text; }},
+  }};
+}
+
+constexpr auto audio_operands = std::to_array<MethodOperand>(
+    {{"MASK", Kind::text,
+      "<Artist> <Year> <Genre> <Title> <Album> <Comments> <TrackNumber> <Composer>, and text between",
+      [](S& s, const V& v) { s.id3RenamingMask = v.text, s.id3RenamingTagsList = fields_of_mask(v.text); }}});
+constexpr auto audio_own_options = std::to_array<MethodOption>({
+    {"extensions", "LIST", Kind::text, "which files take part (.mp3;.m4a;.aac;.m4b)",
+     [](S& s, const V& v) { set_from_text(s, "id3Extensions", to_utf8(v.text)); }},
+});
+constexpr auto audio_options = join(mask_options<&S::isID3RenamingSeperator, &S::id3RenamingSeperator,
+                                                 &S::isID3RenamingColonReplace, &S::id3RenamingColonReplace>(),
+                                    audio_own_options);
+constexpr auto audio_examples = std::to_array<Example>({
+    {"audio '<TrackNumber> <Title>'", "", ""},
+    {"audio '<Artist><Album><Title>' --separator ' - '", "", ""},
+});
+
+constexpr auto photo_operands = std::to_array<MethodOperand>(
+    {{"MASK", Kind::text, "tokens such as <EXIF_Date> (brindle fields lists them), and text between",
+      [](S& s, const V& v) { s.photoMetaDataList = fields_of_mask(v.text), resetPhotoMask(s); }}});
+constexpr auto photo_own_options = std::to_array<MethodOption>({
+    {"date-parts", "PATTERN", Kind::pattern, "how dates are written (ddMMyyyy)",
+     fill_pattern<&S::photoDatePart1, &S::photoDateSeperator1, &S::photoDatePart2, &S::photoDateSeperator2,
+                  &S::photoDatePart3>},
+    {"time-parts", "PATTERN", Kind::pattern, "how times are written (HHmmss)",
+     fill_pattern<&S::photoTimePart1, &S::photoTimeSeperator1, &S::photoTimePart2, &S::photoTimeSeperator2,
+                  &S::photoTimePart3>},
+    {"number-mask", "MASK", Kind::text, "fills <SEQUENCES_Number_Sequence> up: 000 makes 7 into 007",
+     [](S& s, const V& v) { s.photoPaddingMask = v.text; }},
+    {"restart", "", Kind::none, "count from 1 in each folder; the items are sorted by folder and name for it",
+     [](S& s, const V&) { s.isPhotoResetSequenceOnEachFolder = true; }},
+    {"extensions", "LIST", Kind::text, "which files take part (.jpg;.jpeg;.exif;.tif;.tiff)",
+     [](S& s, const V& v) { set_from_text(s, "photoExtensions", to_utf8(v.text)); }},
+});
+constexpr auto photo_options = join(mask_options<&S::isPhotoRenamingSeperator, &S::photoRenamingSeperator,
+                                                 &S::isPhotoRenamingColonReplace, &S::photoRenamingColonReplace>(),
+                                    photo_own_options);
+constexpr auto photo_examples = std::to_array<Example>({
+    {"photo '<EXIF_Date>_<EXIF_Time>' --date-parts yyyy-MM-dd", "", ""},
+    {"photo '<EXIF_Date> <SEQUENCES_Number_Sequence>' --number-mask 000 --restart --extensions '.jpg;.heic;.cr2'", "",
+     ""},
+});
+constexpr std::string_view photo_note =
+    "A file without values is left with the texts of your own, and keeps its name when there are none. Pictures of one "
+    "second need <SEQUENCES_Number_Sequence> too.";
+
+// clang-format off
+constexpr auto metadata_rows = std::to_array<MethodRow>({
+    {"path", "put the names of the folders into the name", "", path_components, {}, path_options, 0, nullptr, path_examples},
+    {"audio", "name songs by their tags", "A file without tags is left with the texts of your own, and keeps its name when there are none.", id3_tag, audio_operands, audio_options, 0,
+     nullptr, audio_examples},
+    {"photo", "name photos by what they say of themselves", photo_note, photo, photo_operands, photo_options, 0, nullptr,
+     photo_examples},
+});
+// clang-format on
+
+}  // namespace
+
+std::span<const MethodRow> metadata_method_rows() {
+  return metadata_rows;
+}
+
+}  // namespace brindle
