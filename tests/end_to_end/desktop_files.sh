@@ -43,6 +43,11 @@ service = read(share / f"dbus-1/services/{name}.service")["D-BUS Service"]
 assert service["Name"] == name
 for program in (pathlib.Path(service["Exec"]), root / "bin" / entry["Exec"].split()[0]):
     assert program == root / "bin/brindle-gui" and program.stat().st_mode & 0o111, program
+# The file managers' menus hand over paths: addresses would need a program that reads them.
+for menu in ("kio/servicemenus/brindle-servicemenu.desktop", "nemo/actions/brindle.nemo_action",
+             f"file-manager/actions/{name}.desktop", f"Thunar/sendto/{name}.desktop"):
+    sections = read(share / menu).values()
+    assert "brindle-gui %F" in [section.get("Exec") for section in sections], menu
 data = xml.parse(share / f"metainfo/{name}.metainfo.xml").getroot()
 assert data.findtext("id") == name and data.findtext("launchable") == f"{name}.desktop"
 END

@@ -309,7 +309,9 @@ void FileTableView::keyPressEvent(QKeyEvent* event) {
   if (control && key == Qt::Key_Down) return move_selected(Direction::down);
   if (!control && key == Qt::Key_Space) return toggle_picture();
   if (key == Qt::Key_Escape && picture_->isVisible()) return picture_->hide();
-  if (!control && (key == Qt::Key_Return || key == Qt::Key_Enter)) return edit_new_name();
+  // The field of a name that is being typed leaves Enter to the list, having taken the name.
+  const bool enters = !control && (key == Qt::Key_Return || key == Qt::Key_Enter);
+  if (enters && state() != EditingState) return edit_new_name();
   QTableView::keyPressEvent(event);
 }
 
@@ -340,6 +342,12 @@ void FileTableView::mouseMoveEvent(QMouseEvent* event) {
   } else {
     hover_timer_->stop();
   }
+}
+
+// The picture bears the name already.
+bool FileTableView::viewportEvent(QEvent* event) {
+  if (event->type() == QEvent::ToolTip && picture_->isVisible()) return true;
+  return QTableView::viewportEvent(event);
 }
 
 void FileTableView::leaveEvent(QEvent* event) {

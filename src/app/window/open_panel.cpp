@@ -326,10 +326,14 @@ std::vector<std::string> OpenPanel::selected_paths() const {
   return paths;
 }
 
+// With no folder selected, the one shown is meant.
+bool OpenPanel::takes_folder_shown() const {
+  return request_.folders && !request_.files && !folder_.empty();
+}
+
 void OpenPanel::show_selection() {
   const std::size_t count = selected_paths().size();
-  // With no folder selected, the one shown is meant.
-  choose_->setEnabled(count > 0 || !request_.files);
+  choose_->setEnabled(count > 0 || takes_folder_shown());
   const auto items = static_cast<std::size_t>(model_->rowCount());
   status_->setText(
       qt_text(count > 0 ? localized_format("PANELCHOSEN", count, items) : localized_format("PANELCOUNT", items)));
@@ -337,7 +341,7 @@ void OpenPanel::show_selection() {
 
 void OpenPanel::choose() {
   std::vector<std::string> paths = selected_paths();
-  if (paths.empty() && !request_.files && !folder_.empty()) paths.push_back(folder_);
+  if (paths.empty() && takes_folder_shown()) paths.push_back(folder_);
   if (paths.empty()) return;
   chosen_ = std::move(paths);
   memory_.folder = folder_;

@@ -71,6 +71,7 @@ class OpenPanel final : public QDialog {
   void edit_path();
   void edit_filter();
   std::vector<std::string> selected_paths() const;
+  bool takes_folder_shown() const;
   void choose();
 
   OpenRequest request_;

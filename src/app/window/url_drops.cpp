@@ -23,10 +23,13 @@ class FileDrops final : public QObject {
   bool eventFilter(QObject* watched, QEvent* event) override {
     switch (event->type()) {
       case QEvent::DragEnter:
+        // Looked at once: another program may have thousands.
+        takes_ = holds_files(*static_cast<QDropEvent*>(event)->mimeData());  // NOLINT(*-static-cast-downcast)
+        [[fallthrough]];
       case QEvent::DragMove:
-        return accept(static_cast<QDropEvent*>(event));  // NOLINT(cppcoreguidelines-pro-type-static-cast-downcast)
+        return takes_ && accept(static_cast<QDropEvent*>(event));  // NOLINT(*-static-cast-downcast)
       case QEvent::Drop:
-        return drop(static_cast<QDropEvent*>(event));  // NOLINT(cppcoreguidelines-pro-type-static-cast-downcast)
+        return drop(static_cast<QDropEvent*>(event));  // NOLINT(*-static-cast-downcast)
       default:
         return QObject::eventFilter(watched, event);
     }
@@ -34,7 +37,6 @@ class FileDrops final : public QObject {
 
  private:
   static bool accept(QDropEvent* event) {
-    if (!holds_files(*event->mimeData())) return false;
     event->setDropAction(Qt::CopyAction);  // never a move: the files stay where they are
     event->accept();
     return true;
@@ -51,6 +53,7 @@ class FileDrops final : public QObject {
   }
 
   std::function<void(std::vector<std::string>)> dropped_;
+  bool takes_ = false;
 };
 
 }  // namespace
