@@ -266,6 +266,7 @@ class BrindleAppController final : private RulesOwner {
   void commit_quietly(const RenameSettings& edited);
   void schedule_quick_preview(std::chrono::milliseconds after);
   void quickPreviewTimerMethod();
+  void drop_live_names();
   void quickPreview();
   void show_quick_preview(const PreviewResult& result);
   bool begin_preview();

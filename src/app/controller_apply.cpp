@@ -6,6 +6,7 @@
 #include "app/brindle_app_controller.h"
 #include "app/string_table.h"
 #include "log/recovery.h"
+#include "pipeline/new_name_check.h"
 #include "platform/data_folders.h"
 #include "platform/file_name.h"
 #include "platform/message_log.h"
@@ -28,8 +29,7 @@ Alert apply_alert(bool folders, std::string_view message_key, const std::string&
 }
 
 std::size_t proposed_count(const FileList& files) {
-  return static_cast<std::size_t>(
-      std::ranges::count(files.items(), ItemStatus::proposed, [](const ItemRecord& item) { return item.status; }));
+  return static_cast<std::size_t>(std::ranges::count_if(files.items(), carries_new_name));
 }
 
 }  // namespace

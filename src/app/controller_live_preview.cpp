@@ -34,15 +34,28 @@ bool changes_method(const SettingsChange& change, std::int32_t tab) {
 void BrindleAppController::settings_changed(const SettingsChange& change) {
   if (change.contains("selectedTab")) rules_.tabChanged(values().selectedTab);
   rebuild_masks(change);
+  const bool makes_no_names = values().selectedTab == rename_from_list_tab;
+  if (change.contains("selectedTab") && makes_no_names) drop_live_names();
   // Another method takes over from the names of the last one, but not from names that were checked, typed or loaded.
   const bool takes_over = change.contains("selectedTab") && names_made_with_.is_live;
-  const bool wakes = !isProfileLoading_ && ((change.isSettingsChanged && change.has_values) ||
-                                            (takes_over && values().selectedTab != rename_from_list_tab) ||
-                                            changes_method(change, values().selectedTab));
+  const bool counts = change.isSettingsChanged && change.has_values;
+  const bool wakes =
+      !isProfileLoading_ && (counts || takes_over || (!makes_no_names && changes_method(change, values().selectedTab)));
   if (wakes && state_.item_count > 0 && live_preview_.isLivePreviewEnabled) schedule_quick_preview(after_typing);
   settings_.clear_settings_changed();
   update_state();
   tell(Changed::state);
+}
+
+// A list brings its names along: what the live preview made, or was about to make, is not among them.
+void BrindleAppController::drop_live_names() {
+  ports_.main_thread.cancel_timer(quickPreviewTimer_);
+  if (state_.is_quiet) isCancelProcess_ = true;
+  if (state_.isExecuting || !names_made_with_.is_live) return;
+  names_made_with_.is_live = false;
+  files_.reset_new_names(ItemStatus::none);
+  state_.isHasFilesForRenaming = false;
+  tell(Changed::names);
 }
 
 void BrindleAppController::schedule_quick_preview(std::chrono::milliseconds after) {

@@ -1,6 +1,6 @@
 #pragma once
 
-// Whether a row's proposed name is a change, and free. One thread.
+// Whether a row's proposed name is a change, and free.
 
 #include "pipeline/disk_names.h"
 #include "pipeline/file_list.h"
@@ -11,5 +11,8 @@ namespace brindle {
 /// something else in the folder has it (a change of case alone is always let through). True when the item can be
 /// renamed. `disk_names` has entered the row's folder.
 bool check_new_name(FileList& files, std::size_t row, DiskNames& disk_names);
+
+/// Whether a row carries a proposed name other than the one it has: the live preview proposes that one too.
+bool carries_new_name(const ItemRecord& record);
 
 }  // namespace brindle

@@ -198,6 +198,29 @@ TEST_F(Renaming, TheLivePreviewFollowsTyping) {
   EXPECT_EQ(ports_.main_thread.timers(), 0U);
 }
 
+TEST_F(Renaming, ALivePreviewThatChangesNothingIsNoRename) {
+  tree_.make({"a", "b"});
+  add({"a", "b"});
+  app().select_tab(2);
+  const auto replace_a = [this](const char16_t* with) {
+    set([with](RenameSettings& settings) {
+      settings.replaceRemoveThis = u"a";
+      settings.replaceRemoveWith = with;
+    });
+  };
+  replace_a(u"A");
+  advance(400);
+  EXPECT_THAT(rows(), ElementsAre("a -> A", "b -> b"));
+  app().select_tab(9);  // a list brings its own names
+  EXPECT_THAT(rows(), ElementsAre("a", "b"));
+  EXPECT_FALSE(app().state().rename_enabled);
+  app().select_tab(2);
+  replace_a(u"c");
+  advance(400);
+  rename();
+  EXPECT_THAT(rows(), ElementsAre("c -> Renaming (OK)", "b -> No Changes"));
+}
+
 TEST_F(Renaming, NoLivePreviewUndoesAPreviewOrARename) {
   tree_.make({"a"});
   add({"a"});
@@ -310,6 +333,7 @@ TEST_F(Renaming, FromAList) {
   ports_.alerts.answers = {0};
   app().loadRenameFile(false);
   run();
+  advance(400);
   EXPECT_THAT(rows(), ElementsAre("a -> A2", "b -> No Changes", "none -> File Not Found"));
   EXPECT_FALSE(app().state().preview_enabled);
   rename();

@@ -7,6 +7,7 @@
 #include "app/window/columns.h"
 #include "app/window/icons.h"
 #include "app/window/text.h"
+#include "pipeline/new_name_check.h"
 #include "platform/file_name.h"
 
 namespace brindle {
@@ -65,8 +66,7 @@ void FileTableModel::show_names() {
 
 void FileTableModel::count_renameable() {
   const auto items = app_.files().items();
-  const auto is_proposed = [](const ItemRecord& record) { return record.status == ItemStatus::proposed; };
-  renameable_count_ = is_readable() ? static_cast<std::size_t>(std::ranges::count_if(items, is_proposed)) : 0;
+  renameable_count_ = is_readable() ? static_cast<std::size_t>(std::ranges::count_if(items, carries_new_name)) : 0;
 }
 
 int FileTableModel::rowCount(const QModelIndex& parent) const {
