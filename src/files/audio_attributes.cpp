@@ -112,8 +112,12 @@ AudioAttributes audio_attributes(const AudioFileData& data) {
   return attributes;
 }
 
-AudioAttributes read_audio_attributes(const std::string& path) {
-  return audio_attributes(read_audio_file(path));
+AudioAttributes read_audio_attributes(const std::string& path, AudioTags wanted) {
+  AudioAttributes attributes = audio_attributes(read_audio_file(path, wanted));
+  const bool hold_tokens = std::ranges::any_of(
+      attributes, [](const std::u16string& text) { return text.find(u'<') != std::u16string::npos; });
+  if (hold_tokens && wanted != all_audio_tags) return audio_attributes(read_audio_file(path));
+  return attributes;
 }
 
 }  // namespace brindle

@@ -18,7 +18,8 @@ using AudioAttributes = std::array<std::u16string, audio_tokens.size()>;
 /// numbers, without what a file may say beyond them; no text has white space at its ends.
 AudioAttributes audio_attributes(const AudioFileData& data);
 
-/// Reads a file; one that cannot be read, or is no song, has no attributes. Any thread.
-AudioAttributes read_audio_attributes(const std::string& path);
+/// Reads a file; one that cannot be read, or is no song, has no attributes, and those that are not wanted may be
+/// missing; none is where a wanted one may hold a token. Any thread.
+AudioAttributes read_audio_attributes(const std::string& path, AudioTags wanted = all_audio_tags);
 
 }  // namespace brindle

@@ -11,6 +11,11 @@ namespace {
 // Values may hold tokens, which are replaced in their turn. What grows beyond this is no name any more.
 constexpr std::size_t length_limit = 65536;
 
+// Tokens come in the order of the tags.
+constexpr AudioTags tag_bit(std::size_t token) {
+  return audio_tags(static_cast<AudioTag>(token));
+}
+
 constexpr bool may_hold_colons(std::size_t token) {
   return audio_tokens[token] != u"<Year>" && audio_tokens[token] != u"<TrackNumber>";
 }
@@ -25,9 +30,19 @@ AudioParameters::AudioParameters(const AudioArguments& arguments)
       extensions_(arguments.allowedExtensions.begin(), arguments.allowedExtensions.end()) {
   for (const std::u16string& tag : arguments.tags) entries_.push_back(entry_of(tag));
   for (std::size_t i = 0; i < tokens_.size(); ++i) tokens_[i] = SearchText(audio_tokens[i], true);
-  const auto in_mask = [this](const SearchText& token) { return token.find(mask_) != SearchText::npos; };
-  reads_files_ = separator_.empty() ? std::ranges::any_of(tokens_, in_mask)
-                                    : std::ranges::any_of(entries_, [](const Entry& e) { return e.token.has_value(); });
+  if (separator_.empty()) {
+    want_for_mask();
+  } else {
+    for (const Entry& entry : entries_) {
+      if (entry.token) wanted_ |= tag_bit(*entry.token);
+    }
+  }
+}
+
+void AudioParameters::want_for_mask() {
+  for (std::size_t i = 0; i < tokens_.size(); ++i) {
+    if (tokens_[i].find(mask_) != SearchText::npos) wanted_ |= tag_bit(i);
+  }
 }
 
 AudioParameters::Entry AudioParameters::entry_of(std::u16string_view tag) {
@@ -113,7 +128,7 @@ NameOutcome audio_name(const AudioParameters& parameters, const FileSystemItem& 
     static const AudioAttributes nothing;
     parameters.write_name(read != nullptr ? *read : nothing, name);
   } else {
-    parameters.write_name(read_audio_attributes(item.disk_path()), name);
+    parameters.write_name(read_audio_attributes(item.disk_path(), parameters.wanted()), name);
   }
   return NameOutcome::base;
 }

@@ -38,7 +38,9 @@ class AudioParameters {
   /// alone.
   bool takes_part(std::u16string_view extension) const;
   /// Whether names need anything out of the files: then read_audio_attributes is worth doing ahead.
-  bool reads_files() const { return reads_files_; }
+  bool reads_files() const { return wanted_ != 0; }
+  /// The attributes that names need.
+  AudioTags wanted() const { return wanted_; }
 
   /// Puts the name together in name.result, which becomes name.base where there is nothing to put together.
   void write_name(const AudioAttributes& attributes, WorkingName& name) const;
@@ -50,6 +52,7 @@ class AudioParameters {
   };
 
   static Entry entry_of(std::u16string_view tag);
+  void want_for_mask();
   void write_separated(const AudioAttributes& attributes, std::u16string& out) const;
   void write_mask(const AudioAttributes& attributes, WorkingName& name) const;
   void append_value(const AudioAttributes& attributes, std::size_t token, std::u16string& out) const;
@@ -61,7 +64,7 @@ class AudioParameters {
   std::vector<Entry> entries_;
   std::array<SearchText, audio_tokens.size()> tokens_;
   std::unordered_set<std::u16string> extensions_;
-  bool reads_files_;
+  AudioTags wanted_ = 0;
 };
 
 /// `read` is what read_audio_attributes said of the item's file; null to have it read when it is needed.

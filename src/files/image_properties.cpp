@@ -80,13 +80,13 @@ ImageProperties read_image_properties(const std::string& path, ImageParts parts)
 }
 
 CameraValues camera_values(const ImageProperties& properties) {
-  CameraValues values{.date = text_at(properties.exif, u"DateTimeOriginal"),
+  CameraValues values{.date = trimmed_text_at(properties.exif, u"DateTimeOriginal"),
                       .make = trimmed_text_at(properties.tiff, u"Make"),
                       .model = trimmed_text_at(properties.tiff, u"Model"),
                       .comment = trimmed_text_at(properties.exif, u"UserComment"),
                       .width = properties.PixelWidth,
                       .height = properties.PixelHeight};
-  if (values.date.empty()) values.date = text_at(properties.tiff, u"DateTime");
+  if (values.date.empty()) values.date = trimmed_text_at(properties.tiff, u"DateTime");
   if (values.width.empty() || values.height.empty()) {
     values.width = text_at(properties.exif, u"PixelXDimension");
     values.height = text_at(properties.exif, u"PixelYDimension");

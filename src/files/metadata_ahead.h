@@ -1,7 +1,9 @@
 #pragma once
 
-// Reads the metadata of the next items on another core while names are being made in order.
+// Reads the metadata of the next items on other cores while names are being made in order.
 
+#include <algorithm>
+#include <atomic>
 #include <condition_variable>
 #include <cstddef>
 #include <deque>
@@ -11,104 +13,161 @@
 #include <string>
 #include <thread>
 #include <utility>
+#include <vector>
 
 namespace brindle {
 
-/// One thread that reads, for one thread that announces rows and takes their values, both in rising order. What comes
-/// out does not depend on how far the reader has got: a value that is not there yet is read by whoever needs it.
+/// Threads that read for the one thread that announces rows and takes their values, both in rising order. Rows go from
+/// hand to hand in batches; whoever would have to wait for a value reads other rows meanwhile. What comes out does not
+/// depend on how far anybody has got: a value that is not there yet is read by whoever needs it.
 template <class Value>
 class MetadataAhead {
  public:
   using Read = std::function<Value(const std::string& path)>;
 
-  /// `read` is called on the reading thread; an exception of it counts as a value that was not read. At most `window`
-  /// values are waiting at any time.
-  explicit MetadataAhead(Read read, std::size_t window = 64)
-      : read_(std::move(read)), window_(std::thread::hardware_concurrency() < 2 ? 0 : window) {}
+  /// `read` is called on any of the threads, several at a time; an exception of it counts as a value that was not read.
+  /// At most `window` values are waiting at any time.
+  explicit MetadataAhead(Read read, std::size_t window = 128)
+      : read_(std::move(read)),
+        cores_(std::max(1U, std::thread::hardware_concurrency())),
+        window_(cores_ < 2 ? 0 : window) {}
   MetadataAhead(const MetadataAhead&) = delete;
   MetadataAhead& operator=(const MetadataAhead&) = delete;
 
-  /// Waits for the read that is going on.
+  /// Waits for the reads that are going on.
   ~MetadataAhead() {
     {
       const std::lock_guard lock(mutex_);
       stops_ = true;
     }
-    changed_.notify_all();
-    if (reader_.joinable()) reader_.join();
+    announced_.notify_all();
+    for (std::thread& reader : readers_) reader.join();
   }
 
   /// Whether another row can be announced now. Never, on a machine with one core.
-  bool has_room() const {
-    const std::lock_guard lock(mutex_);
-    return rows_.size() < window_;
-  }
+  bool has_room() const { return row_count_ < window_; }
 
   /// Announces that the value of `row` will be wanted; ignored when there is no room.
   void expect(std::size_t row, std::string path) {
-    {
-      const std::lock_guard lock(mutex_);
-      if (rows_.size() >= window_) return;
-      rows_.push_back({row, std::move(path), State::waiting, std::nullopt});
-    }
-    changed_.notify_all();
-    if (!reader_.joinable()) reader_ = std::thread([this] { run(); });
+    if (!has_room()) return;
+    ++row_count_;
+    filling_.push_back({row, std::move(path), std::nullopt});
+    if (filling_.size() == batch_size) hand_over();
   }
 
-  /// The value of an announced row; none when it has not been begun, and then it is the caller's to read. Waits for a
-  /// read that is going on. Rows before this one are forgotten.
+  /// The value of an announced row; none when it could not be read, and then it is the caller's to try. Rows before
+  /// this one are forgotten.
   std::optional<Value> take(std::size_t row) {
-    std::unique_lock lock(mutex_);
-    while (!rows_.empty() && rows_.front().row <= row) {
-      changed_.wait(lock, [this] { return rows_.front().state != State::reading; });
-      Row front = std::move(rows_.front());
-      rows_.pop_front();
-      if (front.state == State::read && next_ > 0) --next_;
-      if (front.row == row) return std::move(front.value);
+    while (true) {
+      for (; taken_ < current_.size() && current_[taken_].row <= row; --row_count_) {
+        Row& front = current_[taken_++];
+        if (front.row == row) {
+          --row_count_;
+          return std::move(front.value);
+        }
+      }
+      if (taken_ < current_.size() || !next_batch()) return std::nullopt;
     }
-    return std::nullopt;
   }
 
  private:
+  static constexpr std::size_t batch_size = 16;
+  static constexpr std::size_t most_readers = 4;
+
   enum class State { waiting, reading, read };
   struct Row {
     std::size_t row;
     std::string path;
-    State state;
     std::optional<Value> value;
   };
+  struct Batch {
+    std::vector<Row> rows;
+    State state = State::waiting;
+  };
+
+  void hand_over() {
+    {
+      const std::lock_guard lock(mutex_);
+      batches_.push_back({std::exchange(filling_, {}), State::waiting});
+    }
+    announced_.notify_one();
+    if (readers_.size() < std::min<std::size_t>(cores_ - 1, most_readers)) {
+      readers_.emplace_back([this] { run(); });
+    }
+  }
+
+  // Makes the first batch the current one, once it has been read; false when there is none.
+  bool next_batch() {
+    std::unique_lock lock(mutex_);
+    if (batches_.empty()) {
+      if (filling_.empty()) return false;
+      batches_.push_back({std::exchange(filling_, {}), State::waiting});
+    }
+    while (batches_.front().state != State::read) {
+      if (Batch* const batch = first_waiting()) {
+        read_batch(*batch, lock);
+      } else {
+        finished_.wait(lock);
+      }
+    }
+    current_ = std::move(batches_.front().rows);
+    taken_ = 0;
+    batches_.pop_front();
+    return true;
+  }
+
+  Batch* first_waiting() {
+    const auto found =
+        std::find_if(batches_.begin(), batches_.end(), [](const Batch& each) { return each.state == State::waiting; });
+    return found == batches_.end() ? nullptr : &*found;
+  }
+
+  // A deque's elements stay where they are while others come and go at its ends, and one that is being read cannot go.
+  void read_batch(Batch& batch, std::unique_lock<std::mutex>& lock) {
+    batch.state = State::reading;
+    lock.unlock();
+    for (Row& row : batch.rows) {
+      if (!stops_) read_row(row);
+    }
+    lock.lock();
+    batch.state = State::read;
+  }
+
+  void read_row(Row& row) {
+    try {
+      row.value = read_(row.path);
+    } catch (...) {
+      row.value.reset();
+    }
+  }
 
   void run() {
     std::unique_lock lock(mutex_);
     while (true) {
-      changed_.wait(lock, [this] { return stops_ || next_ < rows_.size(); });
+      Batch* batch = nullptr;
+      announced_.wait(lock, [&] { return stops_ || (batch = first_waiting()) != nullptr; });
       if (stops_) return;
-      // A deque's elements stay where they are while others come and go at its ends, and this one cannot go.
-      Row& row = rows_[next_];
-      row.state = State::reading;
-      lock.unlock();
-      std::optional<Value> value;
-      try {
-        value = read_(row.path);
-      } catch (...) {
-        value.reset();
-      }
-      lock.lock();
-      row.value = std::move(value);
-      row.state = State::read;
-      ++next_;
-      changed_.notify_all();
+      read_batch(*batch, lock);
+      finished_.notify_one();
     }
   }
 
   Read read_;
+  std::size_t cores_;
   std::size_t window_;
-  mutable std::mutex mutex_;
-  std::condition_variable changed_;
-  std::deque<Row> rows_;  // in rising order; the first `next_` have been read
-  std::size_t next_ = 0;
-  bool stops_ = false;
-  std::thread reader_;
+
+  // The caller's alone.
+  std::size_t row_count_ = 0;  // announced and not taken
+  std::vector<Row> filling_;   // announced, and not a batch yet
+  std::vector<Row> current_;   // read; the first `taken_` are gone
+  std::size_t taken_ = 0;
+
+  std::mutex mutex_;
+  std::condition_variable announced_;
+  std::condition_variable finished_;
+  std::deque<Batch> batches_;
+  std::atomic<bool> stops_ = false;
+  std::vector<std::thread> readers_;
 };
 
 }  // namespace brindle

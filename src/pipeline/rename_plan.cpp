@@ -111,13 +111,15 @@ bool RenamePlan::wants_metadata(std::string_view name) const {
 ItemMetadata RenamePlan::read_metadata(const std::string& path) const {
   const std::u16string extension = extension_of(path);
   ItemMetadata metadata;
+  AudioTags audio_tags = 0;
   for (std::size_t i = 0; i < steps_.size(); ++i) {
     const RenameStep& step = steps_[i].operation;
     if (!takes_part(step, extension)) continue;
     metadata.photos.resize(steps_.size());
     if (const auto* photo = std::get_if<PhotoParameters>(&step)) metadata.photos[i] = photo->read(path);
-    if (std::holds_alternative<AudioParameters>(step) && !metadata.audio) metadata.audio = read_audio_attributes(path);
+    if (const auto* audio = std::get_if<AudioParameters>(&step)) audio_tags |= audio->wanted();
   }
+  if (audio_tags != 0) metadata.audio = read_audio_attributes(path, audio_tags);
   return metadata;
 }
 

@@ -37,12 +37,13 @@ void keep(void* context, std::uint32_t attribute, const char16_t* text, std::siz
 
 }  // namespace
 
-AudioFileData read_audio_file(const std::string& path) {
+AudioFileData read_audio_file(const std::string& path, AudioTags wanted) {
   AudioFileData data;
   const RegularFile file = RegularFile::open(path);
   if (!file || reader() == nullptr) return data;
+  file.expect_small_reads();
   const audio_module::Sink sink{&data, keep};
-  reader()(file.descriptor(), file.size(), lower_extension(path).c_str(), &sink);
+  reader()(file.descriptor(), file.size(), lower_extension(path).c_str(), wanted, &sink);
   return data;
 }
 

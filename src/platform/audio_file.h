@@ -25,7 +25,15 @@ using AudioTagValues = std::vector<std::u16string>;
 /// By AudioTag.
 using AudioFileData = std::array<AudioTagValues, audio_tag_count>;
 
-/// Reads the file; a symbolic link is followed. Anything but a regular file is not even opened.
-AudioFileData read_audio_file(const std::string& path);
+/// A set of tags, one bit each.
+using AudioTags = std::uint32_t;
+constexpr AudioTags audio_tags(AudioTag tag) {
+  return AudioTags{1} << static_cast<unsigned>(tag);
+}
+inline constexpr AudioTags all_audio_tags = (AudioTags{1} << audio_tag_count) - 1;
+
+/// Reads the file, and of its tags those that are wanted; a symbolic link is followed. Anything but a regular file is
+/// not even opened.
+AudioFileData read_audio_file(const std::string& path, AudioTags wanted = all_audio_tags);
 
 }  // namespace brindle

@@ -8,6 +8,7 @@
 #include <stdexcept>
 
 #include "platform/numeric_date_pattern.h"
+#include "platform/plain_stamp.h"
 
 namespace brindle {
 namespace {
@@ -117,12 +118,17 @@ std::optional<Date> parse_date(std::u16string_view text, std::u16string_view pat
   struct Last {
     std::u16string pattern;
     std::unique_ptr<icu::SimpleDateFormat> format;
+    std::optional<PlainStampReader> stamps;
   };
   thread_local Last last;
   if (!last.format || last.pattern != pattern) {
-    last = {std::u16string(pattern), make_format(pattern)};
+    last = {std::u16string(pattern), make_format(pattern), std::nullopt};
     if (!last.format) return std::nullopt;
     last.format->setLenient(false);
+    if (pattern == PlainStampReader::pattern) last.stamps.emplace(last.format->getTimeZone());
+  }
+  if (last.stamps) {
+    if (const std::optional<Date> date = last.stamps->read(text)) return date;
   }
   icu::ParsePosition position(0);
   const UDate date = last.format->parse(icu::UnicodeString(view_of(text)), position);

@@ -81,13 +81,13 @@ image_module::Sink sink_into(ImageFileData& data) {
           }};
 }
 
-const unsigned char* bytes_of(const std::string& block) {
-  return reinterpret_cast<const unsigned char*>(block.data());
+unsigned char* bytes_of(std::string& block) {
+  return reinterpret_cast<unsigned char*>(block.data());
 }
 
-void decode(MetadataBlocks& blocks, ImageFileData& data) {
+void decode(MetadataBlocks& blocks, ImageParts parts, ImageFileData& data) {
   const image_module::Sink sink = sink_into(data);
-  if (!blocks.exif.empty()) decoders().exif(bytes_of(blocks.exif), blocks.exif.size(), &sink);
+  if (!blocks.exif.empty()) decoders().exif(bytes_of(blocks.exif), blocks.exif.size(), parts.exif_tags, &sink);
   if (!blocks.photoshop.empty()) decoders().photoshop(bytes_of(blocks.photoshop), blocks.photoshop.size(), &sink);
   if (!blocks.xmp.empty()) data.xmp_packet.swap(blocks.xmp);
   data.width = blocks.width;
@@ -118,10 +118,11 @@ ImageFileData read_image_file(const std::string& path, ImageParts parts) {
   ImageFileData data;
   const RegularFile file = RegularFile::open(path);
   if (!file || file.size() == 0 || file.size() > size_limit || !decoders().complete()) return data;
+  file.expect_small_reads();
   MetadataBlocks blocks;
   if (read_jpeg_segments(file, 0, parts, blocks) || read_heif_items(file, blocks) ||
       read_preview(file, parts, blocks)) {
-    decode(blocks, data);
+    decode(blocks, parts, data);
   } else {
     const image_module::Sink sink = sink_into(data);
     decoders().image(file.descriptor(), file.size(), &sink);

@@ -17,17 +17,6 @@
 
 namespace brindle {
 
-enum class ExifTag : std::uint8_t {
-  date_time_original,  ///< texts as the camera wrote them
-  date_time,
-  make,
-  model,
-  user_comment,       ///< eight bytes that name the character set, then the text
-  pixel_x_dimension,  ///< decimal text
-  pixel_y_dimension,
-};
-inline constexpr std::size_t exif_tag_count = 7;
-
 /// One value of IPTC. A number may come several times.
 struct IptcDataSet {
   std::uint8_t record = 0;

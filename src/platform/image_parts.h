@@ -1,12 +1,34 @@
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
+
 namespace brindle {
+
+enum class ExifTag : std::uint8_t {
+  date_time_original,  ///< texts as the camera wrote them
+  date_time,
+  make,
+  model,
+  user_comment,       ///< eight bytes that name the character set, then the text
+  pixel_x_dimension,  ///< decimal text
+  pixel_y_dimension,
+};
+inline constexpr std::size_t exif_tag_count = 7;
+
+/// A set of tags, one bit each.
+using ExifTags = std::uint32_t;
+constexpr ExifTags exif_tags(ExifTag tag) {
+  return ExifTags{1} << static_cast<unsigned>(tag);
+}
+inline constexpr ExifTags all_exif_tags = (ExifTags{1} << exif_tag_count) - 1;
 
 /// What is asked of an image file. More may be delivered where it costs nothing.
 struct ImageParts {
-  bool exif = false;  ///< what the camera wrote down
-  bool iptc = false;  ///< IPTC data sets and the XMP packet
-  bool size = false;  ///< in pixels
+  bool exif = false;                   ///< what the camera wrote down
+  bool iptc = false;                   ///< IPTC data sets and the XMP packet
+  bool size = false;                   ///< in pixels
+  ExifTags exif_tags = all_exif_tags;  ///< which of what the camera wrote down
 };
 
 }  // namespace brindle

@@ -34,6 +34,12 @@ RegularFile RegularFile::open(const std::string& path) {
   return file;
 }
 
+void RegularFile::expect_small_reads() const {
+  constexpr std::uint64_t usual_fetch = 64U << 10U;
+  if (size_ <= usual_fetch) return;
+  ::posix_fadvise(descriptor_, 0, 0, POSIX_FADV_RANDOM);  // mere advice: no matter whether it is taken
+}
+
 std::size_t RegularFile::read_at(std::uint64_t offset, void* buffer, std::size_t count) const {
   std::size_t done = 0;
   while (done < count) {

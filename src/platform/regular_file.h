@@ -21,6 +21,10 @@ class RegularFile {
   /// regular file; never waits for another process.
   static RegularFile open(const std::string& path);
 
+  /// Says that little will be read: the system then fetches from the disk what is asked for and not eight times as
+  /// much.
+  void expect_small_reads() const;
+
   explicit operator bool() const { return descriptor_ >= 0; }
   int descriptor() const { return descriptor_; }
   std::uint64_t size() const { return size_; }  ///< bytes, when it was opened

@@ -6,6 +6,7 @@
 #include <taglib/tpropertymap.h>
 
 #include <algorithm>
+#include <iterator>
 #include <string>
 #include <string_view>
 
@@ -34,10 +35,35 @@ struct FrameBudget {
   std::size_t text_bytes = std::size_t{256} << 10U;
 };
 thread_local FrameBudget frame_budget;
+thread_local std::uint32_t wanted_attributes = 0;
 
-// Leaves all frames alone but texts and comments: the library reads chapters by recursion, without a bound, and unpacks
-// whatever is packed, to whatever size. (It unpacks frames left alone too, unless their header says no more that they
-// are packed.)
+bool is_wanted(Attribute attribute) {
+  return (wanted_attributes >> attribute & 1U) != 0;
+}
+
+struct FrameName {
+  std::string_view id;
+  Attribute attribute;
+};
+
+// As the three versions of the tag call them.
+constexpr FrameName frame_names[] = {
+    {"TPE1", artist},      {"TP1", artist},    {"TDRC", year},    {"TRDC", year},   {"TRDA", year},
+    {"TYER", year},        {"TYE", year},      {"TDAT", year},    {"TDA", year},    {"TIME", year},
+    {"TIM", year},         {"TCON", genre},    {"TCO", genre},    {"TIT2", title},  {"TT2", title},
+    {"TALB", album},       {"TAL", album},     {"COMM", comment}, {"COM", comment}, {"TRCK", track_number},
+    {"TRK", track_number}, {"TCOM", composer}, {"TCM", composer}};
+
+// Texts of the user's own may stand for anything.
+bool is_wanted_frame(std::string_view id) {
+  if (id == "TXXX" || id == "TXX") return true;
+  return std::any_of(std::begin(frame_names), std::end(frame_names),
+                     [id](const FrameName& name) { return name.id == id && is_wanted(name.attribute); });
+}
+
+// Leaves all frames alone but the texts and comments that are wanted: the library reads chapters by recursion, without
+// a bound, and unpacks whatever is packed, to whatever size. (It unpacks frames left alone too, unless their header
+// says no more that they are packed.)
 class TextFrames final : public TagLib::ID3v2::FrameFactory {
  public:
   static TextFrames& instance() {
@@ -66,7 +92,7 @@ class TextFrames final : public TagLib::ID3v2::FrameFactory {
   static bool is_text(const FrameKin::Header& header) {
     const TagLib::ByteVector id = header.frameID();
     const std::size_t size = header.frameSize();
-    if ((!id.startsWith("T") && !id.startsWith("COM")) || size > frame_budget.text_bytes) return false;
+    if (!is_wanted_frame({id.data(), id.size()}) || size > frame_budget.text_bytes) return false;
     frame_budget.text_bytes -= size;
     return true;
   }
@@ -83,7 +109,7 @@ class Reporter {
       if (unit == 0 || text_.size() == value_limit) break;
       text_.push_back(static_cast<char16_t>(unit));
     }
-    if (text_.empty()) return false;
+    if (text_.find_first_not_of(u" \t\r\n") == std::u16string::npos) return false;  // blank is a gap, too
     sink_.value(sink_.context, attribute, text_.data(), text_.size());
     return true;
   }
@@ -140,32 +166,65 @@ StringList all_artists(const TagLib::PropertyMap& properties, const TagLib::File
   return artists;
 }
 
+struct Property {
+  Attribute attribute;
+  const char* key;
+};
+constexpr Property property_names[] = {{artist, "ARTIST"},
+                                       {year, "DATE"},
+                                       {genre, "GENRE"},
+                                       {title, "TITLE"},
+                                       {album, "ALBUM"},
+                                       {comment, "COMMENT"},
+                                       {track_number, "TRACKNUMBER"},
+                                       {composer, "COMPOSER"}};
+
+// What the library says of any kind of tag.
+void report_plain(Attribute attribute, const TagLib::Tag& tag, Reporter& reporter) {
+  switch (attribute) {
+    case artist:
+      reporter.report(artist, tag.artist());
+      return;
+    case year:
+      reporter.report(year, tag.year());
+      return;
+    case genre:
+      reporter.report(genre, tag.genre());
+      return;
+    case title:
+      reporter.report(title, tag.title());
+      return;
+    case album:
+      reporter.report(album, tag.album());
+      return;
+    case comment:
+      reporter.report(comment, tag.comment());
+      return;
+    case track_number:
+      reporter.report(track_number, tag.track());
+      return;
+    case composer:
+      return;
+  }
+}
+
 // A file may hold several tags. The first counts and the others fill its gaps.
 void report_tags(TagLib::File& file, Reporter& reporter) {
   const TagLib::PropertyMap properties = file.properties();
   const TagLib::PropertyMap second = further_properties(file);
+  const TagLib::Tag* const all = file.tag();
   const auto report = [&](Attribute attribute, const char* key) {
     return reporter.report(attribute, values_at(properties, key)) ||
            reporter.report(attribute, values_at(second, key)) ||
            reporter.report(attribute, further_values(file, attribute));
   };
-  const TagLib::Tag* const all = file.tag();
-  const bool artists = reporter.report(artist, all_artists(properties, file)) || report(artist, "ARTIST");
-  const bool years = report(year, "DATE");
-  const bool genres = report(genre, "GENRE");
-  const bool titles = report(title, "TITLE");
-  const bool albums = report(album, "ALBUM");
-  const bool comments = report_comment(properties, reporter) || report(comment, "COMMENT");
-  const bool tracks = report(track_number, "TRACKNUMBER");
-  report(composer, "COMPOSER");
-  if (all == nullptr) return;
-  if (!artists) reporter.report(artist, all->artist());
-  if (!years) reporter.report(year, all->year());
-  if (!genres) reporter.report(genre, all->genre());
-  if (!titles) reporter.report(title, all->title());
-  if (!albums) reporter.report(album, all->album());
-  if (!comments) reporter.report(comment, all->comment());
-  if (!tracks) reporter.report(track_number, all->track());
+  for (const Property& property : property_names) {
+    if (!is_wanted(property.attribute)) continue;
+    const bool first = (property.attribute == artist && reporter.report(artist, all_artists(properties, file))) ||
+                       (property.attribute == comment && report_comment(properties, reporter));
+    if (first || report(property.attribute, property.key) || all == nullptr) continue;
+    report_plain(property.attribute, *all, reporter);
+  }
 }
 
 struct Kind {
@@ -193,13 +252,15 @@ std::string library_name(BoundedStream& stream, std::string_view extension) {
     if (bytes.size() >= 8 && bytes.substr(kind.offset, kind.bytes.size()) == kind.bytes) return kind.name;
   }
   if (extension == "tta" && ends_with_ape_tag(stream)) return "x.ape";
-  return extension == "aac" ? "x.mp3" : "x." + std::string(extension);
+  return extension == "aac" || extension == "mp2" ? "x.mp3" : "x." + std::string(extension);
 }
 
 }  // namespace
 
-extern "C" void brindle_read_audio(int descriptor, std::uint64_t size, const char* extension, const Sink* sink) {
+extern "C" void brindle_read_audio(int descriptor, std::uint64_t size, const char* extension, std::uint32_t wanted,
+                                   const Sink* sink) {
   try {
+    wanted_attributes = wanted;
     frame_budget = {};
     read_unmarked_texts();
     BoundedStream stream(descriptor, size);

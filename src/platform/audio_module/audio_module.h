@@ -26,8 +26,10 @@ struct Sink {
 /// throws nor keeps anything. Any thread, any number of threads.
 extern "C" {
 /// `descriptor` is a regular file of `size` bytes, open for reading; it stays open. `extension` (of the file's name:
-/// ASCII lower case, no dot) counts where the first bytes do not tell what the file is.
-void brindle_read_audio(int descriptor, std::uint64_t size, const char* extension, const Sink* sink);
+/// ASCII lower case, no dot) counts where the first bytes do not tell what the file is. Reports the attributes that
+/// have their bit in `wanted`: 1 << title, and so on.
+void brindle_read_audio(int descriptor, std::uint64_t size, const char* extension, std::uint32_t wanted,
+                        const Sink* sink);
 }
 
 }  // namespace brindle::audio_module

@@ -19,6 +19,8 @@ constexpr std::size_t tag_budget = std::size_t{32} << 20U;
 // The largest single read: a tag made of nothing but tiny values takes hundreds of times its memory.
 constexpr std::size_t block_limit = std::size_t{16} << 20U;
 constexpr std::size_t call_budget = 1'000'000;
+// Tables that claim thousands of entries behind the end of the file.
+constexpr std::size_t vain_call_budget = 4096;
 // Tags at the end of a file are found however long the search before them was.
 constexpr long tail_size = 4096;
 // Most tags without pictures fit.
@@ -41,6 +43,7 @@ BoundedStream::BoundedStream(int descriptor, std::uint64_t size)
       size_(static_cast<long>(std::min<std::uint64_t>(size, std::numeric_limits<long>::max()))),
       bottom_(static_cast<const char*>(__builtin_frame_address(0))),
       calls_left_(call_budget),
+      vain_calls_left_(vain_call_budget),
       scan_left_(scan_budget),
       tag_left_(tag_budget) {}
 
@@ -94,6 +97,7 @@ TagLib::ByteVector BoundedStream::read_whole(std::size_t count) const {
 TagLib::ByteVector BoundedStream::readBlock(unsigned long length) {
   const auto rest = static_cast<unsigned long>(std::max(0L, size_ - position_));
   const std::size_t count = std::min(length, rest);
+  if (length > 0 && count == 0 && vain_calls_left_-- == 0) throw std::runtime_error("the file ends too early");
   if (!spend(count) || count == 0 || too_deep()) return {};
   const TagLib::ByteVector block = count <= window_capacity / 2 ? read_window(count) : read_whole(count);
   if (is_swamped(block)) return {};

@@ -53,6 +53,7 @@ class BoundedStream final : public TagLib::IOStream {
   std::size_t window_size_ = 0;
   std::vector<char> window_;
   std::size_t calls_left_;
+  std::size_t vain_calls_left_;
   std::size_t scan_left_;
   std::size_t tag_left_;
 };

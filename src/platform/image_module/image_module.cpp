@@ -1,6 +1,7 @@
 #include "platform/image_module/image_module.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <exiv2/exiv2.hpp>
 #include <memory>
@@ -11,6 +12,43 @@
 
 #include "platform/image_module/bounded_io.h"
 #include "platform/image_module/tiff_guard.h"
+
+namespace brindle::image_module {
+namespace {
+
+struct Wanted {
+  std::uint16_t number;
+  const char* key;
+  Tag tag;
+};
+
+// The first of two keys for the same value wins: raw files keep the date beside the camera's name.
+constexpr std::array<Wanted, 8> wanted_entries = {{{0x9003, "Exif.Photo.DateTimeOriginal", date_time_original},
+                                                   {0x9003, "Exif.Image.DateTimeOriginal", date_time_original},
+                                                   {0x0132, "Exif.Image.DateTime", date_time},
+                                                   {0x010F, "Exif.Image.Make", make},
+                                                   {0x0110, "Exif.Image.Model", model},
+                                                   {0x9286, "Exif.Photo.UserComment", user_comment},
+                                                   {0xA002, "Exif.Photo.PixelXDimension", pixel_x_dimension},
+                                                   {0xA003, "Exif.Photo.PixelYDimension", pixel_y_dimension}}};
+constexpr std::uint16_t exif_pointer = 0x8769;
+constexpr std::size_t block_limit = 4U << 20U;
+
+/// Decodes a structure, of which it leaves nothing but the entries that are wanted.
+Exiv2::ByteOrder decode_wanted(Exiv2::ExifData& exif, Exiv2::byte* data, std::uint32_t size, std::uint32_t wanted) {
+  std::array<std::uint16_t, wanted_entries.size() + 1> kept = {exif_pointer};
+  std::size_t count = 1;
+  for (const Wanted& entry : wanted_entries) {
+    if ((wanted >> entry.tag & 1U) != 0) kept[count++] = entry.number;
+  }
+  keep_in_tiff(data, size, {kept.data(), count});
+  Exiv2::IptcData no_iptc;
+  Exiv2::XmpData no_xmp;
+  return Exiv2::TiffParser::decode(exif, no_iptc, no_xmp, data, size);
+}
+
+}  // namespace
+}  // namespace brindle::image_module
 
 // The library finds the two functions here before its own, wherever it would call them.
 
@@ -24,13 +62,9 @@ int Exiv2::XmpParser::decode(Exiv2::XmpData& data, const std::string& packet) {
 
 // What stands in images of any kind goes through the guard.
 Exiv2::ByteOrder Exiv2::ExifParser::decode(Exiv2::ExifData& exifData, const Exiv2::byte* pData, std::uint32_t size) {
-  constexpr std::uint32_t block_limit = 4U << 20U;
-  if (size > block_limit) return Exiv2::invalidByteOrder;
+  if (size > brindle::image_module::block_limit) return Exiv2::invalidByteOrder;
   std::vector<Exiv2::byte> block(pData, pData + size);
-  brindle::image_module::trim_tiff(block.data(), block.size());
-  Exiv2::IptcData no_iptc;
-  Exiv2::XmpData no_xmp;
-  return Exiv2::TiffParser::decode(exifData, no_iptc, no_xmp, block.data(), size);
+  return brindle::image_module::decode_wanted(exifData, block.data(), size, ~0U);
 }
 
 namespace brindle::image_module {
@@ -63,26 +97,28 @@ std::string bytes_of(const Exiv2::Value& value) {
   return bytes;
 }
 
-struct Wanted {
-  const char* key;
-  Tag tag;
-};
+// Directory and number of an entry: the library would put a text together for each that is compared by its key.
+using Place = std::pair<int, std::uint16_t>;
+
+std::array<Place, wanted_entries.size()> wanted_places() {
+  std::array<Place, wanted_entries.size()> places;
+  for (std::size_t i = 0; i < places.size(); ++i) {
+    places[i] = {Exiv2::ExifKey(wanted_entries[i].key).ifdId(), wanted_entries[i].number};
+  }
+  return places;
+}
 
 void report_exif(const Exiv2::ExifData& data, const Sink& sink) {
-  // The first of two keys for the same value wins: raw files keep the date beside the camera's name.
-  static const std::pair<Exiv2::ExifKey, Tag> wanted[] = {
-      {Exiv2::ExifKey("Exif.Photo.DateTimeOriginal"), date_time_original},
-      {Exiv2::ExifKey("Exif.Image.DateTimeOriginal"), date_time_original},
-      {Exiv2::ExifKey("Exif.Image.DateTime"), date_time},
-      {Exiv2::ExifKey("Exif.Image.Make"), make},
-      {Exiv2::ExifKey("Exif.Image.Model"), model},
-      {Exiv2::ExifKey("Exif.Photo.UserComment"), user_comment},
-      {Exiv2::ExifKey("Exif.Photo.PixelXDimension"), pixel_x_dimension},
-      {Exiv2::ExifKey("Exif.Photo.PixelYDimension"), pixel_y_dimension},
-  };
-  for (const auto& [key, tag] : wanted) {
-    const auto found = data.findKey(key);
-    if (found != data.end()) report(sink, tag, bytes_of(found->value()));
+  static const std::array<Place, wanted_entries.size()> places = wanted_places();
+  std::array<const Exiv2::Exifdatum*, places.size()> found{};
+  for (const Exiv2::Exifdatum& datum : data) {
+    const auto place = std::find(places.begin(), places.end(), Place(datum.ifdId(), datum.tag()));
+    if (place == places.end()) continue;
+    const Exiv2::Exifdatum*& first = found[static_cast<std::size_t>(place - places.begin())];
+    if (first == nullptr) first = &datum;
+  }
+  for (std::size_t i = 0; i < found.size(); ++i) {
+    if (found[i] != nullptr) report(sink, wanted_entries[i].tag, bytes_of(found[i]->value()));
   }
 }
 
@@ -153,10 +189,11 @@ void guarded(Read read) noexcept {
 
 extern "C" {
 
-void brindle_decode_exif(const unsigned char* data, std::size_t size, const Sink* sink) {
+void brindle_decode_exif(unsigned char* data, std::size_t size, std::uint32_t wanted, const Sink* sink) {
   guarded([&] {
+    if (size > block_limit) return;
     Exiv2::ExifData exif;
-    const Exiv2::ByteOrder order = Exiv2::ExifParser::decode(exif, data, static_cast<std::uint32_t>(size));
+    const Exiv2::ByteOrder order = decode_wanted(exif, data, static_cast<std::uint32_t>(size), wanted);
     if (order == Exiv2::bigEndian) report(*sink, big_endian, "1");
     report_exif(exif, *sink);
   });

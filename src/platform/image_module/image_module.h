@@ -36,8 +36,9 @@ struct Sink {
 /// The functions of the library, by their unmangled names. Each reports what can be read and leaves out the rest; none
 /// fails, throws or keeps anything. Any thread, any number of threads.
 extern "C" {
-/// `data` is what follows "Exif\0\0": a TIFF structure.
-void brindle_decode_exif(const unsigned char* data, std::size_t size, const Sink* sink);
+/// `data` is what follows "Exif\0\0": a TIFF structure, which is changed. Reports the tags that have their bit in
+/// `wanted`: 1 << make, and so on; perhaps others.
+void brindle_decode_exif(unsigned char* data, std::size_t size, std::uint32_t wanted, const Sink* sink);
 /// `data` is what follows "Photoshop 3.0\0" in all such segments: image resources, one of which holds IPTC.
 void brindle_decode_photoshop(const unsigned char* data, std::size_t size, const Sink* sink);
 /// A whole image of any kind. `descriptor` is a regular file of `size` bytes, open for reading; it stays open.

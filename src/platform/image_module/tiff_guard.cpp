@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <cstring>
 #include <iterator>
 #include <vector>
 
@@ -29,7 +30,7 @@ constexpr std::size_t entry_size = 12;
 // What stands behind the byte order: TIFF, and the makers' own numbers for the same structure.
 constexpr unsigned kinds[] = {0x002A, 0x0055, 0x4F52, 0x5352};
 // The library refuses larger directories.
-constexpr unsigned entry_limit = 256;
+constexpr unsigned entry_count_limit = 256;
 
 bool is_directory(unsigned tag) {
   return tag == sub_directories || tag == exif_directory || tag == gps_directory || tag == interoperability_directory;
@@ -42,7 +43,9 @@ std::uint64_t limit_of(unsigned tag) {
 
 class Guard {
  public:
-  Guard(unsigned char* data, std::size_t size) : data_(data), size_(size) {}
+  /// Without `kept` tags all entries stay.
+  Guard(unsigned char* data, std::size_t size, std::span<const std::uint16_t> kept)
+      : data_(data), size_(size), kept_(kept) {}
 
   void run() {
     if (size_ < 8 || data_[0] != data_[1] || (data_[0] != 'I' && data_[0] != 'M')) return;
@@ -73,9 +76,29 @@ class Guard {
   void trim_directory(std::size_t start) {
     const auto count = static_cast<unsigned>(number(start, 2));
     const std::size_t end = start + 2 + std::size_t{count} * entry_size;
-    if (count > entry_limit) return;
+    if (count > entry_count_limit) return;
+    if (!kept_.empty()) return keep_entries(start, end);
     for (std::size_t at = start + 2; at < end && at + entry_size <= size_; at += entry_size) trim_entry(at);
     if (end + 4 <= size_) visit(number(end, 4));
+  }
+
+  // Moves the entries that stay together; no directory follows.
+  void keep_entries(std::size_t start, std::size_t end) {
+    std::size_t to = start + 2;
+    for (std::size_t at = to; at < end && at + entry_size <= size_; at += entry_size) {
+      const auto tag = static_cast<std::uint16_t>(number(at, 2));
+      if (std::find(kept_.begin(), kept_.end(), tag) == kept_.end()) continue;
+      std::memmove(data_ + to, data_ + at, entry_size);
+      trim_entry(to);
+      to += entry_size;
+    }
+    write_short(start, static_cast<unsigned>((to - start - 2) / entry_size));
+    if (to + 4 <= size_) std::fill_n(data_ + to, 4, static_cast<unsigned char>(0));
+  }
+
+  void write_short(std::size_t at, unsigned value) {
+    data_[at + (big_endian_ ? 0 : 1)] = static_cast<unsigned char>(value >> 8U);
+    data_[at + (big_endian_ ? 1 : 0)] = static_cast<unsigned char>(value & 0xFFU);
   }
 
   std::uint64_t size_of_entry(std::size_t at) const {
@@ -92,8 +115,7 @@ class Guard {
     if (size <= limit_of(tag) && total_ <= total_limit) return;
     total_ -= size;
     // A value of no bytes, under a number that stands for nothing.
-    data_[at + (big_endian_ ? 0 : 1)] = padding >> 8U;
-    data_[at + (big_endian_ ? 1 : 0)] = padding & 0xFFU;
+    write_short(at, padding);
     std::fill_n(data_ + at + 4, 4, static_cast<unsigned char>(0));
   }
 
@@ -107,6 +129,7 @@ class Guard {
 
   unsigned char* data_;
   std::size_t size_;
+  std::span<const std::uint16_t> kept_;
   bool big_endian_ = false;
   std::uint64_t total_ = 0;
   std::vector<std::size_t> directories_;
@@ -115,7 +138,11 @@ class Guard {
 }  // namespace
 
 void trim_tiff(unsigned char* data, std::size_t size) {
-  Guard(data, size).run();
+  Guard(data, size, {}).run();
+}
+
+void keep_in_tiff(unsigned char* data, std::size_t size, std::span<const std::uint16_t> tags) {
+  Guard(data, size, tags).run();
 }
 
 }  // namespace brindle::image_module
