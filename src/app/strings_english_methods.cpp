@@ -209,6 +209,7 @@ constexpr auto english_methods = std::to_array<StringEntry>({
     {"RULEMOVEDOWN", "Move rule down"},
     {"RULEMOVEUP", "Move rule up"},
     {"RULEOPEN", "Open rules from a file"},
+    {"RULEOTHERMETHOD", "“%@” is the method of the selected rule. Choose it to change its options."},
     {"RULESAVE", "Save rules to a file"},
     {"RULESEMPTY", "No rules yet. Set up a method and add it here; the rules run one after the other."},
     {"RULESTABLE", "Rules, in the order in which they run"},

@@ -211,6 +211,7 @@ constexpr auto german_methods = std::to_array<StringEntry>({
     {"RULEMOVEDOWN", "Regel nach unten"},
     {"RULEMOVEUP", "Regel nach oben"},
     {"RULEOPEN", "Regeln aus einer Datei öffnen"},
+    {"RULEOTHERMETHOD", "Die gewählte Regel gehört zur Methode „%@“. Wählen Sie diese, um ihre Optionen zu ändern."},
     {"RULESAVE", "Regeln in einer Datei sichern"},
     {"RULESEMPTY",
      "Noch keine Regeln. Stellen Sie eine Methode ein und fügen Sie sie hier hinzu; die Regeln laufen nacheinander."},

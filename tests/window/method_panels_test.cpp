@@ -77,6 +77,8 @@ TEST_F(MethodPanels, FieldsFollowTheChoiceTheyBelongTo) {
     const char* off;
   };
   const Case cases[] = {
+      {0, "isAlphaNumericAlphabetic1", "alphaNumericAlphabeticStartWith", "alphaNumericSeperator"},
+      {0, "isAlphaNumericDecrement1", "alphaNumericDecrementBy", "alphaNumericSeperator"},
       {1, "insertDeleteInsertOptionIndex3", "insertDeleteInsertAtBeforeText", "insertDeleteInsertAtAfterText"},
       {1, "isInsertDeleteDelete1", "insertDeleteNumberOfCharacters", "insertDeleteInsert"},
       {2, "removeReplaceIndex2", "replaceRemoveRemoveType", "replaceRemoveWith"},
@@ -94,6 +96,7 @@ TEST_F(MethodPanels, FieldsFollowTheChoiceTheyBelongTo) {
     EXPECT_TRUE(find(on)->isEnabled()) << on;
     EXPECT_FALSE(find(off)->isEnabled()) << off;
   }
+  EXPECT_TRUE(values().isAlphaNumericAlphabetic && values().isAlphaNumericDecrement);
   EXPECT_EQ(values().insertDeleteInsertOptionIndex, 3);
   EXPECT_TRUE(values().isReplaceRemoveRemove);
   EXPECT_TRUE(values().isGeneralRemoveFromString);

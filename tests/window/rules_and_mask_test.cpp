@@ -6,6 +6,7 @@
 #include <QPushButton>
 #include <QTableView>
 #include <QToolButton>
+#include <QToolTip>
 #include <QTreeWidget>
 
 #include "app/window/mask_editor.h"
@@ -63,6 +64,10 @@ TEST_F(RulesDrawerTest, TheChainIsMadeByButtonsAndKeys) {
   EXPECT_TRUE(chain().starts_with(u"anew"));
   const QString summary = table->model()->index(1, 1).data(Qt::ToolTipRole).toString();
   EXPECT_TRUE(summary.contains("new") && summary.contains("Prefix")) << summary.toStdString();
+  EXPECT_TRUE(table->model()->index(1, 2).data().toString().endsWith(": new"));
+  controller->select_tab(1);
+  find<QToolButton>("updateRuleButton")->click();
+  EXPECT_TRUE(QToolTip::text().contains("Prefix")) << QToolTip::text().toStdString();
   picture(frame.get(), "rules");
   QTest::keyClick(table, Qt::Key_Delete);
   EXPECT_EQ(chain(), u"ab");

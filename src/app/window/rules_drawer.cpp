@@ -226,7 +226,7 @@ void RulesDrawer::show_menu(const QPoint& place) {
   QMenu menu(this);
   menu.setObjectName(QStringLiteral("ruleMenu"));
   for (const auto& [made, flag] : buttons_) {
-    QAction* action = menu.addAction(made->icon(), made->toolTip(), made, &QToolButton::click);
+    QAction* action = menu.addAction(made->icon(), made->accessibleName(), made, &QToolButton::click);
     action->setEnabled(made->isEnabled());
   }
   menu.exec(table_->viewport()->mapToGlobal(place));

@@ -3,6 +3,7 @@
 #include <array>
 
 #include "app/rule_tree.h"
+#include "app/string_table.h"
 #include "app/window/text.h"
 
 namespace brindle {
@@ -12,14 +13,28 @@ constexpr std::array<std::string_view, 9> method_names = {
     "METHODSEQUENCE", "METHODINSERTDELETE", "METHODREPLACEREMOVE", "METHODPREFIXSUFFIX",  "METHODDATETIME",
     "METHODGENERAL",  "METHODAUDIO",        "METHODPHOTO",         "METHODPATHCOMPONENTS"};
 
+// The variant, and what tells the rule from others of its kind: the first of its rows that say something.
+QString variant_text(const Rule& rule) {
+  constexpr qsizetype enough = 2;
+  const RuleNode node(rule);
+  QStringList parts;
+  for (const RuleNode& row : node.children()) {
+    if (row.value().empty() || row.value() == localized("FALSE")) continue;
+    parts << qt_text(row.value() == localized("TRUE") ? row.option() : row.value());
+    if (parts.size() == enough) break;
+  }
+  const QString variant = qt_text(node.option());
+  return parts.isEmpty() ? variant : variant + QStringLiteral(": ") + parts.join(QStringLiteral(", "));
+}
+
+}  // namespace
+
 QString method_name(const Rule& rule) {
   const std::optional<RuleVariant> variant = variant_of(rule);
   // A rule of a method that is not known here is called what its file calls it.
   if (!variant) return qt_text(std::u16string_view(rule.rule));
   return localized_text(method_names.at(static_cast<std::size_t>(rule_kind(*variant).tab)));
 }
-
-}  // namespace
 
 QString rule_summary(const Rule& rule) {
   const RuleNode node(rule);
@@ -74,7 +89,7 @@ QVariant RulesModel::data(const QModelIndex& index, int role) const {
     return {};
   }
   if (role != Qt::DisplayRole) return {};
-  return index.column() == method ? method_name(rule) : qt_text(RuleNode(rule).option());
+  return index.column() == method ? method_name(rule) : variant_text(rule);
 }
 
 bool RulesModel::setData(const QModelIndex& index, const QVariant& value, int role) {
@@ -92,7 +107,8 @@ QVariant RulesModel::headerData(int section, Qt::Orientation orientation, int ro
 }
 
 Qt::ItemFlags RulesModel::flags(const QModelIndex& index) const {
-  const Qt::ItemFlags flags = QAbstractTableModel::flags(index);
+  if (!index.isValid()) return Qt::ItemIsDropEnabled;  // between two rules
+  const Qt::ItemFlags flags = QAbstractTableModel::flags(index) | Qt::ItemIsDragEnabled;
   return index.column() == active ? flags | Qt::ItemIsUserCheckable : flags;
 }
 

@@ -21,6 +21,7 @@ class RulesModel final : public QAbstractTableModel {
   bool setData(const QModelIndex& index, const QVariant& value, int role) override;
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
   Qt::ItemFlags flags(const QModelIndex& index) const override;
+  Qt::DropActions supportedDropActions() const override { return Qt::MoveAction; }
 
  private:
   void refresh();
@@ -30,6 +31,8 @@ class RulesModel final : public QAbstractTableModel {
   int rows_ = 0;
 };
 
+/// What the window calls the method of a rule.
+QString method_name(const Rule& rule);
 /// The settings of a rule as lines to read, in the toolkit's markup.
 QString rule_summary(const Rule& rule);
 
