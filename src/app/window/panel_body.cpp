@@ -38,7 +38,9 @@ void PanelBody::fit() {
   const int spacing = has_room ? fontMetrics().height() * 2 : style()->pixelMetric(QStyle::PM_LayoutVerticalSpacing);
   // Setting what is set already asks for another layout, and another, for ever.
   if (columns_->spacing() != spacing) columns_->setSpacing(spacing);
-  if (columns_->direction() != direction) columns_->setDirection(direction);
+  if (columns_->direction() == direction) return;
+  columns_->setDirection(direction);
+  layout()->activate();
 }
 
 }  // namespace brindle
