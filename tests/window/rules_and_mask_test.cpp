@@ -1,5 +1,4 @@
 #include <QAbstractItemModelTester>
-#include <QDialogButtonBox>
 #include <QDropEvent>
 #include <QLineEdit>
 #include <QMimeData>
@@ -159,7 +158,7 @@ TEST_F(MaskEditorTest, FieldsAreAddedFoundDroppedAndPutInOrder) {
   EXPECT_EQ(table->currentRow(), 2);
   picture(editor.get(), "mask_editor");
 
-  editor->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->click();
+  press("applyMask");
   EXPECT_FALSE(editor->isVisible());
   EXPECT_EQ(values().photoRenamingMask, u"<Trip><IPTC_Description_Copyright_Notice><EXIF_Date>");
 }
