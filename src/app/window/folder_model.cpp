@@ -23,7 +23,7 @@ bool has_one_of(std::string_view name, const std::vector<std::string_view>& exte
          });
 }
 
-QPixmap icon_of(const ListedEntry& entry) {
+QIcon icon_of(const ListedEntry& entry) {
   ItemRecord record;
   record.name_data = entry.name.c_str();
   record.name_size = static_cast<std::uint16_t>(entry.name.size());

@@ -108,6 +108,20 @@ QString kind_icon(const ItemRecord& item) {
   return item.type() == ItemType::file ? file_icon(item.name()) : file_of("folder");
 }
 
+QPixmap item_pixmap(const QString& kind, const QString& overlay, int pixels, const QColor& colour) {
+  if (overlay.isEmpty()) return drawn(kind, {pixels, pixels}, colour);
+  const QString key = QStringLiteral("item %1 %2 %3 %4").arg(kind, overlay).arg(pixels).arg(colour.rgba());
+  QPixmap pixmap;
+  if (QPixmapCache::find(key, &pixmap)) return pixmap;
+  pixmap = drawn(kind, {pixels, pixels}, colour);
+  const int part = pixels * 5 / 8;
+  QPainter painter(&pixmap);
+  painter.drawPixmap(pixels - part, pixels - part, drawn(overlay, {part, part}, {}));
+  painter.end();
+  QPixmapCache::insert(key, pixmap);
+  return pixmap;
+}
+
 }  // namespace
 
 QIcon icon(std::string_view name) {
@@ -123,25 +137,19 @@ QIcon application_icon() {
   return QIcon(QStringLiteral(":/brindle/brindle.svg"));
 }
 
-QPixmap item_icon(const ItemRecord& item, int side, qreal device_pixel_ratio) {
+QIcon item_icon(const ItemRecord& item, int side, qreal device_pixel_ratio) {
   const QString kind = kind_icon(item);
   const bool error = is_error(item.status);
   const bool overlaid = error || item.status == ItemStatus::renaming_ok;
-  const int pixels = qRound(side * device_pixel_ratio);
   const QString overlay = overlaid ? file_of(error ? "Error" : "Success") : QString();
-  const QColor colour = ink(QIcon::Normal);
-  const QString key = QStringLiteral("item %1 %2 %3 %4").arg(kind, overlay).arg(pixels).arg(colour.rgba());
-  QPixmap pixmap;
-  if (QPixmapCache::find(key, &pixmap)) return pixmap;
-  pixmap = drawn(kind, {pixels, pixels}, colour);
-  if (overlaid) {
-    const int part = pixels * 5 / 8;
-    QPainter painter(&pixmap);
-    painter.drawPixmap(pixels - part, pixels - part, drawn(overlay, {part, part}, {}));
+  const int pixels = qRound(side * device_pixel_ratio);
+  QIcon icon;
+  for (const QIcon::Mode mode : {QIcon::Normal, QIcon::Selected}) {
+    QPixmap pixmap = item_pixmap(kind, overlay, pixels, ink(mode));
+    pixmap.setDevicePixelRatio(device_pixel_ratio);
+    icon.addPixmap(pixmap, mode);
   }
-  pixmap.setDevicePixelRatio(device_pixel_ratio);
-  QPixmapCache::insert(key, pixmap);
-  return pixmap;
+  return icon;
 }
 
 }  // namespace brindle

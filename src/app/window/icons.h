@@ -4,7 +4,6 @@
 // painted, so that they follow a change of theme. Main thread.
 
 #include <QIcon>
-#include <QPixmap>
 #include <QString>
 #include <string_view>
 
@@ -22,7 +21,7 @@ QIcon switch_icon(std::string_view on, std::string_view off);
 QIcon application_icon();
 
 /// The icon of a row: its kind (by name alone; no disk is touched), overlaid by "Error" or "Success" as its status asks
-/// for. `side` is in device-independent pixels.
-QPixmap item_icon(const ItemRecord& item, int side, qreal device_pixel_ratio);
+/// for; in the colour of a selected row's text where it is selected. `side` is in device-independent pixels.
+QIcon item_icon(const ItemRecord& item, int side, qreal device_pixel_ratio);
 
 }  // namespace brindle

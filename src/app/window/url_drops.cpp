@@ -2,6 +2,7 @@
 
 #include <QDropEvent>
 #include <QMimeData>
+#include <QPainter>
 #include <QWidget>
 #include <algorithm>
 #include <utility>
@@ -11,10 +12,36 @@
 namespace brindle {
 namespace {
 
+// Lies over a widget while files hang over it.
+class DropFrame final : public QWidget {
+ public:
+  explicit DropFrame(QWidget* parent) : QWidget(parent) {
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    setFocusPolicy(Qt::NoFocus);
+    hide();
+  }
+  void surround() {
+    setGeometry(parentWidget()->rect());
+    raise();
+    show();
+  }
+
+ protected:
+  void paintEvent(QPaintEvent* /*event*/) override {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    QColor colour = palette().color(QPalette::Highlight);
+    painter.setPen(QPen(colour, 3));
+    colour.setAlpha(28);
+    painter.setBrush(colour);
+    painter.drawRoundedRect(QRectF(rect()).adjusted(2, 2, -2, -2), 6, 6);
+  }
+};
+
 class FileDrops final : public QObject {
  public:
   FileDrops(QWidget* widget, std::function<void(std::vector<std::string>)> dropped)
-      : QObject(widget), dropped_(std::move(dropped)) {
+      : QObject(widget), dropped_(std::move(dropped)), frame_(new DropFrame(widget)) {
     widget->setAcceptDrops(true);
     widget->installEventFilter(this);
   }
@@ -25,10 +52,15 @@ class FileDrops final : public QObject {
       case QEvent::DragEnter:
         // Looked at once: another program may have thousands.
         takes_ = holds_files(*static_cast<QDropEvent*>(event)->mimeData());  // NOLINT(*-static-cast-downcast)
+        if (takes_) frame_->surround();
         [[fallthrough]];
       case QEvent::DragMove:
         return takes_ && accept(static_cast<QDropEvent*>(event));  // NOLINT(*-static-cast-downcast)
+      case QEvent::DragLeave:
+        frame_->hide();
+        return false;
       case QEvent::Drop:
+        frame_->hide();
         return drop(static_cast<QDropEvent*>(event));  // NOLINT(*-static-cast-downcast)
       default:
         return QObject::eventFilter(watched, event);
@@ -53,6 +85,7 @@ class FileDrops final : public QObject {
   }
 
   std::function<void(std::vector<std::string>)> dropped_;
+  DropFrame* frame_;
   bool takes_ = false;
 };
 
