@@ -18,7 +18,7 @@ PLACES = ("app/**/*", "cli/*", "settings/validation.*", "settings/settings_recor
 NOT_TEXTS = {
     # keys of the user defaults
     "DEFAULTS", "HUBPOSITION", "INCLUDEHIDDEN", "LASTPROFILE", "LASTRULE", "LIVEPREVIEW", "LIVEPREVIEWALLFILES",
-    "LIVEPREVIEWFILESLIMIT", "RECENTITEMS", "WINDOWSTATE",
+    "LIVEPREVIEWFILESLIMIT", "OPENPANELFOLDER", "RECENTITEMS", "SHEETSIZE", "WINDOWSTATE",
     # what the command line calls values, and the manual page its sections
     "COUNT", "DATE", "EXT", "FILE", "LETTERS", "LIST", "MASK", "PATTERN", "TEXT", "COMMANDS", "DESCRIPTION", "METHODS",
     "NAME", "OPTIONS", "SYNOPSIS",
