@@ -42,6 +42,9 @@ std::string_view help_page(const T& t) {
 void open_list(const T& t) {
   t.app.select_tab(9);
   t.app.browseRenameFile();
+  // Loading it comes next.
+  auto* load = t.window.findChild<QWidget*>(QStringLiteral("loadRenameFile"));
+  if (load != nullptr && load->isEnabled()) load->setFocus(Qt::OtherFocusReason);
 }
 
 constexpr auto commands = std::to_array<Command>({

@@ -9,7 +9,7 @@
 namespace brindle {
 namespace {
 
-QWidget* file_row(const PanelContext& context) {
+QWidget* file_row(const PanelContext& context, QWidget* panel) {
   auto* file = new QLineEdit;
   file->setObjectName(QStringLiteral("renameFile"));
   file->setAccessibleName(localized_text("LISTFILE"));
@@ -19,8 +19,11 @@ QWidget* file_row(const PanelContext& context) {
     file->setText(settings.renameFile ? qt_text(std::u16string_view(*settings.renameFile)) : QString());
     file->setToolTip(file->text());
   });
-  QPushButton* choose = push_button("browseRenameFile", "CHOOSEMORE",
-                                    [&controller = context.controller] { controller.browseRenameFile(); });
+  QPushButton* choose = push_button("browseRenameFile", "CHOOSEMORE", [&controller = context.controller, panel] {
+    controller.browseRenameFile();
+    auto* load = panel->findChild<QWidget*>(QStringLiteral("loadRenameFile"));
+    if (load != nullptr && load->isEnabled()) load->setFocus();
+  });
   return line({file, choose});
 }
 
@@ -33,9 +36,10 @@ QWidget* make_from_list_panel(const PanelContext& context, QWidget* parent) {
   const auto kinds = radio_buttons(context, panel.widget(), "isFolders", {"FILES", "FOLDERS"}, [](int) {});
   QPushButton* load = push_button("loadRenameFile", "LOADLIST",
                                   [kinds, &controller] { controller.loadRenameFile(kinds[1]->isChecked()); });
+  load->setAutoDefault(true);  // Enter presses it, too
   enable_when(context, {"renameFile"}, {load}, [](const RenameSettings& s) { return !is_blank(s.renameFile); });
   FormColumn column(panel.columns());
-  column.row("LISTFILE", file_row(context));
+  column.row("LISTFILE", file_row(context, panel.widget()));
   column.row("LISTHOLDS", line({kinds[0], kinds[1]}));
   column.row(new QWidget, line({load}));
   column.row(new QWidget, hint_label("LISTFORMAT"));
