@@ -1,4 +1,6 @@
 #include <fmt/format.h>
+#include <poll.h>
+#include <unistd.h>
 
 #include <optional>
 #include <string>
@@ -28,6 +30,11 @@ std::optional<Refusal> refusal_of(const ExportOptions& options) {
       break;
   }
   return std::nullopt;
+}
+
+bool reader_has_left() {
+  pollfd standard_out{STDOUT_FILENO, POLLOUT, 0};
+  return ::poll(&standard_out, 1, 0) == 1 && (standard_out.revents & POLLERR) != 0;
 }
 
 void report(const CommandLine& line, const RenameBatch& batch, const Tally& tally, double seconds, Console& console) {
@@ -61,7 +68,7 @@ ExitCode run_export(const CommandLine& line, Console& console) {
     error = export_list(batch.files, line.options.columns, export_titles(), path, {&cancel_flag(), &progress});
   }
   if (is_cancelled()) return ExitCode::cancelled;
-  if (!error.empty()) throw UsageError(error);
+  if (!error.empty() && !(is_piped && reader_has_left())) throw UsageError(error);
   const Tally tally = count_rows(batch.files);
   report(line, batch, tally, watch.seconds(), console);
   return tally.problems() + batch.left_out > 0 ? ExitCode::incomplete : ExitCode::done;

@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <cerrno>
 
 #include "platform/atomic_file.h"
 #include "platform/file_name.h"
@@ -129,8 +128,7 @@ std::string export_list(const FileList& files, const ExportOptions& options, con
   }
   const int error = output.finish();
   throttle.finish(files.size());
-  const bool reader_left = error == EPIPE;
-  return error == 0 || reader_left ? std::string() : failure(error);
+  return error == 0 ? std::string() : failure(error);
 }
 
 }  // namespace brindle

@@ -40,9 +40,8 @@ ExportRefusal check_export(const ExportOptions& options);
 /// Writes UTF-8 text. Names and new names are as the list shows them (":" of the disk as "/", a status as its text);
 /// folders, and the full path of the item as it is now, are as they are on disk. What stands at `path` is replaced when
 /// the whole text is there; what is no regular file (a pipe, a terminal, /dev/stdout) is written to as it goes. Returns
-/// a sentence (UTF-8), empty on success, for a cancelled export, and when the reader of a pipe has seen enough.
-/// Progress counts items. A cancelled export leaves the file that stood there. Any thread, as long as none changes the
-/// list.
+/// a sentence (UTF-8), empty on success and for a cancelled export. Progress counts items. A cancelled export leaves
+/// the file that stood there. Any thread, as long as none changes the list.
 std::string export_list(const FileList& files, const ExportOptions& options, const ExportTitles& titles,
                         const std::string& path, const JobControl& control);
 
