@@ -101,7 +101,7 @@ class PhotoFilesTest : public testing::Test {
 
 TEST_F(PhotoFilesTest, ReadsTheFieldsOfAnItem) {
   SampleTiff tiff;
-  tiff.text(0x010F, " Canon ").text(0x0110, "EOS\n").text(0x9003, "2009:05:17 10:20:30");
+  tiff.text(0x010F, " Canon ").text(0x0110, "EOS\n").text(0x9003, "2009:05:17 10:20:30 ");
   const PhotoFields fields = read_photo_fields(photo("a.jpg", tiff));
   EXPECT_EQ(fields.make, u"Canon");
   EXPECT_EQ(fields.model, u"EOS");

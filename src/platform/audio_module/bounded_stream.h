@@ -40,6 +40,7 @@ class BoundedStream final : public TagLib::IOStream {
  private:
   bool spend(std::size_t bytes);
   bool too_deep() const;
+  bool is_swamped_table(const TagLib::ByteVector& block);
   TagLib::ByteVector read_window(std::size_t count);
   TagLib::ByteVector read_whole(std::size_t count) const;
   std::size_t read_at(long offset, char* buffer, std::size_t count) const;
@@ -49,11 +50,11 @@ class BoundedStream final : public TagLib::IOStream {
   std::string name_;
   const char* bottom_;  // of the stack, as far as the reading goes
   long position_ = 0;
+  long count_position_ = -1;  // where a table says how many values it holds
   long window_start_ = 0;
   std::size_t window_size_ = 0;
   std::vector<char> window_;
   std::size_t calls_left_;
-  std::size_t vain_calls_left_;
   std::size_t scan_left_;
   std::size_t tag_left_;
 };
