@@ -21,6 +21,7 @@
 #include "app/window/method_area.h"
 #include "app/window/rules_drawer.h"
 #include "app/window/sheets.h"
+#include "app/window/tab_order.h"
 #include "app/window/text.h"
 #include "app/window/theme.h"
 #include "app/window/url_drops.h"
@@ -77,6 +78,7 @@ void MainWindow::make_centre() {
   below->addWidget(make_list_options_row(app_, methods_->bindings(), lower));
   below->addWidget(list_, 1);
   below->addWidget(new ActionBar(app_, list_->table(), *commands_, lower));
+  order_tabs(*lower);
   rows_->setStretchFactor(0, 0);
   rows_->setStretchFactor(1, 1);
   auto* around = new QVBoxLayout(centre);

@@ -10,6 +10,7 @@
 #include "app/window/icons.h"
 #include "app/window/method_panels.h"
 #include "app/window/setting_bindings.h"
+#include "app/window/tab_order.h"
 #include "app/window/text.h"
 
 namespace brindle {
@@ -68,6 +69,7 @@ MethodArea::MethodArea(BrindleAppController& app, QWidget* parent)
     frame = new QScrollArea(panels_);
     frame->setWidgetResizable(true);
     frame->setFrameShape(QFrame::NoFrame);
+    frame->setFocusPolicy(Qt::NoFocus);  // its fields scroll it
     frame->setAccessibleName(localized_text("METHODPANELNAME"));
     panels_->addWidget(frame);
   }
@@ -96,7 +98,7 @@ void MethodArea::make_list() {
     item->setSizeHint({0, line + line / 3});
     text_width = std::max(text_width, list_->fontMetrics().horizontalAdvance(item->text()));
   }
-  const int width = text_width + list_->iconSize().width() + line * 2;
+  const int width = text_width + list_->iconSize().width() + line * 3 / 2;
   list_->setMinimumWidth(width);
   list_->setMaximumWidth(width * 3 / 2);
   splitter_->setSizes({width, width * 4});
@@ -107,7 +109,9 @@ void MethodArea::make_list() {
 
 void MethodArea::make_panel(std::int32_t tab) {
   QScrollArea* frame = frames_.at(static_cast<std::size_t>(tab));
-  if (frame->widget() == nullptr) frame->setWidget(make_method_panel(tab, app_, *bindings_, frame));
+  if (frame->widget() != nullptr) return;
+  frame->setWidget(make_method_panel(tab, app_, *bindings_, frame));
+  order_tabs(*this);
 }
 
 void MethodArea::show_tab() {
