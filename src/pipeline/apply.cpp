@@ -7,6 +7,7 @@
 #include "log/run_log.h"
 #include "pipeline/file_order.h"
 #include "pipeline/folder_workers.h"
+#include "pipeline/new_name_check.h"
 #include "pipeline/open_folder.h"
 #include "pipeline/path_follower.h"
 #include "pipeline/rename_row.h"
@@ -60,7 +61,11 @@ class Run {
 void Run::collect_rows() {
   if (follows_) sort_by_location(files_);
   for (std::uint32_t row = 0; row < files_.size(); ++row) {
-    if (files_[row].status == ItemStatus::proposed) rows_.push_back(row);
+    if (carries_new_name(files_[row])) {
+      rows_.push_back(row);
+    } else if (files_[row].status == ItemStatus::proposed) {
+      files_.set_status(row, ItemStatus::no_changes);  // the live preview proposes the name that an item has, too
+    }
   }
   throttle_ = ProgressThrottle(control_, rows_.size());
 }

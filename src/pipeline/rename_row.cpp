@@ -21,8 +21,6 @@ bool is_taken(const ItemRecord& record, const FolderHandle& folder) {
 }
 
 RowOutcome refused(const ItemRecord& record, const FolderHandle& folder, const RowRules& rules) {
-  // The live preview proposes the name that an item has, too.
-  if (record.proposed() == record.name()) return {ItemStatus::no_changes, 0};
   // On a disk that ignores case, the name in other letters is taken by the very entry that is to be renamed.
   if (differ_in_case_only(record.name(), record.proposed()) &&
       move_changing_case(folder, record.name_data, record.proposed_data) == 0) {

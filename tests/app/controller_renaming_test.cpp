@@ -217,8 +217,11 @@ TEST_F(Renaming, ALivePreviewThatChangesNothingIsNoRename) {
   app().select_tab(2);
   replace_a(u"c");
   advance(400);
-  rename();
+  ports_.alerts.answers = {0};
+  app().actionApply();
+  run();
   EXPECT_THAT(rows(), ElementsAre("c -> Renaming (OK)", "b -> No Changes"));
+  EXPECT_THAT(alerts(), ElementsAre("ITEMRENAMINGMESSAGEFILES"));  // and nothing that was refused
 }
 
 TEST_F(Renaming, NoLivePreviewUndoesAPreviewOrARename) {
