@@ -19,6 +19,7 @@
 #include <utility>
 #include <vector>
 
+#include "app/disposal.h"
 #include "app/live_preview_preferences.h"
 #include "app/ports.h"
 #include "app/rules_controller.h"
@@ -93,7 +94,8 @@ class BrindleAppController final : private RulesOwner {
   /// The files on the clipboard.
   void addFilesFoldersFromFinder();
   void loadFiles(std::vector<std::string> paths);
-  void RemoveFiles(std::span<const std::size_t> sorted_rows);
+  /// From a long list, by a job.
+  void RemoveFiles(const RowSet& rows);
   void clearFilesFolders();
   void filesFoldersOptionChanged(bool folders);
   void setIncludeSubFolders(bool include);
@@ -101,7 +103,11 @@ class BrindleAppController final : private RulesOwner {
   bool include_hidden() const { return include_hidden_; }
   void setIncludeHidden(bool include);
 
-  // Order (controller_order.cpp). Rows are those of the list; each command answers with where the rows stand now.
+  // Order (controller_order.cpp). Rows are those of the list.
+
+  /// These rows stay with their items from now on: files().followed() says where they are. While a job has the list,
+  /// nothing happens.
+  void follow_rows(FollowedRows rows);
 
   /// Sorts by a column of the table ("filenameWithExtension", "newFilename", "fileLocation", …); ties keep their order.
   /// A long list, and the columns of photographs, are sorted by a job.
@@ -109,10 +115,12 @@ class BrindleAppController final : private RulesOwner {
   /// Which column the list was last sorted by; "" after any other change of order.
   std::string_view sorted_column() const { return sorted_column_; }
   bool sorted_ascending() const { return sorted_ascending_; }
+  // Moving far in a long list is a job.
+
   /// Puts rows, in their order, before another one (the number of rows: at the end).
-  std::vector<std::size_t> move_rows(std::span<const std::size_t> sorted_rows, std::size_t before);
-  std::vector<std::size_t> move_rows_up(std::span<const std::size_t> sorted_rows);
-  std::vector<std::size_t> move_rows_down(std::span<const std::size_t> sorted_rows);
+  void move_rows(const RowSet& rows, std::size_t before);
+  void move_rows_up(const RowSet& rows);
+  void move_rows_down(const RowSet& rows);
 
   // Preview (controller_preview.cpp).
 
@@ -247,6 +255,7 @@ class BrindleAppController final : private RulesOwner {
   void tell(Changed changed) { tell(static_cast<ChangedSet>(changed)); }
   void tell(ChangedSet changed);
   void update_state();
+  void count_list();
   void list_was_changed();
 
   bool make_data_folders();
@@ -259,7 +268,8 @@ class BrindleAppController final : private RulesOwner {
   void empty_list();
   void set_folders_mode(bool folders);
   void sort_rows(std::string_view column, bool ascending, const JobControl& control);
-  std::vector<std::size_t> apply_order(std::vector<std::uint32_t> order, std::span<const std::size_t> sorted_rows);
+  bool can_move(const RowSet& rows) const;
+  void put_into_order(std::size_t first, std::vector<std::uint32_t> order);
 
   void settings_changed(const SettingsChange& change);
   void rebuild_masks(const SettingsChange& change);
@@ -309,6 +319,7 @@ class BrindleAppController final : private RulesOwner {
   RecentItems recent_;
   RulesController rules_;
   FileList files_;
+  Disposal disposal_;
   DiskNames disk_names_;
   std::unique_ptr<PhotoFieldsCache> photo_fields_;
   WindowState state_;

@@ -1,12 +1,10 @@
 // Renaming.
 
-#include <algorithm>
 #include <utility>
 
 #include "app/brindle_app_controller.h"
 #include "app/string_table.h"
 #include "log/recovery.h"
-#include "pipeline/new_name_check.h"
 #include "platform/data_folders.h"
 #include "platform/file_name.h"
 #include "platform/message_log.h"
@@ -28,10 +26,6 @@ Alert apply_alert(bool folders, std::string_view message_key, const std::string&
   return alert;
 }
 
-std::size_t proposed_count(const FileList& files) {
-  return static_cast<std::size_t>(std::ranges::count_if(files.items(), carries_new_name));
-}
-
 }  // namespace
 
 void BrindleAppController::actionApply() {
@@ -41,7 +35,7 @@ void BrindleAppController::actionApply() {
   const bool folders = values().isFolders;
   is_asking_ = true;
   Alert question = apply_alert(folders, folders ? "ITEMRENAMINGMESSAGEFOLDERS" : "ITEMRENAMINGMESSAGEFILES",
-                               localized_format("RENAMEABLECOUNT", proposed_count(files_)));
+                               localized_format("RENAMEABLECOUNT", files_.renameable_count()));
   question.buttons = {"YES", "NO"};
   const bool yes = ports_.alerts.show(question) == 0;
   is_asking_ = false;
@@ -121,7 +115,7 @@ void BrindleAppController::tell_failures(const ApplyResult& result, const ApplyO
 }
 
 void BrindleAppController::show_undone(std::size_t restored) {
-  state_.isHasFilesForRenaming = state_.isHasFilesForRenaming && proposed_count(files_) > 0;
+  state_.isHasFilesForRenaming = state_.isHasFilesForRenaming && files_.renameable_count() > 0;
   state_.count_label = localized_format("ITEMSRESTORED", restored);
 }
 

@@ -12,6 +12,9 @@
 namespace brindle {
 namespace {
 
+// Removing from so many rows takes some ten milliseconds; from more it is a job.
+constexpr std::size_t most_rows_removed_at_once = 100'000;
+
 // The question is its own key.
 constexpr std::string_view clear_question = "Are you sure to remove all file(s)/folder(s)?";
 
@@ -115,18 +118,30 @@ void BrindleAppController::add_files(std::vector<std::string> paths) {
   start_job(std::move(call));
 }
 
-void BrindleAppController::RemoveFiles(std::span<const std::size_t> sorted_rows) {
-  if (defer([this, rows = std::vector(sorted_rows.begin(), sorted_rows.end())] { RemoveFiles(rows); })) return;
-  if (sorted_rows.empty()) {
+void BrindleAppController::RemoveFiles(const RowSet& rows) {
+  if (defer([this, rows] { RemoveFiles(rows); })) return;
+  if (rows.empty()) {
     ports_.desktop.show_tooltip(TooltipAnchor::remove_button, "NOITEMSTOREMOVE", localized("NOITEMSTOREMOVE"));
     return;
   }
   ports_.desktop.hide_tooltip();
-  files_.remove_rows(sorted_rows);
-  files_.resetFilesDic();
-  if (files_.empty()) sorted_column_.clear();
-  list_was_changed();
-  ports_.desktop.focus_list();
+  JobCall call;
+  call.job = Job::removing;
+  call.work = [this, rows](const JobControl&) {
+    files_.remove_rows(rows);
+    files_.resetFilesDic();
+  };
+  call.finished = [this] {
+    if (files_.empty()) sorted_column_.clear();
+    count_list();
+  };
+  call.afterwards = [this] { ports_.desktop.focus_list(); };
+  if (files_.size() > most_rows_removed_at_once) return void(start_job(std::move(call)));
+  call.work({});
+  call.finished();
+  update_state();
+  tell(Changed::rows | Changed::names | Changed::state);
+  call.afterwards();
 }
 
 void BrindleAppController::clearFilesFolders() {
@@ -144,8 +159,7 @@ void BrindleAppController::clearFilesFolders() {
 
 void BrindleAppController::empty_list() {
   state_.lastActionTimeTaken.clear();
-  files_.clear();
-  disk_names_.clear();
+  disposal_.throw_away(std::pair(files_.release(), std::exchange(disk_names_, DiskNames())));
   photo_fields_->clear();
   sorted_column_.clear();
   list_was_changed();

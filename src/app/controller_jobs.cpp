@@ -23,7 +23,7 @@ struct JobTexts {
 };
 
 // By Job.
-constexpr std::array<JobTexts, 7> job_texts = {{
+constexpr std::array<JobTexts, 8> job_texts = {{
     {"", "", "", "", "Error in job : "},
     {"LOADINGMESSAGE", "LOADINGTIME", "TOTALFILESFOUND", "TOTALFOLDERSFOUND", "addFilesToList Error : "},
     {"GENERATINGPREVIEWPLEASEWAIT", "PREVIEWTIME", "", "", "Error in preview : "},
@@ -31,6 +31,7 @@ constexpr std::array<JobTexts, 7> job_texts = {{
     {"UNDOINGITEMS", "", "", "", "Error in undo : "},
     {"", "", "", "", "Error in export : "},
     {"", "", "", "", "Error in sorting : "},
+    {"", "", "", "", "Error in removing : "},
 }};
 
 const JobTexts& texts_of(Job job) {
@@ -96,10 +97,15 @@ void BrindleAppController::update_state() {
   state_.shows_empty_hint = !has_items;
 }
 
-void BrindleAppController::list_was_changed() {
+// What is said of a list that has other items now.
+void BrindleAppController::count_list() {
   state_.isHasFilesForRenaming = false;
   state_.count_label =
       localized_format(values().isFolders ? "TOTALFOLDERSSELECTED" : "TOTALFILESSELECTED", files_.size());
+}
+
+void BrindleAppController::list_was_changed() {
+  count_list();
   update_state();
   tell(Changed::rows | Changed::names | Changed::state);
 }

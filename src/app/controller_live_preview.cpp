@@ -22,6 +22,18 @@ std::size_t row_limit(const LivePreviewPreferences& preferences) {
   return static_cast<std::size_t>(std::max(0, integer_value(preferences.livePreviewFilesLimit)));
 }
 
+// Forgetting the names of rows is quicker than naming them.
+constexpr std::size_t most_rows_reset_at_once = 200'000;
+
+// Whether naming so many rows (none without a plan, and 0 for all) would make typing halt.
+bool is_long(const FileList& files, const RenamePlan* plan, std::size_t limit) {
+  if (files.rows_to_reset(ItemStatus::no_new_name) > most_rows_reset_at_once) return true;
+  if (plan == nullptr) return false;
+  const std::size_t named = limit == 0 ? files.size() : std::min(limit, files.size());
+  const std::size_t sorted = plan->resets_on_folder() ? files.size() : 0;
+  return std::max(named, sorted) > most_rows_named_at_once || plan->reads_files();
+}
+
 // Beyond the keys of the change signal, an option of the method shown: what is seen in the list is what is chosen.
 bool changes_method(const SettingsChange& change, std::int32_t tab) {
   return std::ranges::any_of(settings_table(), [&](const SettingRow& row) {
@@ -88,22 +100,18 @@ void BrindleAppController::quickPreview() {
   state_.isRulePreview = false;
   state_.isHasFilesForRenaming = false;
   names_made_with_ = {values().selectedTab, values().generalOptionIndex, true};
-  if (refusal) {
-    files_.reset_new_names(ItemStatus::no_new_name);
-    return show_quick_preview({});
-  }
-  const auto plan = std::make_shared<RenamePlan>(values(), now());
+  const auto plan = refusal ? nullptr : std::make_shared<RenamePlan>(values(), now());
   const auto result = std::make_shared<PreviewResult>();
   const std::size_t limit = row_limit(live_preview_);
   const auto work = [this, plan, result, limit](const JobControl& control) {
+    if (!plan) return files_.reset_new_names(ItemStatus::no_new_name);
     *result = brindle::quickPreview(files_, *plan, limit, control);
   };
   const auto finished = [this, plan, result] {
-    if (plan->resets_on_folder()) sorted_column_ = "fileLocation", sorted_ascending_ = true;
+    if (plan && plan->resets_on_folder()) sorted_column_ = "fileLocation", sorted_ascending_ = true;
     show_quick_preview(*result);
   };
-  const std::size_t rows = limit == 0 ? files_.size() : std::min(limit, files_.size());
-  if (rows > most_rows_named_at_once || plan->reads_files()) {
+  if (is_long(files_, plan.get(), limit)) {
     JobCall call;
     call.job = Job::preview;
     call.quiet = true;

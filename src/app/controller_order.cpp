@@ -14,10 +14,16 @@ namespace {
 
 // Sorting this many rows takes some ten milliseconds; more is a job.
 constexpr std::size_t most_rows_sorted_at_once = 20'000;
+// Putting rows into an order that is known is quicker.
+constexpr std::size_t most_rows_moved_at_once = 200'000;
 
 constexpr auto photo_columns = std::to_array<std::string_view>({"make", "model", "dimensions", "pictureTaken"});
 constexpr auto item_columns = std::to_array<std::string_view>(
     {"filename", "filenameWithExtension", "fileExtension", "fileLocation", "fileWithPath", "fileType", "newFilename"});
+
+auto place_in(std::vector<std::uint32_t>& order, std::size_t place) {
+  return order.begin() + static_cast<std::ptrdiff_t>(place);
+}
 
 // Thrown while keys are made: the list has not been touched yet.
 struct Cancelled {};
@@ -110,75 +116,73 @@ void BrindleAppController::sort_rows(std::string_view column, bool ascending, co
   sort_by_keys(files_, append_key, ascending);
 }
 
-// Puts the rows into an order, and says where the given ones are now.
-std::vector<std::size_t> BrindleAppController::apply_order(std::vector<std::uint32_t> order,
-                                                           std::span<const std::size_t> sorted_rows) {
-  std::vector<bool> is_moved(order.size());
-  for (const std::size_t row : sorted_rows) is_moved[row] = true;
-  std::vector<std::size_t> places;
-  for (std::size_t place = 0; place < order.size(); ++place) {
-    if (is_moved[order[place]]) places.push_back(place);
-  }
-  files_.reorder(std::move(order));
-  sorted_column_.clear();
-  tell(Changed::rows | Changed::state);
-  return places;
+void BrindleAppController::follow_rows(FollowedRows rows) {
+  if (!state_.isExecuting) files_.follow(std::move(rows));
 }
 
-std::vector<std::size_t> BrindleAppController::move_rows(std::span<const std::size_t> sorted_rows, std::size_t before) {
-  if (state_.isExecuting || sorted_rows.empty() || sorted_rows.back() >= files_.size()) {
-    return {sorted_rows.begin(), sorted_rows.end()};
+// Moving
+
+// The rows from `first` on; what lies before and behind the order stays.
+void BrindleAppController::put_into_order(std::size_t first, std::vector<std::uint32_t> order) {
+  sorted_column_.clear();
+  if (order.size() <= most_rows_moved_at_once) {
+    files_.reorder(std::move(order), first);
+    return tell(Changed::rows | Changed::state);
   }
-  std::vector<bool> is_moved(files_.size());
-  for (const std::size_t row : sorted_rows) is_moved[row] = true;
+  JobCall call;
+  call.job = Job::sorting;
+  call.work = [this, first, order = std::move(order)](const JobControl&) { files_.reorder(order, first); };
+  start_job(std::move(call));
+}
+
+bool BrindleAppController::can_move(const RowSet& rows) const {
+  return !state_.isExecuting && !rows.empty() && !rows.next(files_.size());
+}
+
+void BrindleAppController::move_rows(const RowSet& rows, std::size_t before) {
+  if (!can_move(rows)) return;
+  const std::size_t place = std::min(before, files_.size());
+  const std::size_t first = std::min(*rows.next(0), place);
+  const std::size_t last = std::max(rows.last() + 1, place);
   std::vector<std::uint32_t> order;
-  order.reserve(files_.size());
-  const auto take = [&](std::size_t first, std::size_t last) {
-    for (std::size_t row = first; row < last; ++row) {
-      if (!is_moved[row]) order.push_back(static_cast<std::uint32_t>(row));
+  order.reserve(last - first);
+  const auto take = [&](std::size_t from, std::size_t to, bool moved) {
+    for (std::size_t row = from; row < to; ++row) {
+      if (rows.contains(row) == moved) order.push_back(static_cast<std::uint32_t>(row - first));
     }
   };
-  const std::size_t place = std::min(before, files_.size());
-  take(0, place);
-  for (const std::size_t row : sorted_rows) order.push_back(static_cast<std::uint32_t>(row));
-  take(place, files_.size());
-  return apply_order(std::move(order), sorted_rows);
+  take(first, place, false);
+  take(first, last, true);
+  take(place, last, false);
+  put_into_order(first, std::move(order));
 }
 
-// Each row changes places with the one above it; rows at the very top stay.
-std::vector<std::size_t> BrindleAppController::move_rows_up(std::span<const std::size_t> sorted_rows) {
-  if (state_.isExecuting || sorted_rows.empty() || sorted_rows.back() >= files_.size()) {
-    return {sorted_rows.begin(), sorted_rows.end()};
-  }
-  std::vector<std::uint32_t> order(files_.size());
+// Each run of rows changes places with the row above it; one at the very top stays.
+void BrindleAppController::move_rows_up(const RowSet& rows) {
+  if (!can_move(rows)) return;
+  const std::size_t first = *rows.next(0) == 0 ? 0 : *rows.next(0) - 1;
+  std::vector<std::uint32_t> order(rows.last() + 1 - first);
   std::iota(order.begin(), order.end(), 0U);
-  std::size_t top = 0;
-  for (const std::size_t row : sorted_rows) {
-    if (row == top) {
-      ++top;
-    } else {
-      std::swap(order[row - 1], order[row]);
-    }
+  for (const RowRange run : rows.ranges({0, files_.size()})) {
+    if (run.first > 0)
+      std::rotate(place_in(order, run.first - 1 - first), place_in(order, run.first - first),
+                  place_in(order, run.last - first));
   }
-  return apply_order(std::move(order), sorted_rows);
+  put_into_order(first, std::move(order));
 }
 
-std::vector<std::size_t> BrindleAppController::move_rows_down(std::span<const std::size_t> sorted_rows) {
-  if (state_.isExecuting || sorted_rows.empty() || sorted_rows.back() >= files_.size()) {
-    return {sorted_rows.begin(), sorted_rows.end()};
-  }
-  std::vector<std::uint32_t> order(files_.size());
+void BrindleAppController::move_rows_down(const RowSet& rows) {
+  if (!can_move(rows)) return;
+  const std::size_t first = *rows.next(0);
+  const std::size_t last = std::min(rows.last() + 2, files_.size());
+  std::vector<std::uint32_t> order(last - first);
   std::iota(order.begin(), order.end(), 0U);
-  std::size_t bottom = files_.size();
-  for (std::size_t i = sorted_rows.size(); i-- > 0;) {
-    const std::size_t row = sorted_rows[i];
-    if (row + 1 == bottom) {
-      --bottom;
-    } else {
-      std::swap(order[row], order[row + 1]);
-    }
+  for (const RowRange run : rows.ranges({0, files_.size()})) {
+    if (run.last < files_.size())
+      std::rotate(place_in(order, run.first - first), place_in(order, run.last - first),
+                  place_in(order, run.last + 1 - first));
   }
-  return apply_order(std::move(order), sorted_rows);
+  put_into_order(first, std::move(order));
 }
 
 }  // namespace brindle

@@ -119,8 +119,7 @@ void BrindleAppController::set_new_name(std::size_t row, std::u16string_view tex
   } else if (files_[row].status == ItemStatus::proposed) {
     check_new_name(files_, row, disk_names_);
   }
-  state_.isHasFilesForRenaming = std::ranges::any_of(
-      files_.items(), [](const ItemRecord& record) { return record.status == ItemStatus::proposed; });
+  state_.isHasFilesForRenaming = files_.renameable_count() > 0;
   update_state();
   tell(Changed::names | Changed::state);
 }

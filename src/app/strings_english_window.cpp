@@ -70,6 +70,7 @@ constexpr auto english_window = std::to_array<StringEntry>({
     {"JOBEXPORTING", "Exporting the list"},
     {"JOBLOADING", "Adding to the list"},
     {"JOBPREVIEW", "Making the preview"},
+    {"JOBREMOVING", "Removing from the list"},
     {"JOBRENAME", "Renaming"},
     {"JOBSORTING", "Sorting"},
     {"JOBUNDO", "Restoring the old names"},

@@ -72,6 +72,7 @@ constexpr auto german_window = std::to_array<StringEntry>({
     {"JOBEXPORTING", "Liste wird exportiert"},
     {"JOBLOADING", "Liste wird gefüllt"},
     {"JOBPREVIEW", "Vorschau wird erstellt"},
+    {"JOBREMOVING", "Entfernen aus der Liste läuft"},
     {"JOBRENAME", "Umbenennen läuft"},
     {"JOBSORTING", "Sortieren läuft"},
     {"JOBUNDO", "Alte Namen werden wiederhergestellt"},

@@ -31,7 +31,7 @@ constexpr bool has(ChangedSet set, Changed bit) {
 }
 
 /// What is going on.
-enum class Job : std::uint8_t { none, loading, preview, rename, undo, exporting, sorting };
+enum class Job : std::uint8_t { none, loading, preview, rename, undo, exporting, sorting, removing };
 
 struct WindowState {
   // The job. While one runs the list belongs to it: nobody else reads or writes it, and the window shows the loading

@@ -29,6 +29,7 @@ void FileList::append(FolderId folder, std::string_view name, std::uint8_t kind,
   record.folder = folder;
   record.kind = kind;
   record.inode = inode;
+  if (rest_status_ != ItemStatus::none) named_end_ = items_.size();
 }
 
 void FileList::make_set() {
@@ -62,25 +63,43 @@ bool FileList::add_listed(const Listing& listing, std::string_view name, std::ui
 // Removing
 
 void FileList::remove_if(const std::function<bool(const ItemRecord&)>& leaves) {
-  const auto first_left = std::stable_partition(items_.begin(), items_.end(),
-                                                [&leaves](const ItemRecord& record) { return !leaves(record); });
-  for (auto left = first_left; left != items_.end(); ++left) removed_.push_back({left->folder, left->name()});
-  items_.erase(first_left, items_.end());
+  RowSet removed;
+  std::size_t kept = 0;
+  for (std::size_t row = 0; row < items_.size(); ++row) {
+    const ItemRecord& record = items_[row];
+    if (!leaves(record)) {
+      items_[kept++] = record;
+      continue;
+    }
+    removed.insert(row);
+    removed_.push_back({record.folder, record.name()});
+    if (record.carries_new_name) --renameable_count_;
+  }
+  if (removed.empty()) return;
+  follow_removal(removed);
+  items_.resize(kept);
+  named_end_ = std::min(named_end_, kept);
+  ++order_version_;
 }
 
-void FileList::remove_rows(std::span<const std::size_t> sorted_rows) {
-  auto next = sorted_rows.begin();
+void FileList::follow_removal(const RowSet& removed) {
+  followed_.rows.remove(removed, items_.size());
+  if (!followed_.current) return;
+  const std::size_t current = *followed_.current;
+  if (removed.contains(current)) return followed_.current.reset();
+  followed_.current = current - removed.count_before(current);
+}
+
+void FileList::remove_rows(const RowSet& rows) {
   std::size_t row = 0;
-  remove_if([&](const ItemRecord&) {
-    const bool leaves = next != sorted_rows.end() && *next == row;
-    if (leaves) ++next;
-    ++row;
-    return leaves;
-  });
+  remove_if([&](const ItemRecord&) { return rows.contains(row++); });
 }
 
-void FileList::clear() {
+FileList FileList::release() {
+  FileList held = std::move(*this);
   *this = FileList();
+  order_version_ = held.order_version_ + 1;
+  return held;
 }
 
 void FileList::resetFilesDic() {
@@ -116,8 +135,10 @@ void FileList::read(std::size_t row, FileSystemItem& item) const {
 
 void FileList::write(std::size_t row, const FileSystemItem& item, std::size_t name_limit) {
   ItemRecord& record = items_[row];
+  // Its name before may have been freed.
+  record.proposed_size = 0;
+  change_status(row, item.status());
   record.reason = item.reason().empty() ? std::uint16_t{0} : intern_reason(to_utf8(item.reason()));
-  record.status = item.status();
   if (record.status != ItemStatus::proposed) return;
   thread_local std::u16string name;
   thread_local std::string bytes;
@@ -125,21 +146,37 @@ void FileList::write(std::size_t row, const FileSystemItem& item, std::size_t na
   std::replace(name.begin(), name.end(), u'/', u':');
   const NameFault fault = encode_file_name(name, bytes, std::min<std::size_t>(name_limit, UINT16_MAX));
   if (fault != NameFault::none) {
-    record.status = ItemStatus::no_changes;
+    change_status(row, ItemStatus::no_changes);
     record.reason = intern_reason(describe(fault));
     return;
   }
   const std::string_view kept = proposed_names_.keep(bytes);
   record.proposed_data = kept.data();
   record.proposed_size = static_cast<std::uint16_t>(kept.size());
+  set_carries(record, record.proposed() != record.name());
+}
+
+// Every change of a status, and so of a name or a reason, comes through here.
+void FileList::change_status(std::size_t row, ItemStatus status) {
+  ItemRecord& record = items_[row];
+  set_carries(record, status == ItemStatus::proposed && record.proposed() != record.name());
+  record.status = status;
+  named_end_ = std::max(named_end_, row + 1);
+}
+
+void FileList::set_carries(ItemRecord& record, bool carries) {
+  if (record.carries_new_name) --renameable_count_;
+  if (carries) ++renameable_count_;
+  record.carries_new_name = carries;
 }
 
 void FileList::set_status(std::size_t row, ItemStatus status) {
-  items_[row].status = status;
+  change_status(row, status);
 }
 
 void FileList::set_reason(std::size_t row, std::string_view reason) {
   items_[row].reason = intern_reason(reason);
+  named_end_ = std::max(named_end_, row + 1);
 }
 
 std::uint16_t FileList::intern_reason(std::string_view reason) {
@@ -172,12 +209,16 @@ void FileList::end_new_names(bool complete) {
 void FileList::reset_new_names(ItemStatus status) {
   proposed_names_.clear();
   old_proposed_names_.clear();
-  for (ItemRecord& record : items_) {
+  for (ItemRecord& record : std::span(items_).first(rows_to_reset(status))) {
     record.status = status;
     record.reason = 0;
     record.proposed_data = nullptr;
     record.proposed_size = 0;
+    record.carries_new_name = false;
   }
+  named_end_ = 0;
+  rest_status_ = status;
+  renameable_count_ = 0;
 }
 
 void FileList::set_renamed(std::size_t row) {
@@ -185,7 +226,7 @@ void FileList::set_renamed(std::size_t row) {
   const std::string_view kept = names_.keep(record.proposed());
   record.name_data = kept.data();
   record.name_size = static_cast<std::uint16_t>(kept.size());
-  record.status = ItemStatus::renaming_ok;
+  change_status(row, ItemStatus::renaming_ok);
   record.reason = 0;
 }
 
@@ -205,18 +246,35 @@ std::string FileList::path(std::size_t row) const {
 }
 
 // In place, one cycle of the permutation after the other: a list of a million has no room for a second copy of itself.
-void FileList::reorder(std::vector<std::uint32_t> order) {
+void FileList::reorder(std::vector<std::uint32_t> order, std::size_t first) {
+  if (!follow_order(order, first)) return;
+  const std::span<ItemRecord> items = std::span(items_).subspan(first);
   for (std::uint32_t start = 0; start < order.size(); ++start) {
     if (order[start] == start) continue;
-    const ItemRecord first = items_[start];
+    const ItemRecord moved = items[start];
     std::uint32_t row = start;
     while (order[row] != start) {
-      items_[row] = items_[order[row]];
+      items[row] = items[order[row]];
       row = std::exchange(order[row], row);
     }
-    items_[row] = first;
+    items[row] = moved;
     order[row] = row;
   }
+}
+
+// What the list keeps about its rows goes with them. False when the order is the one there is.
+bool FileList::follow_order(std::span<const std::uint32_t> order, std::size_t first) {
+  bool changes = false;
+  const std::optional<std::size_t> old_current = followed_.current;
+  for (std::size_t i = 0; i < order.size(); ++i) {
+    changes = changes || order[i] != i;
+    if (old_current == first + order[i]) followed_.current = first + i;
+  }
+  if (!changes) return false;
+  followed_.rows.reorder(first, order);
+  if (named_end_ > first) named_end_ = std::max(named_end_, first + order.size());
+  ++order_version_;
+  return true;
 }
 
 std::size_t FileList::memory() const {

@@ -6,15 +6,18 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 #include "pipeline/file_system_item.h"
 #include "pipeline/folder_table.h"
+#include "pipeline/row_set.h"
 #include "platform/text_arena.h"
 
 namespace brindle {
@@ -29,7 +32,8 @@ struct ItemRecord {
   std::uint16_t proposed_size = 0;
   std::uint16_t reason = 0;  ///< index into the list's reasons; 0: none
   ItemStatus status = ItemStatus::none;
-  std::uint8_t kind = 0;  ///< bits: folder 1, alias 2, package 4
+  std::uint8_t kind = 0;          ///< bits: folder 1, alias 2, package 4
+  bool carries_new_name = false;  ///< a proposed name other than its own: the live preview proposes that one too
 
   std::string_view name() const { return {name_data, name_size}; }
   std::string_view proposed() const { return {proposed_data, proposed_size}; }
@@ -42,6 +46,12 @@ struct ItemRecord {
 constexpr std::uint8_t kind_bits(bool is_folder, bool is_alias, bool is_package) {
   return static_cast<std::uint8_t>((is_folder ? 1U : 0U) | (is_alias ? 2U : 0U) | (is_package ? 4U : 0U));
 }
+
+/// Rows that somebody has chosen, and the one they are at.
+struct FollowedRows {
+  RowSet rows;
+  std::optional<std::size_t> current;
+};
 
 class FileList {
  public:
@@ -68,8 +78,10 @@ class FileList {
   // Removing. The duplicate set is kept as it is until resetFilesDic.
 
   void remove_if(const std::function<bool(const ItemRecord&)>& leaves);
-  void remove_rows(std::span<const std::size_t> sorted_rows);
-  void clear();
+  void remove_rows(const RowSet& rows);
+  void clear() { release(); }
+  /// Empties the list and hands over what it held: freeing a million items takes a while, on whatever thread.
+  FileList release();
   /// Rebuilds the duplicate set from the items.
   void resetFilesDic();
 
@@ -95,6 +107,10 @@ class FileList {
   void end_new_names(bool complete);
   /// Forgets all new names and gives every row this status.
   void reset_new_names(ItemStatus status);
+  /// How many rows that would write to: those beyond stand so already.
+  std::size_t rows_to_reset(ItemStatus status) const { return status == rest_status_ ? named_end_ : items_.size(); }
+  /// Rows that carry a proposed name other than the one they have.
+  std::size_t renameable_count() const { return renameable_count_; }
 
   /// After a rename: the proposed name becomes the name, and the row is "Renaming (OK)".
   void set_renamed(std::size_t row);
@@ -104,8 +120,15 @@ class FileList {
   std::string path(std::size_t row) const;  ///< bytes
   std::string folder_path(std::size_t row) const { return folders_.path(items_[row].folder); }
 
-  /// Puts the rows into the given order: new row i is the old row order[i].
-  void reorder(std::vector<std::uint32_t> order);
+  // Order.
+
+  /// Puts the rows from `first` on into the given order: row first + i is what row first + order[i] was.
+  void reorder(std::vector<std::uint32_t> order, std::size_t first = 0);
+  /// Another number after each change of which item a row names; appending changes none.
+  std::uint64_t order_version() const { return order_version_; }
+  /// These rows stay with their items from now on, however the list is ordered; items removed are left out.
+  void follow(FollowedRows rows) { followed_ = std::move(rows); }
+  const FollowedRows& followed() const { return followed_; }
 
   /// Bytes kept for names, items and folders, about.
   std::size_t memory() const;
@@ -124,6 +147,10 @@ class FileList {
   void make_set();
   bool is_new_folder(FolderId folder);
   std::uint16_t intern_reason(std::string_view reason);
+  void change_status(std::size_t row, ItemStatus status);
+  void set_carries(ItemRecord& record, bool carries);
+  void follow_removal(const RowSet& removed);
+  bool follow_order(std::span<const std::uint32_t> order, std::size_t first);
 
   FolderTable folders_;
   std::vector<ItemRecord> items_;
@@ -132,6 +159,13 @@ class FileList {
   TextArena old_proposed_names_;
   std::vector<std::string> reasons_ = {""};
   std::unordered_map<std::string, std::uint16_t> reason_ids_;
+
+  // Rows from named_end_ on have this status, and neither new name nor reason.
+  std::size_t named_end_ = 0;
+  ItemStatus rest_status_ = ItemStatus::none;
+  std::size_t renameable_count_ = 0;
+  FollowedRows followed_;
+  std::uint64_t order_version_ = 0;
 
   // filesDic. While no folder has been listed twice, the items themselves are the set; the hash set is made when a path
   // arrives that could be there already.

@@ -4,10 +4,6 @@
 
 namespace brindle {
 
-bool carries_new_name(const ItemRecord& record) {
-  return record.status == ItemStatus::proposed && record.proposed() != record.name();
-}
-
 bool check_new_name(FileList& files, std::size_t row, DiskNames& disk_names) {
   const ItemRecord& record = files[row];
   if (record.proposed() == record.name()) {

@@ -12,7 +12,4 @@ namespace brindle {
 /// renamed. `disk_names` has entered the row's folder.
 bool check_new_name(FileList& files, std::size_t row, DiskNames& disk_names);
 
-/// Whether a row carries a proposed name other than the one it has: the live preview proposes that one too.
-bool carries_new_name(const ItemRecord& record);
-
 }  // namespace brindle

@@ -76,8 +76,7 @@ TEST_F(Renaming, StateFollowsTheList) {
   EXPECT_TRUE(app().state().rename_enabled);
   app().RemoveFiles({});
   EXPECT_TRUE(ports_.desktop.has("tooltip NOITEMSTOREMOVE"));
-  const std::vector<std::size_t> two = {0, 2};
-  app().RemoveFiles(two);
+  app().RemoveFiles({0, 2});
   EXPECT_THAT(rows(), ElementsAre("b -> xb"));
   EXPECT_FALSE(app().state().rename_enabled);
   add({"a"});  // removed, so it can come again
@@ -266,8 +265,7 @@ TEST_F(Renaming, ALongListIsPreviewedByAQuietJobThatMakesWay) {
   EXPECT_EQ(app().files().new_filename(20'000), u"xygone20000");
   insert(u"z");
   advance(400);
-  const std::vector<std::size_t> first = {0};
-  app().RemoveFiles(first);
+  app().RemoveFiles({0});
   EXPECT_EQ(app().state().item_count, 20'001U);
   ports_.worker.release();
   run();
@@ -285,7 +283,7 @@ TEST_F(Renaming, ARenamingThatIsCancelledGoesOnLater) {
   rename();
   EXPECT_TRUE(app().state().isExecuting);
   EXPECT_FALSE(app().state().preview_enabled);
-  app().RemoveFiles(std::vector<std::size_t>{0});
+  app().RemoveFiles({0});
   app().sort_by_column("filename", false);
   app().cancelProcess();
   ports_.worker.release();
@@ -399,15 +397,23 @@ TEST_F(Renaming, OrderByColumnsAndByHand) {
     EXPECT_EQ(order(), each.order) << each.column;
   }
   EXPECT_EQ(app().sorted_column(), "fileWithPath");
-  const std::vector<std::size_t> ends = {0, 3};
-  EXPECT_THAT(app().move_rows_up(ends), ElementsAre(0, 2));
+  const auto followed = [this] { return app().files().followed().rows.rows(); };
+  app().follow_rows({{0, 3}, 3});
+  app().move_rows_up({0, 3});
+  EXPECT_THAT(followed(), ElementsAre(0, 2));
+  EXPECT_EQ(app().files().followed().current, 2);
   EXPECT_EQ(order(), "a/b10.txt a/c.jpg z/b10.txt z/B9.txt ");
   EXPECT_EQ(app().sorted_column(), "");
-  EXPECT_THAT(app().move_rows_down(ends), ElementsAre(1, 3));
+  app().follow_rows({{0, 3}, {}});
+  app().move_rows_down({0, 3});
+  EXPECT_THAT(followed(), ElementsAre(1, 3));
   EXPECT_EQ(order(), "a/c.jpg a/b10.txt z/b10.txt z/B9.txt ");
-  EXPECT_THAT(app().move_rows(ends, 2), ElementsAre(1, 2));
+  app().follow_rows({{0, 3}, {}});
+  app().move_rows({0, 3}, 2);
+  EXPECT_THAT(followed(), ElementsAre(1, 2));
   EXPECT_EQ(order(), "a/b10.txt a/c.jpg z/B9.txt z/b10.txt ");
-  EXPECT_THAT(app().move_rows(std::vector<std::size_t>{0}, 99), ElementsAre(3));
+  app().move_rows({1}, 99);
+  EXPECT_THAT(followed(), ElementsAre(1, 3));
 }
 
 TEST_F(Renaming, ChoicesAndTheirFlagsGoTogether) {

@@ -182,7 +182,7 @@ class Export : public RenameList {
 };
 
 TEST_F(Export, WritesTheColumnsAskedFor) {
-  files_.remove_rows(std::vector<std::size_t>{2, 3, 4});
+  files_.remove_rows({2, 3, 4});
   files_.set_status(0, ItemStatus::none);
   const struct {
     ExportOptions options;

@@ -50,7 +50,7 @@ TEST_F(FileTableTest, TheModelKeepsItsPromisesThroughEveryChange) {
   table().sort_by(new_name_column);
   table().sort_by(8);
   wait_until_idle();
-  controller->RemoveFiles(std::vector<std::size_t>{0, 2});
+  controller->RemoveFiles({0, 2});
   EXPECT_EQ(table().model()->rowCount(), 1);
 }
 

@@ -63,11 +63,11 @@ TEST_F(MainWindowTest, RowsAreMovedSortedAndRemovedByKeysAndTheSelectionStaysWit
   table().setCurrentIndex(table().model()->index(2, name_column));
   QTest::keyClick(&table(), Qt::Key_Up, Qt::ControlModifier);
   EXPECT_EQ(column_texts(name_column), QStringList({"a2.txt", "a1.txt", "a10.txt"}));
-  EXPECT_EQ(table().selected_rows(), std::vector<std::size_t>{1});
+  EXPECT_EQ(table().selected_rows(), RowSet({1}));
 
   table().sort_by(name_column);
   EXPECT_EQ(column_texts(name_column), QStringList({"a1.txt", "a2.txt", "a10.txt"}));
-  EXPECT_EQ(table().selected_rows(), std::vector<std::size_t>{0});
+  EXPECT_EQ(table().selected_rows(), RowSet({0}));
   EXPECT_EQ(table().currentIndex().row(), 0);
   table().sort_by(name_column);
   EXPECT_EQ(column_texts(name_column), QStringList({"a10.txt", "a2.txt", "a1.txt"}));
@@ -75,7 +75,7 @@ TEST_F(MainWindowTest, RowsAreMovedSortedAndRemovedByKeysAndTheSelectionStaysWit
 
   QTest::keyClick(&table(), Qt::Key_Delete);
   EXPECT_EQ(column_texts(name_column), QStringList({"a10.txt", "a2.txt"}));
-  EXPECT_EQ(table().selected_rows(), std::vector<std::size_t>{1});
+  EXPECT_EQ(table().selected_rows(), RowSet({1}));
   QTest::keyClick(&table(), Qt::Key_A, Qt::ControlModifier);
   QTest::keyClick(&table(), Qt::Key_Backspace);
   EXPECT_TRUE(find("emptyHint")->isVisible());

@@ -7,7 +7,6 @@
 #include "app/window/columns.h"
 #include "app/window/icons.h"
 #include "app/window/text.h"
-#include "pipeline/new_name_check.h"
 #include "platform/file_name.h"
 
 namespace brindle {
@@ -45,6 +44,7 @@ void FileTableModel::follow(ChangedSet changed) {
 }
 
 void FileTableModel::show_rows() {
+  item_ = {};  // folders may have other numbers now
   item_row_ = -1;
   wanted_photos_.clear();
   const int rows = is_readable() ? static_cast<int>(std::min<std::size_t>(app_.files().size(), INT32_MAX)) : 0;
@@ -65,8 +65,7 @@ void FileTableModel::show_names() {
 }
 
 void FileTableModel::count_renameable() {
-  const auto items = app_.files().items();
-  renameable_count_ = is_readable() ? static_cast<std::size_t>(std::ranges::count_if(items, carries_new_name)) : 0;
+  renameable_count_ = is_readable() ? app_.files().renameable_count() : 0;
 }
 
 int FileTableModel::rowCount(const QModelIndex& parent) const {

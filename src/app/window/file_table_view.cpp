@@ -11,22 +11,20 @@
 #include <QPainter>
 #include <QTimer>
 #include <algorithm>
-#include <unordered_set>
+#include <memory>
 
 #include "app/string_table.h"
 #include "app/window/columns.h"
 #include "app/window/file_table_model.h"
 #include "app/window/image_popup.h"
 #include "app/window/name_delegate.h"
+#include "app/window/row_selection.h"
 #include "app/window/text.h"
 
 namespace brindle {
 namespace {
 
 constexpr auto rows_type = "application/x-brindle-rows";
-
-// More items are not found again after a change of order.
-constexpr std::size_t most_remembered = 200'000;
 
 // More names than anybody pastes.
 constexpr std::size_t most_copied = 100'000;
@@ -48,10 +46,13 @@ FileTableView::FileTableView(BrindleAppController& app, QWidget* parent)
       app_(app),
       model_(new FileTableModel(app, this)),
       picture_(new ImagePopup(app, this)),
+      selection_(new RowSelection(model_, this)),
       hover_timer_(new QTimer(this)) {
   setObjectName(QStringLiteral("fileTable"));
   setAccessibleName(localized_text("LISTNAME"));
   setModel(model_);
+  const std::unique_ptr<QItemSelectionModel> first(selectionModel());
+  setSelectionModel(selection_);
   setItemDelegateForColumn(new_name_column, new NameDelegate(this));
   setSelectionBehavior(SelectRows);
   setSelectionMode(ExtendedSelection);
@@ -71,9 +72,10 @@ FileTableView::FileTableView(BrindleAppController& app, QWidget* parent)
   apply_metrics();
   hover_timer_->setSingleShot(true);
   hover_timer_->callOnTimeout(this, [this] { begin_hover(); });
-  connect(model_, &FileTableModel::order_changed, this, [this] { restore_selection(); });
-  connect(model_, &FileTableModel::modelReset, this, [this] {
-    remembered_ = {};
+  connect(model_, &FileTableModel::order_changed, this, [this] { follow_items(); });
+  connect(model_, &FileTableModel::modelReset, this, [this] { begin_list(); });
+  connect(selection_, &RowSelection::rows_changed, this, [this] {
+    hand_over_selection();
     emit selection_changed();
   });
   observer_ = app_.add_observer([this](ChangedSet changed) { follow(changed); });
@@ -125,76 +127,80 @@ void FileTableView::follow(ChangedSet changed) {
 // Selection.
 
 bool FileTableView::has_selection() const {
-  return selectionModel()->hasSelection();
+  return !selection_->rows().empty();
 }
 
 std::size_t FileTableView::selected_count() const {
-  std::size_t count = 0;
-  for (const QItemSelectionRange& range : selectionModel()->selection())
-    count += static_cast<std::size_t>(range.height());
-  return count;
+  return selection_->rows().count();
 }
 
-std::vector<std::size_t> FileTableView::selected_rows() const {
-  std::vector<std::size_t> rows;
-  rows.reserve(selected_count());
-  for (const QItemSelectionRange& range : selectionModel()->selection()) {
-    for (int row = range.top(); row <= range.bottom(); ++row) rows.push_back(static_cast<std::size_t>(row));
-  }
-  std::ranges::sort(rows);
-  rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
-  return rows;
+const RowSet& FileTableView::selected_rows() const {
+  return selection_->rows();
 }
 
-void FileTableView::select_rows(const std::vector<std::size_t>& sorted_rows) {
-  QItemSelection selection;
-  for (std::size_t i = 0; i < sorted_rows.size();) {
-    std::size_t end = i + 1;
-    while (end < sorted_rows.size() && sorted_rows[end] == sorted_rows[end - 1] + 1) ++end;
-    const auto row = [&](std::size_t at) { return static_cast<int>(sorted_rows[at]); };
-    selection.append({model_->index(row(i), 0), model_->index(row(end - 1), model_->columnCount() - 1)});
-    i = end;
-  }
-  selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+void FileTableView::select_rows(RowSet rows) {
+  keep_in_sight();
+  selection_->set_rows(std::move(rows));
 }
 
-// The inode stays when a file gets its new name; where the disk gave none, the place of the name in memory does.
-std::uint64_t FileTableView::identity(std::size_t row) const {
-  if (row >= app_.files().size()) return 0;
-  const ItemRecord& item = app_.files()[row];
-  if (item.inode != 0) return (item.inode << 20U) ^ item.folder;
-  return reinterpret_cast<std::uintptr_t>(item.name_data) | 1U;  // NOLINT(cppcoreguidelines-pro-type-reinterpret-cast)
-}
-
-void FileTableView::remember_selection() {
-  remembered_.rows.clear();
-  remembered_.items.clear();
-  remembered_.is_known = model_->is_readable() && selected_count() <= most_remembered;
-  if (!remembered_.is_known) return;
-  remembered_.rows = selected_rows();
-  for (const std::size_t row : remembered_.rows) remembered_.items.push_back(identity(row));
-}
-
-// Called after a change of order, by whomever. What was selected by then is known by its items.
-void FileTableView::restore_selection() {
-  // What was selected while a job had the list is not known by its items; such a job leaves the order as it is.
-  if (!model_->is_readable() || !remembered_.is_known) return;
-  const std::size_t count = app_.files().size();
-  const bool all = selected_count() == count;
-  bool same = remembered_.rows == selected_rows();
-  for (std::size_t i = 0; same && i < remembered_.rows.size(); ++i)
-    same = remembered_.rows[i] < count && identity(remembered_.rows[i]) == remembered_.items[i];
-  if (all || same) return;
-  const std::unordered_set<std::uint64_t> wanted(remembered_.items.begin(), remembered_.items.end());
-  std::vector<std::size_t> rows;
+// The list takes the selection along wherever its items go.
+void FileTableView::hand_over_selection() {
   std::optional<std::size_t> current;
-  for (std::size_t row = 0; row < count; ++row) {
-    const std::uint64_t item = identity(row);
-    if (wanted.contains(item)) rows.push_back(row);
-    if (remembered_.current == item) current = row;
+  if (currentIndex().isValid()) current = static_cast<std::size_t>(currentIndex().row());
+  app_.follow_rows({selection_->rows(), current});
+}
+
+// Called after a change of order, by whomever.
+void FileTableView::follow_items() {
+  if (!model_->is_readable()) return;
+  // What was chosen while a job had the list stands, unless the job changed the order.
+  if (std::exchange(order_version_, app_.files().order_version()) == app_.files().order_version())
+    return hand_over_selection();
+  const FollowedRows followed = app_.files().followed();
+  if (followed.current) set_current_row(*followed.current, std::max(currentIndex().column(), 0));
+  select_rows(followed.rows);
+  if (std::exchange(scrolls_to_current_, false)) scrollTo(currentIndex());
+}
+
+void FileTableView::begin_list() {
+  order_version_ = model_->is_readable() ? app_.files().order_version() : 0;
+  hand_over_selection();
+  const std::optional<std::size_t> next = std::exchange(next_row_, std::nullopt);
+  if (next && model_->rowCount() > 0) {
+    const std::size_t row = std::min(*next, static_cast<std::size_t>(model_->rowCount() - 1));
+    select_rows(RowSet({row}));
+    set_current_row(row, name_column);
   }
-  if (current) set_current_row(*current, remembered_.current_column);
-  select_rows(rows);
+  emit selection_changed();
+}
+
+// The selection is shown in the rows that can be seen.
+void FileTableView::keep_in_sight() {
+  const int first = std::max(rowAt(0), 0);
+  const int last = rowAt(viewport()->height() - 1);
+  const int end = last < 0 ? model_->rowCount() : last + 1;
+  selection_->set_sight({static_cast<std::size_t>(first), static_cast<std::size_t>(std::max(end, first))});
+}
+
+void FileTableView::scrollContentsBy(int dx, int dy) {
+  QTableView::scrollContentsBy(dx, dy);
+  keep_in_sight();
+}
+
+void FileTableView::resizeEvent(QResizeEvent* event) {
+  QTableView::resizeEvent(event);
+  keep_in_sight();
+}
+
+void FileTableView::mousePressEvent(QMouseEvent* event) {
+  keep_in_sight();
+  QTableView::mousePressEvent(event);
+}
+
+// Rows are what this list is about: Home and End are its first and its last one.
+QModelIndex FileTableView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
+  if (action == MoveHome || action == MoveEnd) modifiers |= Qt::ControlModifier;
+  return QTableView::moveCursor(action, modifiers);
 }
 
 void FileTableView::set_current_row(std::size_t row, int column) {
@@ -202,19 +208,9 @@ void FileTableView::set_current_row(std::size_t row, int column) {
   selectionModel()->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
 }
 
-void FileTableView::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
-  QTableView::selectionChanged(selected, deselected);
-  remember_selection();
-  emit selection_changed();
-}
-
 void FileTableView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
   QTableView::currentChanged(current, previous);
-  remembered_.current.reset();
-  if (current.isValid() && model_->is_readable()) {
-    remembered_.current = identity(static_cast<std::size_t>(current.row()));
-    remembered_.current_column = current.column();
-  }
+  hand_over_selection();
   if (picture_->isVisible() && current.isValid() && current.row() != previous.row())
     picture_->show_row(static_cast<std::size_t>(current.row()));
 }
@@ -222,22 +218,19 @@ void FileTableView::currentChanged(const QModelIndex& current, const QModelIndex
 // Commands.
 
 void FileTableView::remove_selected() {
-  const std::vector<std::size_t> rows = selected_rows();
-  app_.RemoveFiles(rows);
-  if (rows.empty() || !model_->is_readable() || model_->rowCount() == 0) return;
-  const std::size_t next = std::min(rows.front(), static_cast<std::size_t>(model_->rowCount() - 1));
-  select_rows({next});
-  set_current_row(next, name_column);
+  next_row_ = selected_rows().next(0);
+  app_.RemoveFiles(selected_rows());
+  if (model_->is_readable()) next_row_.reset();
 }
 
 void FileTableView::move_selected(Direction direction) {
-  const std::vector<std::size_t> rows = selected_rows();
-  const int column = std::max(currentIndex().column(), 0);
-  const auto places = direction == Direction::up ? app_.move_rows_up(rows) : app_.move_rows_down(rows);
-  if (places.empty()) return;
-  select_rows(places);
-  set_current_row(direction == Direction::up ? places.front() : places.back(), column);
-  scrollTo(currentIndex());
+  scrolls_to_current_ = true;
+  if (direction == Direction::up) {
+    app_.move_rows_up(selected_rows());
+  } else {
+    app_.move_rows_down(selected_rows());
+  }
+  if (model_->is_readable()) scrolls_to_current_ = false;
 }
 
 void FileTableView::edit_new_name() {
@@ -251,10 +244,9 @@ void FileTableView::edit_new_name() {
 
 void FileTableView::copy_names() {
   QStringList names;
-  for (const std::size_t row : selected_rows()) {
-    if (names.size() == static_cast<qsizetype>(most_copied)) break;
-    names << display_path_text(app_.files()[row].name());
-  }
+  for (auto row = selected_rows().next(0); row && names.size() < static_cast<qsizetype>(most_copied);
+       row = selected_rows().next(*row + 1))
+    names << display_path_text(app_.files()[*row].name());
   if (!names.isEmpty()) QApplication::clipboard()->setText(names.join(u'\n'));
 }
 
@@ -268,8 +260,6 @@ void FileTableView::toggle_picture() {
 
 void FileTableView::sort_by(int column) {
   if (column == icon_column) return;
-  const std::size_t selected = selected_count();
-  if (selected > most_remembered && selected < app_.state().item_count) clearSelection();
   const std::string_view identifier = columns.at(static_cast<std::size_t>(column)).identifier;
   const bool ascending = app_.sorted_column() != identifier || !app_.sorted_ascending();
   app_.sort_by_column(identifier, ascending);
@@ -401,10 +391,7 @@ void FileTableView::dropEvent(QDropEvent* event) {
   const int before = drop_row(event->position().toPoint());
   event->setDropAction(Qt::MoveAction);
   event->accept();
-  const auto places = app_.move_rows(selected_rows(), static_cast<std::size_t>(before));
-  if (places.empty()) return;
-  select_rows(places);
-  set_current_row(places.front(), name_column);
+  app_.move_rows(selected_rows(), static_cast<std::size_t>(before));
 }
 
 // The row before which a drop at this place goes.
@@ -416,6 +403,7 @@ int FileTableView::drop_row(QPoint place) const {
 }
 
 void FileTableView::paintEvent(QPaintEvent* event) {
+  keep_in_sight();
   QTableView::paintEvent(event);
   if (!drop_row_ || model_->rowCount() == 0) return;
   const bool last = *drop_row_ >= model_->rowCount();

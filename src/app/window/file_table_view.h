@@ -19,6 +19,7 @@ namespace brindle {
 
 class FileTableModel;
 class ImagePopup;
+class RowSelection;
 
 class FileTableView final : public QTableView {
   Q_OBJECT
@@ -33,8 +34,8 @@ class FileTableView final : public QTableView {
 
   bool has_selection() const;
   std::size_t selected_count() const;
-  std::vector<std::size_t> selected_rows() const;  ///< sorted
-  void select_rows(const std::vector<std::size_t>& sorted_rows);
+  const RowSet& selected_rows() const;
+  void select_rows(RowSet rows);
 
   void remove_selected();
   void move_selected(Direction direction);
@@ -67,25 +68,20 @@ class FileTableView final : public QTableView {
   void mouseMoveEvent(QMouseEvent* event) override;
   void leaveEvent(QEvent* event) override;
   bool viewportEvent(QEvent* event) override;
+  void scrollContentsBy(int dx, int dy) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
   void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
-  void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
 
  private:
-  // The selected items, by what stays with an item wherever it goes.
-  struct Remembered {
-    std::vector<std::uint64_t> items;  // in the order of their rows
-    std::vector<std::size_t> rows;
-    bool is_known = true;
-    std::optional<std::uint64_t> current;
-    int current_column = 0;
-  };
-
   void follow(ChangedSet changed);
   void set_up_header();
   void apply_metrics();
-  std::uint64_t identity(std::size_t row) const;
-  void remember_selection();
-  void restore_selection();
+  void hand_over_selection();
+  void follow_items();
+  void begin_list();
+  void keep_in_sight();
   void show_sort_order();
   void set_current_row(std::size_t row, int column);
   int drop_row(QPoint place) const;
@@ -96,8 +92,11 @@ class FileTableView final : public QTableView {
   FileTableModel* model_;
   ImagePopup* picture_;
   std::uint32_t observer_ = 0;
-  Remembered remembered_;
-  std::optional<int> drop_row_;  // where dragged rows would go, while they are dragged
+  std::uint64_t order_version_ = 0;      // that the selection belongs to
+  bool scrolls_to_current_ = false;      // when the order has changed
+  std::optional<std::size_t> next_row_;  // to be selected when the removed ones are gone
+  std::optional<int> drop_row_;          // where dragged rows would go, while they are dragged
+  RowSelection* selection_;
   QTimer* hover_timer_;
   int hovered_row_ = -1;
   std::function<void(QMenu&)> fill_context_menu_;

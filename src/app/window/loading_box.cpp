@@ -14,8 +14,8 @@
 namespace brindle {
 namespace {
 
-constexpr std::array<std::string_view, 7> titles = {"",        "JOBLOADING",   "JOBPREVIEW", "JOBRENAME",
-                                                    "JOBUNDO", "JOBEXPORTING", "JOBSORTING"};
+constexpr std::array<std::string_view, 8> titles = {"",        "JOBLOADING",   "JOBPREVIEW", "JOBRENAME",
+                                                    "JOBUNDO", "JOBEXPORTING", "JOBSORTING", "JOBREMOVING"};
 
 // Progress bars count in int; lists may be longer.
 constexpr int steps = 10'000;
