@@ -231,6 +231,8 @@ QLayout* FormColumn::indented(QWidget* widget) const {
 PanelFrame::PanelFrame(std::int32_t tab, QWidget* parent)
     : widget_(new PanelBody(parent)), rows_(new QVBoxLayout(widget_)) {
   widget_->setObjectName(QStringLiteral("methodPanel%1").arg(tab));
+  // On a wide screen a field is not drawn away from its label.
+  widget_->setMaximumWidth(widget_->fontMetrics().height() * 72);
 }
 
 void PanelFrame::head(QWidget* row) {
