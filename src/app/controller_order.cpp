@@ -15,7 +15,7 @@ namespace {
 // Sorting this many rows takes some ten milliseconds; more is a job.
 constexpr std::size_t most_rows_sorted_at_once = 20'000;
 // Putting rows into an order that is known is quicker.
-constexpr std::size_t most_rows_moved_at_once = 200'000;
+constexpr std::size_t most_rows_moved_at_once = 50'000;
 
 constexpr auto photo_columns = std::to_array<std::string_view>({"make", "model", "dimensions", "pictureTaken"});
 constexpr auto item_columns = std::to_array<std::string_view>(
