@@ -42,7 +42,7 @@ ExportRefusal check_export(const ExportOptions& options);
 /// the whole text is there; what is no regular file (a pipe, a terminal, /dev/stdout) is written to as it goes. Returns
 /// a sentence (UTF-8), empty on success and for a cancelled export. Progress counts items. A cancelled export leaves
 /// the file that stood there. Any thread, as long as none changes the list.
-std::string export_list(const FileList& files, const ExportOptions& options, const ExportTitles& titles,
-                        const std::string& path, const JobControl& control);
+[[nodiscard]] std::string export_list(const FileList& files, const ExportOptions& options, const ExportTitles& titles,
+                                      const std::string& path, const JobControl& control);
 
 }  // namespace brindle

@@ -43,7 +43,7 @@ class JournalWriter {
   ~JournalWriter();
 
   /// Makes the file and locks it. Fails when anything stands at the path (`name_taken()` is then true).
-  std::string create(const std::string& path, const JournalInfo& info);
+  [[nodiscard]] std::string create(const std::string& path, const JournalInfo& info);
   bool name_taken() const { return name_taken_; }
 
   /// Says once which path (bytes, absolute, as it is before the run) a folder's number stands for, before its first
@@ -55,7 +55,7 @@ class JournalWriter {
 
   /// Ends the list and brings it, and the file's entry in its folder, to the disk. No rename may be made before this
   /// succeeded. On failure (full disk) the journal is of no use: remove() it.
-  std::string seal();
+  [[nodiscard]] std::string seal();
 
   /// After seal(): records what became of entry `index` (below size()). One store into a shared mapping whose disk
   /// space is reserved; kept whatever happens to the process, not brought to the disk by itself. Different entries may

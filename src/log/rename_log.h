@@ -29,10 +29,11 @@ class RenameLogWriter {
   /// Puts the empty log on disk. `path` is absolute and holds the "#"; `type` is "FILES" or "FOLDERS". Fails when
   /// anything stands at `path` (`name_taken()` is then true). `appversion` is for logs of runs that another version
   /// began.
-  std::string createLogFile(const std::string& path, std::string_view type, std::string_view appversion = {});
+  [[nodiscard]] std::string createLogFile(const std::string& path, std::string_view type,
+                                          std::string_view appversion = {});
   bool name_taken() const { return name_taken_; }
   /// Takes over a "#" log (which may be missing) of a run that was interrupted.
-  std::string take_over(const std::string& path, std::string_view type, std::string_view appversion);
+  [[nodiscard]] std::string take_over(const std::string& path, std::string_view type, std::string_view appversion);
   const std::string& path() const { return path_; }
 
   /// Appends an entry: old and new full path. A failed write is remembered and reported by saveLog.
@@ -46,7 +47,7 @@ class RenameLogWriter {
   /// Finishes the log: it is synced to disk and put at the "#" path with the number of entries in place of the "#",
   /// never over another file; where that name is taken, the next second's that is free is used. Then the "#" file goes.
   /// On failure no half log is left, and the "#" file stays.
-  std::string saveLog();
+  [[nodiscard]] std::string saveLog();
   /// Where saveLog put the log; empty before.
   const std::string& saved_path() const { return saved_path_; }
   /// Gives the run up: removes the "#" file and what was written.
@@ -119,6 +120,6 @@ std::vector<LogRecord> loadUserLogFiles(const std::string& folder);
 bool verifyLogFile(const std::string& path);
 
 /// Moves the file to the trash of its disk, or removes it where there is none.
-std::string deleteLogFile(const std::string& path);
+[[nodiscard]] std::string deleteLogFile(const std::string& path);
 
 }  // namespace brindle

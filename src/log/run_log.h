@@ -18,7 +18,7 @@ namespace brindle {
 /// The run then goes: journal.add…, journal.seal(), the renames with their marks, log.addLogEntry in list order,
 /// log.saveLog(), and journal.remove() if saveLog succeeded. When the run ends before its first rename for want of a
 /// journal: log.discard() and journal.remove().
-std::string begin_run_log(const std::string& log_folder, std::time_t when, const JournalInfo& info,
-                          JournalWriter& journal, RenameLogWriter& log);
+[[nodiscard]] std::string begin_run_log(const std::string& log_folder, std::time_t when, const JournalInfo& info,
+                                        JournalWriter& journal, RenameLogWriter& log);
 
 }  // namespace brindle

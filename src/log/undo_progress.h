@@ -30,7 +30,7 @@ class UndoProgress {
   /// Goes on with what an undo of the same log (same bytes) left, or begins anew. Where nothing can be kept beside the
   /// log, the data folder will do. Returns a sentence when neither can be had, or when the log is just being undone by
   /// another process.
-  std::string open(const std::string& log_path, std::uint64_t log_checksum, std::size_t entries);
+  [[nodiscard]] std::string open(const std::string& log_path, std::uint64_t log_checksum, std::size_t entries);
 
   UndoMark get(std::size_t entry) const { return static_cast<UndoMark>(marks_.get(entry)); }
   void set(std::size_t entry, UndoMark mark) { marks_.set(entry, static_cast<std::uint8_t>(mark)); }

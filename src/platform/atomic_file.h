@@ -18,10 +18,10 @@ class AtomicFile {
 
   /// Makes the file at `temporary_path`, replacing what an interrupted run left there (never through a symbolic link).
   /// Returns 0 or errno, as all calls below.
-  int open(const std::string& temporary_path);
+  [[nodiscard]] int open(const std::string& temporary_path);
   /// Makes a file that place() puts at `path`: beside it, under a name that nobody else uses, with the permission bits
   /// of what stands there. A symbolic link at `path` is followed, so that it stays a link.
-  int open_for(const std::string& path);
+  [[nodiscard]] int open_for(const std::string& path);
   bool is_open() const { return descriptor_ >= 0; }
   /// After an error, further writes do nothing; sync() reports it.
   void write(std::string_view bytes);
@@ -29,11 +29,11 @@ class AtomicFile {
   /// Brings the bytes to the disk.
   int sync();
   /// Gives the file its name; EEXIST when something stands there.
-  int place_exclusively(const std::string& path);
+  [[nodiscard]] int place_exclusively(const std::string& path);
   /// Gives the file its name in place of whatever stands there.
-  int place_over(const std::string& path);
+  [[nodiscard]] int place_over(const std::string& path);
   /// sync() and place_over() for a file made by open_for().
-  int place();
+  [[nodiscard]] int place();
   void discard();
 
  private:
@@ -46,12 +46,12 @@ class AtomicFile {
 };
 
 /// Writes all bytes to an open file or pipe. Returns 0 or errno.
-int write_all(int descriptor, std::string_view bytes);
+[[nodiscard]] int write_all(int descriptor, std::string_view bytes);
 
 /// Writes a whole file in place of the old one, which keeps its permission bits: after a crash there is the old or the
 /// new one. A symbolic link at `path` is followed, so that it stays a link. Returns a sentence (UTF-8), empty on
 /// success.
-std::string write_file_atomically(const std::string& path, std::string_view content);
+[[nodiscard]] std::string write_file_atomically(const std::string& path, std::string_view content);
 
 /// Reads a regular file from its start; never waits on a pipe or device.
 class FileReader {
@@ -62,7 +62,7 @@ class FileReader {
   ~FileReader();
 
   /// Returns 0 or errno (EINVAL for what is no regular file).
-  int open(const std::string& path);
+  [[nodiscard]] int open(const std::string& path);
   /// In bytes, when the file was opened.
   std::size_t size() const { return size_; }
   /// Fills `buffer` as far as the file goes and returns how far. After a failure `error()` is not 0.
@@ -76,10 +76,10 @@ class FileReader {
 };
 
 /// Reads a regular file of at most `limit` bytes. Returns 0 or errno (EFBIG: too large).
-int read_regular_file(const std::string& path, std::size_t limit, std::string& content);
+[[nodiscard]] int read_regular_file(const std::string& path, std::size_t limit, std::string& content);
 
 /// Brings the entries of the folder that holds `path` to the disk. Returns 0 or errno.
-int sync_folder_of(const std::string& path);
+[[nodiscard]] int sync_folder_of(const std::string& path);
 
 /// The path's folder and last component. "/a" → "/", "a"; "a" → ".", "a".
 struct PathParts {

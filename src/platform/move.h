@@ -12,12 +12,13 @@ namespace brindle {
 /// renameat2(2) with RENAME_NOREPLACE; on a disk that does not know the flag, a hard link and the removal of the old
 /// name for files, and an exclusively made empty folder to rename onto for folders. Where neither can be had the move
 /// fails with ENOTSUP: nothing is ever moved on the strength of a look-up alone.
-int move_exclusively(const FolderHandle& from_folder, const char* from, const FolderHandle& to_folder, const char* to);
+[[nodiscard]] int move_exclusively(const FolderHandle& from_folder, const char* from, const FolderHandle& to_folder,
+                                   const char* to);
 
 /// The move for a name that changes in letter case alone, on a disk where both spellings name the same entry:
 /// rename(2). Returns EEXIST unless the two names differ in case only, lead to the same file, and the folder does not
 /// list both (two hard links are two files).
-int move_changing_case(const FolderHandle& folder, const char* from, const char* to);
+[[nodiscard]] int move_changing_case(const FolderHandle& folder, const char* from, const char* to);
 
 /// Whether two names (bytes) differ, and differ in letter case alone.
 bool differ_in_case_only(std::string_view a, std::string_view b);

@@ -20,11 +20,11 @@ class OutputFile {
   /// Turns to a path. A regular file there is replaced by finish(), and keeps its permission bits; a symbolic link is
   /// followed and stays a link. What is no regular file, and what lies in /dev or /proc (such as /dev/stdout, wherever
   /// that leads), is appended to as the text comes. A pipe that nobody reads is refused (ENXIO). Returns 0 or errno.
-  int open(const std::string& path);
+  [[nodiscard]] int open(const std::string& path);
   /// Buffered. After an error further writes do nothing; finish() reports it.
   void write(std::string_view bytes);
   /// Writes the rest, and gives a replaced file its name. Returns 0 or errno.
-  int finish();
+  [[nodiscard]] int finish();
 
  private:
   void flush();

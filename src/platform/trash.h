@@ -9,6 +9,6 @@ namespace brindle {
 /// Moves a file to the trash of its disk: the home trash when that is on the same disk, else the disk's own. Never
 /// copies between disks, never replaces anything. Returns 0, or errno when there is no trash for it; the file is where
 /// it was then.
-int move_to_trash(const std::string& path);
+[[nodiscard]] int move_to_trash(const std::string& path);
 
 }  // namespace brindle

@@ -14,9 +14,9 @@ namespace brindle {
 inline constexpr std::string_view profile_extension = "brprofile";
 
 /// Reads the record of a profile; untouched on failure. What its keys mean is the affair of setSettings.
-std::string read_profile_file(const std::string& path, SettingsRecord& record);
+[[nodiscard]] std::string read_profile_file(const std::string& path, SettingsRecord& record);
 
 /// Writes the record in place of the old file, atomically.
-std::string write_profile_file(const std::string& path, const SettingsRecord& record);
+[[nodiscard]] std::string write_profile_file(const std::string& path, const SettingsRecord& record);
 
 }  // namespace brindle

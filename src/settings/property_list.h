@@ -23,18 +23,19 @@ struct PropertyList {
 
 /// Reads a property list of either kind, told apart by its first bytes. Returns a clause that says what is wrong, as in
 /// "line 3: the element “set” is not known", with `list` untouched.
-std::string read_property_list(std::string_view bytes, PropertyList& list, const PropertyListBudget& budget = {});
+[[nodiscard]] std::string read_property_list(std::string_view bytes, PropertyList& list,
+                                             const PropertyListBudget& budget = {});
 
 /// The XML form (UTF-8). The order of a dictionary's entries is kept, and the same value always gives the same bytes.
 /// The attribute "appversion" stands on the root element unless it is empty. Dates lose their milliseconds.
 std::string write_xml_property_list(const PropertyValue& value, std::u16string_view appversion = {});
 
 /// Reads a regular file of at most `property_list_size_limit` bytes. Returns a sentence that names the file.
-std::string read_property_list_file(const std::string& path, PropertyList& list);
+[[nodiscard]] std::string read_property_list_file(const std::string& path, PropertyList& list);
 inline constexpr std::size_t property_list_size_limit = std::size_t{64} << 20;
 
 /// Writes XML in place of the old file, atomically. Returns a sentence that names the file.
-std::string write_property_list_file(const std::string& path, const PropertyValue& value,
-                                     std::u16string_view appversion = {});
+[[nodiscard]] std::string write_property_list_file(const std::string& path, const PropertyValue& value,
+                                                   std::u16string_view appversion = {});
 
 }  // namespace brindle

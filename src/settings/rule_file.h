@@ -23,11 +23,11 @@ enum class MethodNames : std::uint8_t {
 };
 
 /// Reads the chain of a rule file; `rules` is untouched on failure.
-std::string read_rule_file(const std::string& path, MethodNames names, std::vector<Rule>& rules);
+[[nodiscard]] std::string read_rule_file(const std::string& path, MethodNames names, std::vector<Rule>& rules);
 
 /// Writes the chain, version attribute included, in place of the old file, atomically: on failure the old file is as it
 /// was, and no half-made one is left.
-std::string write_rule_file(const std::string& path, std::span<const Rule> rules);
+[[nodiscard]] std::string write_rule_file(const std::string& path, std::span<const Rule> rules);
 
 /// A chain as one property-list value, as rule files and the user default "LASTRULE" hold it.
 PropertyValue rules_to_property_value(std::span<const Rule> rules);
