@@ -61,7 +61,7 @@ class Run {
 void Run::collect_rows() {
   if (follows_) sort_by_location(files_);
   for (std::uint32_t row = 0; row < files_.size(); ++row) {
-    if (carries_new_name(files_[row])) {
+    if (files_[row].carries_new_name) {
       rows_.push_back(row);
     } else if (files_[row].status == ItemStatus::proposed) {
       files_.set_status(row, ItemStatus::no_changes);  // the live preview proposes the name that an item has, too

@@ -15,7 +15,7 @@ static_assert(audio_tag_count == audio_module::attribute_count);
 using Reader = decltype(audio_module::brindle_read_audio);
 
 Reader* reader() {
-  static const Module module(audio_module::file_name);
+  static const Module module(audio_module::file_name, audio_module::revision);
   static Reader* const function = module.function<Reader>("brindle_read_audio");
   return function;
 }

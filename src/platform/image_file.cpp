@@ -18,7 +18,7 @@ namespace {
 constexpr std::uint64_t size_limit = std::uint64_t{4} << 30U;
 
 struct Decoders {
-  Module module{image_module::file_name};
+  Module module{image_module::file_name, image_module::revision};
   decltype(&image_module::brindle_decode_exif) exif =
       module.function<decltype(image_module::brindle_decode_exif)>("brindle_decode_exif");
   decltype(&image_module::brindle_decode_photoshop) photoshop =

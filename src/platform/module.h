@@ -3,15 +3,18 @@
 // Shared libraries of our own that are opened when they are first needed: each holds what needs one large library, so
 // that only the runs that need that library pay for loading it.
 
+#include <cstdint>
+
 namespace brindle {
 
 /// One opened module. Make one as a static object where it is used; it stays open until the program ends. Immutable;
 /// any thread.
 class Module {
  public:
-  /// Looks for the file along the program's own search path. What is not there, or cannot be loaded, is a line in the
-  /// program's messages and a module without functions.
-  explicit Module(const char* file_name);
+  /// Looks for the file along the program's own search path. What is not there, cannot be loaded, or was put there by
+  /// an update since the program started (its brindle_module_revision() is not the one the program was built with) is a
+  /// line in the program's messages and a module without functions.
+  Module(const char* file_name, std::uint32_t revision);
 
   /// The function of that unmangled name, or null.
   template <class Function>

@@ -58,7 +58,9 @@ TEST(RowSet, DoesWhatPlainBooleansDo) {
     ASSERT_EQ(set.rows(), rows) << step;
     ASSERT_EQ(set.count(), rows.size());
     ASSERT_EQ(set, RowSet(rows));
-    if (!rows.empty()) ASSERT_EQ(set.last(), rows.back());
+    if (!rows.empty()) {
+      ASSERT_EQ(set.last(), rows.back());
+    }
     ASSERT_EQ(set.count_before(first),
               static_cast<std::size_t>(std::lower_bound(rows.begin(), rows.end(), first) - rows.begin()));
     std::size_t covered = 0;

@@ -257,6 +257,10 @@ std::string library_name(BoundedStream& stream, std::string_view extension) {
 
 }  // namespace
 
+extern "C" std::uint32_t brindle_module_revision() {
+  return revision;
+}
+
 extern "C" void brindle_read_audio(int descriptor, std::uint64_t size, const char* extension, std::uint32_t wanted,
                                    const Sink* sink) {
   try {

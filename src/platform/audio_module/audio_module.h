@@ -11,6 +11,9 @@ namespace brindle::audio_module {
 
 inline constexpr const char* file_name = "brindle_audio.so";
 
+/// Raised with every change of what crosses the seam.
+inline constexpr std::uint32_t revision = 2;
+
 /// What a reported value is.
 enum Attribute : std::uint32_t { artist, year, genre, title, album, comment, track_number, composer };
 inline constexpr std::size_t attribute_count = 8;
@@ -25,6 +28,7 @@ struct Sink {
 /// The function of the library, by its unmangled name. Reports what can be read and leaves out the rest; neither fails,
 /// throws nor keeps anything. Any thread, any number of threads.
 extern "C" {
+std::uint32_t brindle_module_revision();
 /// `descriptor` is a regular file of `size` bytes, open for reading; it stays open. `extension` (of the file's name:
 /// ASCII lower case, no dot) counts where the first bytes do not tell what the file is. Reports the attributes that
 /// have their bit in `wanted`: 1 << title, and so on.

@@ -189,6 +189,10 @@ void guarded(Read read) noexcept {
 
 extern "C" {
 
+std::uint32_t brindle_module_revision() {
+  return revision;
+}
+
 void brindle_decode_exif(unsigned char* data, std::size_t size, std::uint32_t wanted, const Sink* sink) {
   guarded([&] {
     if (size > block_limit) return;

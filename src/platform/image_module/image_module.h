@@ -11,6 +11,9 @@ namespace brindle::image_module {
 
 inline constexpr const char* file_name = "brindle_image.so";
 
+/// Raised with every change of what crosses the seam.
+inline constexpr std::uint32_t revision = 2;
+
 /// What a reported value is. Data sets of IPTC are reported as iptc_base + record × 256 + number.
 enum Tag : std::uint32_t {
   date_time_original,  ///< texts, as bytes of whatever character set the camera chose
@@ -36,6 +39,7 @@ struct Sink {
 /// The functions of the library, by their unmangled names. Each reports what can be read and leaves out the rest; none
 /// fails, throws or keeps anything. Any thread, any number of threads.
 extern "C" {
+std::uint32_t brindle_module_revision();
 /// `data` is what follows "Exif\0\0": a TIFF structure, which is changed. Reports the tags that have their bit in
 /// `wanted`: 1 << make, and so on; perhaps others.
 void brindle_decode_exif(unsigned char* data, std::size_t size, std::uint32_t wanted, const Sink* sink);
