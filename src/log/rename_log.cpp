@@ -1,6 +1,5 @@
 #include "log/rename_log.h"
 
-#include <fcntl.h>
 #include <fmt/format.h>
 #include <unistd.h>
 
@@ -48,22 +47,12 @@ void append_exact(const std::string& folder, bool folder_representable, std::str
   append_percent_encoded(name, xml);
 }
 
-int make_file(const std::string& path, std::string_view content) {
-  const int descriptor = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666);
-  if (descriptor < 0) return errno;
-  const ssize_t written = ::write(descriptor, content.data(), content.size());
-  const int error = written < 0 ? errno : static_cast<std::size_t>(written) < content.size() ? ENOSPC : 0;
-  ::close(descriptor);
-  if (error != 0) ::unlink(path.c_str());
-  return error;
-}
-
 }  // namespace
 
 std::string RenameLogWriter::createLogFile(const std::string& path, std::string_view type,
                                            std::string_view appversion) {
   if (appversion.empty()) appversion = appVersion();
-  const int error = make_file(path, document_start(type, appversion).append(end_of_empty_root));
+  const int error = write_new_file(path, document_start(type, appversion).append(end_of_empty_root), 0666);
   name_taken_ = error == EEXIST;
   if (error != 0) return failure("created", path, error);
   std::string text = take_over(path, type, appversion);

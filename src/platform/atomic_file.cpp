@@ -134,10 +134,20 @@ void AtomicFile::close() {
 int write_all(int descriptor, std::string_view bytes) {
   while (!bytes.empty()) {
     const ssize_t written = ::write(descriptor, bytes.data(), bytes.size());
-    if (written < 0 && errno != EINTR) return errno;
-    if (written > 0) bytes.remove_prefix(static_cast<std::size_t>(written));
+    if (written < 0 && errno == EINTR) continue;
+    if (written <= 0) return written < 0 ? errno : EIO;
+    bytes.remove_prefix(static_cast<std::size_t>(written));
   }
   return 0;
+}
+
+int write_new_file(const std::string& path, std::string_view bytes, unsigned mode) {
+  const int descriptor = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode);
+  if (descriptor < 0) return errno;
+  int error = write_all(descriptor, bytes);
+  if (::close(descriptor) != 0 && error == 0) error = errno;
+  if (error != 0) ::unlink(path.c_str());
+  return error;
 }
 
 std::string write_file_atomically(const std::string& path, std::string_view content) {

@@ -48,6 +48,10 @@ class AtomicFile {
 /// Writes all bytes to an open file or pipe. Returns 0 or errno.
 [[nodiscard]] int write_all(int descriptor, std::string_view bytes);
 
+/// Makes a file, readable by whom `mode` says (less the umask). 0, or the errno: EEXIST when the name is taken. A
+/// failure leaves no file.
+[[nodiscard]] int write_new_file(const std::string& path, std::string_view bytes, unsigned mode);
+
 /// Writes a whole file in place of the old one, which keeps its permission bits: after a crash there is the old or the
 /// new one. A symbolic link at `path` is followed, so that it stays a link. Returns a sentence (UTF-8), empty on
 /// success.

@@ -29,3 +29,6 @@ class Module {
 };
 
 }  // namespace brindle
+
+/// Every module has it: the revision of the seam that it was built for.
+extern "C" std::uint32_t brindle_module_revision();

@@ -1,6 +1,5 @@
 #include "platform/trash.h"
 
-#include <fcntl.h>
 #include <fmt/chrono.h>
 #include <fmt/format.h>
 #include <sys/stat.h>
@@ -94,20 +93,10 @@ std::string note_text(const Trash& trash, const std::string& path) {
   return text + fmt::format("\nDeletionDate={:%Y-%m-%dT%H:%M:%S}\n", local);
 }
 
-int write_note(const std::string& path, const std::string& text) {
-  const int descriptor = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600);
-  if (descriptor < 0) return errno;
-  const bool written = ::write(descriptor, text.data(), text.size()) == static_cast<ssize_t>(text.size());
-  ::close(descriptor);
-  if (written) return 0;
-  ::unlink(path.c_str());
-  return ENOSPC;
-}
-
 // The note is made first: its exclusive creation claims the name.
 int move_under_name(const Trash& trash, const std::string& path, const std::string& note, const std::string& name) {
   const std::string note_path = fmt::format("{}/info/{}.trashinfo", trash.path, name);
-  int error = write_note(note_path, note);
+  int error = write_new_file(note_path, note, 0600);
   if (error != 0) return error;
   const PathParts from = split_path(path);
   const FolderHandle from_folder = FolderHandle::open(from.folder);

@@ -21,7 +21,7 @@ using Fault = std::optional<std::string>;
 
 constexpr std::u16string_view blanks = u" \t";
 
-std::u16string_view trimmed(std::u16string_view text) {
+std::u16string_view without_edge_blanks(std::u16string_view text) {
   const std::size_t start = std::min(text.find_first_not_of(blanks), text.size());
   return text.substr(start, text.find_last_not_of(blanks) + 1 - start);
 }
@@ -29,7 +29,7 @@ std::u16string_view trimmed(std::u16string_view text) {
 // Where the member that begins a text ends: at the next ";", which does not count within the brackets of a token.
 std::size_t member_end(std::u16string_view rest) {
   for (std::size_t end = rest.find(u';'); end != std::u16string_view::npos; end = rest.find(u';', end + 1)) {
-    const std::u16string_view member = trimmed(rest.substr(0, end));
+    const std::u16string_view member = without_edge_blanks(rest.substr(0, end));
     if (member.empty() || member.front() != u'<' || member.back() == u'>') return end;
   }
   return rest.size();
@@ -39,7 +39,7 @@ std::vector<std::u16string_view> members_of(std::u16string_view text) {
   std::vector<std::u16string_view> members;
   while (!text.empty()) {
     const std::size_t end = member_end(text);
-    const std::u16string_view member = trimmed(text.substr(0, end));
+    const std::u16string_view member = without_edge_blanks(text.substr(0, end));
     if (!member.empty()) members.push_back(member);
     text.remove_prefix(std::min(end + 1, text.size()));
   }

@@ -12,6 +12,7 @@
 
 #include "platform/audio_module/bounded_stream.h"
 #include "platform/audio_module/format_gaps.h"
+#include "platform/module.h"
 
 namespace brindle::audio_module {
 namespace {

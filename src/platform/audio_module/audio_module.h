@@ -28,7 +28,6 @@ struct Sink {
 /// The function of the library, by its unmangled name. Reports what can be read and leaves out the rest; neither fails,
 /// throws nor keeps anything. Any thread, any number of threads.
 extern "C" {
-std::uint32_t brindle_module_revision();
 /// `descriptor` is a regular file of `size` bytes, open for reading; it stays open. `extension` (of the file's name:
 /// ASCII lower case, no dot) counts where the first bytes do not tell what the file is. Reports the attributes that
 /// have their bit in `wanted`: 1 << title, and so on.

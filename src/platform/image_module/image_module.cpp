@@ -12,6 +12,7 @@
 
 #include "platform/image_module/bounded_io.h"
 #include "platform/image_module/tiff_guard.h"
+#include "platform/module.h"
 
 namespace brindle::image_module {
 namespace {

@@ -39,7 +39,6 @@ struct Sink {
 /// The functions of the library, by their unmangled names. Each reports what can be read and leaves out the rest; none
 /// fails, throws or keeps anything. Any thread, any number of threads.
 extern "C" {
-std::uint32_t brindle_module_revision();
 /// `data` is what follows "Exif\0\0": a TIFF structure, which is changed. Reports the tags that have their bit in
 /// `wanted`: 1 << make, and so on; perhaps others.
 void brindle_decode_exif(unsigned char* data, std::size_t size, std::uint32_t wanted, const Sink* sink);
