@@ -157,10 +157,14 @@ TEST_F(MaskEditorTest, FieldsAreAddedFoundDroppedAndPutInOrder) {
   EXPECT_EQ(rows(), QStringList({"“Trip”", "Copyright Notice", "Date"}));
   EXPECT_EQ(table->currentRow(), 2);
   picture(editor.get(), "mask_editor");
+  QTest::keyClick(editor->findChild<QLineEdit*>("maskSearch"), Qt::Key_Return);
+  QTest::keyClick(outline, Qt::Key_Return);
+  EXPECT_TRUE(editor->isVisible());
 
   press("applyMask");
   EXPECT_FALSE(editor->isVisible());
-  EXPECT_EQ(values().photoRenamingMask, u"<Trip><IPTC_Description_Copyright_Notice><EXIF_Date>");
+  EXPECT_EQ(values().photoRenamingMask,
+            u"<Trip><IPTC_Description_Copyright_Notice><IPTC_Description_Copyright_Status><EXIF_Date>");
 }
 
 TEST_F(MaskEditorTest, CancelLeavesTheMaskAndTheSearchSpeaksTheLanguageOfTheWindow) {

@@ -4,6 +4,7 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QInputDialog>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -40,6 +41,12 @@ class FieldOutline final : public QTreeWidget {
       if (const MetaDataField* field = field_of(item); field != nullptr) fields.push_back(field);
     }
     return fields.empty() ? nullptr : fields_mime_data(fields);
+  }
+
+  // Enter adds a field; the sheet's default button is not meant.
+  void keyPressEvent(QKeyEvent* event) override {
+    QTreeWidget::keyPressEvent(event);
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) event->accept();
   }
 };
 
@@ -89,6 +96,7 @@ QWidget* MaskEditor::make_outline() {
     controller_.filterItems(utf16(text));
     show_outline();
   });
+  search_->installEventFilter(this);
 
   outline_ = new FieldOutline;
   outline_->setObjectName(QStringLiteral("maskOutline"));
@@ -163,6 +171,22 @@ void MaskEditor::show_outline() {
     }
   }
   outline_->expandAll();
+}
+
+bool MaskEditor::eventFilter(QObject* watched, QEvent* event) {
+  if (watched != search_ || event->type() != QEvent::KeyPress) return Sheet::eventFilter(watched, event);
+  const int key = static_cast<QKeyEvent*>(event)->key();
+  if (key != Qt::Key_Return && key != Qt::Key_Enter && key != Qt::Key_Down) return Sheet::eventFilter(watched, event);
+  go_to_first_field();
+  return true;
+}
+
+// From the search to what it has found.
+void MaskEditor::go_to_first_field() {
+  const QTreeWidgetItem* group = outline_->topLevelItem(0);
+  if (group == nullptr || group->childCount() == 0) return;
+  outline_->setCurrentItem(group->child(0));
+  outline_->setFocus();
 }
 
 void MaskEditor::show_fields() {

@@ -21,11 +21,15 @@ class MaskEditor final : public Sheet {
   MaskEditor(BrindleAppController& app, QWidget* parent);
   ~MaskEditor() override;
 
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
  private:
   void follow() override { show_fields(); }
   QWidget* make_outline();
   QWidget* make_table();
   void show_outline();
+  void go_to_first_field();
   void show_fields();
   void fill_table(const FieldList& fields);
   void add_current();
