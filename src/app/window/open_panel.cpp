@@ -18,7 +18,6 @@
 #include <QTreeView>
 #include <algorithm>
 #include <cerrno>
-#include <cstring>
 #include <utility>
 
 #include "app/string_table.h"
@@ -28,16 +27,12 @@
 #include "app/window/places.h"
 #include "app/window/text.h"
 #include "app/window/theme.h"
+#include "platform/atomic_file.h"
 
 namespace brindle {
 namespace {
 
 constexpr int path_role = Qt::UserRole;
-
-std::string parent_of(const std::string& folder) {
-  const std::size_t slash = folder.rfind('/');
-  return slash == 0 || slash == std::string::npos ? "/" : folder.substr(0, slash);
-}
 
 std::string joined(const std::string& folder, std::string_view name) {
   return (folder == "/" ? std::string() : folder) + '/' + std::string(name);
@@ -256,17 +251,19 @@ void OpenPanel::show_listing(FolderListing listing, const std::string& select, W
 }
 
 void OpenPanel::refuse(const FolderListing& listing) {
-  if (folder_.empty() && listing.folder != "/") return go_to(parent_of(listing.folder));
+  if (folder_.empty() && listing.folder != "/") return go_to(split_path(listing.folder).folder);
   if (listing.error == ENOTDIR && request_.files) {
     chosen_ = {listing.folder};
     return accept();
   }
-  status_->setText(qt_text(
-      localized_format("PANELUNREADABLE", utf8(in_one_line(path_text(listing.folder))), std::strerror(listing.error))));
+  const std::string folder = utf8(in_one_line(path_text(listing.folder)));
+  status_->setText(qt_text(localized_format("PANELUNREADABLE", folder, localized(system_error_text(listing.error)))));
 }
 
 void OpenPanel::go_up() {
-  if (folder_ != "/") go_to(parent_of(folder_), folder_.substr(folder_.rfind('/') + 1));
+  if (folder_ == "/") return;
+  PathParts parts = split_path(folder_);
+  go_to(std::move(parts.folder), std::move(parts.name));
 }
 
 void OpenPanel::go_back() {
