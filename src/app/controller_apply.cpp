@@ -47,11 +47,11 @@ void BrindleAppController::actionApply() {
   options.isIncludeSubFolders = values().isIncludeSubFolders;
   options.selectedTab = names_made_with_.selectedTab;
   options.generalOptionIndex = names_made_with_.generalOptionIndex;
-  names_made_with_.is_live = false;
   options.is_chain = state_.isRulePreview;
   options.log_folder = preferences_.defaultLogFolderPath;
   std::string error;
   if (options.log_folder == default_preferences().defaultLogFolderPath) createApplicationUsersFolder("Logs", error);
+  names_made_with_.is_live = false;
   apply_names(options);
 }
 
