@@ -8,6 +8,9 @@
 
 namespace brindle {
 
+// A million rows are a million of these.
+static_assert(sizeof(ItemRecord) == 40);
+
 std::size_t FileList::PathHash::operator()(const PathKey& key) const {
   return hash_bytes(key.name, key.folder);
 }
