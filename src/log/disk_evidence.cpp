@@ -1,35 +1,12 @@
 #include "log/disk_evidence.h"
 
-#include <linux/magic.h>
-#include <sys/vfs.h>
-
-#include <algorithm>
-#include <array>
-
 namespace brindle {
-namespace {
-
-// Disks whose inode numbers stay with the file across mounts and renames. FAT, exFAT and most network and FUSE disks
-// make theirs up as they go.
-constexpr std::array<std::uint64_t, 11> lasting_inodes = {
-    EXT4_SUPER_MAGIC, BTRFS_SUPER_MAGIC,    XFS_SUPER_MAGIC,      F2FS_SUPER_MAGIC,     TMPFS_MAGIC,
-    NFS_SUPER_MAGIC,  REISERFS_SUPER_MAGIC, 0x3153464A /* JFS */, 0x2FC12FC1 /* ZFS */, 0xCA451A4E /* bcachefs */,
-    0x7366746E /* NTFS */};
-
-bool keeps_inodes(const FolderHandle& folder) {
-  struct statfs disk {};
-  if (::fstatfs(folder.descriptor(), &disk) != 0) return false;
-  const auto type = static_cast<std::uint64_t>(disk.f_type) & 0xFFFFFFFFU;
-  return std::find(lasting_inodes.begin(), lasting_inodes.end(), type) != lasting_inodes.end();
-}
-
-}  // namespace
 
 void DiskEvidence::enter(std::string_view folder) {
   if (folder == path_) return;
   path_ = folder;
   folder_ = FolderHandle::open(path_);
-  keeps_inodes_ = folder_ && keeps_inodes(folder_);
+  keeps_inodes_ = folder_ && folder_.has_lasting_inodes();
   listed_ = false;
 }
 

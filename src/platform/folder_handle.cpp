@@ -2,11 +2,16 @@
 
 #include <dirent.h>
 #include <fcntl.h>
+#include <linux/magic.h>
+#include <linux/openat2.h>
 #include <sys/stat.h>
 #include <sys/statvfs.h>
 #include <sys/syscall.h>
+#include <sys/vfs.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
 #include <climits>
 #include <cstring>
@@ -47,28 +52,72 @@ EntryKind kind_of_mode(mode_t mode) {
 }
 
 constexpr int folder_flags = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
+// A folder on the way need not be readable.
+constexpr int way_flags = O_PATH | O_DIRECTORY | O_CLOEXEC;
+
+constexpr std::array<std::uint64_t, 11> lasting_inodes = {
+    EXT4_SUPER_MAGIC, BTRFS_SUPER_MAGIC,    XFS_SUPER_MAGIC,      F2FS_SUPER_MAGIC,     TMPFS_MAGIC,
+    NFS_SUPER_MAGIC,  REISERFS_SUPER_MAGIC, 0x3153464A /* JFS */, 0x2FC12FC1 /* ZFS */, 0xCA451A4E /* bcachefs */,
+    0x7366746E /* NTFS */};
 
 std::int64_t nanoseconds(const timespec& time) {
   return std::int64_t{time.tv_sec} * 1'000'000'000 + time.tv_nsec;
 }
 
-// The kernel takes at most PATH_MAX bytes a call: a longer path is walked in pieces that end at a "/".
-int open_in_pieces(const std::string& path) {
+/// How one piece of a path is opened below a folder: a descriptor, or -1 and errno.
+using OpenPiece = int (*)(int at, const char* piece, int flags);
+
+int open_piece(int at, const char* piece, int flags) {
+  return ::openat(at, piece, flags);
+}
+
+int open_real_piece(int at, const char* piece, int flags) {
+  open_how how{};
+  how.flags = static_cast<unsigned>(flags);
+  how.resolve = RESOLVE_NO_SYMLINKS;
+  return static_cast<int>(::syscall(SYS_openat2, at, piece, &how, sizeof how));
+}
+
+// To O_NOFOLLOW with O_DIRECTORY a link is no folder, like a file.
+int open_real_component(int at, const char* name, int flags) {
+  const int descriptor = ::openat(at, name, flags | O_NOFOLLOW);
+  struct stat status {};
+  if (descriptor >= 0 || errno != ENOTDIR) return descriptor;
+  const bool is_link = ::fstatat(at, name, &status, AT_SYMLINK_NOFOLLOW) == 0 && S_ISLNK(status.st_mode);
+  errno = is_link ? ELOOP : ENOTDIR;
+  return -1;
+}
+
+// Where the piece ends that begins at `begin`: behind at most `most` bytes, at a "/" or at the end of the path.
+std::size_t end_of_piece(const std::string& path, std::size_t begin, std::size_t most) {
+  if (path.size() - begin <= most) return path.size();
+  std::size_t end = path.rfind('/', begin + most);
+  if (end == std::string::npos || end <= begin) end = path.find('/', begin + 1);
+  return end == std::string::npos ? path.size() : end;
+}
+
+// The kernel takes less than PATH_MAX bytes a call: a longer path is walked in pieces of at most so many bytes, each
+// with the "/" before it left out.
+int open_in_pieces(const std::string& path, std::size_t most, OpenPiece open) {
   int at = AT_FDCWD;
   for (std::size_t begin = 0; begin < path.size();) {
-    std::size_t end = path.size();
-    if (end - begin >= PATH_MAX) end = path.rfind('/', begin + PATH_MAX - 1);
-    if (end == std::string::npos || end <= begin) end = path.size();
-    const int next = ::openat(at, path.substr(begin, end - begin).c_str(), folder_flags);
+    const std::size_t end = end_of_piece(path, begin, most);
+    const std::string piece = path.substr(begin, end - begin);
+    const std::size_t next_begin = path.find_first_not_of('/', end);
+    const bool is_last = next_begin == std::string::npos;
+    const int next = open(at, piece.c_str(), is_last ? folder_flags : way_flags);
     const int error = errno;
     if (at != AT_FDCWD) ::close(at);
     errno = error;
-    if (next < 0) return -1;
+    if (next < 0 || is_last) return next;
     at = next;
-    begin = end + 1;
+    begin = next_begin;
   }
-  return at;
+  errno = ENOENT;
+  return -1;
 }
+
+constexpr std::size_t longest_piece = PATH_MAX - 1;
 
 }  // namespace
 
@@ -87,12 +136,20 @@ FolderHandle::~FolderHandle() {
 
 FolderHandle FolderHandle::open(const std::string& path) {
   int descriptor = ::open(path.c_str(), folder_flags);
-  if (descriptor < 0 && errno == ENAMETOOLONG) descriptor = open_in_pieces(path);
+  if (descriptor < 0 && errno == ENAMETOOLONG) descriptor = open_in_pieces(path, longest_piece, open_piece);
+  return FolderHandle(descriptor, descriptor < 0 ? errno : 0);
+}
+
+FolderHandle FolderHandle::open_real(const std::string& path) {
+  int descriptor = open_in_pieces(path, longest_piece, open_real_piece);
+  // Old kernels do not know the call, and some sandboxes forbid it; then the same is done a component at a time.
+  const bool is_refused = descriptor < 0 && (errno == ENOSYS || errno == EPERM);
+  if (is_refused) descriptor = open_in_pieces(path, 0, open_real_component);
   return FolderHandle(descriptor, descriptor < 0 ? errno : 0);
 }
 
 FolderHandle FolderHandle::open_child(const char* name) const {
-  const int descriptor = ::openat(descriptor_, name, folder_flags | O_NOFOLLOW);
+  const int descriptor = open_real_component(descriptor_, name, folder_flags);
   return FolderHandle(descriptor, descriptor < 0 ? errno : 0);
 }
 
@@ -112,6 +169,20 @@ bool FolderHandle::stamp(FolderStamp& stamp) const {
   if (::fstat(descriptor_, &status) != 0) return false;
   stamp = {status.st_dev, status.st_ino, nanoseconds(status.st_mtim), nanoseconds(status.st_ctim)};
   return true;
+}
+
+bool FolderHandle::identity(FolderIdentity& identity) const {
+  struct stat status {};
+  if (::fstat(descriptor_, &status) != 0) return false;
+  identity = {status.st_dev, status.st_ino};
+  return true;
+}
+
+bool FolderHandle::has_lasting_inodes() const {
+  struct statfs disk {};
+  if (::fstatfs(descriptor_, &disk) != 0) return false;
+  const auto type = static_cast<std::uint64_t>(disk.f_type) & 0xFFFFFFFFU;
+  return std::find(lasting_inodes.begin(), lasting_inodes.end(), type) != lasting_inodes.end();
 }
 
 std::size_t FolderHandle::name_limit() const {

@@ -39,6 +39,13 @@ struct FolderStamp {
   bool operator==(const FolderStamp&) const = default;
 };
 
+/// Which folder it is, whatever path leads to it.
+struct FolderIdentity {
+  std::uint64_t device = 0;
+  std::uint64_t inode = 0;
+  bool operator==(const FolderIdentity&) const = default;
+};
+
 /// Owns one descriptor. Movable; one thread at a time, though the look-ups below may run on several threads at once.
 class FolderHandle {
  public:
@@ -47,10 +54,15 @@ class FolderHandle {
   FolderHandle& operator=(FolderHandle&& other) noexcept;
   ~FolderHandle();
 
-  /// Opens the folder at an absolute path of any length (longer than PATH_MAX too). On failure the handle is empty and
-  /// `error()` holds errno.
+  // Absolute paths may have any length (longer than PATH_MAX too). On failure the handle is empty and `error()` holds
+  // errno.
+
+  /// Opens the folder at an absolute path, through whatever links there are: for folders that only their owner changes
+  /// (where this program keeps its own files).
   static FolderHandle open(const std::string& path);
-  /// Opens a folder inside this one, never through a symbolic link.
+  /// Opens the folder at an absolute path no component of which is a symbolic link; ELOOP when one is.
+  static FolderHandle open_real(const std::string& path);
+  /// Opens a folder inside this one (one name, or ".."); ELOOP when it is a symbolic link.
   FolderHandle open_child(const char* name) const;
 
   explicit operator bool() const { return descriptor_ >= 0; }
@@ -61,6 +73,10 @@ class FolderHandle {
   bool look_up(const char* name, EntryFacts& facts) const;
   bool exists(const char* name) const;
   bool stamp(FolderStamp& stamp) const;
+  bool identity(FolderIdentity& identity) const;
+  /// Whether inode numbers stay with their files here, across mounts and renames. FAT, exFAT and most network and FUSE
+  /// disks make theirs up as they go.
+  bool has_lasting_inodes() const;
   /// The longest name that the folder's disk takes, in bytes (255 when the disk does not say).
   std::size_t name_limit() const;
 

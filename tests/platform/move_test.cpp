@@ -1,7 +1,6 @@
 #include "platform/move.h"
 
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
 #include <cerrno>
 #include <filesystem>
@@ -46,23 +45,6 @@ TEST(Move, LetterCaseIsComparedAsUnicodeDoes) {
   EXPECT_TRUE(differ_in_case_only("\xC3\x89t\xC3\xA9", "\xC3\xA9T\xC3\x89"));
   EXPECT_FALSE(differ_in_case_only("same", "same"));
   EXPECT_FALSE(differ_in_case_only("a", "b"));
-}
-
-TEST(FolderHandle, OpensPathsLongerThanTheSystemTakesAtOnce) {
-  const TempTree tree;
-  const std::string step(200, 'd');
-  std::string path = tree.path();
-  FolderHandle at = FolderHandle::open(path);
-  for (int depth = 0; depth < 40; ++depth) {
-    ASSERT_EQ(::mkdirat(at.descriptor(), step.c_str(), 0700), 0);
-    at = at.open_child(step.c_str());
-    path += "/" + step;
-  }
-  EntryFacts facts;
-  ASSERT_EQ(::mkdirat(at.descriptor(), "last", 0700), 0);
-  const FolderHandle deep = FolderHandle::open(path);
-  EXPECT_TRUE(deep && deep.look_up("last", facts));
-  EXPECT_EQ(FolderHandle::open(path + "/gone").error(), ENOENT);
 }
 
 }  // namespace
