@@ -49,23 +49,44 @@ void append_exact(const std::string& folder, bool folder_representable, std::str
 
 }  // namespace
 
+LogRoom::Folder::Folder(std::string_view path, std::size_t growth)
+    : attribute_(most_attribute_bytes(path) + 6 * growth),
+      exact_(3 * (path.size() + growth) + 1),
+      is_plain_(growth == 0 && is_surely_representable(path)) {}
+
+void LogRoom::add(const Folder& folder, std::string_view old_name, std::string_view new_name) {
+  constexpr std::size_t markup = 100;  // tags, and all but the values of the six attributes
+  bytes_ += markup + 2 * folder.attribute_ + most_attribute_bytes(old_name) + most_attribute_bytes(new_name);
+  if (folder.is_plain_ && is_surely_representable(old_name) && is_surely_representable(new_name)) return;
+  bytes_ += 2 * folder.exact_ + 3 * (old_name.size() + new_name.size());
+}
+
 std::string RenameLogWriter::createLogFile(const std::string& path, std::string_view type,
                                            std::string_view appversion) {
   if (appversion.empty()) appversion = appVersion();
-  const int error = write_new_file(path, document_start(type, appversion).append(end_of_empty_root), 0666);
+  const int error = write_new_file(path, document_start(type, appversion).append(end_of_empty_root), 0600);
   name_taken_ = error == EEXIST;
   if (error != 0) return failure("created", path, error);
-  std::string text = take_over(path, type, appversion);
+  std::string text = begin(path, type, appversion, file_.open(unfinished_log_path(path)));
   if (!text.empty()) ::unlink(path.c_str());
   return text;
 }
 
 std::string RenameLogWriter::take_over(const std::string& path, std::string_view type, std::string_view appversion) {
+  return begin(path, type, appversion, file_.take_over(unfinished_log_path(path)));
+}
+
+std::string RenameLogWriter::begin(const std::string& path, std::string_view type, std::string_view appversion,
+                                   int error) {
   path_ = path;
   count_ = 0;
-  const int error = file_.open(unfinished_log_path(path));
   buffer_ = document_start(type, appversion);
   return error == 0 ? std::string() : failure("created", path, error);
+}
+
+std::string RenameLogWriter::reserve(const LogRoom& room) {
+  const int error = file_.reserve(room.bytes());
+  return error == 0 ? std::string() : failure("created", path_, error);
 }
 
 void RenameLogWriter::use_folder(Folder& folder, std::string_view bytes) {
@@ -119,11 +140,13 @@ std::string RenameLogWriter::saveLog() {
   buffer_.clear();
   int error = file_.sync();
   if (error == 0) error = place();
+  // On a disk that is full to the last entry of a folder, the "#" log makes room for the finished one.
+  if ((error == ENOSPC || error == EDQUOT) && ::unlink(path_.c_str()) == 0) error = place();
   if (error == 0) {
     ::unlink(path_.c_str());
     return {};
   }
-  file_.discard();
+  file_ = AtomicFile();
   saved_path_.clear();
   return failure("saved", path_, error);
 }

@@ -22,6 +22,28 @@ namespace brindle {
 
 // Writing.
 
+/// The most bytes that a log of given renamings can take, told before it is written.
+class LogRoom {
+ public:
+  /// What a folder's path takes in each of its entries. The path may grow by `growth` bytes before their turn comes.
+  class Folder {
+   public:
+    Folder(std::string_view path, std::size_t growth);
+
+   private:
+    friend class LogRoom;
+    std::size_t attribute_;
+    std::size_t exact_;
+    bool is_plain_;
+  };
+
+  void add(const Folder& folder, std::string_view old_name, std::string_view new_name);
+  std::uint64_t bytes() const { return bytes_; }
+
+ private:
+  std::uint64_t bytes_ = 1024;  // the document around its entries
+};
+
 /// Writes one log. From createLogFile on, an empty log stands at the "#" path; the entries go to a file beside it that
 /// becomes the finished log in saveLog. An object that is destroyed before leaves the "#" file and nothing else.
 class RenameLogWriter {
@@ -32,7 +54,10 @@ class RenameLogWriter {
   [[nodiscard]] std::string createLogFile(const std::string& path, std::string_view type,
                                           std::string_view appversion = {});
   bool name_taken() const { return name_taken_; }
-  /// Takes over a "#" log (which may be missing) of a run that was interrupted.
+  /// Reserves the disk space that the run's log needs: saveLog() cannot fail for want of it then. The reserved file
+  /// outlives this object when it is destroyed before saveLog().
+  [[nodiscard]] std::string reserve(const LogRoom& room);
+  /// Takes over a "#" log (which may be missing) of a run that was interrupted, and the space reserved for it.
   [[nodiscard]] std::string take_over(const std::string& path, std::string_view type, std::string_view appversion);
   const std::string& path() const { return path_; }
 
@@ -46,7 +71,7 @@ class RenameLogWriter {
 
   /// Finishes the log: it is synced to disk and put at the "#" path with the number of entries in place of the "#",
   /// never over another file; where that name is taken, the next second's that is free is used. Then the "#" file goes.
-  /// On failure no half log is left, and the "#" file stays.
+  /// On failure the "#" file stays, and beside it only what reserve() made.
   [[nodiscard]] std::string saveLog();
   /// Where saveLog put the log; empty before.
   const std::string& saved_path() const { return saved_path_; }
@@ -59,6 +84,7 @@ class RenameLogWriter {
     std::string attribute;  // as it stands in the log
     bool representable = true;
   };
+  std::string begin(const std::string& path, std::string_view type, std::string_view appversion, int error);
   static void use_folder(Folder& folder, std::string_view bytes);
   void append_exact_names(std::string_view source_name, std::string_view target_name);
   void flush_if_full();

@@ -7,6 +7,7 @@
 #include "log/run_log.h"
 #include "pipeline/file_order.h"
 #include "pipeline/folder_workers.h"
+#include "pipeline/log_room.h"
 #include "pipeline/new_name_check.h"
 #include "pipeline/open_folder.h"
 #include "pipeline/path_follower.h"
@@ -91,7 +92,8 @@ std::string Run::open_log() {
   const JournalInfo info{options_.isFolders, follows_, std::string(appVersion())};
   std::string error = begin_run_log(options_.log_folder, std::time(nullptr), info, journal_, log_);
   if (!error.empty()) return error;
-  error = write_journal();
+  error = log_.reserve(log_room(files_, rows_, follows_));
+  if (error.empty()) error = write_journal();
   if (error.empty()) return {};
   log_.discard();
   journal_.remove();

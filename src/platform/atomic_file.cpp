@@ -51,17 +51,22 @@ AtomicFile::AtomicFile(AtomicFile&& other) noexcept
     : temporary_path_(std::move(other.temporary_path_)),
       path_(std::move(other.path_)),
       descriptor_(std::exchange(other.descriptor_, -1)),
-      error_(other.error_) {}
+      error_(other.error_),
+      is_reserved_(other.is_reserved_),
+      written_(other.written_) {}
 
 AtomicFile& AtomicFile::operator=(AtomicFile&& other) noexcept {
   std::swap(temporary_path_, other.temporary_path_);
   std::swap(path_, other.path_);
   std::swap(descriptor_, other.descriptor_);
   std::swap(error_, other.error_);
+  std::swap(is_reserved_, other.is_reserved_);
+  std::swap(written_, other.written_);
   return *this;
 }
 
 AtomicFile::~AtomicFile() {
+  if (is_reserved_) leave();
   discard();
 }
 
@@ -72,7 +77,31 @@ int AtomicFile::open(const std::string& temporary_path) {
   if (descriptor_ < 0) return errno;
   temporary_path_ = temporary_path;
   error_ = 0;
+  is_reserved_ = false;
+  written_ = 0;
   return 0;
+}
+
+int AtomicFile::take_over(const std::string& temporary_path) {
+  discard();
+  descriptor_ = ::open(temporary_path.c_str(), O_WRONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+  struct stat status {};
+  const bool is_ours = descriptor_ >= 0 && ::fstat(descriptor_, &status) == 0 && S_ISREG(status.st_mode) &&
+                       status.st_nlink == 1 && status.st_uid == ::geteuid();
+  if (!is_ours) {
+    leave();
+    return open(temporary_path);
+  }
+  temporary_path_ = temporary_path;
+  error_ = 0;
+  is_reserved_ = true;
+  written_ = 0;
+  return 0;
+}
+
+int AtomicFile::reserve(std::uint64_t size) {
+  is_reserved_ = true;
+  return ::posix_fallocate(descriptor_, 0, static_cast<off_t>(std::max<std::uint64_t>(size, 1)));
 }
 
 int AtomicFile::open_for(const std::string& path) {
@@ -85,6 +114,7 @@ int AtomicFile::open_for(const std::string& path) {
 
 void AtomicFile::write(std::string_view bytes) {
   if (error_ == 0) error_ = descriptor_ < 0 ? EBADF : write_all(descriptor_, bytes);
+  if (error_ == 0) written_ += bytes.size();
 }
 
 void AtomicFile::set_permissions(unsigned mode) {
@@ -93,6 +123,7 @@ void AtomicFile::set_permissions(unsigned mode) {
 }
 
 int AtomicFile::sync() {
+  if (error_ == 0 && is_reserved_ && ::ftruncate(descriptor_, static_cast<off_t>(written_)) != 0) error_ = errno;
   if (error_ == 0 && ::fsync(descriptor_) != 0) error_ = errno;
   return error_;
 }
@@ -124,6 +155,10 @@ void AtomicFile::discard() {
   if (descriptor_ < 0) return;
   ::unlink(temporary_path_.c_str());
   close();
+}
+
+void AtomicFile::leave() {
+  if (descriptor_ >= 0) close();
 }
 
 void AtomicFile::close() {

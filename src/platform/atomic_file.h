@@ -3,12 +3,14 @@
 // Files that are either written whole or not there at all. One thread.
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
 namespace brindle {
 
-/// A file in the making, under a name of its own beside its final place. Destroying it before it was placed deletes it.
+/// A file in the making, under a name of its own beside its final place. Destroying it before it was placed deletes it,
+/// unless room was reserved for it: then it stays, for take_over().
 class AtomicFile {
  public:
   AtomicFile() = default;
@@ -19,6 +21,12 @@ class AtomicFile {
   /// Makes the file at `temporary_path`, replacing what an interrupted run left there (never through a symbolic link).
   /// Returns 0 or errno, as all calls below.
   [[nodiscard]] int open(const std::string& temporary_path);
+  /// Writes over the file at `temporary_path` from its start, in the room it has, when it is a file of ours; else as
+  /// open().
+  [[nodiscard]] int take_over(const std::string& temporary_path);
+  /// Reserves disk space for `size` bytes: writing that many cannot fail for want of room any more, in this process or
+  /// in one that takes the file over. sync() gives back what was not used.
+  [[nodiscard]] int reserve(std::uint64_t size);
   /// Makes a file that place() puts at `path`: beside it, under a name that nobody else uses, with the permission bits
   /// of what stands there. A symbolic link at `path` is followed, so that it stays a link.
   [[nodiscard]] int open_for(const std::string& path);
@@ -35,6 +43,8 @@ class AtomicFile {
   /// sync() and place_over() for a file made by open_for().
   [[nodiscard]] int place();
   void discard();
+  /// Ends the writing; the file stays under its temporary name.
+  void leave();
 
  private:
   void close();
@@ -43,6 +53,8 @@ class AtomicFile {
   std::string path_;  // of open_for()
   int descriptor_ = -1;
   int error_ = 0;
+  bool is_reserved_ = false;   // the file may be longer than what was written
+  std::uint64_t written_ = 0;  // bytes
 };
 
 /// Writes all bytes to an open file or pipe. Returns 0 or errno.

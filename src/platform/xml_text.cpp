@@ -110,6 +110,20 @@ bool append_xml_attribute(std::string_view bytes, std::string& xml) {
   return representable;
 }
 
+std::size_t most_attribute_bytes(std::string_view bytes) {
+  // The longest reference is &quot;, and a byte that is no text becomes three.
+  static constexpr std::array<unsigned char, 4> most = {1, 6, replacement_character.size(), 3};
+  std::size_t sum = 0;
+  for (const char c : bytes) sum += most[static_cast<std::size_t>(class_of(c))];
+  return sum;
+}
+
+bool is_surely_representable(std::string_view bytes) {
+  constexpr char lead_of_noncharacters = '\xEF';
+  return std::ranges::none_of(bytes,
+                              [](char c) { return class_of(c) == ByteClass::control || c == lead_of_noncharacters; });
+}
+
 // U+EF80…U+EFBF is EE BE 80…BF, U+EFC0…U+EFFF is EE BF 80…BF.
 void restore_bytes(std::string& text) {
   std::size_t kept = text.find('\xEE');
