@@ -329,6 +329,8 @@ class BrindleAppController final : private RulesOwner {
   bool is_asking_ = false;  // whether to rename the names shown
   NameSource names_made_with_;
   std::string interrupted_renamings_;  // a line each, to be told
+  std::string waiting_renamings_;
+  std::string lost_renamings_;
   std::string interrupted_undos_;
   std::string currProfileFile_;
   bool isProfileLoading_ = false;

@@ -80,7 +80,8 @@ void BrindleAppController::read_defaults() {
 
 void BrindleAppController::finish_interrupted_runs() {
   const RecoveryResult result = recover(preferences_.defaultLogFolderPath);
-  for (const std::string& problem : result.problems) log_failure("recover", problem);
+  for (const std::string& problem : result.problems) waiting_renamings_ += problem + "\n";
+  for (const std::string& journal : result.set_aside) lost_renamings_ += journal + "\n";
   for (const RecoveredRun& run : result.runs) {
     if (run.log_path.empty()) continue;
     interrupted_renamings_ +=
@@ -107,6 +108,8 @@ bool BrindleAppController::tell_interrupted_runs() {
     wanted = ports_.alerts.show(alert) == 0 || wanted;
   };
   tell_of("INTERRUPTEDRUNFINISHED", std::exchange(interrupted_renamings_, {}));
+  tell_of("INTERRUPTEDRUNWAITS", std::exchange(waiting_renamings_, {}));
+  tell_of("INTERRUPTEDRUNLOST", std::exchange(lost_renamings_, {}));
   tell_of("INTERRUPTEDUNDOFOUND", std::exchange(interrupted_undos_, {}));
   return wanted;
 }

@@ -28,7 +28,10 @@ constexpr std::string_view undo_title = "UNDOFILESFOLDERSTITLE";
 
 void recover_interrupted_runs(const std::string& log_folder) {
   if (log_folder.empty()) return;
-  for (const std::string& problem : recover(log_folder).problems) log_failure("recover", problem);
+  const RecoveryResult result = recover(log_folder);
+  for (const auto& lines : {result.problems, result.set_aside}) {
+    for (const std::string& line : lines) log_failure("recover", line);
+  }
 }
 
 bool comes_before(const LogRecord& a, const LogRecord& b, std::string_view column) {
@@ -203,11 +206,12 @@ void UndoSheetController::undo(const std::string& path, FileList& files, const J
   outcome.unreadable = !log.error.empty();
   if (outcome.unreadable) log_failure("readLogFile", log.error);
   RestoredItems listed(files);
-  const auto report = [&](const LogEntry& entry, std::string_view reason, bool moved) {
+  const auto report = [&](const LogEntry& entry, UndoOutcome what, std::string_view reason) {
     outcome.first_reason.hear(entry, reason);
-    if (moved) listed.moved(entry.target_folder, entry.target_name, entry.source_folder, entry.source_name);
+    if (what == UndoOutcome::moved)
+      listed.moved(entry.target_folder, entry.target_name, entry.source_folder, entry.source_name);
   };
-  outcome.result = brindle::undoRenaming(path, log, control, report);
+  outcome.result = brindle::undoRenaming(path, log, control, report, {defaultLogFolderPath(), false});
 }
 
 void UndoSheetController::undone(const Outcome& outcome) {
@@ -221,16 +225,25 @@ void UndoSheetController::undone(const Outcome& outcome) {
 
 void UndoSheetController::tell_undone(const Outcome& outcome) {
   const UndoResult& result = outcome.result;
-  if (result.cancelled) return;
-  Alert alert{undo_title, "UNDOTOTALNOSITEMSFOUND", localized(undo_title), "", result.error};
+  Alert alert{undo_title, "UNDOTOTALNOSITEMSFOUND", localized(undo_title), "", ""};
   alert.message = localized_format("UNDOTOTALNOSITEMSFOUND", result.entries) +
-                  localized_format("UNDOTOTALNOSITEMSRENAMED", result.restored) +
-                  localized_format("UNDOTOTALNOSITEMDOESNOTEXISTS", result.entries - result.restored);
-  if (alert.informative_text.empty()) alert.informative_text = outcome.first_reason.text();
+                  localized_format("UNDOTOTALNOSITEMSRENAMED", result.restored);
+  if (result.already > 0) alert.message += localized_format("UNDOTOTALNOSITEMSALREADY", result.already);
+  alert.message += localized_format("UNDOTOTALNOSITEMDOESNOTEXISTS", result.left_alone());
+  alert.informative_text = what_became_of_log(outcome);
   alert.style = AlertStyle::informational;
   ports().alerts.show(alert);
   // A file that is no log goes as well, but only to where it can be got back from.
-  if (result.log_removed || (outcome.unreadable && move_to_trash(currLogFilePath_) == 0)) drop_from_list();
+  if (result.put_away || (outcome.unreadable && move_to_trash(currLogFilePath_) == 0)) drop_from_list();
+}
+
+std::string UndoSheetController::what_became_of_log(const Outcome& outcome) {
+  const UndoResult& result = outcome.result;
+  if (!result.error.empty()) return result.error;
+  if (result.cancelled) return localized_format("UNDONOTREACHED", result.entries - result.reached, result.entries);
+  if (!result.put_away) return outcome.first_reason.text() + "\n" + localized("UNDOLOGSTAYS");
+  const std::string place = to_utf8(decode_file_name(result.log_path));
+  return place.empty() ? std::string() : localized_format("UNDOLOGKEPTAT", std::string_view(place));
 }
 
 void UndoSheetController::cancel() {

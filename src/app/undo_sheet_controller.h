@@ -57,6 +57,7 @@ class UndoSheetController final : public SheetController {
   static void undo(const std::string& path, FileList& files, const JobControl& control, Outcome& outcome);
   void undone(const Outcome& outcome);
   void tell_undone(const Outcome& outcome);
+  static std::string what_became_of_log(const Outcome& outcome);
   void removeSelectedFileFromList();
   void drop_from_list();
   void show_count(std::size_t count);

@@ -134,6 +134,9 @@ void set_option(Options& options, OptionId id, std::string_view value) {
     case OptionId::yes:
       options.yes = true;
       return;
+    case OptionId::from_elsewhere:
+      options.from_elsewhere = true;
+      break;
     case OptionId::quiet:
       options.quiet = true;
       return;

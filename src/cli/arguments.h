@@ -30,6 +30,7 @@ struct Options {
   std::string profile;           ///< the files to start from; "" for none
   std::string rules;
   std::string list;
+  bool from_elsewhere = false;
   ExportOptions columns;
   bool all = false;
   bool json = false;

@@ -27,6 +27,8 @@ constexpr auto options = std::to_array<OptionRow>({
     {rules, "rules", 0, "FILE", "run the chain of a rule file, instead of METHODs"},
     {list, "list", 0, "FILE",
      "rename as a tab-delimited list says (name, new name, location); \"-\" is standard input"},
+    {from_elsewhere, "from-elsewhere", 0, "",
+     "let a log that does not lie in the log folder move items to other folders, too"},
     {no_name, "no-name", 0, "", "leave out the column of names"},
     {no_new_name, "no-new-name", 0, "", "leave out the column of new names"},
     {no_location, "no-location", 0, "", "leave out the column of folders"},
@@ -55,7 +57,7 @@ constexpr auto profile_save_options = std::to_array<OptionId>(
     {files, folders, subfolders, no_subfolders, profile, set, yes, json, quiet, no_color, help});
 constexpr auto profile_show_options = std::to_array<OptionId>({all, json, quiet, no_color, help});
 constexpr auto rules_save_options = std::to_array<OptionId>({set, yes, json, quiet, no_color, help});
-constexpr auto undo_options = std::to_array<OptionId>({yes, json, quiet, no_color, help});
+constexpr auto undo_options = std::to_array<OptionId>({from_elsewhere, yes, json, quiet, no_color, help});
 constexpr auto list_options = std::to_array<OptionId>({json, quiet, no_color, help});
 constexpr auto plain_options = std::to_array<OptionId>({quiet, no_color, help});
 
@@ -133,7 +135,10 @@ constexpr auto commands = std::to_array<CommandRow>({
     {"undo", "[OPTION]... [LOG]", "take a renaming back: the newest, or that of LOG",
      "LOG is a path, or the name of a log in the log folder (see brindle logs). Each item goes back to its old name, "
      "the "
-     "last renamed first; nothing is ever replaced. The log then goes to the trash.",
+     "last renamed first; nothing is ever replaced. When all are back, the log goes to the folder Undone of the log "
+     "folder; "
+     "else it stays, and undoing it again tries the rest once more. While a renaming is going on, or one that was "
+     "interrupted cannot be finished, nothing is undone.",
      Operands::log, undo_options, run_undo, undo_examples},
     {"logs",
      "[OPTION]...",

@@ -17,6 +17,7 @@
 #include "log/undo.h"
 #include "pipeline/item_status.h"
 #include "platform/file_name.h"
+#include "settings/preferences.h"
 
 namespace brindle {
 namespace {
@@ -32,10 +33,10 @@ class UndoReporter {
  public:
   UndoReporter(bool json, Console& console) : json_(json), console_(console) {}
 
-  void operator()(const LogEntry& entry, std::string_view reason, bool /*moved*/) {
+  void operator()(const LogEntry& entry, UndoOutcome outcome, std::string_view reason) {
     if (json_) {
-      print(entry, reason);
-    } else if (!reason.empty()) {
+      print(entry, outcome, reason);
+    } else if (outcome == UndoOutcome::left) {
       const bool usable = entry.fault.empty();
       left_alone_[std::string(reason)].push_back(usable ? path_of(entry.target_folder, entry.target_name)
                                                         : "(an unusable entry)");
@@ -52,15 +53,17 @@ class UndoReporter {
   }
 
  private:
-  void print(const LogEntry& entry, std::string_view reason) {
-    const bool restored = reason.empty();
+  void print(const LogEntry& entry, UndoOutcome outcome, std::string_view reason) {
+    const bool restored = outcome == UndoOutcome::moved || outcome == UndoOutcome::restored;
+    const bool left = outcome == UndoOutcome::left;
     const std::string source = path_of(entry.source_folder, entry.source_name);
     const std::string target = path_of(entry.target_folder, entry.target_name);
     JsonLine line(console_.out().buffer(), "item");
-    if (entry.fault.empty()) line.bytes("path", restored ? source : target).bytes("oldPath", target);
+    if (entry.fault.empty()) line.bytes("path", left ? target : source).bytes("oldPath", target);
     line.text("newFilename", to_utf8(status_text(restored ? ItemStatus::renaming_ok : ItemStatus::no_changes)));
     line.flag("renamed", restored);
-    if (!restored) line.text("reason", reason);
+    if (left) line.text("reason", reason);
+    if (outcome == UndoOutcome::already) line.text("reason", "it has its old name already");
     console_.out().flush_if_full();
   }
 
@@ -69,22 +72,31 @@ class UndoReporter {
   std::map<std::string, std::vector<std::string>> left_alone_;
 };
 
-void print_json_summary(const UndoResult& result, const std::string& log, double seconds, Console& console) {
-  JsonLine(console.out().buffer(), "summary")
-      .text("command", "undo")
+void print_json_summary(const UndoResult& result, double seconds, Console& console) {
+  JsonLine line(console.out().buffer(), "summary");
+  line.text("command", "undo")
       .number("items", result.entries)
       .number("entries", result.entries)
-      .number("restored", result.restored)
-      .bytes("log", log)
-      .seconds("seconds", seconds);
+      .number("restored", result.restored);
+  if (result.log_path.empty()) {
+    line.null("log");
+  } else {
+    line.bytes("log", result.log_path);
+  }
+  line.seconds("seconds", seconds);
 }
 
 void print_summary_for_people(const UndoResult& result, Console& console) {
   if (console.quiet()) return;
-  if (result.cancelled) console.out() << "Cancelled: the log is kept; undoing it again goes on from here.\n";
+  if (result.cancelled) {
+    console.out() << fmt::format("Cancelled before {} of the {} items: undoing again goes on from here.\n",
+                                 result.entries - result.reached, result.entries);
+  }
   console.out() << localized_format("UNDOTOTALNOSITEMSFOUND", result.entries)
-                << localized_format("UNDOTOTALNOSITEMSRENAMED", result.restored)
-                << localized_format("UNDOTOTALNOSITEMDOESNOTEXISTS", result.entries - result.restored) << "\n";
+                << localized_format("UNDOTOTALNOSITEMSRENAMED", result.restored);
+  if (result.already > 0) console.out() << localized_format("UNDOTOTALNOSITEMSALREADY", result.already);
+  console.out() << localized_format("UNDOTOTALNOSITEMDOESNOTEXISTS", result.left_alone()) << "\n";
+  if (result.left_alone() > 0) console.note("The log stays: undoing it again tries what was left alone once more.");
 }
 
 bool is_wanted(const std::string& log, std::size_t entries, const Options& options, Console& console) {
@@ -100,7 +112,11 @@ ExitCode run_undo(const CommandLine& line, Console& console) {
   if (!line.options.yes && !console.in_is_terminal()) {
     throw UsageError("undo asks before it renames, and standard input is no terminal; --yes undoes without asking");
   }
-  finish_interrupted_runs(console);
+  const FinishedRuns finished = finish_interrupted_runs(console);
+  if (!finished.reason_to_wait.empty()) {
+    console.error(finished.reason_to_wait);
+    return ExitCode::incomplete;
+  }
   const std::string log = find_log(line.operands.empty() ? "" : line.operands.front());
   std::size_t entries = 0;
   {
@@ -116,17 +132,18 @@ ExitCode run_undo(const CommandLine& line, Console& console) {
   UndoResult result;
   {
     ProgressLine progress(console, "Restoring");
-    result = undoRenaming(log, {&cancel_flag(), &progress}, std::ref(reporter));
+    const UndoOptions options{default_log_folder(), line.options.from_elsewhere};
+    result = undoRenaming(log, {&cancel_flag(), &progress}, std::ref(reporter), options);
   }
   reporter.report_left_alone();
   if (!result.error.empty()) console.error(result.error);
   if (line.options.json) {
-    print_json_summary(result, log, watch.seconds(), console);
-  } else {
+    print_json_summary(result, watch.seconds(), console);
+  } else if (result.reached > 0 || result.error.empty()) {
     print_summary_for_people(result, console);
   }
   if (result.cancelled) return ExitCode::cancelled;
-  return result.restored == result.entries && result.error.empty() ? ExitCode::done : ExitCode::incomplete;
+  return result.put_away ? ExitCode::done : ExitCode::incomplete;
 }
 
 }  // namespace brindle

@@ -11,6 +11,7 @@
 #include "cli/path_arguments.h"
 #include "log/recovery.h"
 #include "log/rename_log.h"
+#include "log/undo_progress.h"
 #include "platform/data_folders.h"
 #include "settings/preferences.h"
 
@@ -41,15 +42,20 @@ FinishedRuns finish_interrupted_runs(Console& console) {
     console.note(fmt::format("The log of an interrupted run was finished: {} ({} renamed)", run.log_path, run.renamed));
   }
   for (const std::string& problem : result.problems) console.error(problem);
-  return {result.runs.size() + result.problems.size(), result.problems.empty()};
+  for (const std::string& journal : result.set_aside) console.error(journal);
+  const std::size_t troubled = result.problems.size() + result.set_aside.size();
+  return {result.runs.size() + troubled, troubled == 0, reason_to_wait(result)};
 }
 
 std::string find_log(const std::string& given) {
   const std::string folder = default_log_folder();
   if (given.empty()) {
-    const std::vector<LogRecord> logs = loadUserLogFiles(folder);
-    if (logs.empty()) throw UsageError(fmt::format("there is nothing to undo: no logs in {}", folder));
-    return folder + "/" + logs.front().logFileName;
+    for (const LogRecord& log : loadUserLogFiles(folder)) {
+      std::string path = folder + "/" + log.logFileName;
+      // One that is undone already, and could not be put away, is not what a person means.
+      if (broken_off_undo(path).end != UndoEnd::complete) return path;
+    }
+    throw UsageError(fmt::format("there is nothing to undo: no logs in {}", folder));
   }
   std::string beside_the_others = folder + "/" + given;
   if (given.find('/') == std::string::npos && exists(beside_the_others)) return beside_the_others;

@@ -14,8 +14,9 @@ std::string make_log_folder(std::string& folder);
 
 /// How recovery went.
 struct FinishedRuns {
-  std::size_t count = 0;  ///< runs that had left something behind
-  bool complete = true;   ///< none of them has to wait
+  std::size_t count = 0;       ///< runs that had left something behind
+  bool complete = true;        ///< none of them has to wait
+  std::string reason_to_wait;  ///< why nothing may be undone now; empty when nothing stands in the way
 };
 
 /// Finishes the logs of interrupted runs, and says so on standard error.

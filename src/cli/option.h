@@ -23,6 +23,7 @@ enum class OptionId : std::uint8_t {
   profile,
   rules,
   list,
+  from_elsewhere,
   no_name,
   no_new_name,
   no_location,

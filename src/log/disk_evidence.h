@@ -22,7 +22,8 @@ struct IntendedRenaming {
 enum class Evidence {
   renamed,
   not_renamed,
-  none,  ///< the folder cannot be reached
+  cannot_tell,  ///< what stands there fits neither, or both
+  unreachable,  ///< the folder cannot be opened
 };
 
 /// Looks at directory entries. Nothing in the folders asked about may change meanwhile; questions about one folder in a
@@ -33,7 +34,7 @@ class DiskEvidence {
 
  private:
   void enter(std::string_view folder);
-  bool lists_only_new_name(std::string_view old_name, std::string_view new_name);
+  Evidence evidence_of_one_file(std::string_view old_name, std::string_view new_name);
 
   std::string path_;
   FolderHandle folder_;

@@ -47,15 +47,6 @@ void copy_text(std::array<char, size>& field, std::string_view text) {
 
 }  // namespace
 
-std::string boot_id() {
-  const int descriptor = ::open("/proc/sys/kernel/random/boot_id", O_RDONLY | O_CLOEXEC);
-  if (descriptor < 0) return {};
-  std::array<char, 36> text{};
-  const ssize_t size = ::read(descriptor, text.data(), text.size());
-  ::close(descriptor);
-  return size == static_cast<ssize_t>(text.size()) ? std::string(text.data(), text.size()) : std::string();
-}
-
 JournalWriter::~JournalWriter() {
   close();
 }
@@ -134,7 +125,6 @@ bool JournalWriter::write_header() {
   header.body_size = written_ - sizeof header;
   header.body_checksum = checksum_.value();
   header.marks_offset = marks_offset_;
-  copy_text(header.boot_id, boot_id());
   copy_text(header.appversion, info_.appversion);
   std::array<char, sizeof header> bytes{};
   std::memcpy(bytes.data(), &header, sizeof header);

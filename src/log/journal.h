@@ -120,8 +120,6 @@ class JournalReader {
   const JournalInfo& info() const { return info_; }
   const std::vector<std::string_view>& folders() const { return folders_; }
   const std::vector<JournalEntry>& entries() const { return entries_; }
-  /// Whether the system has run on since the journal was begun: only then are the marks the whole truth.
-  bool same_boot() const;
 
  private:
   State read_file();
@@ -132,12 +130,8 @@ class JournalReader {
   std::string error_;
   std::string bytes_;
   JournalInfo info_;
-  std::string boot_id_;
   std::vector<std::string_view> folders_;
   std::vector<JournalEntry> entries_;
 };
-
-/// Names the present run of the system: it changes with every boot. Empty when the system does not tell.
-std::string boot_id();
 
 }  // namespace brindle

@@ -23,7 +23,7 @@ struct JournalHeader {
   std::uint64_t body_size = 0;
   std::uint64_t body_checksum = 0;
   std::uint64_t marks_offset = 0;
-  std::array<char, 40> boot_id{};     // NUL-terminated
+  std::array<char, 40> unused{};
   std::array<char, 32> appversion{};  // NUL-terminated
   std::uint64_t header_checksum = 0;  // of all before
 };

@@ -37,6 +37,11 @@ std::string text_of(const std::array<char, size>& field) {
   return {field.begin(), std::find(field.begin(), field.end(), '\0')};
 }
 
+// The header's place before the header is written, or a part of it.
+bool is_blank(std::string_view bytes) {
+  return bytes.substr(0, sizeof(JournalHeader)).find_first_not_of('\0') == std::string_view::npos;
+}
+
 bool read_header(std::string_view bytes, JournalHeader& header) {
   if (bytes.size() < sizeof header) return false;
   std::memcpy(&header, bytes.data(), sizeof header);
@@ -95,7 +100,11 @@ JournalReader::State JournalReader::read_file() {
 
 JournalReader::State JournalReader::parse(std::string_view bytes) {
   JournalHeader header;
-  if (!read_header(bytes, header)) return State::unsealed;
+  if (is_blank(bytes)) return State::unsealed;
+  if (!read_header(bytes, header)) {
+    error_ = "its beginning is damaged";
+    return State::damaged;
+  }
   const std::string_view marks = marks_of(bytes, header);
   if (header.version != journal_version) {
     error_ = "another version of the program made it";
@@ -110,7 +119,6 @@ JournalReader::State JournalReader::parse(std::string_view bytes) {
   info_.isFolders = (header.flags & flag_folders) != 0;
   info_.paths_follow = (header.flags & flag_paths_follow) != 0;
   info_.appversion = text_of(header.appversion);
-  boot_id_ = text_of(header.boot_id);
   if (!read_records(bytes.substr(sizeof header, header.body_size), header.entries)) {
     error_ = "it is damaged";
     return State::damaged;
@@ -145,10 +153,6 @@ void JournalReader::read_marks(std::string_view marks) {
     const auto byte = static_cast<std::uint8_t>(marks[i]);
     entries_[i].mark = byte <= 3 ? static_cast<JournalMark>(byte) : JournalMark::begun;
   }
-}
-
-bool JournalReader::same_boot() const {
-  return !boot_id_.empty() && boot_id_ == boot_id();
 }
 
 }  // namespace brindle

@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <new>
 #include <optional>
 #include <stdexcept>
@@ -17,7 +18,9 @@
 #include "log/undo_progress.h"
 #include "pipeline/file_list.h"
 #include "pipeline/path_follower.h"
+#include "platform/atomic_file.h"
 #include "platform/folder_handle.h"
+#include "platform/move.h"
 
 namespace brindle {
 namespace {
@@ -54,22 +57,26 @@ class Replay {
   std::string path_;
 };
 
-/// Says of each entry, in order, whether it was renamed.
+/// Says of each entry, in order, whether it was renamed. The disk is asked, always: a mark may never have reached the
+/// journal's disk, or may have, and the rename not its own.
 class Judge {
  public:
-  explicit Judge(bool same_boot) : same_boot_(same_boot) {}
-
-  // Where nothing can be found out, the entry counts as renamed: undoing what was never done does nothing.
   bool is_renamed(JournalMark mark, const IntendedRenaming& renaming) {
-    if (same_boot_ && mark != JournalMark::begun) return mark == JournalMark::done;
-    const Evidence evidence = disk_.ask(renaming);
-    if (evidence == Evidence::none) return mark != JournalMark::failed;
-    return evidence == Evidence::renamed;
+    switch (disk_.ask(renaming)) {
+      case Evidence::renamed:
+        return true;
+      case Evidence::not_renamed:
+        return false;
+      case Evidence::cannot_tell:
+        return mark == JournalMark::done;
+      case Evidence::unreachable:
+        break;
+    }
+    return mark != JournalMark::failed;  // undoing what was never done does nothing
   }
 
  private:
   DiskEvidence disk_;
-  bool same_boot_;
 };
 
 std::string write_log(const JournalReader& journal, const std::string& path, RecoveredRun& run) {
@@ -77,7 +84,7 @@ std::string write_log(const JournalReader& journal, const std::string& path, Rec
   std::string error = log.take_over(path, journal.info().isFolders ? "FOLDERS" : "FILES", journal.info().appversion);
   if (!error.empty()) return error;
   Replay replay(journal);
-  Judge judge(journal.same_boot());
+  Judge judge;
   for (std::size_t i = 0; i < journal.entries().size(); ++i) {
     const IntendedRenaming renaming = replay.at(i);
     if (!judge.is_renamed(journal.entries()[i].mark, renaming)) continue;
@@ -128,16 +135,47 @@ void remove_traces(const std::string& log_path) {
   ::unlink(journal_path(log_path).c_str());  // the last: as long as it is there, the rest can be done again
 }
 
+// A journal that cannot be read is kept under a name that recovery passes over; the other traces go, since without it
+// they mean nothing.
+std::string set_journal_aside(const std::string& log_path, const std::string& problem) {
+  const std::string journal = journal_path(log_path);
+  const PathParts from = split_path(journal);
+  const FolderHandle folder = FolderHandle::open(from.folder);
+  int error = folder ? EEXIST : folder.error();
+  std::string name;
+  for (int number = 1; error == EEXIST; ++number) {
+    name = number == 1 ? from.name + ".damaged" : fmt::format("{}.damaged-{}", from.name, number);
+    error = move_exclusively(folder, from.name.c_str(), folder, name.c_str());
+  }
+  if (error != 0) return fmt::format("{}, nor can it be set aside: {}", problem, system_error_text(error));
+  ::unlink(log_path.c_str());
+  ::unlink(unfinished_log_path(log_path).c_str());
+  return fmt::format("{}; what its run renamed cannot be undone any more. It is kept as “{}”", problem, name);
+}
+
 void recover_run(const std::string& log_path, RecoveryResult& result) {
   JournalReader journal;
   RecoveredRun run;
-  const JournalReader::State state = journal.open(journal_path(log_path));
-  std::string problem = journal.error();
-  const bool sealed = state == JournalReader::State::sealed;
-  if (sealed && !has_log_already(journal, log_path, run)) problem = write_log(journal, log_path, run);
+  std::string problem;
+  switch (journal.open(journal_path(log_path))) {
+    case JournalReader::State::in_progress:
+      result.going_on.push_back(log_path);
+      return;
+    case JournalReader::State::damaged:
+      result.set_aside.push_back(set_journal_aside(log_path, journal.error()));
+      return;
+    case JournalReader::State::missing:
+      if (!journal.error().empty()) result.problems.push_back(journal.error());
+      return;
+    case JournalReader::State::sealed:
+      if (!has_log_already(journal, log_path, run)) problem = write_log(journal, log_path, run);
+      break;
+    case JournalReader::State::unsealed:
+      break;
+  }
   if (!problem.empty()) {
     result.problems.push_back(problem);
-  } else if (sealed || state == JournalReader::State::unsealed) {
+  } else {
     remove_traces(log_path);
     result.runs.push_back(run);
   }
@@ -207,6 +245,17 @@ RecoveryResult recover(const std::string& log_folder) {
   }
   for (const std::string& path : leftovers.others) remove_orphan(path);
   return result;
+}
+
+std::string reason_to_wait(const RecoveryResult& recovery) {
+  if (!recovery.going_on.empty()) {
+    return fmt::format("a renaming is going on (“{}”): undo when it is over", recovery.going_on.front());
+  }
+  if (!recovery.problems.empty()) {
+    return fmt::format("an interrupted renaming could not be finished, and nothing is undone before it is: {}",
+                       recovery.problems.front());
+  }
+  return recovery.set_aside.empty() ? std::string() : recovery.set_aside.front();
 }
 
 }  // namespace brindle

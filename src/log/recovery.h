@@ -15,13 +15,19 @@ struct RecoveredRun {
 
 struct RecoveryResult {
   std::vector<RecoveredRun> runs;
+  std::vector<std::string> going_on;  ///< the "#" logs of runs still going on, in this process or another
   std::vector<std::string>
-      problems;  ///< a line each (UTF-8) for a journal that could not be dealt with; it is left for the next time
+      problems;  ///< a line each (UTF-8) for a run that could not be finished; the next call tries again
+  std::vector<std::string> set_aside;  ///< a line each (UTF-8) for a journal that is damaged: it was given another name
 };
 
 /// Finishes the logs of all interrupted runs whose journals are in the folder, oldest first. Runs still going on, in
 /// this process or another, are left alone. May be called at any time, from several processes at once; when it is
 /// interrupted itself, the next call goes on. A folder that does not exist holds no journals. Any thread.
 RecoveryResult recover(const std::string& log_folder);
+
+/// Why nothing in the folder may be undone just now: the newest run has no log yet. One line (UTF-8); empty when
+/// nothing stands in the way.
+std::string reason_to_wait(const RecoveryResult& recovery);
 
 }  // namespace brindle

@@ -1,158 +1,129 @@
 #include "log/undo.h"
 
 #include <fmt/format.h>
-#include <unistd.h>
 
-#include <cerrno>
-
+#include "log/entry_places.h"
+#include "log/recovery.h"
+#include "log/restorer.h"
 #include "log/undo_progress.h"
+#include "log/undone_logs.h"
 #include "platform/atomic_file.h"
-#include "platform/folder_handle.h"
-#include "platform/move.h"
 
 namespace brindle {
 namespace {
 
-constexpr std::string_view source_taken = "another file has its old name";
-constexpr std::string_view target_gone = "it is no longer there";
-constexpr std::string_view source_folder_gone = "the folder it was in is no longer there";
-
-/// A folder held open as long as entry after entry lies in it.
-///
-/// A path that is held cannot come to mean another folder by our own moves: an entry's move changes what is below its
-/// target and its source only, the held folders are always those of the entry at hand, and neither can lie below either
-/// (the move into itself is refused, and so is the one onto a source that is there).
-class HeldFolder {
- public:
-  // Brings what was done so far on the folder's disk to that disk; most disks keep their order.
-  void sync() const {
-    if (handle_) ::fsync(handle_.descriptor());
-  }
-
-  const FolderHandle& at(std::string_view path) {
-    const bool same = path.data() == text_.data() || path == text_;
-    if (!same) handle_ = FolderHandle::open(std::string(path));
-    text_ = path;
-    return handle_;
-  }
-
- private:
-  std::string_view text_;  // the log keeps it
-  FolderHandle handle_;
-};
-
-bool are_one_folder(const FolderHandle& a, const FolderHandle& b) {
-  FolderStamp first;
-  FolderStamp second;
-  return a.stamp(first) && b.stamp(second) && first.device == second.device && first.inode == second.inode;
-}
-
-/// Moves entries back.
-class Restorer {
- public:
-  /// Empty when the entry is back at its source, else why not.
-  std::string_view restore(const LogEntry& entry) {
-    const FolderHandle& target = targets_.at(entry.target_folder);
-    const FolderHandle& source = sources_.at(entry.source_folder);
-    if (!target) return target.error() == ENOENT ? target_gone : text(target.error());
-    if (!source) return source.error() == ENOENT ? source_folder_gone : text(source.error());
-    int error = move_exclusively(target, entry.target_name.data(), source, entry.source_name.data());
-    if (error == EEXIST && are_one_folder(target, source)) {
-      error = move_changing_case(target, entry.target_name.data(), entry.source_name.data());
-    }
-    if (error == 0) return {};
-    return error == ENOENT ? target_gone : error == EEXIST ? source_taken : text(error);
-  }
-
-  void sync() const { sources_.sync(); }
-
-  bool source_exists(const LogEntry& entry) {
-    const FolderHandle& source = sources_.at(entry.source_folder);
-    return source && source.exists(entry.source_name.data());
-  }
-  bool target_exists(const LogEntry& entry) {
-    const FolderHandle& target = targets_.at(entry.target_folder);
-    return target && target.exists(entry.target_name.data());
-  }
-
- private:
-  std::string_view text(int error) {
-    text_ = system_error_text(error);
-    return text_;
-  }
-
-  HeldFolder targets_;
-  HeldFolder sources_;
-  std::string text_;
-};
+constexpr std::string_view leaves_folder = "the log is from elsewhere, and would move it to another folder";
 
 class Undoing {
  public:
   Undoing(const LogFile& log, UndoProgress& progress, const UndoReport& report, UndoResult& result)
-      : log_(log), progress_(progress), report_(report), result_(result) {}
+      : log_(log), progress_(progress), report_(report), result_(result), places_(log, progress), restorer_(places_) {}
+
+  /// Leaves alone what would change its folder.
+  void stay_in_folders() { stays_in_folders_ = true; }
 
   void run(const JobControl& control) {
     ProgressThrottle throttle(control, log_.entries.size());
-    std::size_t done = 0;
-    for (std::size_t i = log_.entries.size(); i > 0; --i, ++done) {
+    for (std::size_t i = log_.entries.size(); i > 0; --i) {
       result_.cancelled = control.cancelled();
       if (result_.cancelled) break;
       const LogEntry& entry = log_.entries[i - 1];
-      moved_ = false;
-      const std::string_view reason = entry.fault.empty() ? undo(i - 1, entry) : entry.fault;
-      if (reason.empty()) ++result_.restored;
-      if (report_) report_(entry, reason, moved_);
-      throttle.step(done + 1, [&] { return fmt::format("{}/{}", entry.source_folder, entry.source_name); });
+      count(entry, undo(i - 1, entry));
+      throttle.step(result_.reached, [&] { return fmt::format("{}/{}", entry.source_folder, entry.source_name); });
     }
-    restorer_.sync();  // the log may be on another disk, and must not go before the names are safe
-    throttle.finish(done);
+    // The log may be on another disk, and must not go before the names are safe.
+    if (const int error = restorer_.sync(); error != 0) {
+      result_.error =
+          fmt::format("the disk did not take all of the old names ({}); undo again", system_error_text(error));
+    }
+    throttle.finish(result_.reached);
   }
 
  private:
-  std::string_view undo(std::size_t index, const LogEntry& entry) {
-    const UndoMark before = progress_.get(index);
-    if (before == UndoMark::restored && progress_.is_certain()) return {};
-    progress_.set(index, UndoMark::begun);
-    std::string_view reason = restorer_.restore(entry);
-    moved_ = reason.empty();
-    if (!reason.empty() && was_restored(before, entry)) reason = {};
-    progress_.set(index, reason.empty() ? UndoMark::restored : UndoMark::left);
-    return reason;
+  void count(const LogEntry& entry, UndoOutcome outcome) {
+    ++result_.reached;
+    if (outcome == UndoOutcome::moved || outcome == UndoOutcome::restored) ++result_.restored;
+    if (outcome == UndoOutcome::already) ++result_.already;
+    if (report_) report_(entry, outcome, reason_);
   }
 
-  // After a move that came to nothing: whether an undo before this one is the cause.
-  bool was_restored(UndoMark before, const LogEntry& entry) {
-    if (before == UndoMark::restored) return true;  // had the disk lost it, the move would have come to something
-    return before == UndoMark::begun && restorer_.source_exists(entry) && !restorer_.target_exists(entry);
+  UndoOutcome undo(std::size_t number, const LogEntry& entry) {
+    reason_ = entry.fault;
+    if (reason_.empty() && stays_in_folders_ && entry.source_folder != entry.target_folder) reason_ = leaves_folder;
+    if (!reason_.empty()) return UndoOutcome::left;
+    const UndoMark before = progress_.get(number);
+    if (before == UndoMark::restored && !restorer_.is_forth(entry, number)) return restored_before(before);
+    progress_.set(number, UndoMark::begun);
+    reason_ = restorer_.restore(entry, number);
+    const bool moved = reason_.empty();
+    if (!moved && restorer_.is_back(entry, number)) reason_ = {};
+    progress_.set(number, reason_.empty() ? UndoMark::restored : UndoMark::left);
+    if (moved) return UndoOutcome::moved;
+    return reason_.empty() ? restored_before(before) : UndoOutcome::left;
+  }
+
+  // Whose doing it is that an entry has its old name.
+  UndoOutcome restored_before(UndoMark before) const {
+    const bool by_undo = before == UndoMark::restored || before == UndoMark::begun;
+    return by_undo && progress_.end_before() != UndoEnd::complete ? UndoOutcome::restored : UndoOutcome::already;
   }
 
   const LogFile& log_;
   UndoProgress& progress_;
   const UndoReport& report_;
   UndoResult& result_;
+  EntryPlaces places_;
   Restorer restorer_;
-  bool moved_ = false;  // the entry at hand, and by this walk
+  std::string_view reason_;  // why the entry at hand was left alone
+  bool stays_in_folders_ = false;
 };
+
+// The room that the progress took may be all the disk had.
+void put_away(const std::string& log_folder, UndoProgress& progress, UndoResult& result) {
+  std::string place;
+  int error = put_undone_log_away(result.log_path, log_folder, place);
+  if (error == ENOSPC || error == EDQUOT) {
+    progress.remove();
+    error = put_undone_log_away(result.log_path, log_folder, place);
+  }
+  result.put_away = error == 0;
+  if (result.put_away) {
+    progress.remove();
+    result.log_path = place;
+    return;
+  }
+  progress.finish(UndoEnd::complete);
+  result.error =
+      fmt::format("the log “{}” is undone, but cannot be put away: {}", result.log_path, system_error_text(error));
+}
 
 }  // namespace
 
-UndoResult undoRenaming(const std::string& log_path, const JobControl& control, const UndoReport& report) {
-  return undoRenaming(log_path, readLogFile(log_path), control, report);
+UndoResult undoRenaming(const std::string& log_path, const JobControl& control, const UndoReport& report,
+                        const UndoOptions& options) {
+  return undoRenaming(log_path, readLogFile(log_path), control, report, options);
 }
 
 UndoResult undoRenaming(const std::string& log_path, const LogFile& log, const JobControl& control,
-                        const UndoReport& report) {
+                        const UndoReport& report, const UndoOptions& options) {
   UndoResult result;
-  result.error = log.error;
+  result.log_path = log_path;
   result.entries = log.entries.size();
+  result.error = log.error;
+  if (result.error.empty() && !options.log_folder.empty()) result.error = reason_to_wait(recover(options.log_folder));
   UndoProgress progress;
   if (result.error.empty()) result.error = progress.open(log_path, log.checksum, log.entries.size());
   if (!result.error.empty()) return result;
-  Undoing(log, progress, report, result).run(control);
-  if (result.cancelled) return result;
-  result.error = deleteLogFile(log_path);
-  result.log_removed = result.error.empty();
-  if (result.log_removed) progress.remove();
+  const std::string log_folder = options.log_folder.empty() ? split_path(log_path).folder : options.log_folder;
+  Undoing undoing(log, progress, report, result);
+  if (!options.from_elsewhere && !is_own_log(log_path, log_folder)) undoing.stay_in_folders();
+  undoing.run(control);
+  if (result.cancelled || !result.error.empty()) return result;
+  if (result.left_alone() > 0) {
+    progress.finish(UndoEnd::partial);
+  } else {
+    put_away(log_folder, progress, result);
+  }
   return result;
 }
 

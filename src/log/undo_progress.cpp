@@ -12,7 +12,6 @@
 #include <cstring>
 #include <utility>
 
-#include "log/journal.h"
 #include "platform/atomic_file.h"
 #include "platform/data_folders.h"
 #include "platform/folder_handle.h"
@@ -21,10 +20,11 @@ namespace brindle {
 namespace {
 
 struct ProgressHeader {
-  std::array<char, 8> magic = {'b', 'r', 'i', 'n', 'u', 'n', 'd', '1'};
+  std::array<char, 8> magic = {'b', 'r', 'i', 'n', 'u', 'n', 'd', '2'};
   std::uint64_t log_checksum = 0;
   std::uint64_t entries = 0;
-  std::array<char, 40> boot_id{};
+  UndoEnd end = UndoEnd::open;
+  std::array<char, 39> unused{};
 
   bool is_of_same_log(const ProgressHeader& other) const {
     return magic == other.magic && log_checksum == other.log_checksum && entries == other.entries;
@@ -34,15 +34,6 @@ static_assert(sizeof(ProgressHeader) == 64);
 
 std::uint64_t marks_offset() {
   return static_cast<std::uint64_t>(::sysconf(_SC_PAGESIZE));
-}
-
-ProgressHeader header_for(std::uint64_t log_checksum, std::size_t entries) {
-  ProgressHeader header;
-  header.log_checksum = log_checksum;
-  header.entries = entries;
-  const std::string boot = boot_id();
-  std::memcpy(header.boot_id.data(), boot.data(), boot.size());
-  return header;
 }
 
 bool read_header(int descriptor, ProgressHeader& header) {
@@ -83,51 +74,87 @@ std::string undo_progress_path(const std::string& log_path) {
 }
 
 UndoProgress::~UndoProgress() {
-  if (descriptor_ >= 0) ::close(descriptor_);
+  close_file();
+  if (log_ >= 0) ::close(log_);
+}
+
+void UndoProgress::close_file() {
+  marks_.release();
+  if (descriptor_ >= 0) ::close(std::exchange(descriptor_, -1));
+}
+
+// Over a network only a file open for writing can be locked.
+std::string UndoProgress::lock(const std::string& log_path) {
+  constexpr int flags = O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
+  log_ = ::open(log_path.c_str(), O_RDWR | flags);
+  if (log_ < 0) log_ = ::open(log_path.c_str(), O_RDONLY | flags);
+  struct stat opened {};
+  struct stat named {};
+  int error = log_ < 0 || ::flock(log_, LOCK_EX | LOCK_NB) != 0 ? errno : 0;
+  if (error == EWOULDBLOCK) return fmt::format("“{}” is just being undone by another process", log_path);
+  if (error == 0 && (::fstat(log_, &opened) != 0 || ::lstat(log_path.c_str(), &named) != 0)) error = errno;
+  // The undo that held it has just come to its end, and put it away.
+  if (error == 0 && (opened.st_ino != named.st_ino || opened.st_dev != named.st_dev)) error = ENOENT;
+  return error == 0
+             ? std::string()
+             : fmt::format("“{}” cannot be locked, and nothing was undone: {}", log_path, system_error_text(error));
 }
 
 std::string UndoProgress::open(const std::string& log_path, std::uint64_t log_checksum, std::size_t entries) {
-  int error = open_file(undo_progress_path(log_path));
-  if (error != 0 && error != EWOULDBLOCK) {
-    const std::string elsewhere = path_in_data_folder(log_checksum);
-    if (!elsewhere.empty()) error = open_file(elsewhere);
+  std::string error = lock(log_path);
+  if (!error.empty()) return error;
+  for (const std::string& path : {undo_progress_path(log_path), path_in_data_folder(log_checksum)}) {
+    if (!path.empty() && open_file(path) == 0 && adopt_or_begin(log_checksum, entries) == 0) return {};
+    close_file();
   }
-  if (error == EWOULDBLOCK) return fmt::format("“{}” is just being undone by another process", log_path);
-  if (error == 0) error = adopt_or_begin(log_checksum, entries);
-  if (error == 0) return {};
-  return fmt::format("the undoing of “{}” cannot be kept track of: {}", log_path, system_error_text(error));
+  unkept_.assign(entries, 0);
+  return {};
 }
 
 int UndoProgress::open_file(const std::string& path) {
   path_ = path;
-  descriptor_ = ::open(path.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0666);
-  if (descriptor_ < 0) return errno;
+  descriptor_ = ::open(path.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0600);
   struct stat status {};
-  const bool locked = ::flock(descriptor_, LOCK_EX | LOCK_NB) == 0;
-  int error = locked ? 0 : errno;
-  if (error == 0 && ::fstat(descriptor_, &status) != 0) error = errno;
-  // Without a name any more: the undo that held it has just come to its end.
-  if (error == 0 && status.st_nlink == 0) error = EWOULDBLOCK;
-  if (error == 0 && !S_ISREG(status.st_mode)) error = EINVAL;
-  if (error == 0) return 0;
-  ::close(descriptor_);
-  descriptor_ = -1;
-  return error;
+  if (descriptor_ < 0 || ::fstat(descriptor_, &status) != 0) return errno;
+  return S_ISREG(status.st_mode) ? 0 : EINVAL;
 }
 
 int UndoProgress::adopt_or_begin(std::uint64_t log_checksum, std::size_t entries) {
-  const ProgressHeader wanted = header_for(log_checksum, entries);
+  ProgressHeader wanted;
+  wanted.log_checksum = log_checksum;
+  wanted.entries = entries;
   ProgressHeader found;
-  const bool adopts = read_header(descriptor_, found) && found.is_of_same_log(wanted);
-  certain_ = !adopts || (found.boot_id == wanted.boot_id && wanted.boot_id.front() != '\0');
-  if (!adopts && ::ftruncate(descriptor_, 0) != 0) return errno;
-  if (!adopts) MarkMap::exempt_from_copy(descriptor_);
+  goes_on_ = read_header(descriptor_, found) && found.is_of_same_log(wanted);
+  end_before_ = goes_on_ ? found.end : UndoEnd::open;
+  if (!goes_on_ && ::ftruncate(descriptor_, 0) != 0) return errno;
+  if (!goes_on_) MarkMap::exempt_from_copy(descriptor_);
   const int error = MarkMap::reserve(descriptor_, marks_offset(), entries);
-  if (error != 0) return error;
   // The header comes last: without it, whatever else is there counts for nothing.
-  if (!adopts && !write_header(descriptor_, wanted)) return errno;
+  if (error != 0 || !write_header(descriptor_, wanted)) {
+    if (!goes_on_) ::unlink(path_.c_str());
+    return error == 0 ? EIO : error;
+  }
   marks_.use(descriptor_, marks_offset(), entries);
   return 0;
+}
+
+UndoMark UndoProgress::get(std::size_t entry) const {
+  return static_cast<UndoMark>(descriptor_ >= 0 ? marks_.get(entry) : unkept_[entry]);
+}
+
+void UndoProgress::set(std::size_t entry, UndoMark mark) {
+  if (descriptor_ >= 0) {
+    marks_.set(entry, static_cast<std::uint8_t>(mark));
+  } else {
+    unkept_[entry] = static_cast<std::uint8_t>(mark);
+  }
+}
+
+void UndoProgress::finish(UndoEnd end) {
+  ProgressHeader header;
+  if (descriptor_ < 0 || !read_header(descriptor_, header)) return;
+  header.end = end;
+  write_header(descriptor_, header);  // what is lost of it is found out by looking at the disk
 }
 
 void UndoProgress::remove() {
@@ -136,20 +163,23 @@ void UndoProgress::remove() {
 
 BrokenOffUndo broken_off_undo(const std::string& log_path) {
   BrokenOffUndo undo{log_path};
-  const int descriptor =
-      ::open(undo_progress_path(log_path).c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
-  if (descriptor < 0) return undo;
+  constexpr int flags = O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
+  const int log = ::open(log_path.c_str(), flags);
+  const int descriptor = ::open(undo_progress_path(log_path).c_str(), flags);
   ProgressHeader header;
   struct stat status {};
-  const bool usable = ::flock(descriptor, LOCK_SH | LOCK_NB) == 0 && ::fstat(descriptor, &status) == 0 &&
-                      S_ISREG(status.st_mode) && read_header(descriptor, header) &&
+  const bool usable = log >= 0 && descriptor >= 0 && ::flock(log, LOCK_SH | LOCK_NB) == 0 &&
+                      ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) && read_header(descriptor, header) &&
                       header.magic == ProgressHeader{}.magic &&
                       header.entries <= static_cast<std::uint64_t>(status.st_size);
   if (usable) {
     undo.entries = header.entries;
     undo.restored = count_restored(descriptor, header.entries);
+    undo.end = header.end;
   }
-  ::close(descriptor);
+  for (const int open : {log, descriptor}) {
+    if (open >= 0) ::close(open);
+  }
   return undo;
 }
 
@@ -165,7 +195,7 @@ std::vector<BrokenOffUndo> broken_off_undos(const std::string& log_folder) {
     const std::string log = std::string(entry.name.substr(0, entry.name.size() - ending.size()));
     if (!folder.exists(log.c_str())) continue;
     BrokenOffUndo undo = broken_off_undo(fmt::format("{}/{}", log_folder, log));
-    if (undo.entries > 0) undos.push_back(std::move(undo));
+    if (undo.entries > 0 && undo.end == UndoEnd::open) undos.push_back(std::move(undo));
   }
   std::ranges::sort(undos, {}, &BrokenOffUndo::log_path);
   return undos;

@@ -1,7 +1,7 @@
 #pragma once
 
 // How far the undoing of a log got: a small file beside the log, one byte an entry, there while the log is being undone
-// and after an undo that was broken off. One thread.
+// and as long as an undo of it did not come to its end. One thread.
 
 #include <cstddef>
 #include <cstdint>
@@ -13,11 +13,19 @@
 
 namespace brindle {
 
+/// A hint, no more: the mark may be on the disk and the move not, or the other way round.
 enum class UndoMark : std::uint8_t {
   none = 0,      ///< not reached
   begun = 1,     ///< about to be moved back
   restored = 2,  ///< moved back
   left = 3,      ///< left alone
+};
+
+/// How an undo of a log ended.
+enum class UndoEnd : std::uint8_t {
+  open = 0,      ///< it did not: killed, cancelled, or still going on
+  partial = 1,   ///< some entries were left alone
+  complete = 2,  ///< every entry was restored, and the log could not be put away
 };
 
 class UndoProgress {
@@ -27,43 +35,53 @@ class UndoProgress {
   UndoProgress& operator=(const UndoProgress&) = delete;
   ~UndoProgress();
 
-  /// Goes on with what an undo of the same log (same bytes) left, or begins anew. Where nothing can be kept beside the
-  /// log, the data folder will do. Returns a sentence when neither can be had, or when the log is just being undone by
-  /// another process.
+  /// Locks the log, and goes on with what an undo of it (same bytes) left, or begins anew. Where nothing can be kept
+  /// beside the log, the data folder will do; where nothing can be kept at all (a full disk), the marks are lost with
+  /// this object. Returns a sentence when the log is gone, cannot be locked, or is just being undone by another
+  /// process.
   [[nodiscard]] std::string open(const std::string& log_path, std::uint64_t log_checksum, std::size_t entries);
 
-  UndoMark get(std::size_t entry) const { return static_cast<UndoMark>(marks_.get(entry)); }
-  void set(std::size_t entry, UndoMark mark) { marks_.set(entry, static_cast<std::uint8_t>(mark)); }
-  /// Whether the marks found by open() are the whole truth: the system has not gone down since they were made.
-  bool is_certain() const { return certain_; }
+  UndoMark get(std::size_t entry) const;
+  void set(std::size_t entry, UndoMark mark);
+  /// Whether an undo before this one left marks, and how it ended.
+  bool goes_on() const { return goes_on_; }
+  UndoEnd end_before() const { return end_before_; }
 
-  /// Deletes the file: the log is gone.
+  /// Writes down how this undo ended.
+  void finish(UndoEnd end);
+  /// Deletes the file: the log is put away.
   void remove();
 
  private:
+  std::string lock(const std::string& log_path);
   int open_file(const std::string& path);
   int adopt_or_begin(std::uint64_t log_checksum, std::size_t entries);
+  void close_file();
 
-  MarkMap marks_;
-  std::string path_;
+  int log_ = -1;  // held locked
   int descriptor_ = -1;
-  bool certain_ = true;
+  std::string path_;
+  MarkMap marks_;
+  std::vector<std::uint8_t> unkept_;  // the marks where there is no file
+  bool goes_on_ = false;
+  UndoEnd end_before_ = UndoEnd::open;
 };
 
 /// Where progress is kept beside a log.
 std::string undo_progress_path(const std::string& log_path);
 
-/// The undo of a log that was broken off: killed, or cancelled.
+/// The undo of a log that did not restore everything: killed, cancelled, or some entries were left alone.
 struct BrokenOffUndo {
   std::string log_path;
   std::size_t restored = 0;
   std::size_t entries = 0;
+  UndoEnd end = UndoEnd::open;
 };
 
 /// What an undo left beside this log; no entries when there is no such trace, or when the log is just being undone by
 /// another process. Any thread.
 BrokenOffUndo broken_off_undo(const std::string& log_path);
-/// Those of all logs of a folder, by name.
+/// Those of all logs of a folder that were killed or cancelled, by name.
 std::vector<BrokenOffUndo> broken_off_undos(const std::string& log_folder);
 
 }  // namespace brindle

@@ -16,6 +16,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
+using ::testing::SizeIs;
 
 class UndoSheet : public ControllerTest {
  protected:
@@ -69,9 +70,15 @@ TEST_F(UndoSheet, UndoesTheSelectedLogAndTellsWhatItCouldNot) {
   EXPECT_THAT(ports_.alerts.shown[0].message, HasSubstr("3"));
   EXPECT_THAT(ports_.alerts.shown[0].informative_text, HasSubstr("/xc”: another file has its old name"));
   EXPECT_THAT(app().state().lastActionTimeTaken, HasSubstr("Undo"));
+  EXPECT_THAT(ports_.alerts.shown[0].informative_text, HasSubstr("The log stays"));
+  EXPECT_THAT(logs(), SizeIs(1)) << "what was left alone can be tried again";
+  std::filesystem::remove(tree_ / "c");
+  std::filesystem::rename(tree_ / "a", tree_ / "xb");
+  alerts();
+  sheet.undoRenaming();
+  run();
+  EXPECT_THAT(tree_.names(), ElementsAre("b", "c"));
   EXPECT_THAT(sheet.logFiles(), IsEmpty());
-  EXPECT_THAT(logs(), IsEmpty());
-  EXPECT_EQ(sheet.currLogFilePath(), "");
   EXPECT_TRUE(sheet.sheetClosed());
 }
 
@@ -84,6 +91,10 @@ TEST_F(UndoSheet, TheListFollows) {
   run();
   EXPECT_THAT(rows(), ElementsAre("a", "b"));
   EXPECT_EQ(app().state().count_label, "2 items restored");
+  ASSERT_THAT(ports_.alerts.shown, SizeIs(1));
+  EXPECT_THAT(ports_.alerts.shown[0].informative_text, HasSubstr("Logs/Undone/Log "));
+  EXPECT_THAT(sheet.logFiles(), IsEmpty());
+  EXPECT_EQ(sheet.currLogFilePath(), "");
   rename({});  // and can be renamed anew
   EXPECT_THAT(tree_.names(), ElementsAre("xa", "xb"));
 }
@@ -99,7 +110,8 @@ TEST_F(UndoSheet, ACancelledUndoKeepsItsLog) {
   ports_.worker.release();
   run();
   EXPECT_THAT(tree_.names(), ElementsAre("xa"));
-  EXPECT_THAT(alerts(), IsEmpty());
+  ASSERT_THAT(ports_.alerts.shown, SizeIs(1));
+  EXPECT_THAT(ports_.alerts.shown[0].informative_text, HasSubstr("Cancelled before 1 of the 1 items"));
   EXPECT_EQ(logs().size(), 1U);
   sheet.undoRenaming();
   run();

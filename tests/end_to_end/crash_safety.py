@@ -1,8 +1,8 @@
 """Kills `brindle rename`, `undo` and `recover` at every system call that touches the disk, one after the other.
 
 After each kill: no file may be missing, and `recover` and `undo` must bring back the same names with the same inodes and
-leave nothing behind in the log folder. After a kill of `rename` the same is tried as if the system had gone down: the journal
-then comes from another boot, and its marks are lost, or ahead of what reached the disk.
+leave nothing behind in the log folder but the undone log. The same is tried as if a disk had gone away: the marks of what was
+killed are then lost, or ahead of what reached the disk.
 
 BRINDLE names the program. CRASH_SAFETY_EVERY=N tries only every Nth call.
 """
@@ -103,43 +103,27 @@ class Tree:
                 found.append(call)
         return found
 
-    def journals(self):
-        return sorted(self.logs.glob("*.journal")) if self.logs.exists() else []
+    def marked(self):
+        return [path for path in self.leftover_paths() if path.suffix in (".journal", ".undo")]
 
     def leftovers(self):
-        return sorted(path.name for path in self.logs.iterdir()) if self.logs.exists() else []
+        return [path.name for path in self.leftover_paths()]
+
+    def leftover_paths(self):
+        return sorted(path for path in self.logs.iterdir() if path.name != "Undone") if self.logs.exists() else []
 
 
-def checksum(data):
-    """As in src/log/checksum.h."""
-    lanes = [0x6A09E667F3BCC908, 0xBB67AE8584CAA73B, 0x3C6EF372FE94F82B, 0xA54FF53A5F1D36F1]
-
-    def mixed(value):
-        product = value * 0x9FB21C651E98DF25
-        return (product ^ (product >> 64)) & (1 << 64) - 1
-
-    def stepped(state, word):
-        return (mixed(state ^ word) + 0x9E3779B97F4A7C15) & (1 << 64) - 1
-
-    for start in range(0, len(data), 32):
-        words = struct.unpack("<4Q", data[start:start + 32].ljust(32, b"\0"))
-        lanes = [stepped(lane, word) for lane, word in zip(lanes, words)]
-    total = len(data)
-    for lane in lanes:
-        total = stepped(total, lane)
-    return total
-
-
-def pretend_reboot(journal, mark):
-    """Another boot wrote this journal, and every one of its marks is the one given."""
-    data = bytearray(journal.read_bytes())
-    if data[:8] != b"brinjrnl":
+def set_marks(path, mark):
+    """Makes every mark of a journal, or of the progress of an undo, the one given."""
+    data = bytearray(path.read_bytes())
+    if data[:8] == b"brinjrnl":
+        entries, _, _, offset = struct.unpack_from("<4Q", data, 16)
+    elif data[:8] == b"brinund2":
+        entries, offset = struct.unpack_from("<Q", data, 16)[0], os.sysconf("SC_PAGESIZE")
+    else:
         return
-    entries, _, _, offset = struct.unpack_from("<4Q", data, 16)
-    data[48:84] = b"00000000-0000-0000-0000-000000000000"
-    struct.pack_into("<Q", data, 120, checksum(bytes(data[:120])))
     data[offset:offset + entries] = bytes([mark]) * entries
-    journal.write_bytes(data)
+    path.write_bytes(data)
 
 
 failures = []
@@ -166,24 +150,24 @@ def nothing(_):
     pass
 
 
-def reboot(mark):
+def all_marks(mark):
     def repair(tree):
-        for journal in tree.journals():
-            pretend_reboot(journal, mark)
+        for path in tree.marked():
+            set_marks(path, mark)
     return repair
 
 
 def attempt(what, prepare, arguments, kill, repair):
-    """Returns whether the kill hit, and whether a journal was left for `repair` to change."""
+    """Returns whether the kill hit, and whether marks were left for `repair` to change."""
     with tempfile.TemporaryDirectory(prefix="brindle-crash-") as top:
         tree = Tree(top)
         prepare(tree)
         code = tree.run(*arguments, kill=kill)
         expect(sorted(tree.state().values()) == sorted(tree.before.values()), f"{what}: a file is gone", tree.state())
+        had_marks = bool(tree.marked())
         repair(tree)
-        had_journal = bool(tree.journals())
         take_back(tree, what)
-        return code == KILLED, had_journal
+        return code == KILLED, had_marks
 
 
 def kill_everywhere(what, prepare, arguments, repairs=None):
@@ -196,8 +180,8 @@ def kill_everywhere(what, prepare, arguments, repairs=None):
 
     def kill_at(call):
         name = f"{what}, killed at {call[0]} {call[1]}"
-        killed, had_journal = attempt(name, prepare, arguments, call, nothing)
-        for repair in repairs or {} if had_journal else {}:
+        killed, had_marks = attempt(name, prepare, arguments, call, nothing)
+        for repair in repairs or {} if had_marks else {}:
             attempt(f"{name}, {repair}", prepare, arguments, call, repairs[repair])
         return killed
 
@@ -209,13 +193,13 @@ def kill_everywhere(what, prepare, arguments, repairs=None):
 
 
 def main():
-    reboots = {"marks lost": reboot(0), "marks ahead": reboot(2)}
+    lies = {"marks lost": all_marks(0), "marks ahead": all_marks(2)}
     for what, options in SCENARIOS.items():
         rename = ["rename", "--yes", "--quiet", *options]
-        kill_everywhere(f"rename, {what}", nothing, rename, reboots)
-        kill_everywhere(f"undo, {what}", lambda tree, rename=rename: tree.run(*rename), ["undo", "--yes"])
+        kill_everywhere(f"rename, {what}", nothing, rename, lies)
+        kill_everywhere(f"undo, {what}", lambda tree, rename=rename: tree.run(*rename), ["undo", "--yes"], lies)
         crash = lambda tree, rename=rename: tree.run(*rename, kill=("renameat2", 2))
-        kill_everywhere(f"recover, {what}", crash, ["recover"])
+        kill_everywhere(f"recover, {what}", crash, ["recover"], lies)
     print(f"{len(failures)} failures")
     return 1 if failures else 0
 

@@ -15,6 +15,7 @@ namespace brindle::test {
 namespace {
 
 using ::testing::ElementsAre;
+using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
@@ -36,7 +37,6 @@ struct Interrupted {
   const char* what;
   std::vector<std::string> files;
   std::vector<Step> steps;
-  bool rebooted = false;
   bool paths_follow = false;
 };
 
@@ -53,38 +53,29 @@ const std::vector<Interrupted>& interrupted_runs() {
       {"letter case, after", {"name"}, {{"name", "Name", begun, "name", true}}},
       {"marks lost with the system",
        {"a", "b", "c"},
-       {{"a", "A1", none, "a", true}, {"b", "B1", none, "b", true}, {"c", "C1"}},
-       true},
-      {"marks ahead of the disk", {"a", "b"}, {{"a", "A1", done, "a", true}, {"b", "B1", done}}, true},
-      {"chain, half way",
-       {"1", "2", "3"},
-       {{"3", "4", none, "3", true}, {"2", "3", none, "2", true}, {"1", "2"}},
-       true},
-      {"chain, not begun", {"1", "2", "3"}, {{"3", "4"}, {"2", "3"}, {"1", "2"}}, true},
-      {"chain, finished", {"1", "2"}, {{"2", "3", none, "2", true}, {"1", "2", none, "1", true}}, true},
-      {"other files stand in both places", {"a", "A1"}, {{"a", "A1"}}, true},
-      {"hard links, one renamed", {"a", "b = a"}, {{"a", "A1", none, "a", true}, {"b", "B1"}}, true},
-      {"hard link at the target", {"a", "A1 = a"}, {{"a", "A1"}}, true},
-      {"letter case, lost marks, before", {"name"}, {{"name", "Name"}}, true},
-      {"letter case, lost marks, after", {"name"}, {{"name", "Name", none, "name", true}}, true},
+       {{"a", "A1", none, "a", true}, {"b", "B1", none, "b", true}, {"c", "C1"}}},
+      {"marks that fit neither name", {"a", "b"}, {{"a", "A1", failed, "a", true}, {"b", "B1", done}}},
+      {"marks ahead of the disk", {"a", "b"}, {{"a", "A1", done, "a", true}, {"b", "B1", done}}},
+      {"chain, half way", {"1", "2", "3"}, {{"3", "4", none, "3", true}, {"2", "3", none, "2", true}, {"1", "2"}}},
+      {"chain, not begun", {"1", "2", "3"}, {{"3", "4"}, {"2", "3"}, {"1", "2"}}},
+      {"chain, finished", {"1", "2"}, {{"2", "3", none, "2", true}, {"1", "2", none, "1", true}}},
+      {"other files stand in both places", {"a", "A1"}, {{"a", "A1"}}},
+      {"hard links, one renamed", {"a", "b = a"}, {{"a", "A1", none, "a", true}, {"b", "B1"}}},
+      {"hard link at the target", {"a", "A1 = a"}, {{"a", "A1"}}},
+      {"letter case, lost marks, before", {"name"}, {{"name", "Name"}}},
+      {"letter case, lost marks, after", {"name"}, {{"name", "Name", none, "name", true}}},
       {"below renamed folders",
        {"o/s/f", "o/g"},
        {{"o", "n", done, "o", true},
         {"o/g", "h", done, "n/g", true},
         {"o/s", "t", done, "n/s", true},
         {"o/s/f", "e", begun, "n/t/f", true}},
-       false,
        true},
       {"below renamed folders, lost marks",
        {"o/s/f", "o/g"},
        {{"o", "n", none, "o", true}, {"o/g", "h", none, "n/g", true}, {"o/s", "t"}, {"o/s/f", "e"}},
-       true,
        true},
-      {"below a folder that failed",
-       {"o/f", "n/x"},
-       {{"o", "n", failed}, {"o/f", "g", begun, "o/f", true}},
-       false,
-       true},
+      {"below a folder that failed", {"o/f", "n/x"}, {{"o", "n", failed}, {"o/f", "g", begun, "o/f", true}}, true},
       {"several folders", {"a/1", "b/1"}, {{"a/1", "2", done, "a/1", true}, {"b/1", "2", begun, "b/1", true}}},
       {"bytes", {"\xff", "\x01"}, {{"\xff", "\xfe", done, "\xff", true}, {"\x01", "\x02", begun, "\x01", true}}},
   };
@@ -127,10 +118,9 @@ class CrashedRun {
     for (std::size_t i = 0; i < run.steps.size(); ++i) carry_out(tree, i, run.steps[i]);
   }
 
-  void crash(bool rebooted) {
+  void crash() {
     journal_.reset();
     log_.reset();
-    if (rebooted) change_boot_id();
   }
   RenameLogWriter& log() { return *log_; }
   const std::string& path() const { return path_; }
@@ -143,14 +133,6 @@ class CrashedRun {
       log_->addLogEntry(old_path, folder_of(old_path) + "/" + step.new_name);
     }
     journal_->mark(index, step.mark);
-  }
-  void change_boot_id() const {
-    std::string bytes = content_of(journal_path(path_));
-    bytes[offsetof(JournalHeader, boot_id)] ^= 1;
-    const std::uint64_t checksum =
-        checksum_of(std::string_view(bytes).substr(0, offsetof(JournalHeader, header_checksum)));
-    std::memcpy(bytes.data() + offsetof(JournalHeader, header_checksum), &checksum, sizeof checksum);
-    write_file(journal_path(path_), bytes);
   }
 
   std::unique_ptr<JournalWriter> journal_ = std::make_unique<JournalWriter>();
@@ -175,7 +157,7 @@ TEST(Recovery, finishes_the_log_of_what_happened_and_undo_takes_it_back) {
     make_files(tree, run.files);
     const auto before = tree.state();
     CrashedRun crashed(tree, run);
-    crashed.crash(run.rebooted);
+    crashed.crash();
     const RecoveryResult result = recover(tree.logs());
     EXPECT_THAT(result.problems, IsEmpty());
     ASSERT_THAT(result.runs, SizeIs(1));
@@ -192,19 +174,17 @@ TEST(Recovery, finishes_the_log_of_what_happened_and_undo_takes_it_back) {
 
 // Stopped between the finished log and the end of the journal, also when the disk tells another story by now.
 TEST(Recovery, makes_one_log_of_a_run) {
-  for (const bool rebooted : {false, true}) {
-    const LogTree tree;
-    tree.make({"files/a", "files/b"});
-    CrashedRun crashed(tree, {"", {}, {{"a", "A1", done, "a"}, {"b", "B1", failed}}});
-    ASSERT_EQ(crashed.log().saveLog(), "");
-    const std::string saved = crashed.log().saved_path();
-    crashed.crash(rebooted);
-    std::filesystem::rename(tree / "files/A1", tree / "files/A2");
-    const RecoveryResult result = recover(tree.logs());
-    ASSERT_THAT(result.runs, SizeIs(1));
-    EXPECT_EQ(result.runs[0].log_path, saved);
-    EXPECT_THAT(tree.names_in("logs"), ElementsAre(name_of(saved)));
-  }
+  const LogTree tree;
+  tree.make({"files/a", "files/b"});
+  CrashedRun crashed(tree, {"", {}, {{"a", "A1", done, "a"}, {"b", "B1", failed}}});
+  ASSERT_EQ(crashed.log().saveLog(), "");
+  const std::string saved = crashed.log().saved_path();
+  crashed.crash();
+  std::filesystem::rename(tree / "files/A1", tree / "files/A2");
+  const RecoveryResult result = recover(tree.logs());
+  ASSERT_THAT(result.runs, SizeIs(1));
+  EXPECT_EQ(result.runs[0].log_path, saved);
+  EXPECT_THAT(tree.names_in("logs"), ElementsAre(name_of(saved)));
 }
 
 TEST(Recovery, does_not_take_a_strange_log_for_the_runs_own) {
@@ -215,7 +195,7 @@ TEST(Recovery, does_not_take_a_strange_log_for_the_runs_own) {
   ASSERT_EQ(other.take_over(crashed.path(), "FILES", ""), "");
   other.addLogEntry("/x", "/y");
   ASSERT_EQ(other.saveLog(), "");
-  crashed.crash(false);
+  crashed.crash();
   const RecoveryResult result = recover(tree.logs());
   ASSERT_THAT(result.runs, SizeIs(1));
   EXPECT_EQ(result.runs[0].log_path, finished_log_path(next_log_path(crashed.path()), 1));
@@ -227,7 +207,7 @@ TEST(Recovery, believes_in_renamings_where_it_cannot_look) {
   const LogTree tree;
   tree.make({"files/stick/a", "files/stick/b"});
   CrashedRun crashed(tree, {"", {}, {{"stick/a", "A1", none, "stick/a"}, {"stick/b", "B1"}}});
-  crashed.crash(true);
+  crashed.crash();
   std::filesystem::rename(tree / "files/stick", tree / "files/unplugged");
   const RecoveryResult result = recover(tree.logs());
   ASSERT_THAT(result.runs, SizeIs(1));
@@ -241,9 +221,13 @@ TEST(Recovery, leaves_a_run_alone_that_goes_on) {
   tree.make({"files/a", "files/b"});
   CrashedRun going_on(tree, {"", {}, {{"a", "A1", done, "a"}}}, 1'000'000);
   CrashedRun crashed(tree, {"", {}, {{"b", "B1", done, "b"}}}, 2'000'000);
-  crashed.crash(false);
+  crashed.crash();
   const RecoveryResult result = recover(tree.logs());
   EXPECT_THAT(result.runs, SizeIs(1));
+  EXPECT_THAT(result.going_on, ElementsAre(going_on.path()));
+  const UndoResult undo = undoRenaming(result.runs[0].log_path, {}, {}, {tree.logs()});
+  EXPECT_THAT(undo.error, HasSubstr("a renaming is going on"));
+  EXPECT_EQ(undo.reached, 0);
   EXPECT_EQ(going_on.log().saveLog(), "");
   EXPECT_EQ(pairs_in(readLogFile(going_on.log().saved_path())).size(), 1);
 }
@@ -253,7 +237,7 @@ TEST(Recovery, knows_its_files_in_other_letters) {
   const LogTree tree;
   tree.make({"files/a"});
   CrashedRun crashed(tree, {"", {}, {{"a", "A1", done, "a"}}});
-  crashed.crash(false);
+  crashed.crash();
   for (const std::string& name : tree.names_in("logs")) {
     std::filesystem::rename(tree.logs() + "/" + name, tree.logs() + "/log" + name.substr(3));
   }
@@ -263,20 +247,43 @@ TEST(Recovery, knows_its_files_in_other_letters) {
   EXPECT_THAT(tree.names_in("logs"), SizeIs(1));
 }
 
-TEST(Recovery, waits_for_room_on_a_full_disk) {
+// Without the space that runs reserve for their logs.
+TEST(Recovery, waits_for_room_on_a_full_disk_and_undo_waits_for_it) {
   const LogTree tree;
-  tree.make({"files/a"});
+  tree.make({"files/a", "files/older"});
+  const std::string older = make_log(tree.logs(), {{tree / "files/old", tree / "files/older"}}, 10);
   CrashedRun crashed(tree, {"", {}, {{"a", "A1", done, "a"}}});
-  crashed.crash(false);
+  crashed.crash();
   {
     const FullDisk full(20);
     const RecoveryResult result = recover(tree.logs());
     EXPECT_THAT(result.runs, IsEmpty());
     EXPECT_THAT(result.problems, SizeIs(1));
+    EXPECT_THAT(undoRenaming(older, {}, {}, {tree.logs()}).error, HasSubstr("could not be finished"));
   }
-  EXPECT_THAT(tree.names_in("logs"), SizeIs(2));
+  EXPECT_THAT(tree.names_in("files"), ElementsAre("A1", "older"));
   EXPECT_THAT(recover(tree.logs()).runs, SizeIs(1));
-  EXPECT_THAT(tree.names_in("logs"), SizeIs(1));
+  EXPECT_THAT(tree.names_in("logs"), SizeIs(2));
+  EXPECT_EQ(undoRenaming(older, {}, {}, {tree.logs()}).restored, 1);
+}
+
+TEST(Recovery, sets_a_damaged_journal_aside) {
+  const LogTree tree;
+  tree.make({"files/a"});
+  for (const std::size_t at : {std::size_t{0}, std::size_t{100}, sizeof(JournalHeader) + 1}) {
+    SCOPED_TRACE(at);
+    CrashedRun crashed(tree, {"", {}, {{"a", "A1", begun}}});
+    crashed.crash();
+    std::string bytes = content_of(journal_path(crashed.path()));
+    bytes[at] ^= 1;
+    write_file(journal_path(crashed.path()), bytes);
+    const RecoveryResult result = recover(tree.logs());
+    EXPECT_THAT(result.set_aside, ElementsAre(HasSubstr("damaged")));
+    EXPECT_THAT(result.runs, IsEmpty());
+    EXPECT_NE(reason_to_wait(result), "");
+    EXPECT_EQ(reason_to_wait(recover(tree.logs())), "") << "it has been told";
+  }
+  EXPECT_THAT(tree.names_in("logs"), SizeIs(3));
 }
 
 TEST(Recovery, clears_away_what_came_to_nothing) {

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 #include <sys/file.h>
+#include <unistd.h>
 
 #include "log/undo_progress.h"
 #include "log_support.h"
@@ -24,13 +25,21 @@ std::string rename_and_log(const LogTree& tree, const std::vector<Pair>& renames
   return make_log(tree.logs(), pairs);
 }
 
+/// A log that says that it is of another type.
+std::string retyped(const std::string& log, const std::string& type) {
+  std::string text = content_of(log);
+  write_file(log, text.replace(text.find("FILES"), 5, type));
+  return log;
+}
+
 /// "name: reason" of every entry that was left alone.
 struct Listener {
   std::vector<std::string> left;
   std::size_t heard = 0;
   std::function<void()> after_entry = [] {};
   UndoReport report() {
-    return [this](const LogEntry& entry, std::string_view reason, bool /*moved*/) {
+    return [this](const LogEntry& entry, UndoOutcome outcome, std::string_view reason) {
+      EXPECT_EQ(outcome == UndoOutcome::left, !reason.empty());
       ++heard;
       if (!reason.empty()) left.push_back(std::string(entry.target_name) + ": " + std::string(reason));
       after_entry();
@@ -78,16 +87,17 @@ TEST(Undo, restores_the_same_files_under_the_same_names) {
     EXPECT_EQ(result.restored, run.renames.size());
     EXPECT_THAT(listener.left, IsEmpty());
     EXPECT_EQ(listener.heard, result.entries);
-    EXPECT_TRUE(result.log_removed);
-    EXPECT_THAT(tree.names_in("logs"), IsEmpty());
-    EXPECT_THAT(tree.names_in("data/Trash/files"), SizeIs(1)) << "the log can be got back";
+    EXPECT_TRUE(result.put_away);
+    EXPECT_THAT(tree.names_in("logs"), ElementsAre("Undone"));
+    EXPECT_THAT(readLogFile(result.log_path).entries, SizeIs(run.renames.size())) << "the log can be got back";
   }
 }
 
-// As if the system had gone down since.
-void change_boot_id(const std::string& progress) {
-  std::fstream file(progress, std::ios::in | std::ios::out | std::ios::binary);
-  file.seekp(24).put('?');
+// As if the marks had never reached the disk.
+void lose_marks(const std::string& progress) {
+  std::string bytes = content_of(progress);
+  std::fill(bytes.begin() + ::sysconf(_SC_PAGESIZE), bytes.end(), '\0');
+  write_file(progress, bytes);
 }
 
 // Broken off after every number of entries, and undone again.
@@ -95,7 +105,7 @@ TEST(Undo, goes_on_where_it_was_broken_off) {
   for (const Renaming& run : runs()) {
     for (std::size_t round = 0; round < 2 * run.renames.size(); ++round) {
       const std::size_t stop = round / 2;
-      const bool rebooted = round % 2 != 0;
+      const bool marks_are_lost = round % 2 != 0;
       SCOPED_TRACE(std::string(run.what) + ", broken off after " + std::to_string(stop));
       const LogTree tree;
       for (const std::string& file : run.files) tree.make({"files/" + file});
@@ -106,21 +116,23 @@ TEST(Undo, goes_on_where_it_was_broken_off) {
       first.after_entry = [&] { cancel = first.heard == stop; };
       const UndoResult broken = undoRenaming(log, {&cancel}, first.report());
       EXPECT_TRUE(broken.cancelled);
-      EXPECT_FALSE(broken.log_removed);
+      EXPECT_FALSE(broken.put_away);
+      EXPECT_EQ(broken.reached, stop);
       EXPECT_EQ(broken.restored, stop);
       const std::vector<BrokenOffUndo> traces = broken_off_undos(tree.logs());
       ASSERT_THAT(traces, SizeIs(1));
       EXPECT_EQ(traces[0].log_path, log);
       EXPECT_EQ(traces[0].restored, stop);
       EXPECT_EQ(traces[0].entries, run.renames.size());
-      if (rebooted) change_boot_id(undo_progress_path(log));
+      if (marks_are_lost) lose_marks(undo_progress_path(log));
       Listener second;
       const UndoResult result = undoRenaming(log, {}, second.report());
       EXPECT_EQ(result.error, "");
       EXPECT_EQ(tree.state(), before);
-      EXPECT_EQ(result.restored, run.renames.size());
+      EXPECT_EQ(result.restored + result.already, run.renames.size());
+      EXPECT_EQ(result.already, marks_are_lost ? stop : 0);
       EXPECT_EQ(second.heard, run.renames.size());
-      EXPECT_THAT(tree.names_in("logs"), IsEmpty());
+      EXPECT_THAT(tree.names_in("logs"), ElementsAre("Undone"));
     }
   }
 }
@@ -145,7 +157,112 @@ TEST(Undo, leaves_alone_what_it_cannot_restore) {
                                          "B1: it is no longer there", "A1: another file has its old name"));
   EXPECT_EQ(content_of(tree / "files/a"), "files/a");
   EXPECT_EQ(content_of(tree / "files/A1"), "files/a");
-  EXPECT_TRUE(result.log_removed) << "a log is undone once";
+  EXPECT_EQ(result.left_alone(), 6);
+  EXPECT_FALSE(result.put_away) << "it can be undone again when what stands in the way is gone";
+  EXPECT_EQ(result.log_path, log);
+  EXPECT_THAT(broken_off_undos(tree.logs()), IsEmpty()) << "nobody broke it off";
+  std::filesystem::remove(tree / "files/a");
+  std::filesystem::rename(tree / "files/elsewhere", tree / "files/d");
+  const UndoResult again = undoRenaming(log, {});
+  EXPECT_EQ(again.restored, 2);
+  EXPECT_EQ(again.left_alone(), 4);
+  EXPECT_THAT(tree.names_in("files/d"), ElementsAre("e"));
+}
+
+// What an undo restored is not moved once more, and folders that got their old names back are found under them.
+TEST(Undo, of_folders_can_be_run_again_after_a_failure) {
+  const LogTree tree;
+  tree.make({"files/o/s/f", "files/o/t/g"});
+  const auto before = tree.state();
+  std::string log = rename_and_log(tree, {{"o", "n"}, {"n/s", "n/S"}, {"n/t", "n/T"}, {"n/S/f", "n/S/F"}});
+  log = retyped(log, "FOLDERS");
+  tree.make({"files/n/S/f", "files/n/t"});
+  const UndoResult first = undoRenaming(log, {});
+  EXPECT_EQ(first.restored, 2);
+  EXPECT_EQ(first.left_alone(), 2);
+  std::filesystem::remove(tree / "files/o/s/f");
+  std::filesystem::remove(tree / "files/o/t");
+  const UndoResult second = undoRenaming(log, {});
+  EXPECT_EQ(second.restored, 4);
+  EXPECT_TRUE(second.put_away);
+  EXPECT_EQ(tree.state(), before);
+}
+
+// The disk is asked: marks may be ahead of it.
+TEST(Undo, restores_what_only_marks_call_restored) {
+  const LogTree tree;
+  tree.make({"files/a", "files/b"});
+  const std::string log = rename_and_log(tree, {{"a", "A1"}, {"b", "B1"}});
+  {
+    UndoProgress before;
+    ASSERT_EQ(before.open(log, readLogFile(log).checksum, 2), "");
+    before.set(0, UndoMark::restored);
+    before.set(1, UndoMark::restored);
+  }
+  EXPECT_EQ(undoRenaming(log, {}).restored, 2);
+  EXPECT_THAT(tree.names_in("files"), ElementsAre("a", "b"));
+}
+
+TEST(Undo, goes_through_no_link) {
+  const LogTree tree;
+  tree.make({"files/d/a", "files/elsewhere/b"});
+  const std::string log = rename_and_log(tree, {{"d/a", "d/b"}});
+  std::filesystem::rename(tree / "files/d", tree / "files/away");
+  std::filesystem::create_directory_symlink("elsewhere", tree / "files/d");
+  Listener listener;
+  EXPECT_EQ(undoRenaming(log, {}, listener.report()).restored, 0);
+  EXPECT_THAT(listener.left, ElementsAre("b: a symbolic link stands where a folder was"));
+  EXPECT_THAT(tree.names_in("files/elsewhere"), ElementsAre("b"));
+}
+
+TEST(Undo, believes_a_log_from_elsewhere_only_within_a_folder) {
+  const LogTree tree;
+  tree.make({"files/a", "files/d/b"});
+  const std::string own = rename_and_log(tree, {{"d/b", "b"}, {"a", "A1"}});
+  const std::string log = tree / "strange.xml";
+  std::filesystem::rename(own, log);
+  Listener listener;
+  const UndoResult result = undoRenaming(log, {}, listener.report(), {tree.logs()});
+  EXPECT_EQ(result.restored, 1);
+  EXPECT_THAT(listener.left, ElementsAre("b: the log is from elsewhere, and would move it to another folder"));
+  EXPECT_THAT(tree.names_in("files"), ElementsAre("a", "b", "d"));
+  EXPECT_TRUE(undoRenaming(log, {}, {}, {tree.logs(), true}).put_away);
+  EXPECT_THAT(tree.names_in("files/d"), ElementsAre("b"));
+}
+
+// One that could not be put away is not counted again.
+TEST(Undo, of_an_undone_log_restores_nothing) {
+  const LogTree tree;
+  tree.make({"files/a", "logs/Undone", "data/Trash"});  // files, where folders are wanted
+  const std::string log = rename_and_log(tree, {{"a", "A1"}});
+  const UndoResult first = undoRenaming(log, {});
+  EXPECT_EQ(first.restored, 1);
+  EXPECT_THAT(first.error, HasSubstr("cannot be put away"));
+  EXPECT_EQ(broken_off_undo(log).end, UndoEnd::complete);
+  const UndoResult second = undoRenaming(log, {});
+  EXPECT_EQ(second.restored, 0);
+  EXPECT_EQ(second.already, 1);
+}
+
+TEST(Undo, needs_no_room_on_the_disk) {
+  const LogTree tree;
+  tree.make({"files/a", "files/b"});
+  const std::string log = rename_and_log(tree, {{"a", "A1"}, {"b", "B1"}});
+  const FullDisk full(0);
+  EXPECT_EQ(undoRenaming(log, {}).restored, 2);
+}
+
+// The newest fifty are kept.
+TEST(Undo, puts_old_undone_logs_into_the_trash) {
+  const LogTree tree;
+  for (std::time_t when = 1; when <= 52; ++when) {
+    tree.make({"files/a"});
+    std::filesystem::rename(tree / "files/a", tree / "files/A1");
+    const std::string log = make_log(tree.logs(), {{tree / "files/a", tree / "files/A1"}}, when);
+    ASSERT_TRUE(undoRenaming(log, {}).put_away);
+  }
+  EXPECT_THAT(tree.names_in("logs/Undone"), SizeIs(50));
+  EXPECT_THAT(tree.names_in("data/Trash/files"), SizeIs(2));
 }
 
 TEST(Undo, keeps_a_log_that_it_cannot_read) {
@@ -158,7 +275,7 @@ TEST(Undo, keeps_a_log_that_it_cannot_read) {
 
 TEST(Undo, removes_a_log_without_entries_and_counts_the_unusable_ones) {
   const LogTree tree;
-  EXPECT_TRUE(undoRenaming(make_log(tree.logs(), {}), {}).log_removed);
+  EXPECT_TRUE(undoRenaming(make_log(tree.logs(), {}), {}).put_away);
   tree.make({"files/new"});
   const std::string path = tree.logs() + "/log.xml";
   write_file(path, "<files><file/><file srclocation=\"" + tree.files() + "\" tarlocation=\"" + tree.files() +

@@ -1,0 +1,19 @@
+#pragma once
+
+// The logs of renamings that were undone: they are kept in the folder "Undone" of the log folder, the newest fifty.
+// Safe on any thread.
+
+#include <string>
+
+namespace brindle {
+
+/// Whether a log is one that this program wrote for its own user: it lies in the log folder and belongs to who runs the
+/// program. What any other log asks for is somebody else's word.
+bool is_own_log(const std::string& log_path, const std::string& log_folder);
+
+/// Moves the log of a renaming that was undone into "Undone" of the log folder; where that cannot be (another disk),
+/// into the trash. Older logs there than the newest fifty go to the trash, or stay where there is none. Returns 0 or
+/// errno, and then the log is where it was. `place` is set to its new path, empty for the trash.
+[[nodiscard]] int put_undone_log_away(const std::string& log_path, const std::string& log_folder, std::string& place);
+
+}  // namespace brindle

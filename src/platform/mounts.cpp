@@ -1,0 +1,74 @@
+#include "platform/mounts.h"
+
+#include <mntent.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdio>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+#include "platform/atomic_file.h"
+#include "platform/folder_handle.h"
+
+namespace brindle {
+namespace {
+
+struct MountRoot {
+  std::string_view folder;
+  int depth;  // how many names below it a disk's mount point lies
+};
+constexpr auto mount_roots =
+    std::to_array<MountRoot>({{"/run/media/", 2}, {"/media/", 2}, {"/media/", 1}, {"/mnt/", 1}});
+
+// The path as far as the name `depth` names below the root; empty when it does not reach there.
+std::string mount_point_below(const MountRoot& root, const std::string& path) {
+  if (!path.starts_with(root.folder)) return {};
+  std::size_t end = root.folder.size() - 1;
+  for (int i = 0; i < root.depth && end != std::string::npos; ++i) end = path.find('/', end + 1);
+  return end == std::string::npos ? std::string() : path.substr(0, end);
+}
+
+std::vector<std::string> mount_points_above(const std::string& path) {
+  std::vector<std::string> found;
+  for (const MountRoot& root : mount_roots) {
+    if (std::string point = mount_point_below(root, path); !point.empty()) found.push_back(std::move(point));
+  }
+  const std::unique_ptr<std::FILE, int (*)(std::FILE*)> table(::setmntent("/etc/fstab", "re"), &::endmntent);
+  mntent entry{};
+  std::array<char, 4096> texts{};
+  while (table && ::getmntent_r(table.get(), &entry, texts.data(), static_cast<int>(texts.size())) != nullptr) {
+    const std::string point = entry.mnt_dir;
+    if (point.size() > 1 && point.front() == '/' && path.starts_with(point + "/")) found.push_back(point);
+  }
+  return found;
+}
+
+bool is_empty_folder(const std::string& path) {
+  const FolderHandle folder = FolderHandle::open(path);
+  FolderReader reader;
+  FolderEntry entry;
+  if (folder) reader.start(folder);
+  return folder && !reader.next(entry) && reader.error() == 0;
+}
+
+// A mount point without its disk is missing, or an empty folder of the disk above it.
+bool lacks_disk(const std::string& mount_point) {
+  struct stat here {};
+  struct stat above {};
+  if (::stat(mount_point.c_str(), &here) != 0) return true;
+  if (::stat(split_path(mount_point).folder.c_str(), &above) != 0) return true;
+  return here.st_dev == above.st_dev && is_empty_folder(mount_point);
+}
+
+}  // namespace
+
+bool lies_on_missing_disk(const std::string& path) {
+  const std::vector<std::string> points = mount_points_above(path);
+  return std::any_of(points.begin(), points.end(), lacks_disk);
+}
+
+}  // namespace brindle
