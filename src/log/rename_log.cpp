@@ -52,7 +52,7 @@ void append_exact(const std::string& folder, bool folder_representable, std::str
 std::string RenameLogWriter::createLogFile(const std::string& path, std::string_view type,
                                            std::string_view appversion) {
   if (appversion.empty()) appversion = appVersion();
-  const int error = write_new_file(path, document_start(type, appversion).append(end_of_empty_root), 0666);
+  const int error = write_new_file(path, document_start(type, appversion).append(end_of_empty_root), private_file_mode);
   name_taken_ = error == EEXIST;
   if (error != 0) return failure("created", path, error);
   std::string text = take_over(path, type, appversion);

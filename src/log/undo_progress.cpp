@@ -56,6 +56,12 @@ bool write_header(int descriptor, const ProgressHeader& header) {
   return ::pwrite(descriptor, &header, sizeof header, 0) == static_cast<ssize_t>(sizeof header);
 }
 
+// What was only made to find out that it cannot be locked.
+void remove_if_empty(int descriptor, const std::string& path) {
+  struct stat status {};
+  if (::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) && status.st_size == 0) ::unlink(path.c_str());
+}
+
 std::size_t count_restored(int descriptor, std::uint64_t entries) {
   std::size_t restored = 0;
   std::array<char, 65536> marks{};
@@ -100,7 +106,7 @@ std::string UndoProgress::open(const std::string& log_path, std::uint64_t log_ch
 
 int UndoProgress::open_file(const std::string& path) {
   path_ = path;
-  descriptor_ = ::open(path.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0666);
+  descriptor_ = ::open(path.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, private_file_mode);
   if (descriptor_ < 0) return errno;
   struct stat status {};
   const bool locked = ::flock(descriptor_, LOCK_EX | LOCK_NB) == 0;
@@ -108,8 +114,10 @@ int UndoProgress::open_file(const std::string& path) {
   if (error == 0 && ::fstat(descriptor_, &status) != 0) error = errno;
   // Without a name any more: the undo that held it has just come to its end.
   if (error == 0 && status.st_nlink == 0) error = EWOULDBLOCK;
-  if (error == 0 && !S_ISREG(status.st_mode)) error = EINVAL;
+  // With a second name it may be any file, linked to here by another user.
+  if (error == 0 && (!S_ISREG(status.st_mode) || status.st_nlink != 1)) error = EINVAL;
   if (error == 0) return 0;
+  if (error == ENOLCK) remove_if_empty(descriptor_, path);
   ::close(descriptor_);
   descriptor_ = -1;
   return error;
