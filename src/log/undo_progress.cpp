@@ -130,10 +130,11 @@ int UndoProgress::adopt_or_begin(std::uint64_t log_checksum, std::size_t entries
   certain_ = !adopts || (found.boot_id == wanted.boot_id && wanted.boot_id.front() != '\0');
   if (!adopts && ::ftruncate(descriptor_, 0) != 0) return errno;
   if (!adopts) MarkMap::exempt_from_copy(descriptor_);
-  const int error = MarkMap::reserve(descriptor_, marks_offset(), entries);
-  if (error != 0) return error;
+  int error = MarkMap::reserve(descriptor_, marks_offset(), entries);
   // The header comes last: without it, whatever else is there counts for nothing.
-  if (!adopts && !write_header(descriptor_, wanted)) return errno;
+  if (error == 0 && !adopts && !write_header(descriptor_, wanted)) error = errno;
+  if (error != 0 && !adopts) remove();
+  if (error != 0) return error;
   marks_.use(descriptor_, marks_offset(), entries);
   return 0;
 }

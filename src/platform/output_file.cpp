@@ -68,8 +68,10 @@ int OutputFile::open(const std::string& path) {
 
 int OutputFile::open_stream(const std::string& path) {
   descriptor_ = ::open(path.c_str(), O_WRONLY | O_APPEND | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+  // Of the three that every program has, a closed one leads to a folder (see process_setup.h).
+  if (descriptor_ < 0) return errno == EISDIR ? EBADF : errno;
   struct stat status {};
-  if (descriptor_ < 0 || ::fstat(descriptor_, &status) != 0) return errno;
+  if (::fstat(descriptor_, &status) != 0) return errno;
   if (S_ISREG(status.st_mode) && !is_own_descriptor(path)) return EINVAL;  // put there this very moment
   // Only the opening must not wait.
   const int flags = ::fcntl(descriptor_, F_GETFL);
