@@ -216,6 +216,12 @@ int read_regular_file(const std::string& path, std::size_t limit, std::string& c
   return file.error();
 }
 
+std::string reading_error_text(int error, std::size_t limit) {
+  if (error == EINVAL) return "it is no regular file";
+  if (error == EFBIG) return fmt::format("it is larger than {} MiB", limit >> 20U);
+  return system_error_text(error);
+}
+
 int sync_folder_of(const std::string& path) {
   const int descriptor = ::open(split_path(path).folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
   if (descriptor < 0) return errno;

@@ -86,6 +86,9 @@ class FileReader {
 /// Reads a regular file of at most `limit` bytes. Returns 0 or errno (EFBIG: too large).
 [[nodiscard]] int read_regular_file(const std::string& path, std::size_t limit, std::string& content);
 
+/// Why read_regular_file() or FileReader::open() failed; `limit` in bytes.
+std::string reading_error_text(int error, std::size_t limit);
+
 /// Brings the entries of the folder that holds `path` to the disk. Returns 0 or errno.
 [[nodiscard]] int sync_folder_of(const std::string& path);
 
