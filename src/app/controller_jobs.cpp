@@ -149,6 +149,7 @@ bool BrindleAppController::start_job(JobCall call) {
 void BrindleAppController::job_finished(const JobCall& call, const std::string& failure) {
   const JobTexts& texts = texts_of(call.job);
   if (!failure.empty()) log_line(std::string(texts.failure) + failure);
+  report_repeated();
   if (call.finished) call.finished();
   state_.job = Job::none;
   state_.isExecuting = state_.is_quiet = false;

@@ -1,10 +1,12 @@
 #pragma once
 
-// Frees what takes long to free on a thread of its own.
+// Frees what takes long to free on a thread of its own, where there is one to be had.
 
 #include <memory>
 #include <thread>
 #include <utility>
+
+#include "platform/thread_start.h"
 
 namespace brindle {
 
@@ -21,10 +23,12 @@ class Disposal {
   template <class Thing>
   void throw_away(Thing thing) {
     auto held = std::make_unique<Thing>(std::move(thing));
-    thread_ = std::thread([held = std::move(held), earlier = std::exchange(thread_, {})]() mutable {
-      if (earlier.joinable()) earlier.join();
+    const auto earlier = std::make_shared<std::thread>(std::move(thread_));
+    const bool started = start_thread(thread_, [held = std::move(held), earlier]() mutable {
+      if (earlier->joinable()) earlier->join();
       held.reset();
     });
+    if (!started) thread_ = std::move(*earlier);  // freed here and now instead
   }
 
  private:

@@ -98,6 +98,9 @@ void set_option(Options& options, OptionId id, std::string_view value) {
     case OptionId::hidden:
       options.hidden = true;
       return;
+    case OptionId::no_preserve_root:
+      options.no_preserve_root = true;
+      return;
     case OptionId::sort:
       options.sort = value == "name" ? ListOrder::name : value == "folder" ? ListOrder::folder : ListOrder::as_found;
       return;

@@ -23,6 +23,7 @@ struct Options {
   std::optional<bool> folders;
   std::optional<bool> subfolders;
   bool hidden = false;
+  bool no_preserve_root = false;
   ListOrder sort = ListOrder::as_found;
   std::vector<std::string> from;
   bool nul = false;

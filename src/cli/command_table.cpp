@@ -17,6 +17,7 @@ constexpr auto options = std::to_array<OptionRow>({
     {subfolders, "subfolders", 0, "", "look into folders and all they hold (the default)"},
     {no_subfolders, "no-subfolders", 0, "", "do not look into folders"},
     {hidden, "hidden", 0, "", "take names that begin with \".\" too"},
+    {no_preserve_root, "no-preserve-root", 0, "", "take / with all that it holds, too"},
     {sort, "sort", 0, "name|folder|none",
      "the order of the list, for counting: by name, by folder and name, or as found (none)"},
     {from, "from", 0, "FILE", "read more PATHs from FILE, one a line; \"-\" is standard input"},
@@ -47,8 +48,8 @@ constexpr auto preview_options =
     std::to_array<OptionId>({files, folders, subfolders, no_subfolders, hidden, sort, from, nul, list, rules, profile,
                              set, all, json, quiet, no_color, help});
 constexpr auto rename_options =
-    std::to_array<OptionId>({files, folders, subfolders, no_subfolders, hidden, sort, from, nul, list, rules, profile,
-                             set, all, yes, json, quiet, no_color, help});
+    std::to_array<OptionId>({files, folders, subfolders, no_subfolders, hidden, no_preserve_root, sort, from, nul, list,
+                             rules, profile, set, all, yes, json, quiet, no_color, help});
 constexpr auto export_options =
     std::to_array<OptionId>({no_name,       no_new_name, no_location, full_paths, no_header, files, folders, subfolders,
                              no_subfolders, hidden,      sort,        from,       nul,       list,  rules,   profile,

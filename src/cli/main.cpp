@@ -1,5 +1,7 @@
 #include "cli/commands.h"
+#include "platform/process_setup.h"
 
 int main(int count, char** words) {
+  brindle::set_up_process();
   return static_cast<int>(brindle::run_program(count - 1, words + 1));
 }

@@ -16,6 +16,7 @@ enum class OptionId : std::uint8_t {
   subfolders,
   no_subfolders,
   hidden,
+  no_preserve_root,
   sort,
   from,
   nul,

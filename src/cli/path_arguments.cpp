@@ -1,17 +1,15 @@
 #include "cli/path_arguments.h"
 
-#include <fcntl.h>
 #include <fmt/format.h>
 #include <stdlib.h>
 #include <unistd.h>
 
-#include <array>
 #include <cerrno>
 #include <cstddef>
 #include <cstring>
 #include <memory>
 
-#include "cli/cancellation.h"
+#include "cli/input_text.h"
 
 namespace brindle {
 namespace {
@@ -50,21 +48,6 @@ void append_components(std::string_view path, std::string& absolute) {
   }
 }
 
-std::string read_all(int descriptor, const std::string& name) {
-  std::string bytes;
-  std::array<char, 1U << 16U> piece;
-  while (true) {
-    const ssize_t got = ::read(descriptor, piece.data(), piece.size());
-    if (got > 0) {
-      bytes.append(piece.data(), static_cast<std::size_t>(got));
-    } else if (got == 0 || is_cancelled()) {
-      return bytes;
-    } else if (errno != EINTR) {
-      throw UsageError(fmt::format("cannot read {}: {}", name, std::strerror(errno)));
-    }
-  }
-}
-
 }  // namespace
 
 std::string current_folder() {
@@ -86,29 +69,32 @@ std::string absolute_path(std::string_view path, const std::string& folder) {
   return absolute.empty() ? "/" : absolute;
 }
 
-std::string read_file(const std::string& name) {
-  if (name == "-") return read_all(STDIN_FILENO, "standard input");
-  const int descriptor = ::open(name.c_str(), O_RDONLY | O_CLOEXEC);
-  if (descriptor < 0) throw UsageError(fmt::format("cannot read {}: {}", name, std::strerror(errno)));
-  const std::unique_ptr<const int, void (*)(const int*)> closing(&descriptor, [](const int* open) { ::close(*open); });
-  return read_all(descriptor, name);
+namespace {
+
+void append_paths(std::string_view text, const std::string& name, const CommandLine& line, const std::string& folder,
+                  std::vector<std::string>& paths) {
+  const char end = line.options.nul ? '\0' : '\n';
+  while (!text.empty()) {
+    const std::size_t size = std::min(text.find(end), text.size());
+    const std::string_view path = text.substr(0, size);
+    text.remove_prefix(std::min(size + 1, text.size()));
+    if (path.find('\0') != std::string_view::npos) {
+      throw UsageError(fmt::format("{} holds NUL bytes; add -0 to read it", name));
+    }
+    if (path.empty()) continue;
+    if (paths.size() == most_paths)
+      throw UsageError(fmt::format("more than {} PATHs are too many for one run", most_paths));
+    paths.push_back(absolute_path(path, folder));
+  }
 }
 
-std::vector<std::string> read_paths(const CommandLine& line, const std::string& folder) {
+}  // namespace
+
+std::vector<std::string> read_paths(const CommandLine& line, const std::string& folder, Console& console) {
   std::vector<std::string> paths;
   for (const std::string& path : line.operands) paths.push_back(absolute_path(path, folder));
   for (const std::string& name : line.options.from) {
-    const std::string bytes = read_file(name);
-    const char end = line.options.nul ? '\0' : '\n';
-    for (std::string_view rest = bytes; !rest.empty();) {
-      const std::size_t size = std::min(rest.find(end), rest.size());
-      const std::string_view path = rest.substr(0, size);
-      rest.remove_prefix(std::min(size + 1, rest.size()));
-      if (path.find('\0') != std::string_view::npos) {
-        throw UsageError(fmt::format("{} holds NUL bytes; add -0 to read it", name == "-" ? "standard input" : name));
-      }
-      if (!path.empty()) paths.push_back(absolute_path(path, folder));
-    }
+    append_paths(read_input_text(name, console), name == "-" ? "standard input" : name, line, folder, paths);
   }
   return paths;
 }

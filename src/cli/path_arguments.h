@@ -2,11 +2,13 @@
 
 // The PATHs of a command line as the core wants them.
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "cli/arguments.h"
+#include "cli/console.h"
 
 namespace brindle {
 
@@ -19,10 +21,9 @@ std::string current_folder();
 /// not exist.
 std::string absolute_path(std::string_view path, const std::string& folder);
 
-/// The bytes of a file; "-" is standard input. What there is of it when the run is cancelled. Throws UsageError.
-std::string read_file(const std::string& name);
+constexpr std::size_t most_paths = 10'000'000;
 
 /// All PATHs of a line, those read with --from behind the others, absolute. Throws UsageError.
-std::vector<std::string> read_paths(const CommandLine& line, const std::string& folder);
+std::vector<std::string> read_paths(const CommandLine& line, const std::string& folder, Console& console);
 
 }  // namespace brindle

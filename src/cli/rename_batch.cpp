@@ -12,6 +12,7 @@
 #include "app/list_titles.h"
 #include "app/string_table.h"
 #include "cli/cancellation.h"
+#include "cli/input_text.h"
 #include "cli/json_report.h"
 #include "cli/listing.h"
 #include "cli/path_arguments.h"
@@ -49,10 +50,19 @@ std::size_t explain_left_out(const std::vector<std::string>& paths, const Comman
   return left_out;
 }
 
+// A list of paths that was made wrong, or a space too many, is soon "/".
+void refuse_whole_system(const CommandLine& line, const std::vector<std::string>& paths) {
+  const bool would_rename =
+      std::ranges::find(line.command->options, OptionId::no_preserve_root) != line.command->options.end();
+  if (!would_rename || line.options.no_preserve_root || std::ranges::find(paths, "/") == paths.end()) return;
+  throw UsageError("one of the PATHs is /, which is everything on this machine; --no-preserve-root renames it all");
+}
+
 void gather(const CommandLine& line, Console& console, RenameBatch& batch) {
-  const std::vector<std::string> paths = read_paths(line, batch.folder);
+  const std::vector<std::string> paths = read_paths(line, batch.folder, console);
   batch.paths = paths.size();
   const RenameSettings& settings = batch.request.settings;
+  if (settings.isIncludeSubFolders) refuse_whole_system(line, paths);
   const GatherOptions options{settings.isFolders, settings.isIncludeSubFolders, line.options.hidden, false};
   ProgressLine progress(console, "Found");
   const GatherResult result = addFiles(batch.files, paths, options, &batch.disk_names, {&cancel_flag(), &progress});
@@ -69,12 +79,13 @@ bool has_paths(const CommandLine& line) {
   throw UsageError(fmt::format("say which files: brindle {} {}", line.command->word, line.command->synopsis));
 }
 
-FileRenameItem read_list(const std::string& file, bool folders) {
+FileRenameItem read_list(const std::string& file, bool folders, Console& console) {
   FileRenameItem item;
   std::string reason;
   const std::int32_t type = folders ? 1 : 0;
-  const ListError error = file == "-" ? read_rename_list(read_file(file), type, list_titles(), item, reason)
-                                      : loadRenameFile(file, type, list_titles(), item, reason);
+  const ListError error = file == "-"
+                              ? read_rename_list(read_input_text(file, console), type, list_titles(), item, reason)
+                              : loadRenameFile(file, type, list_titles(), item, reason);
   if (error == ListError::none) return item;
   const bool unreadable = error == ListError::unreadable;
   const std::string why = unreadable && !reason.empty() ? fmt::format(" ({})", reason) : "";
@@ -103,7 +114,7 @@ void import_list(const CommandLine& line, Console& console, RenameBatch& batch) 
   if (!file || file->empty()) throw UsageError("the method is to rename from a list; --list FILE says which");
   std::string path;
   if (!encode_path(*file, path)) throw UsageError(fmt::format("{} cannot be the path of a list", to_utf8(*file)));
-  const FileRenameItem item = read_list(path, batch.is_folders());
+  const FileRenameItem item = read_list(path, batch.is_folders(), console);
   ProgressLine progress(console, "Found");
   const ImportResult result =
       importFiles(batch.files, item, line.options.hidden, batch.disk_names, {&cancel_flag(), &progress});

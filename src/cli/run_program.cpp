@@ -15,6 +15,7 @@
 #include "cli/help.h"
 #include "cli/manual.h"
 #include "platform/app_info.h"
+#include "platform/message_log.h"
 
 namespace brindle {
 namespace {
@@ -52,6 +53,7 @@ ExitCode run_line(const CommandLine& line, Console& console) {
   }
   console.set_color(line.options.color);
   console.set_quiet(line.options.quiet);
+  if (line.options.quiet) hush_remarks();
   if (line.options.help) return show_help(line, console);
   return line.command->run(line, console);
 }
@@ -86,13 +88,11 @@ ExitCode run_help(const CommandLine& line, Console& console) {
   return show_help(topic, console);
 }
 
-ExitCode run_program(int count, const char* const* words) {
-  Console console;
+namespace {
+
+ExitCode run_words(std::span<const char* const> words, Console& console) {
   try {
-    catch_signals();
-    set_language(language_of_environment());
-    const CommandLine line = parse_arguments(std::span(words, static_cast<std::size_t>(count)));
-    return finish(run_line(line, console), console);
+    return finish(run_line(parse_arguments(words), console), console);
   } catch (const UsageError& error) {
     console.error(error.what());
     return ExitCode::usage;
@@ -100,6 +100,17 @@ ExitCode run_program(int count, const char* const* words) {
     console.error(fmt::format("this should not have happened: {}", error.what()));
     return ExitCode::incomplete;
   }
+}
+
+}  // namespace
+
+ExitCode run_program(int count, const char* const* words) {
+  catch_signals();
+  set_language(language_of_environment());
+  Console console;
+  const ExitCode code = run_words(std::span(words, static_cast<std::size_t>(count)), console);
+  report_repeated();
+  return code;
 }
 
 }  // namespace brindle

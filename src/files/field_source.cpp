@@ -36,7 +36,7 @@ std::u16string with_texts(const std::vector<std::u16string>& codes, std::u16stri
   for (const std::u16string& code : codes) {
     const std::u16string_view text = text_of(code);
     if (text.empty()) {
-      log_failure(operation, "there is no text for the code " + to_utf8(code));
+      log_remark(operation, "there is no text for the code " + to_utf8(code));
       break;
     }
     all = replaceString(all, code, text, 1, -1, true);

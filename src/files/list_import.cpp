@@ -17,12 +17,6 @@
 namespace brindle {
 namespace {
 
-std::string reason_of(int error) {
-  if (error == EINVAL) return "it is no regular file";
-  if (error == EFBIG) return "it is larger than 1 GiB";
-  return system_error_text(error);
-}
-
 /// One run of the import job.
 class ImportRun {
  public:
@@ -194,7 +188,7 @@ ListError loadRenameFile(const std::string& path, std::int32_t importType, const
     std::string bytes;
     const int error = read_regular_file(path, list_size_limit, bytes);
     if (error == 0) return read_rename_list(bytes, importType, titles, item, reason);
-    reason = reason_of(error);
+    reason = reading_error_text(error, list_size_limit);
   } catch (const std::exception& failure) {
     reason = failure.what();
     log_failure("browseRenameFile", reason);

@@ -15,6 +15,8 @@
 #include <utility>
 #include <vector>
 
+#include "platform/thread_start.h"
+
 namespace brindle {
 
 /// Threads that read for the one thread that announces rows and takes their values, both in rising order. Rows go from
@@ -29,8 +31,8 @@ class MetadataAhead {
   /// At most `window` values are waiting at any time.
   explicit MetadataAhead(Read read, std::size_t window = 128)
       : read_(std::move(read)),
-        cores_(std::max(1U, std::thread::hardware_concurrency())),
-        window_(cores_ < 2 ? 0 : window) {}
+        most_readers_(std::clamp(std::thread::hardware_concurrency(), 1U, 5U) - 1),
+        window_(most_readers_ == 0 ? 0 : window) {}
   MetadataAhead(const MetadataAhead&) = delete;
   MetadataAhead& operator=(const MetadataAhead&) = delete;
 
@@ -72,7 +74,6 @@ class MetadataAhead {
 
  private:
   static constexpr std::size_t batch_size = 16;
-  static constexpr std::size_t most_readers = 4;
 
   enum class State { waiting, reading, read };
   struct Row {
@@ -91,8 +92,13 @@ class MetadataAhead {
       batches_.push_back({std::exchange(filling_, {}), State::waiting});
     }
     announced_.notify_one();
-    if (readers_.size() < std::min<std::size_t>(cores_ - 1, most_readers)) {
-      readers_.emplace_back([this] { run(); });
+    if (readers_.size() < most_readers_) start_reader();
+  }
+
+  void start_reader() {
+    if (!start_thread(readers_.emplace_back(), [this] { run(); })) {
+      readers_.pop_back();
+      most_readers_ = readers_.size();
     }
   }
 
@@ -153,7 +159,7 @@ class MetadataAhead {
   }
 
   Read read_;
-  std::size_t cores_;
+  std::size_t most_readers_;
   std::size_t window_;
 
   // The caller's alone.

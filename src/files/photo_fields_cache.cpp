@@ -12,6 +12,7 @@
 
 #include "files/image_properties.h"
 #include "platform/hash.h"
+#include "platform/thread_start.h"
 
 namespace brindle {
 namespace {
@@ -165,7 +166,7 @@ class PhotoFieldsCache::Reader {
     const std::lock_guard lock(mutex_);
     wanted_ = std::move(wanted);
     if (wanted_.empty()) return;
-    if (!thread_.joinable()) thread_ = std::thread([this] { run(); });
+    if (!thread_.joinable() && !start_thread(thread_, [this] { run(); })) return;  // the next request tries again
     wakes_.notify_all();
   }
 

@@ -7,6 +7,7 @@
 
 #include "methods/string_utilities.h"
 #include "platform/file_name.h"
+#include "platform/message_log.h"
 #include "platform/text_case.h"
 #include "platform/text_encoding.h"
 
@@ -211,11 +212,11 @@ NameOutcome photo_name(const PhotoParameters& parameters, const FileSystemItem& 
     name.result = item.newFilename().empty() ? item.filenameWithExtension() : item.newFilename();
     return NameOutcome::whole;
   }
-  if (read != nullptr) {
-    parameters.write_name(*read, numberSequence, name);
-  } else {
-    parameters.write_name(parameters.read(item.disk_path()), numberSequence, name);
-  }
+  const auto path = [&item] { return item.disk_path(); };
+  std::optional<PhotoMetadata> own;
+  if (read == nullptr) read = &own.emplace(parameters.read(path()));
+  const MessageSubject subject(path);
+  parameters.write_name(*read, numberSequence, name);
   if (numberSequence < std::numeric_limits<std::int32_t>::max()) ++numberSequence;
   return NameOutcome::base;
 }
@@ -235,6 +236,8 @@ MetaDataList read_metadata_values(const std::string& path, const DateParts& part
   const DateFormatter date_format(pattern_of(date_pattern, parts));
   const DateFormatter time_format(pattern_of(time_pattern, parts));
   MetaDataList list;
+  const auto path_of_file = [&path] { return path; };
+  const MessageSubject subject(path_of_file);
   list.resetMetaDataList(nullptr, {image.iptc, xmp, date_format, time_format}, {});
   const CameraValues camera = camera_values(image);
   const std::optional<Date> date = date_of_stamp(camera.date);

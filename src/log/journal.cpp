@@ -64,10 +64,11 @@ std::string JournalWriter::create(const std::string& path, const JournalInfo& in
   close();
   path_ = path;
   info_ = info;
-  descriptor_ = ::open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666);
+  descriptor_ = ::open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, private_file_mode);
   error_ = descriptor_ < 0 ? errno : lock_new_file(descriptor_);
   name_taken_ = error_ == EEXIST;
   if (error_ != 0) {
+    if (descriptor_ >= 0 && !name_taken_) ::unlink(path_.c_str());
     close();
     return failure();
   }

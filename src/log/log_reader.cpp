@@ -171,7 +171,7 @@ LogFile readLogFile(const std::string& path) {
   LogFile log;
   try {
     const int error = read_file(path, log);
-    if (error != 0) log.error = system_error_text(error);
+    if (error != 0) log.error = reading_error_text(error, largest_log);
   } catch (const std::bad_alloc&) {
     log = {};
     log.error = "there is not enough memory for it";

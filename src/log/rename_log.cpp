@@ -64,7 +64,7 @@ void LogRoom::add(const Folder& folder, std::string_view old_name, std::string_v
 std::string RenameLogWriter::createLogFile(const std::string& path, std::string_view type,
                                            std::string_view appversion) {
   if (appversion.empty()) appversion = appVersion();
-  const int error = write_new_file(path, document_start(type, appversion).append(end_of_empty_root), 0600);
+  const int error = write_new_file(path, document_start(type, appversion).append(end_of_empty_root), private_file_mode);
   name_taken_ = error == EEXIST;
   if (error != 0) return failure("created", path, error);
   std::string text = begin(path, type, appversion, file_.open(unfinished_log_path(path)));

@@ -47,6 +47,12 @@ bool write_header(int descriptor, const ProgressHeader& header) {
   return ::pwrite(descriptor, &header, sizeof header, 0) == static_cast<ssize_t>(sizeof header);
 }
 
+// What was only made to find out that it cannot be locked.
+void remove_if_empty(int descriptor, const std::string& path) {
+  struct stat status {};
+  if (::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) && status.st_size == 0) ::unlink(path.c_str());
+}
+
 std::size_t count_restored(int descriptor, std::uint64_t entries) {
   std::size_t restored = 0;
   std::array<char, 65536> marks{};
@@ -113,10 +119,11 @@ std::string UndoProgress::open(const std::string& log_path, std::uint64_t log_ch
 
 int UndoProgress::open_file(const std::string& path) {
   path_ = path;
-  descriptor_ = ::open(path.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0600);
+  descriptor_ = ::open(path.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, private_file_mode);
   struct stat status {};
   if (descriptor_ < 0 || ::fstat(descriptor_, &status) != 0) return errno;
-  return S_ISREG(status.st_mode) ? 0 : EINVAL;
+  // With a second name it may be any file, linked to here by another user.
+  return S_ISREG(status.st_mode) && status.st_nlink == 1 ? 0 : EINVAL;
 }
 
 int UndoProgress::adopt_or_begin(std::uint64_t log_checksum, std::size_t entries) {

@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <chrono>
 #include <numeric>
+#include <utility>
 
 #include "platform/file_kind.h"
+#include "platform/thread_start.h"
 
 namespace brindle {
 namespace {
@@ -50,8 +52,18 @@ FolderWorkers::FolderWorkers(const FileList& files, std::span<const std::uint32_
   const std::size_t useful = std::min(tasks_.size(), 1 + rows.size() / rows_worth_a_thread);
   const std::size_t cores = std::max<std::size_t>(1, std::thread::hardware_concurrency());
   const std::size_t count = std::min({useful, cores, most_threads});
-  at_work_ = count;
-  for (std::size_t i = 0; i < count; ++i) threads_.emplace_back([this] { work(); });
+  threads_.reserve(count);
+  while (threads_.size() < count && start_one()) continue;
+}
+
+// Without any thread, whoever asks for an outcome does the work.
+bool FolderWorkers::start_one() {
+  at_work_.fetch_add(1);
+  std::jthread thread;
+  const bool started = start_thread(thread, [this] { work(); });
+  if (started) threads_.push_back(std::move(thread));
+  if (!started) at_work_.fetch_sub(1);
+  return started;
 }
 
 FolderWorkers::~FolderWorkers() = default;
@@ -79,10 +91,15 @@ void FolderWorkers::sort_into_tasks() {
     order_[tasks_[task_of[files_[rows_[index]].folder]].end++] = index;
 }
 
+bool FolderWorkers::rename_next_folder() {
+  const std::size_t task = next_task_++;
+  if (task >= tasks_.size() || control_.cancelled()) return false;
+  rename_folder(tasks_[task]);
+  return true;
+}
+
 void FolderWorkers::work() {
-  for (std::size_t task = next_task_++; task < tasks_.size() && !control_.cancelled(); task = next_task_++) {
-    rename_folder(tasks_[task]);
-  }
+  while (rename_next_folder()) continue;
   at_work_.fetch_sub(1, std::memory_order_release);
 }
 
@@ -99,6 +116,7 @@ void FolderWorkers::rename_folder(const Task& task) {
 }
 
 RowOutcome FolderWorkers::take(std::size_t index) {
+  while (threads_.empty() && outcomes_[index] == 0 && rename_next_folder()) continue;
   for (;;) {
     // Looked at in this order: who has stopped working has stored all it had to store.
     const bool over = at_work_.load(std::memory_order_acquire) == 0;

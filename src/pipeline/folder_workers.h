@@ -43,6 +43,8 @@ class FolderWorkers {
   };
 
   void sort_into_tasks();
+  bool start_one();
+  bool rename_next_folder();
   void work();
   void rename_folder(const Task& task);
 

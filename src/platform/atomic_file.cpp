@@ -8,56 +8,73 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <climits>
 #include <cstdint>
 #include <cstdio>
-#include <cstdlib>
-#include <memory>
 #include <system_error>
 #include <utility>
 
-#include "platform/folder_handle.h"
 #include "platform/move.h"
 
 namespace brindle {
 namespace {
 
 // For disks that know neither RENAME_NOREPLACE nor hard links: the empty file that rename(2) replaces is our own.
-int place_on_own_file(const std::string& from, const std::string& to) {
-  const int descriptor = ::open(to.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+int place_on_own_file(const WriteTarget& from, const WriteTarget& to) {
+  const int to_folder = to.folder.descriptor();
+  const int descriptor =
+      ::openat(to_folder, to.name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, private_file_mode);
   if (descriptor < 0) return errno;
   ::close(descriptor);
-  if (::rename(from.c_str(), to.c_str()) == 0) return 0;
+  if (::renameat(from.folder.descriptor(), from.name.c_str(), to_folder, to.name.c_str()) == 0) return 0;
   const int error = errno;
-  ::unlink(to.c_str());
+  ::unlinkat(to_folder, to.name.c_str(), 0);
   return error;
 }
 
 // A name that no other writer uses, short enough for every disk.
-std::string unique_name_beside(const std::string& path) {
+std::string unique_name() {
   std::uint64_t number = 0;
   if (::getrandom(&number, sizeof number, 0) < 0) number = static_cast<std::uint64_t>(::getpid());
-  return fmt::format("{}/.brindle-{:016x}.tmp", split_path(path).folder, number);
+  return fmt::format(".brindle-{:016x}.tmp", number);
 }
 
-std::string resolved(const std::string& path) {
-  const std::unique_ptr<char, decltype(&std::free)> real(::realpath(path.c_str(), nullptr), &std::free);
-  return real == nullptr ? path : std::string(real.get());
+// Some network and FUSE disks cannot sync a folder; they order their changes themselves.
+int sync_folder(int descriptor) {
+  return ::fsync(descriptor) == 0 || errno == EINVAL || errno == ENOTSUP || errno == ENOSYS ? 0 : errno;
+}
+
+WriteTarget target_at(const std::string& path) {
+  PathParts parts = split_path(path);
+  return {FolderHandle::open(parts.folder), std::move(parts.name)};
+}
+
+constexpr unsigned all_permissions = 0777;  // never the bits that lend a program its owner's rights
+
+// The permissions of a file of ours that is replaced. Where its group cannot be kept, the group's rights are
+// everybody's.
+void hand_on_permissions(const struct stat& old, int descriptor) {
+  unsigned mode = old.st_mode & all_permissions;
+  struct stat made {};
+  const bool same_group = ::fstat(descriptor, &made) == 0 && made.st_gid == old.st_gid;
+  const auto no_change = static_cast<uid_t>(-1);
+  if (!same_group && ::fchown(descriptor, no_change, old.st_gid) != 0) mode = (mode & 0707U) | (mode & 07U) << 3U;
+  // A disk without permissions (FAT) may refuse; the content is what matters.
+  if (::fchmod(descriptor, mode) != 0) return;
 }
 
 }  // namespace
 
 AtomicFile::AtomicFile(AtomicFile&& other) noexcept
-    : temporary_path_(std::move(other.temporary_path_)),
-      path_(std::move(other.path_)),
+    : temporary_(std::move(other.temporary_)),
+      name_(std::move(other.name_)),
       descriptor_(std::exchange(other.descriptor_, -1)),
       error_(other.error_),
       is_reserved_(other.is_reserved_),
       written_(other.written_) {}
 
 AtomicFile& AtomicFile::operator=(AtomicFile&& other) noexcept {
-  std::swap(temporary_path_, other.temporary_path_);
-  std::swap(path_, other.path_);
+  std::swap(temporary_, other.temporary_);
+  std::swap(name_, other.name_);
   std::swap(descriptor_, other.descriptor_);
   std::swap(error_, other.error_);
   std::swap(is_reserved_, other.is_reserved_);
@@ -70,21 +87,31 @@ AtomicFile::~AtomicFile() {
   discard();
 }
 
-int AtomicFile::open(const std::string& temporary_path) {
-  discard();
-  if (::unlink(temporary_path.c_str()) != 0 && errno != ENOENT) return errno;
-  descriptor_ = ::open(temporary_path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666);
+int AtomicFile::make(WriteTarget temporary, unsigned mode) {
+  const int flags = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
+  descriptor_ = ::openat(temporary.folder.descriptor(), temporary.name.c_str(), flags, mode);
   if (descriptor_ < 0) return errno;
-  temporary_path_ = temporary_path;
+  temporary_ = std::move(temporary);
   error_ = 0;
   is_reserved_ = false;
   written_ = 0;
   return 0;
 }
 
+int AtomicFile::open(const std::string& temporary_path) {
+  discard();
+  WriteTarget temporary = target_at(temporary_path);
+  if (!temporary.folder) return temporary.folder.error();
+  if (::unlinkat(temporary.folder.descriptor(), temporary.name.c_str(), 0) != 0 && errno != ENOENT) return errno;
+  return make(std::move(temporary), private_file_mode);
+}
+
 int AtomicFile::take_over(const std::string& temporary_path) {
   discard();
-  descriptor_ = ::open(temporary_path.c_str(), O_WRONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+  WriteTarget temporary = target_at(temporary_path);
+  if (!temporary.folder) return temporary.folder.error();
+  descriptor_ = ::openat(temporary.folder.descriptor(), temporary.name.c_str(),
+                         O_WRONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
   struct stat status {};
   const bool is_ours = descriptor_ >= 0 && ::fstat(descriptor_, &status) == 0 && S_ISREG(status.st_mode) &&
                        status.st_nlink == 1 && status.st_uid == ::geteuid();
@@ -92,7 +119,7 @@ int AtomicFile::take_over(const std::string& temporary_path) {
     leave();
     return open(temporary_path);
   }
-  temporary_path_ = temporary_path;
+  temporary_ = std::move(temporary);
   error_ = 0;
   is_reserved_ = true;
   written_ = 0;
@@ -105,21 +132,27 @@ int AtomicFile::reserve(std::uint64_t size) {
 }
 
 int AtomicFile::open_for(const std::string& path) {
-  path_ = resolved(path);
-  const int error = open(unique_name_beside(path_));
+  WriteTarget target;
+  const int error = find_write_target(path, target);
+  return error == 0 ? open_for(std::move(target)) : error;
+}
+
+// Nobody may look into the new file before it is as closed as the old one.
+int AtomicFile::open_for(WriteTarget target) {
+  discard();
   struct stat old {};
-  if (error == 0 && ::stat(path_.c_str(), &old) == 0) set_permissions(old.st_mode & 07777U);
+  const bool replaces = ::fstatat(target.folder.descriptor(), target.name.c_str(), &old, AT_SYMLINK_NOFOLLOW) == 0;
+  const bool is_ours = replaces && S_ISREG(old.st_mode) && old.st_uid == ::geteuid();
+  const unsigned mode = !replaces ? 0666U : is_ours ? private_file_mode : (old.st_mode & 0666U) | private_file_mode;
+  name_ = std::exchange(target.name, unique_name());
+  const int error = make(std::move(target), mode);
+  if (error == 0 && is_ours) hand_on_permissions(old, descriptor_);
   return error;
 }
 
 void AtomicFile::write(std::string_view bytes) {
   if (error_ == 0) error_ = descriptor_ < 0 ? EBADF : write_all(descriptor_, bytes);
   if (error_ == 0) written_ += bytes.size();
-}
-
-void AtomicFile::set_permissions(unsigned mode) {
-  // A disk without permissions (FAT) may refuse; the content is what matters.
-  if (::fchmod(descriptor_, mode) != 0) return;
 }
 
 int AtomicFile::sync() {
@@ -129,31 +162,27 @@ int AtomicFile::sync() {
 }
 
 int AtomicFile::place_exclusively(const std::string& path) {
-  const PathParts from = split_path(temporary_path_);
-  const PathParts to = split_path(path);
-  const FolderHandle from_folder = FolderHandle::open(from.folder);
-  const FolderHandle to_folder = FolderHandle::open(to.folder);
-  if (!from_folder || !to_folder) return from_folder ? to_folder.error() : from_folder.error();
-  int error = move_exclusively(from_folder, from.name.c_str(), to_folder, to.name.c_str());
-  if (error == ENOTSUP) error = place_on_own_file(temporary_path_, path);
+  PathParts parts = split_path(path);
+  const WriteTarget to{FolderHandle::open(parts.folder), std::move(parts.name)};
+  if (!to.folder) return to.folder.error();
+  int error = move_exclusively(temporary_.folder, temporary_.name.c_str(), to.folder, to.name.c_str());
+  if (error == ENOTSUP) error = place_on_own_file(temporary_, to);
   if (error == 0) close();
-  return error == 0 ? sync_folder_of(path) : error;
-}
-
-int AtomicFile::place_over(const std::string& path) {
-  if (::rename(temporary_path_.c_str(), path.c_str()) != 0) return errno;
-  close();
-  return sync_folder_of(path);
+  return error == 0 ? sync_folder(to.folder.descriptor()) : error;
 }
 
 int AtomicFile::place() {
-  const int error = sync();
-  return error != 0 ? error : place_over(path_);
+  if (const int error = sync(); error != 0) return error;
+  const int folder = temporary_.folder.descriptor();
+  if (::renameat(folder, temporary_.name.c_str(), folder, name_.c_str()) != 0) return errno;
+  const int error = sync_folder(folder);
+  close();
+  return error;
 }
 
 void AtomicFile::discard() {
   if (descriptor_ < 0) return;
-  ::unlink(temporary_path_.c_str());
+  ::unlinkat(temporary_.folder.descriptor(), temporary_.name.c_str(), 0);
   close();
 }
 
@@ -163,7 +192,7 @@ void AtomicFile::leave() {
 
 void AtomicFile::close() {
   ::close(std::exchange(descriptor_, -1));
-  temporary_path_.clear();
+  temporary_ = {};
 }
 
 int write_all(int descriptor, std::string_view bytes) {
@@ -229,11 +258,16 @@ int read_regular_file(const std::string& path, std::size_t limit, std::string& c
   return file.error();
 }
 
+std::string reading_error_text(int error, std::size_t limit) {
+  if (error == EINVAL) return "it is no regular file";
+  if (error == EFBIG) return fmt::format("it is larger than {} MiB", limit >> 20U);
+  return system_error_text(error);
+}
+
 int sync_folder_of(const std::string& path) {
   const int descriptor = ::open(split_path(path).folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
   if (descriptor < 0) return errno;
-  // Some network and FUSE disks cannot sync a folder; they order their changes themselves.
-  const int error = ::fsync(descriptor) == 0 || errno == EINVAL || errno == ENOTSUP || errno == ENOSYS ? 0 : errno;
+  const int error = sync_folder(descriptor);
   ::close(descriptor);
   return error;
 }
@@ -245,6 +279,10 @@ PathParts split_path(std::string_view path) {
 }
 
 std::string system_error_text(int error) {
+  if (error == foreign_link_error) {
+    return "it is another user's link, in a folder that others may write in; name the file that it leads to";
+  }
+  if (error == ENOLCK) return "its disk has no file locks; a folder on another disk is needed";
   return std::generic_category().message(error);
 }
 

@@ -7,7 +7,12 @@
 #include <string>
 #include <string_view>
 
+#include "platform/write_target.h"
+
 namespace brindle {
+
+/// Of files that hold names of the user's, less the umask: nobody else's.
+constexpr unsigned private_file_mode = 0600;
 
 /// A file in the making, under a name of its own beside its final place. Destroying it before it was placed deletes it,
 /// unless room was reserved for it: then it stays, for take_over().
@@ -18,8 +23,8 @@ class AtomicFile {
   AtomicFile& operator=(AtomicFile&& other) noexcept;
   ~AtomicFile();
 
-  /// Makes the file at `temporary_path`, replacing what an interrupted run left there (never through a symbolic link).
-  /// Returns 0 or errno, as all calls below.
+  /// Makes the file at `temporary_path` for the user alone, replacing what an interrupted run left there (never through
+  /// a symbolic link). Returns 0 or errno, as all calls below.
   [[nodiscard]] int open(const std::string& temporary_path);
   /// Writes over the file at `temporary_path` from its start, in the room it has, when it is a file of ours; else as
   /// open().
@@ -27,30 +32,30 @@ class AtomicFile {
   /// Reserves disk space for `size` bytes: writing that many cannot fail for want of room any more, in this process or
   /// in one that takes the file over. sync() gives back what was not used.
   [[nodiscard]] int reserve(std::uint64_t size);
-  /// Makes a file that place() puts at `path`: beside it, under a name that nobody else uses, with the permission bits
-  /// of what stands there. A symbolic link at `path` is followed, so that it stays a link.
+  /// Makes a file that place() puts at `path`: beside it, under a name that nobody else uses. It is a new file in every
+  /// respect but this: a file of ours hands on who may read, write and run it (and its group), and one of somebody else
+  /// hands on whom it kept out. A symbolic link at `path` is followed where find_write_target() does.
   [[nodiscard]] int open_for(const std::string& path);
+  [[nodiscard]] int open_for(WriteTarget target);
   bool is_open() const { return descriptor_ >= 0; }
   /// After an error, further writes do nothing; sync() reports it.
   void write(std::string_view bytes);
-  void set_permissions(unsigned mode);
   /// Brings the bytes to the disk.
   int sync();
   /// Gives the file its name; EEXIST when something stands there.
   [[nodiscard]] int place_exclusively(const std::string& path);
-  /// Gives the file its name in place of whatever stands there.
-  [[nodiscard]] int place_over(const std::string& path);
-  /// sync() and place_over() for a file made by open_for().
+  /// Gives a file made by open_for() its name in place of whatever stands there, once its bytes are on the disk.
   [[nodiscard]] int place();
   void discard();
   /// Ends the writing; the file stays under its temporary name.
   void leave();
 
  private:
+  int make(WriteTarget temporary, unsigned mode);
   void close();
 
-  std::string temporary_path_;
-  std::string path_;  // of open_for()
+  WriteTarget temporary_;
+  std::string name_;  // of open_for(): in the same folder
   int descriptor_ = -1;
   int error_ = 0;
   bool is_reserved_ = false;   // the file may be longer than what was written
@@ -64,9 +69,8 @@ class AtomicFile {
 /// failure leaves no file.
 [[nodiscard]] int write_new_file(const std::string& path, std::string_view bytes, unsigned mode);
 
-/// Writes a whole file in place of the old one, which keeps its permission bits: after a crash there is the old or the
-/// new one. A symbolic link at `path` is followed, so that it stays a link. Returns a sentence (UTF-8), empty on
-/// success.
+/// Writes a whole file in place of the old one, as AtomicFile::open_for() and place() do: after a crash there is the
+/// old or the new one. Returns a sentence (UTF-8), empty on success.
 [[nodiscard]] std::string write_file_atomically(const std::string& path, std::string_view content);
 
 /// Reads a regular file from its start; never waits on a pipe or device.
@@ -94,6 +98,9 @@ class FileReader {
 /// Reads a regular file of at most `limit` bytes. Returns 0 or errno (EFBIG: too large).
 [[nodiscard]] int read_regular_file(const std::string& path, std::size_t limit, std::string& content);
 
+/// Why read_regular_file() or FileReader::open() failed; `limit` in bytes.
+std::string reading_error_text(int error, std::size_t limit);
+
 /// Brings the entries of the folder that holds `path` to the disk. Returns 0 or errno.
 [[nodiscard]] int sync_folder_of(const std::string& path);
 
@@ -104,7 +111,7 @@ struct PathParts {
 };
 PathParts split_path(std::string_view path);
 
-/// What the system says of an error number, as in "Permission denied".
+/// What the system says of an error number, as in "Permission denied"; more plainly where that helps nobody.
 std::string system_error_text(int error);
 
 }  // namespace brindle

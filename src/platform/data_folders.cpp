@@ -1,7 +1,9 @@
 #include "platform/data_folders.h"
 
+#include <fcntl.h>
 #include <fmt/format.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <cerrno>
 #include <cstdlib>
@@ -26,6 +28,17 @@ int make_folder(const std::string& path, unsigned mode) {
   if (::mkdir(path.c_str(), mode) == 0) return 0;
   const int error = errno;
   return is_folder(path) ? 0 : error;
+}
+
+// What lies in these folders names what the user has; earlier versions made them as open as any.
+void close_to_others(const std::string& path) {
+  const int folder = ::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
+  if (folder < 0) return;
+  struct stat status {};
+  const bool is_open = ::fstat(folder, &status) == 0 && status.st_uid == ::geteuid() && (status.st_mode & 077U) != 0;
+  const int ignored = is_open ? ::fchmod(folder, status.st_mode & 0700U) : 0;  // a disk may know no permissions
+  static_cast<void>(ignored);
+  ::close(folder);
 }
 
 // One of the XDG base folders.
@@ -71,7 +84,8 @@ bool createApplicationUsersFolder(std::string_view name, std::string& error) {
     return false;
   }
   if (!name.empty()) path.append("/").append(name);
-  const int number = make_folders(path, 0777);
+  const int number = make_folders(path, 0700);
+  if (number == 0) close_to_others(path);
   if (number != 0) error = fmt::format("the folder “{}” cannot be made: {}", path, system_error_text(number));
   return number == 0;
 }

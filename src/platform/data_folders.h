@@ -17,7 +17,8 @@ std::string config_home();
 std::string getAppPath();
 
 /// Makes sure that the subfolder `name` of the data folder exists ("" for the data folder itself), with all that is
-/// above it. False with `error` (UTF-8) set when it cannot be had.
+/// above it. The folders it makes are the user's alone, and so is the subfolder from now on if it is ours. False with
+/// `error` (UTF-8) set when it cannot be had.
 bool createApplicationUsersFolder(std::string_view name, std::string& error);
 
 /// Makes the folder at an absolute path with all that is above it. Returns 0 or errno; an existing folder will do.

@@ -1,14 +1,57 @@
 #include "platform/module.h"
 
 #include <dlfcn.h>
+#include <fmt/format.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
+#include <array>
+#include <climits>
 #include <string>
 
+#include "platform/atomic_file.h"
 #include "platform/message_log.h"
 
 namespace brindle {
+namespace {
 
-Module::Module(const char* file_name, std::uint32_t revision) : handle_(::dlopen(file_name, RTLD_NOW | RTLD_LOCAL)) {
+constexpr const char* program = "/proc/self/exe";
+
+std::string folder_of_program() {
+  std::array<char, PATH_MAX> path{};
+  const ssize_t size = ::readlink(program, path.data(), path.size());
+  return size <= 0 ? std::string() : split_path({path.data(), static_cast<std::size_t>(size)}).folder;
+}
+
+// Nobody else can have put it there: a program that was copied to where others write must not run their code.
+bool is_trusted(const std::string& path) {
+  struct stat status {};
+  struct stat own {};
+  if (::stat(path.c_str(), &status) != 0 || ::stat(program, &own) != 0) return false;
+  const bool is_ours = status.st_uid == 0 || status.st_uid == ::geteuid() || status.st_uid == own.st_uid;
+  return is_ours && (status.st_mode & S_IWOTH) == 0;
+}
+
+}  // namespace
+
+std::string module_path(std::string_view file_name) {
+  const std::string program_folder = folder_of_program();
+  if (program_folder.empty()) return {};
+  for (const char* below : {"modules", "../lib/brindle"}) {
+    const std::string folder = fmt::format("{}/{}", program_folder, below);
+    std::string path = fmt::format("{}/{}", folder, file_name);
+    if (is_trusted(folder) && is_trusted(path)) return path;
+  }
+  return {};
+}
+
+Module::Module(const char* file_name, std::uint32_t revision) {
+  const std::string path = module_path(file_name);
+  if (path.empty()) {
+    log_failure("Module", fmt::format("{} is not beside the program; install the program again", file_name));
+    return;
+  }
+  handle_ = ::dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
   if (handle_ == nullptr) {
     log_failure("Module", ::dlerror());
     return;

@@ -8,14 +8,20 @@
 #include <cerrno>
 #include <csignal>
 #include <ctime>
+#include <utility>
 
 namespace brindle {
 namespace {
 
 constexpr std::size_t buffer_size = std::size_t{256} * 1024;
 
-bool is_written_directly(const std::string& path) {
-  if (path.starts_with("/dev/") || path.starts_with("/proc/")) return true;
+// What is open already, wherever it leads.
+bool is_own_descriptor(std::string_view path) {
+  return path == "/dev/stdout" || path == "/dev/stderr" || path.starts_with("/dev/fd/") ||
+         path.starts_with("/proc/self/fd/");
+}
+
+bool is_stream(const std::string& path) {
   struct stat status {};
   return ::stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode);
 }
@@ -53,13 +59,23 @@ OutputFile::~OutputFile() {
 
 int OutputFile::open(const std::string& path) {
   buffer_.reserve(buffer_size);
-  if (!is_written_directly(path)) return error_ = file_.open_for(path);
+  if (is_own_descriptor(path)) return error_ = open_stream(path);
+  WriteTarget target;
+  error_ = find_write_target(path, target);
+  if (error_ == 0) error_ = is_stream(path) ? open_stream(path) : file_.open_for(std::move(target));
+  return error_;
+}
+
+int OutputFile::open_stream(const std::string& path) {
   descriptor_ = ::open(path.c_str(), O_WRONLY | O_APPEND | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
-  if (descriptor_ < 0) return error_ = errno;
+  // Of the three that every program has, a closed one leads to a folder (see process_setup.h).
+  if (descriptor_ < 0) return errno == EISDIR ? EBADF : errno;
+  struct stat status {};
+  if (::fstat(descriptor_, &status) != 0) return errno;
+  if (S_ISREG(status.st_mode) && !is_own_descriptor(path)) return EINVAL;  // put there this very moment
   // Only the opening must not wait.
   const int flags = ::fcntl(descriptor_, F_GETFL);
-  if (flags < 0 || ::fcntl(descriptor_, F_SETFL, flags & ~O_NONBLOCK) != 0) error_ = errno;
-  return error_;
+  return flags < 0 || ::fcntl(descriptor_, F_SETFL, flags & ~O_NONBLOCK) != 0 ? errno : 0;
 }
 
 void OutputFile::write(std::string_view bytes) {

@@ -17,9 +17,9 @@ class OutputFile {
   OutputFile& operator=(const OutputFile&) = delete;
   ~OutputFile();
 
-  /// Turns to a path. A regular file there is replaced by finish(), and keeps its permission bits; a symbolic link is
-  /// followed and stays a link. What is no regular file, and what lies in /dev or /proc (such as /dev/stdout, wherever
-  /// that leads), is appended to as the text comes. A pipe that nobody reads is refused (ENXIO). Returns 0 or errno.
+  /// Turns to a path. A regular file there is replaced by finish() as AtomicFile does it, through links too. What is no
+  /// regular file, and what the program has open already (such as /dev/stdout, wherever that leads), is appended to as
+  /// the text comes. A pipe that nobody reads is refused (ENXIO). Returns 0 or what find_write_target() returns.
   [[nodiscard]] int open(const std::string& path);
   /// Buffered. After an error further writes do nothing; finish() reports it.
   void write(std::string_view bytes);
@@ -27,6 +27,7 @@ class OutputFile {
   [[nodiscard]] int finish();
 
  private:
+  int open_stream(const std::string& path);
   void flush();
 
   AtomicFile file_;

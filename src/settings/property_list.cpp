@@ -9,16 +9,6 @@
 #include "settings/xml_property_list.h"
 
 namespace brindle {
-namespace {
-
-std::string reason_of(int error) {
-  if (error == EINVAL) return "it is no regular file";
-  if (error == EFBIG) return fmt::format("it is larger than {} MiB", property_list_size_limit >> 20);
-  return system_error_text(error);
-}
-
-}  // namespace
-
 std::string read_property_list(std::string_view bytes, PropertyList& list, const PropertyListBudget& budget) {
   if (bytes.empty()) return "it is empty";
   if (!bytes.starts_with("bplist")) return read_xml_property_list(bytes, list, budget);
@@ -31,7 +21,8 @@ std::string read_property_list(std::string_view bytes, PropertyList& list, const
 std::string read_property_list_file(const std::string& path, PropertyList& list) {
   std::string bytes;
   const int error = read_regular_file(path, property_list_size_limit, bytes);
-  if (error != 0) return fmt::format("“{}” cannot be read: {}", path, reason_of(error));
+  if (error != 0)
+    return fmt::format("“{}” cannot be read: {}", path, reading_error_text(error, property_list_size_limit));
   const std::string fault = read_property_list(bytes, list);
   return fault.empty() ? fault : fmt::format("“{}” is no property list that can be read: {}", path, fault);
 }

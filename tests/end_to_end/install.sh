@@ -8,6 +8,12 @@ fail() { echo "$*"; exit 1; }
 
 cmake --install "$(dirname "$BRINDLE")" --prefix "$top/usr" > "$top/log" 2>&1 || fail "$(tail -n 5 "$top/log")"
 mv "$top/usr" "$top/elsewhere"
+# Neither the build's programs nor the installed ones look for libraries along a path of their own.
+build=$(dirname "$BRINDLE")
+for file in "$BRINDLE" "$build"/{brindle-gui,modules/*.so,tests/*_test,tests/window/*_test} "$top"/elsewhere/{bin,lib/brindle}/*; do
+  [ -f "$file" ] || continue
+  ! LC_ALL=C readelf -d "$file" | grep -E '\((RPATH|RUNPATH)\)' || fail "$file has a search path"
+done
 cd "$top/elsewhere"
 for file in lib/brindle/brindle_{image,audio}.so share/man/man1/brindle.1 share/bash-completion/completions/brindle \
   share/zsh/site-functions/_brindle share/fish/vendor_completions.d/brindle.fish share/doc/brindle/{LICENSE,README.md,metadata.md}; do
@@ -21,10 +27,24 @@ mkdir "$top/photos"
 printf '\xFF\xD8\xFF\xE1\0\x22Exif\0\0MM\0*\0\0\0\x08\0\x01\x01\x0F\0\x02\0\0\0\x04Ace\0\0\0\0\0\xFF\xD9' > "$top/photos/a.jpg"
 export XDG_DATA_HOME=$top/data XDG_CONFIG_HOME=$top/config
 ln -s "$top/elsewhere/bin/brindle" "$top/link"
-cd /
-for program in "$top/elsewhere/bin/brindle" "$top/link"; do
+# Nothing here may be loaded: each library is none, and would end the program that tried it.
+mkdir "$top/trap"
+touch "$top"/trap/{libpugixml.so.1,libfmt.so.9,libexiv2.so.27,libtag.so.1,brindle_image.so,brindle_audio.so}
+ln -s . "$top/trap/modules"
+cd "$top/trap"
+for program in "$BRINDLE" "$top/elsewhere/bin/brindle" "$top/link"; do
   "$program" preview "$top/photos" photo '<EXIF_Device_Make>' | grep -q 'Ace\.jpg' || fail "$program does not know the maker"
 done
+mkdir "$top/named"
+touch "$top/named/brindle_image.so"
+LD_LIBRARY_PATH=$top/named "$top/link" preview "$top/photos" photo '<EXIF_Device_Make>' | grep -q 'Ace\.jpg' || fail "the environment chose the module"
+# A program that was copied to where others write takes no code from there.
+mkdir -p "$top/copy/modules"
+cp "$BRINDLE" "$top/copy"
+cp "$build/modules/brindle_image.so" "$top/copy/modules"
+"$top/copy/brindle" preview "$top/photos" photo '<EXIF_Device_Make>' | grep -q 'Ace\.jpg' || fail "the copy does not know the maker"
+chmod o+w "$top/copy/modules"
+! "$top/copy/brindle" preview "$top/photos" photo '<EXIF_Device_Make>' 2> /dev/null | grep -q 'Ace\.jpg' || fail "a module from a folder that all may write in was used"
 "$top/link" rename --yes --quiet "$top/photos" photo '<EXIF_Device_Make>'
 [ -e "$top/photos/Ace.jpg" ] || fail "nothing was renamed"
 # Only the installed modules may have been at work.

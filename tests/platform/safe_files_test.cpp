@@ -11,6 +11,7 @@
 
 #include "platform/atomic_file.h"
 #include "platform/file_version.h"
+#include "platform/output_file.h"
 #include "platform/trash.h"
 #include "support/temp_tree.h"
 
@@ -53,6 +54,73 @@ TEST(AtomicFile, keeps_the_old_file_when_the_disk_is_full) {
   EXPECT_THAT(error, HasSubstr("File too large"));
   EXPECT_EQ(content_of(tree / "file"), "file");
   EXPECT_THAT(tree.names(), ElementsAre("file"));
+}
+
+constexpr uid_t nobody = 65534;
+
+struct stat status_of(const std::string& path) {
+  struct stat status {};
+  EXPECT_EQ(::lstat(path.c_str(), &status), 0) << path;
+  return status;
+}
+
+TEST(AtomicFile, takes_over_no_more_rights_than_a_file_of_ours_gave) {
+  const TempTree tree;
+  const mode_t umask_before = ::umask(022);
+  const struct {
+    uid_t owner;
+    mode_t old_mode;
+    mode_t new_mode;
+  } cases[] = {{::geteuid(), 06755, 0755}, {::geteuid(), 0600, 0600}, {::geteuid(), 0666, 0666},
+               {nobody, 06777, 0644},      {nobody, 0600, 0600},      {nobody, 0040, 0640}};
+  for (const auto& each : cases) {
+    if (each.owner == nobody && ::geteuid() != 0) continue;
+    tree.make({"file"});
+    ASSERT_EQ(::chown((tree / "file").c_str(), each.owner, static_cast<gid_t>(-1)), 0);
+    ASSERT_EQ(::chmod((tree / "file").c_str(), each.old_mode), 0);
+    const struct stat old = status_of(tree / "file");
+    EXPECT_EQ(write_file_atomically(tree / "file", "new"), "");
+    const struct stat made = status_of(tree / "file");
+    EXPECT_EQ(made.st_mode & 07777U, each.new_mode) << std::oct << each.old_mode;
+    EXPECT_EQ(made.st_uid, ::geteuid());
+    EXPECT_NE(made.st_ino, old.st_ino);
+    ::unlink((tree / "file").c_str());
+  }
+  ::umask(umask_before);
+}
+
+TEST(AtomicFile, goes_through_no_link_that_another_user_may_have_planted) {
+  if (::geteuid() != 0) GTEST_SKIP() << "only root can make another user's link";
+  const TempTree tree;
+  const struct {
+    mode_t folder;
+    uid_t link_owner;
+    bool followed;
+  } cases[] = {{01777, nobody, false}, {0777, nobody, false}, {0775, nobody, false},
+               {0755, nobody, true},   {01777, 0, true},      {0775, 0, true}};
+  for (const auto& each : cases) {
+    tree.make({"file", "shared/link -> near", "shared/near -> ../file"});
+    ASSERT_EQ(::lchown((tree / "shared/near").c_str(), each.link_owner, each.link_owner), 0);
+    ASSERT_EQ(::chmod((tree / "shared").c_str(), each.folder), 0);
+    const std::string error = write_file_atomically(tree / "shared/link", "new");
+    OutputFile output;
+    EXPECT_EQ(output.open(tree / "shared/link"), each.followed ? 0 : foreign_link_error);
+    EXPECT_EQ(error.find("another user's link") != std::string::npos, !each.followed) << error;
+    EXPECT_EQ(content_of(tree / "file"), each.followed ? "new" : "file") << std::oct << each.folder;
+    std::filesystem::remove_all(tree / "shared");
+  }
+}
+
+TEST(OutputFile, replaces_a_file_wherever_it_lies) {
+  const std::string path = "/dev/shm/brindle-test-" + std::to_string(::getpid());
+  for (const std::string text : {"one", "two"}) {
+    OutputFile output;
+    if (output.open(path) != 0) GTEST_SKIP() << "there is no /dev/shm";
+    output.write(text);
+    EXPECT_EQ(output.finish(), 0);
+    EXPECT_EQ(content_of(path), text);
+  }
+  ::unlink(path.c_str());
 }
 
 TEST(AtomicFile, is_placed_over_nothing_when_asked) {

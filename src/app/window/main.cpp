@@ -17,6 +17,7 @@
 #include "app/window/text.h"
 #include "app/window/theme.h"
 #include "platform/app_info.h"
+#include "platform/process_setup.h"
 
 namespace brindle {
 namespace {
@@ -117,5 +118,6 @@ int run_window(int argc, char** argv) {
 }  // namespace brindle
 
 int main(int argc, char** argv) {
+  brindle::set_up_process();
   return brindle::run_window(argc, argv);
 }

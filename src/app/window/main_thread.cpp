@@ -4,6 +4,8 @@
 #include <QTimer>
 #include <utility>
 
+#include "platform/thread_start.h"
+
 namespace brindle {
 
 QtMainThread::QtMainThread() = default;
@@ -37,10 +39,11 @@ QtWorker::~QtWorker() {
 
 void QtWorker::run(std::function<void()> work, std::function<void()> finished) {
   if (thread_.joinable()) thread_.join();
-  thread_ = std::thread([this, work = std::move(work), finished = std::move(finished)]() mutable {
+  const auto both = [this, work = std::move(work), finished = std::move(finished)] {
     work();
-    main_thread_.post(std::move(finished));
-  });
+    main_thread_.post(finished);
+  };
+  if (!start_thread(thread_, both)) both();  // the window stands still, and nothing is lost
 }
 
 }  // namespace brindle

@@ -6,6 +6,7 @@
 
 #include "files/image_properties.h"
 #include "platform/regular_file.h"
+#include "platform/thread_start.h"
 
 namespace brindle {
 namespace {
@@ -50,7 +51,7 @@ void PictureReader::read(Request request) {
     waiting_ = std::move(request);
   }
   wake_.notify_one();
-  if (!thread_.joinable()) thread_ = std::thread([this] { run(); });
+  if (!thread_.joinable() && !start_thread(thread_, [this] { run(); })) return;  // the next request tries again
 }
 
 void PictureReader::run() {

@@ -1,0 +1,21 @@
+#include "platform/process_setup.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
+
+namespace brindle {
+
+void set_up_process() {
+  for (int descriptor = STDIN_FILENO; descriptor <= STDERR_FILENO; ++descriptor) {
+    // The lowest that is free is given out, so it is this one; where there is nothing else, there is "/".
+    if (::fcntl(descriptor, F_GETFD) < 0 && errno == EBADF && ::open("/", O_PATH) < 0) break;
+  }
+  struct sigaction action {};
+  action.sa_handler = SIG_IGN;
+  ::sigaction(SIGXFSZ, &action, nullptr);
+}
+
+}  // namespace brindle
