@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <array>
 
+#include "platform/two_step_move.h"
+
 namespace brindle {
 namespace {
 
@@ -61,6 +63,22 @@ Evidence DiskEvidence::ask(const IntendedRenaming& renaming) {
     renamed = renaming.inode != 0 && new_entry.inode == renaming.inode;
   }
   return renamed ? Evidence::renamed : Evidence::not_renamed;
+}
+
+Evidence DiskEvidence::settle_half_step(const IntendedRenaming& renaming) {
+  enter(renaming.folder);
+  if (!folder_) return Evidence::none;
+  listed_ = false;
+  switch (settle_two_step_move(folder_, std::string(renaming.old_name).c_str(), folder_,
+                               std::string(renaming.new_name).c_str(), renaming.inode)) {
+    case SettledMove::not_moved:
+      return Evidence::not_renamed;
+    case SettledMove::moved:
+      return Evidence::renamed;
+    case SettledMove::unclear:
+      break;
+  }
+  return Evidence::none;
 }
 
 }  // namespace brindle

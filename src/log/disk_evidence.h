@@ -30,6 +30,10 @@ enum class Evidence {
 class DiskEvidence {
  public:
   Evidence ask(const IntendedRenaming& renaming);
+  /// Settles a renaming that is marked as half done (see settle_two_step_move()): the one call that changes the disk.
+  /// Afterwards ask() knows no more than what this returns; `none` also when the two names lead to files of which the
+  /// disk does not tell which is which.
+  Evidence settle_half_step(const IntendedRenaming& renaming);
 
  private:
   void enter(std::string_view folder);

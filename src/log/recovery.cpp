@@ -61,8 +61,9 @@ class Judge {
 
   // Where nothing can be found out, the entry counts as renamed: undoing what was never done does nothing.
   bool is_renamed(JournalMark mark, const IntendedRenaming& renaming) {
-    if (same_boot_ && mark != JournalMark::begun) return mark == JournalMark::done;
-    const Evidence evidence = disk_.ask(renaming);
+    const bool is_half = mark == JournalMark::half;
+    if (same_boot_ && mark != JournalMark::begun && !is_half) return mark == JournalMark::done;
+    const Evidence evidence = is_half ? disk_.settle_half_step(renaming) : disk_.ask(renaming);
     if (evidence == Evidence::none) return mark != JournalMark::failed;
     return evidence == Evidence::renamed;
   }

@@ -51,17 +51,26 @@ bool are_one_folder(const FolderHandle& a, const FolderHandle& b) {
 class Restorer {
  public:
   /// Empty when the entry is back at its source, else why not.
-  std::string_view restore(const LogEntry& entry) {
+  std::string_view restore(const LogEntry& entry, MoveWatcher& watcher) {
     const FolderHandle& target = targets_.at(entry.target_folder);
     const FolderHandle& source = sources_.at(entry.source_folder);
     if (!target) return target.error() == ENOENT ? target_gone : text(target.error());
     if (!source) return source.error() == ENOENT ? source_folder_gone : text(source.error());
-    int error = move_exclusively(target, entry.target_name.data(), source, entry.source_name.data());
+    int error = move_exclusively(target, entry.target_name.data(), source, entry.source_name.data(), &watcher);
     if (error == EEXIST && are_one_folder(target, source)) {
       error = move_changing_case(target, entry.target_name.data(), entry.source_name.data());
     }
     if (error == 0) return {};
     return error == ENOENT ? target_gone : error == EEXIST ? source_taken : text(error);
+  }
+
+  /// Settles what an undo before this one left half done; true when that one had come through.
+  bool settle_half_step(const LogEntry& entry) {
+    const FolderHandle& target = targets_.at(entry.target_folder);
+    const FolderHandle& source = sources_.at(entry.source_folder);
+    return target && source &&
+           settle_two_step_move(target, entry.target_name.data(), source, entry.source_name.data(), 0) ==
+               SettledMove::moved;
   }
 
   void sync() const { sources_.sync(); }
@@ -84,6 +93,17 @@ class Restorer {
   HeldFolder targets_;
   HeldFolder sources_;
   std::string text_;
+};
+
+/// An entry's mark, for a move that takes two steps.
+class HalfMark final : public MoveWatcher {
+ public:
+  HalfMark(UndoProgress& progress, std::size_t index) : progress_(progress), index_(index) {}
+  void half_step() noexcept override { progress_.set(index_, UndoMark::half); }
+
+ private:
+  UndoProgress& progress_;
+  std::size_t index_;
 };
 
 class Undoing {
@@ -112,8 +132,11 @@ class Undoing {
   std::string_view undo(std::size_t index, const LogEntry& entry) {
     const UndoMark before = progress_.get(index);
     if (before == UndoMark::restored && progress_.is_certain()) return {};
-    progress_.set(index, UndoMark::begun);
-    std::string_view reason = restorer_.restore(entry);
+    const bool came_through = before == UndoMark::half && restorer_.settle_half_step(entry);
+    progress_.set(index, came_through ? UndoMark::restored : UndoMark::begun);
+    if (came_through) return {};
+    HalfMark half(progress_, index);
+    std::string_view reason = restorer_.restore(entry, half);
     moved_ = reason.empty();
     if (!reason.empty() && was_restored(before, entry)) reason = {};
     progress_.set(index, reason.empty() ? UndoMark::restored : UndoMark::left);

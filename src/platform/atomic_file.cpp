@@ -22,11 +22,21 @@
 namespace brindle {
 namespace {
 
-// For disks that know neither RENAME_NOREPLACE nor hard links: the empty file that rename(2) replaces is our own.
+bool is_still_empty(int descriptor, const std::string& path) {
+  struct stat made {};
+  struct stat there {};
+  return ::fstat(descriptor, &made) == 0 && ::lstat(path.c_str(), &there) == 0 && made.st_size == 0 &&
+         made.st_ino == there.st_ino && made.st_dev == there.st_dev;
+}
+
+// For disks that know neither RENAME_NOREPLACE nor hard links: the empty file that rename(2) replaces is our own, and
+// nobody has written to it.
 int place_on_own_file(const std::string& from, const std::string& to) {
   const int descriptor = ::open(to.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
   if (descriptor < 0) return errno;
+  const bool is_ours = is_still_empty(descriptor, to);
   ::close(descriptor);
+  if (!is_ours) return EEXIST;
   if (::rename(from.c_str(), to.c_str()) == 0) return 0;
   const int error = errno;
   ::unlink(to.c_str());
