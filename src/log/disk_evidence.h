@@ -30,11 +30,14 @@ enum class Evidence {
 /// row are cheapest.
 class DiskEvidence {
  public:
+  /// Where moves take two steps, an entry that is found with both names is settled as below.
   Evidence ask(const IntendedRenaming& renaming);
+  /// Settles a renaming that is marked as half done (see settle_two_step_move()).
+  Evidence settle_half_step(const IntendedRenaming& renaming);
 
  private:
   void enter(std::string_view folder);
-  Evidence evidence_of_one_file(std::string_view old_name, std::string_view new_name);
+  bool lists(std::string_view name);
 
   std::string path_;
   FolderHandle folder_;

@@ -151,7 +151,8 @@ bool JournalReader::read_records(std::string_view body, std::uint64_t count) {
 void JournalReader::read_marks(std::string_view marks) {
   for (std::size_t i = 0; i < entries_.size(); ++i) {
     const auto byte = static_cast<std::uint8_t>(marks[i]);
-    entries_[i].mark = byte <= 3 ? static_cast<JournalMark>(byte) : JournalMark::begun;
+    entries_[i].mark =
+        byte <= static_cast<std::uint8_t>(JournalMark::half) ? static_cast<JournalMark>(byte) : JournalMark::begun;
   }
 }
 

@@ -62,7 +62,7 @@ class Replay {
 class Judge {
  public:
   bool is_renamed(JournalMark mark, const IntendedRenaming& renaming) {
-    switch (disk_.ask(renaming)) {
+    switch (mark == JournalMark::half ? disk_.settle_half_step(renaming) : disk_.ask(renaming)) {
       case Evidence::renamed:
         return true;
       case Evidence::not_renamed:

@@ -46,12 +46,18 @@ std::string_view Restorer::describe(int error, std::string_view folder, std::str
   return text_;
 }
 
-std::string_view Restorer::restore(const LogEntry& entry, std::size_t number) {
+std::string_view Restorer::restore(const LogEntry& entry, std::size_t number, MoveWatcher& watcher) {
   const FolderHandle& target = find(targets_, entry.target_folder, number);
   if (!target) return describe(target.error(), entry.target_folder, target_gone);
   const FolderHandle& source = find(sources_, entry.source_folder, number);
   if (!source) return describe(source.error(), entry.source_folder, source_folder_gone);
-  int error = move_exclusively(target, entry.target_name.data(), source, entry.source_name.data());
+  int error = move_exclusively(target, entry.target_name.data(), source, entry.source_name.data(), &watcher);
+  // After another undo, two names of one file may be an interrupted move whose mark was lost.
+  if (error == EEXIST && was_tried_before_ && may_move_in_two_steps(source) &&
+      !differ_in_case_only(entry.target_name, entry.source_name)) {
+    settle_half_step(entry, number);
+    error = move_exclusively(target, entry.target_name.data(), source, entry.source_name.data(), &watcher);
+  }
   if (error == EEXIST && are_one_folder(target, source)) {
     error = move_changing_case(target, entry.target_name.data(), entry.source_name.data());
   }
@@ -59,6 +65,14 @@ std::string_view Restorer::restore(const LogEntry& entry, std::size_t number) {
   if (error != 0) return describe(error, entry.target_folder, target_gone);
   sources_.has_changed = true;
   return {};
+}
+
+bool Restorer::settle_half_step(const LogEntry& entry, std::size_t number) {
+  const FolderHandle& target = find(targets_, entry.target_folder, number);
+  const FolderHandle& source = find(sources_, entry.source_folder, number);
+  return target && source &&
+         settle_two_step_move(target, entry.target_name.data(), source, entry.source_name.data(), 0) ==
+             SettledMove::moved;
 }
 
 Restorer::Names Restorer::look(const LogEntry& entry, std::size_t number) {

@@ -10,15 +10,19 @@
 #include "log/rename_log.h"
 #include "platform/disk_sync.h"
 #include "platform/folder_handle.h"
+#include "platform/two_step_move.h"
 
 namespace brindle {
 
 class Restorer {
  public:
-  explicit Restorer(EntryPlaces& places) : places_(places) {}
+  /// `was_tried_before`: an undo of the same log came before this one.
+  Restorer(EntryPlaces& places, bool was_tried_before) : places_(places), was_tried_before_(was_tried_before) {}
 
   /// Moves an entry from its target to its source. Empty when that was done, else why not (valid until the next call).
-  std::string_view restore(const LogEntry& entry, std::size_t number);
+  std::string_view restore(const LogEntry& entry, std::size_t number, MoveWatcher& watcher);
+  /// Settles what an undo before this one left half done; true when that one had come through.
+  bool settle_half_step(const LogEntry& entry, std::size_t number);
   /// Whether an entry that restore() left alone has its old name already.
   bool is_back(const LogEntry& entry, std::size_t number);
   /// Whether the disk has the new name and not the old one.
@@ -50,6 +54,7 @@ class Restorer {
   std::string_view describe(int error, std::string_view folder, std::string_view when_missing);
 
   EntryPlaces& places_;
+  bool was_tried_before_;
   HeldFolder targets_;
   HeldFolder sources_;
   TouchedDisks disks_;

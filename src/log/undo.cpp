@@ -14,10 +14,26 @@ namespace {
 
 constexpr std::string_view leaves_folder = "the log is from elsewhere, and would move it to another folder";
 
+/// An entry's mark, for a move that takes two steps.
+class HalfMark final : public MoveWatcher {
+ public:
+  HalfMark(UndoProgress& progress, std::size_t index) : progress_(progress), index_(index) {}
+  void half_step() noexcept override { progress_.set(index_, UndoMark::half); }
+
+ private:
+  UndoProgress& progress_;
+  std::size_t index_;
+};
+
 class Undoing {
  public:
   Undoing(const LogFile& log, UndoProgress& progress, const UndoReport& report, UndoResult& result)
-      : log_(log), progress_(progress), report_(report), result_(result), places_(log, progress), restorer_(places_) {}
+      : log_(log),
+        progress_(progress),
+        report_(report),
+        result_(result),
+        places_(log, progress),
+        restorer_(places_, progress.goes_on()) {}
 
   /// Leaves alone what would change its folder.
   void stay_in_folders() { stays_in_folders_ = true; }
@@ -53,8 +69,11 @@ class Undoing {
     if (!reason_.empty()) return UndoOutcome::left;
     const UndoMark before = progress_.get(number);
     if (before == UndoMark::restored && !restorer_.is_forth(entry, number)) return restored_before(before);
-    progress_.set(number, UndoMark::begun);
-    reason_ = restorer_.restore(entry, number);
+    const bool came_through = before == UndoMark::half && restorer_.settle_half_step(entry, number);
+    progress_.set(number, came_through ? UndoMark::restored : UndoMark::begun);
+    if (came_through) return restored_before(before);
+    HalfMark half(progress_, number);
+    reason_ = restorer_.restore(entry, number, half);
     const bool moved = reason_.empty();
     if (!moved && restorer_.is_back(entry, number)) reason_ = {};
     progress_.set(number, reason_.empty() ? UndoMark::restored : UndoMark::left);
@@ -64,7 +83,7 @@ class Undoing {
 
   // Whose doing it is that an entry has its old name.
   UndoOutcome restored_before(UndoMark before) const {
-    const bool by_undo = before == UndoMark::restored || before == UndoMark::begun;
+    const bool by_undo = before != UndoMark::none && before != UndoMark::left;
     return by_undo && progress_.end_before() != UndoEnd::complete ? UndoOutcome::restored : UndoOutcome::already;
   }
 

@@ -47,12 +47,6 @@ bool write_header(int descriptor, const ProgressHeader& header) {
   return ::pwrite(descriptor, &header, sizeof header, 0) == static_cast<ssize_t>(sizeof header);
 }
 
-// What was only made to find out that it cannot be locked.
-void remove_if_empty(int descriptor, const std::string& path) {
-  struct stat status {};
-  if (::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) && status.st_size == 0) ::unlink(path.c_str());
-}
-
 std::size_t count_restored(int descriptor, std::uint64_t entries) {
   std::size_t restored = 0;
   std::array<char, 65536> marks{};

@@ -39,9 +39,6 @@ class Run {
   void rename_in_order();
   void rename_by_folder();
   void settle(std::size_t index, const RowOutcome& outcome, const std::string& folder_path);
-  void mark(std::size_t index, JournalMark mark) {
-    if (logged_) journal_.mark(index, mark);
-  }
   void save_log();
   void finish();
 
@@ -132,10 +129,8 @@ void Run::rename_in_order() {
       folder_path = files_.folders().path(at);
       folder.open(files_.folders(), at, doubtful || !follower_);
     }
-    mark(index, JournalMark::begun);
-    const RowOutcome outcome = rename_row(record, folder.handle(), rules_, doubtful);
-    mark(index, outcome.status == ItemStatus::renaming_ok ? JournalMark::done : JournalMark::failed);
-    settle(index, outcome, folder_path);
+    settle(index, rename_row(record, folder.handle(), rules_, doubtful, logged_ ? &journal_ : nullptr, index),
+           folder_path);
   }
 }
 

@@ -107,10 +107,7 @@ void FolderWorkers::rename_folder(const Task& task) {
   const FolderHandle folder = FolderHandle::open(files_.folders().path(task.folder));
   for (std::uint32_t i = task.begin; i < task.end && !control_.cancelled(); ++i) {
     const std::uint32_t index = order_[i];
-    if (journal_ != nullptr) journal_->mark(index, JournalMark::begun);
-    const RowOutcome outcome = rename_row(files_[rows_[index]], folder, rules_, false);
-    const bool done = outcome.status == ItemStatus::renaming_ok;
-    if (journal_ != nullptr) journal_->mark(index, done ? JournalMark::done : JournalMark::failed);
+    const RowOutcome outcome = rename_row(files_[rows_[index]], folder, rules_, false, journal_, index);
     outcomes_[index].store(pack(outcome), std::memory_order_release);
   }
 }

@@ -8,6 +8,20 @@
 namespace brindle {
 namespace {
 
+/// A row's entry of the journal.
+class RowMarks final : public MoveWatcher {
+ public:
+  RowMarks(JournalWriter* journal, std::size_t index) : journal_(journal), index_(index) {}
+  void set(JournalMark mark) noexcept {
+    if (journal_ != nullptr) journal_->mark(index_, mark);
+  }
+  void half_step() noexcept override { set(JournalMark::half); }
+
+ private:
+  JournalWriter* journal_;
+  std::size_t index_;
+};
+
 bool leads_elsewhere(const ItemRecord& record, const FolderHandle& folder) {
   EntryFacts facts;
   return record.inode != 0 && folder.look_up(record.name_data, facts) && facts.inode != record.inode;
@@ -30,15 +44,25 @@ RowOutcome refused(const ItemRecord& record, const FolderHandle& folder, const R
   return {ItemStatus::no_changes, EEXIST};
 }
 
-}  // namespace
-
-RowOutcome rename_row(const ItemRecord& record, const FolderHandle& folder, const RowRules& rules, bool doubtful) {
+RowOutcome attempt(const ItemRecord& record, const FolderHandle& folder, const RowRules& rules, bool doubtful,
+                   MoveWatcher& watcher) {
   if (!folder) return {ItemStatus::no_changes, folder.error()};
   if (doubtful && leads_elsewhere(record, folder)) return {ItemStatus::no_changes, other_file};
-  const int error = move_exclusively(folder, record.name_data, folder, record.proposed_data);
+  const int error = move_exclusively(folder, record.name_data, folder, record.proposed_data, &watcher);
   if (error == 0) return {ItemStatus::renaming_ok, 0};
   if (error == EEXIST) return refused(record, folder, rules);
   return {ItemStatus::no_changes, error};
+}
+
+}  // namespace
+
+RowOutcome rename_row(const ItemRecord& record, const FolderHandle& folder, const RowRules& rules, bool doubtful,
+                      JournalWriter* journal, std::size_t index) {
+  RowMarks marks(journal, index);
+  marks.set(JournalMark::begun);
+  const RowOutcome outcome = attempt(record, folder, rules, doubtful, marks);
+  marks.set(outcome.status == ItemStatus::renaming_ok ? JournalMark::done : JournalMark::failed);
+  return outcome;
 }
 
 std::string_view describe_error(int error) {

@@ -3,9 +3,11 @@
 // One row's rename on disk, and what comes of it. The part of a run that several threads may do at once, each in
 // folders of its own.
 
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
+#include "log/journal.h"
 #include "pipeline/file_list.h"
 #include "platform/folder_handle.h"
 
@@ -25,9 +27,10 @@ struct RowRules {
       false;  ///< the General method with an option that changes letter case: a taken name is a failed move
 };
 
-/// Moves the row's entry to its proposed name, in the open folder it lies in. With `doubtful`, only when the entry is
-/// the one that was listed.
-RowOutcome rename_row(const ItemRecord& record, const FolderHandle& folder, const RowRules& rules, bool doubtful);
+/// Moves the row's entry to its proposed name, in the open folder it lies in, and keeps its entry of the journal up to
+/// date meanwhile (`journal` may be null). With `doubtful`, only when the entry is the one that was listed.
+RowOutcome rename_row(const ItemRecord& record, const FolderHandle& folder, const RowRules& rules, bool doubtful,
+                      JournalWriter* journal, std::size_t index);
 
 /// The reason of a failed attempt, in words.
 std::string_view describe_error(int error);

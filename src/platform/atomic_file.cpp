@@ -18,13 +18,24 @@
 namespace brindle {
 namespace {
 
-// For disks that know neither RENAME_NOREPLACE nor hard links: the empty file that rename(2) replaces is our own.
+bool is_still_empty(int descriptor, const WriteTarget& place) {
+  struct stat made {};
+  struct stat there {};
+  return ::fstat(descriptor, &made) == 0 &&
+         ::fstatat(place.folder.descriptor(), place.name.c_str(), &there, AT_SYMLINK_NOFOLLOW) == 0 &&
+         made.st_size == 0 && made.st_ino == there.st_ino && made.st_dev == there.st_dev;
+}
+
+// For disks that know neither RENAME_NOREPLACE nor hard links: the empty file that rename(2) replaces is our own, and
+// nobody has written to it.
 int place_on_own_file(const WriteTarget& from, const WriteTarget& to) {
   const int to_folder = to.folder.descriptor();
   const int descriptor =
       ::openat(to_folder, to.name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, private_file_mode);
   if (descriptor < 0) return errno;
+  const bool is_ours = is_still_empty(descriptor, to);
   ::close(descriptor);
+  if (!is_ours) return EEXIST;
   if (::renameat(from.folder.descriptor(), from.name.c_str(), to_folder, to.name.c_str()) == 0) return 0;
   const int error = errno;
   ::unlinkat(to_folder, to.name.c_str(), 0);
@@ -110,8 +121,8 @@ int AtomicFile::take_over(const std::string& temporary_path) {
   discard();
   WriteTarget temporary = target_at(temporary_path);
   if (!temporary.folder) return temporary.folder.error();
-  descriptor_ = ::openat(temporary.folder.descriptor(), temporary.name.c_str(),
-                         O_WRONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+  descriptor_ =
+      ::openat(temporary.folder.descriptor(), temporary.name.c_str(), O_WRONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
   struct stat status {};
   const bool is_ours = descriptor_ >= 0 && ::fstat(descriptor_, &status) == 0 && S_ISREG(status.st_mode) &&
                        status.st_nlink == 1 && status.st_uid == ::geteuid();

@@ -21,7 +21,7 @@ BRINDLE = os.environ["BRINDLE"]
 EVERY = int(os.environ.get("CRASH_SAFETY_EVERY", "1"))
 CALLS = ("openat,rename,renameat,renameat2,link,linkat,unlink,unlinkat,mkdir,mkdirat,symlink,write,pwrite64,ftruncate,"
          "fallocate,fsync,fdatasync,mmap,flock,exit_group")
-AFTER_RENAME = "the end of renameat2"
+THE_END_OF = "the end of "  # a call, when the disk has done it and the program does not know yet
 KILLED = -9
 
 FILES = [b"a.txt", b"B\xff\n.txt", b"o/c", b"o/d:e", b"o/s/f", b"p/g/h"]
@@ -37,18 +37,22 @@ SCENARIOS = {
 class Tree:
     """A fresh tree of files, with the program's own folders beside it."""
 
-    def __init__(self, top):
+    NAMES = FILES
+    ENDS = ["renameat2"]  # the calls whose end is a moment of its own
+    DISTURBED = []  # what strace does to every run
+
+    def __init__(self, top, files=None):
         self.top = pathlib.Path(top)
-        self.files = os.fsencode(self.top / "files")
+        self.files = files or os.fsencode(self.top / "files")
         self.environment = {**os.environ, "XDG_DATA_HOME": str(self.top / "data"), "XDG_CONFIG_HOME": str(self.top / "config"),
                             "LC_ALL": "C.UTF-8"}
         self.logs = self.top / "data/Tessalon/Brindle4/Logs"
-        for name in FILES:
+        for name in self.NAMES:
             path = os.path.join(self.files, name)
             os.makedirs(os.path.dirname(path), exist_ok=True)
             with open(path, "wb") as file:
                 file.write(name)
-        os.link(os.path.join(self.files, FILES[0]), os.path.join(self.files, HARD_LINK))
+        os.link(os.path.join(self.files, self.NAMES[0]), os.path.join(self.files, HARD_LINK))
         os.symlink(b"nowhere", os.path.join(self.files, LINK))
         self.before = self.state()
 
@@ -60,24 +64,36 @@ class Tree:
                 found[os.path.relpath(path, self.files)] = os.lstat(path).st_ino
         return found
 
+    def holds_every_file(self):
+        return sorted(self.state().values()) == sorted(self.before.values())
+
     def call(self, command):
-        return subprocess.run(command, env=self.environment, cwd=self.top, stdin=subprocess.DEVNULL, capture_output=True,
+        return subprocess.run(command, env=self.environment, cwd=os.path.dirname(self.files), stdin=subprocess.DEVNULL, capture_output=True,
                               check=False)
+
+    def strace(self, *options, calls=(), record="/dev/null"):
+        """The command that traces, and disturbs, what stands behind it."""
+        disturbed = [word for disturbance in self.DISTURBED for word in ("-e", f"inject={disturbance}")]
+        traced = [*calls, *(disturbance.split(":")[0] for disturbance in self.DISTURBED)]
+        return ["strace", "-f", "-o", record, "-e", "trace=" + ",".join(traced), *disturbed, *options]
+
+    def brindle(self, *arguments):
+        """An undisturbed run, but for what this disk does to every one."""
+        return self.call([*(self.strace() if self.DISTURBED else []), BRINDLE, *arguments])
 
     def run(self, *arguments, kill=None):
         if kill is None:
-            return self.call([BRINDLE, *arguments]).returncode
+            return self.brindle(*arguments).returncode
         call, number = kill
-        if call == AFTER_RENAME:
-            return self.kill_after_rename(number, arguments)
-        return self.call(["strace", "-f", "-o", "/dev/null", "-e", f"trace={call}",
-                          "-e", f"inject={call}:signal=KILL:when={number}", BRINDLE, *arguments]).returncode
+        if call.startswith(THE_END_OF):
+            return self.kill_after(call.removeprefix(THE_END_OF), number, arguments)
+        return self.call([*self.strace("-e", f"inject={call}:signal=KILL:when={number}", calls=[call]), BRINDLE,
+                          *arguments]).returncode
 
-    def kill_after_rename(self, number, arguments):
-        """Killed when the disk has done the rename and the program does not know yet."""
-        command = ["strace", "-D", "-f", "-o", "/dev/null", "-e", "trace=renameat2",
-                   "-e", f"inject=renameat2:delay_exit=400000:when={number}", BRINDLE, *arguments]
-        with subprocess.Popen(command, env=self.environment, cwd=self.top, stdin=subprocess.DEVNULL,
+    def kill_after(self, call, number, arguments):
+        command = [*self.strace("-D", "-e", f"inject={call}:delay_exit=400000:when={number}", calls=[call]), BRINDLE,
+                   *arguments]
+        with subprocess.Popen(command, env=self.environment, cwd=os.path.dirname(self.files), stdin=subprocess.DEVNULL,
                               stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL) as process:
             held = 0  # how often in a row a thread was seen where the tracer holds it
             while process.poll() is None and held < 5:
@@ -90,7 +106,7 @@ class Tree:
     def trace(self, *arguments):
         """The calls of an undisturbed run, as (name, number), from the first look at the program's own folders on."""
         record = self.top / "trace"
-        self.call(["strace", "-f", "-o", record, "-e", f"trace={CALLS},newfstatat", BRINDLE, *arguments])
+        self.call([*self.strace(calls=[CALLS, "newfstatat"], record=record), BRINDLE, *arguments])
         counts, found, started = {}, [], False
         for line in record.read_text(errors="replace").splitlines():
             match = re.match(r"(\d+) +(\w+)\(", line)
@@ -137,10 +153,10 @@ def expect(condition, what, *details):
 
 def take_back(tree, what):
     """Recovers and undoes; all must be as it was."""
-    recovered = tree.call([BRINDLE, "recover"])
+    recovered = tree.brindle("recover")
     expect(recovered.returncode == 0, f"{what}: recover", recovered)
     if tree.leftovers():
-        undone = tree.call([BRINDLE, "undo", "--yes"])
+        undone = tree.brindle("undo", "--yes")
         expect(undone.returncode == 0, f"{what}: undo", undone)
     expect(tree.state() == tree.before, f"{what}: the names are not as before", tree.before, tree.state())
     expect(not tree.leftovers(), f"{what}: something is left behind", tree.leftovers())
@@ -157,32 +173,32 @@ def all_marks(mark):
     return repair
 
 
-def attempt(what, prepare, arguments, kill, repair):
+def attempt(what, prepare, arguments, kill, repair, new_tree):
     """Returns whether the kill hit, and whether marks were left for `repair` to change."""
     with tempfile.TemporaryDirectory(prefix="brindle-crash-") as top:
-        tree = Tree(top)
+        tree = new_tree(top)
         prepare(tree)
         code = tree.run(*arguments, kill=kill)
-        expect(sorted(tree.state().values()) == sorted(tree.before.values()), f"{what}: a file is gone", tree.state())
+        expect(tree.holds_every_file(), f"{what}: a file is gone", tree.state())
         had_marks = bool(tree.marked())
         repair(tree)
         take_back(tree, what)
         return code == KILLED, had_marks
 
 
-def kill_everywhere(what, prepare, arguments, repairs=None):
+def kill_everywhere(what, prepare, arguments, repairs=None, new_tree=Tree):
     with tempfile.TemporaryDirectory(prefix="brindle-crash-") as top:
-        tree = Tree(top)
+        tree = new_tree(top)
         prepare(tree)
         calls = tree.trace(*arguments)
-    calls += [(AFTER_RENAME, number) for call, number in calls if call == "renameat2"]
+    calls += [(THE_END_OF + call, number) for call, number in calls if call in new_tree.ENDS]
     calls = calls[::EVERY]
 
     def kill_at(call):
         name = f"{what}, killed at {call[0]} {call[1]}"
-        killed, had_marks = attempt(name, prepare, arguments, call, nothing)
+        killed, had_marks = attempt(name, prepare, arguments, call, nothing, new_tree)
         for repair in repairs or {} if had_marks else {}:
-            attempt(f"{name}, {repair}", prepare, arguments, call, repairs[repair])
+            attempt(f"{name}, {repair}", prepare, arguments, call, repairs[repair], new_tree)
         return killed
 
     with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
@@ -200,8 +216,13 @@ def main():
         kill_everywhere(f"undo, {what}", lambda tree, rename=rename: tree.run(*rename), ["undo", "--yes"], lies)
         crash = lambda tree, rename=rename: tree.run(*rename, kill=("renameat2", 2))
         kill_everywhere(f"recover, {what}", crash, ["recover"], lies)
+    return conclusion()
+
+
+def conclusion():
     print(f"{len(failures)} failures")
     return 1 if failures else 0
 
 
-sys.exit(main())
+if __name__ == "__main__":
+    sys.exit(main())

@@ -23,6 +23,7 @@ constexpr JournalMark none = JournalMark::none;
 constexpr JournalMark begun = JournalMark::begun;
 constexpr JournalMark done = JournalMark::done;
 constexpr JournalMark failed = JournalMark::failed;
+constexpr JournalMark half = JournalMark::half;
 
 /// One renaming of a run that was interrupted.
 struct Step {
@@ -170,6 +171,23 @@ TEST(Recovery, finishes_the_log_of_what_happened_and_undo_takes_it_back) {
     EXPECT_EQ(tree.state(), before);
     EXPECT_THAT(recover(tree.logs()).runs, IsEmpty());
   }
+}
+
+// On disks where a renaming takes two steps.
+TEST(Recovery, settles_a_renaming_that_was_half_done) {
+  const LogTree tree;
+  tree.make({"files/a", "files/b", "files/folder/x"});
+  const auto before = tree.state();
+  CrashedRun crashed(tree, {"", {}, {{"a", "A1", half}, {"b", "B1", half, "b"}, {"folder", "F1", half}}});
+  std::filesystem::create_hard_link(tree / "files/a", tree / "files/A1");
+  tree.make({"files/F1/"});
+  crashed.crash();
+  const RecoveryResult result = recover(tree.logs());
+  ASSERT_THAT(result.runs, SizeIs(1));
+  EXPECT_THAT(tree.names_in("files"), ElementsAre("B1", "a", "folder"));
+  EXPECT_THAT(pairs_in(readLogFile(result.runs[0].log_path)), ElementsAre(Pair(tree / "files/b", tree / "files/B1")));
+  EXPECT_EQ(undoRenaming(result.runs[0].log_path, {}).restored, 1);
+  EXPECT_EQ(tree.state(), before);
 }
 
 // Stopped between the finished log and the end of the journal, also when the disk tells another story by now.
