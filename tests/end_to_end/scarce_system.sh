@@ -48,10 +48,13 @@ expect 1 'File too large' 0 limited 4 "${rename[@]}"
 expect_no_logs
 expect 0 '' 400 "${rename[@]}"
 expect 1 'no file locks' 400 without flock ENOLCK "$BRINDLE" undo --yes
-expect 1 'File too large' 400 limited 0 "$BRINDLE" undo --yes
 [ "$(ls "$logs" | wc -l)" = 1 ] || fail "beside the log: $(ls "$logs")"
+# Undoing needs no room at all.
+expect 0 '400' 0 limited 0 "$BRINDLE" undo --yes
+[ "$(ls "$logs")" = Undone ] || fail "left behind: $(ls "$logs")"
 
 # What is opened must never be taken for the terminal.
+expect 0 '' 400 "${rename[@]}"
 expect 1 'cannot write the output' 0 strace -f -qq -o "$top/trace" -e trace=openat bash -c 'exec "$@" >&-' - "$BRINDLE" undo --yes --json
 ! grep "\"$top.* = [012]\$" "$top/trace" > "$top/said" || fail "a file was opened in the place of standard output"
 
