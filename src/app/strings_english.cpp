@@ -147,6 +147,7 @@ constexpr auto english_messages = std::to_array<StringEntry>({
     {"a character of the new name was split in two"},
     {"another file has its old name"},
     {"another file stands at this path now"},
+    {"it holds Brindle's own data"},
     {"it is no longer there"},
     {"the folder it was in is no longer there"},
     {"the location in the list is no absolute path"},

@@ -161,6 +161,7 @@ constexpr auto german_messages = std::to_array<StringEntry>({
     {"a character of the new name was split in two", "ein Zeichen des neuen Namens wurde in der Mitte geteilt"},
     {"another file has its old name", "der alte Name ist inzwischen vergeben"},
     {"another file stands at this path now", "unter diesem Pfad liegt jetzt eine andere Datei"},
+    {"it holds Brindle's own data", "darin liegen Brindles eigene Daten"},
     {"it is no longer there", "nicht mehr vorhanden"},
     {"the folder it was in is no longer there", "der Ordner ist nicht mehr vorhanden"},
     {"the location in the list is no absolute path", "der Ort in der Liste ist kein vollständiger Pfad"},
