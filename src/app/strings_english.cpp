@@ -154,6 +154,7 @@ constexpr auto english_messages = std::to_array<StringEntry>({
     {"a symbolic link stands where a folder was"},
     {"another file has its old name"},
     {"another file stands at this path now"},
+    {"it holds Brindle's own data"},
     {"it is no longer there"},
     {"the disk it is on is not mounted"},
     {"the folder it was in is no longer there"},

@@ -168,6 +168,7 @@ constexpr auto german_messages = std::to_array<StringEntry>({
     {"a symbolic link stands where a folder was", "wo ein Ordner war, steht ein symbolischer Link"},
     {"another file has its old name", "der alte Name ist inzwischen vergeben"},
     {"another file stands at this path now", "unter diesem Pfad liegt jetzt eine andere Datei"},
+    {"it holds Brindle's own data", "darin liegen Brindles eigene Daten"},
     {"it is no longer there", "nicht mehr vorhanden"},
     {"the disk it is on is not mounted", "der Datenträger ist nicht eingehängt"},
     {"the folder it was in is no longer there", "der Ordner ist nicht mehr vorhanden"},

@@ -13,6 +13,7 @@
 #include "pipeline/path_follower.h"
 #include "pipeline/rename_row.h"
 #include "platform/app_info.h"
+#include "platform/own_folders.h"
 #include "settings/rename_settings.h"
 
 namespace brindle {
@@ -34,6 +35,8 @@ class Run {
   }
 
   void collect_rows();
+  bool holds_own_data(std::uint32_t row) const;
+  void refuse(std::uint32_t row);
   std::string open_log();
   std::string write_journal();
   void rename_in_order();
@@ -47,6 +50,8 @@ class Run {
   const JobControl& control_;
   ProgressThrottle throttle_;
   RowRules rules_;
+  OwnFolders own_folders_;
+  std::size_t refused_ = 0;  // rows whose entries must not move
   bool follows_ = false;
   bool logged_ = false;
   std::vector<std::uint32_t> rows_;  // that carry a proposed name, in list order
@@ -56,10 +61,26 @@ class Run {
   ApplyResult result_;
 };
 
+bool Run::holds_own_data(std::uint32_t row) const {
+  const ItemRecord& record = files_[row];
+  return record.kind != 0 && own_folders_.may_hang_on(record.name(), record.inode) &&
+         own_folders_.hang_on(FolderHandle::open(files_.folders().path(record.folder)), record.name_data);
+}
+
+void Run::refuse(std::uint32_t row) {
+  files_.set_status(row, ItemStatus::no_changes);
+  files_.set_reason(row, brindle::holds_own_data);
+  if (!result_.first_failed) result_.first_failed = row;
+  ++refused_;
+}
+
 void Run::collect_rows() {
+  own_folders_ = OwnFolders::with_logs_in(options_.log_folder);
   if (follows_) sort_by_location(files_);
   for (std::uint32_t row = 0; row < files_.size(); ++row) {
-    if (files_[row].carries_new_name) {
+    if (files_[row].carries_new_name && holds_own_data(row)) {
+      refuse(row);
+    } else if (files_[row].carries_new_name) {
       rows_.push_back(row);
     } else if (files_[row].status == ItemStatus::proposed) {
       files_.set_status(row, ItemStatus::no_changes);  // the live preview proposes the name that an item has, too
@@ -162,6 +183,7 @@ void Run::finish() {
   result_.cancelled = result_.attempted < rows_.size();
   result_.isHasFilesForRenaming = result_.cancelled;
   throttle_.finish(result_.attempted);
+  result_.attempted += refused_;
 }
 
 ApplyResult Run::make() {

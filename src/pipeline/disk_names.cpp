@@ -11,6 +11,7 @@
 #include <bit>
 
 #include "platform/hash.h"
+#include "settings/preferences.h"
 
 namespace brindle {
 namespace {
@@ -149,6 +150,7 @@ bool DiskNames::refresh(Listing& listing, std::size_t expected_tests) {
 
 void DiskNames::begin_run(const FolderTable& folders) {
   folders_ = &folders;
+  own_folders_ = OwnFolders::with_logs_in(default_log_folder());
   listings_.resize(folders.size());
   folder_ = FolderTable::none;
   open_.close();
@@ -173,6 +175,10 @@ bool DiskNames::exists(std::string_view name) {
     return true;
   }
   return !current_->case_sensitive && ask_disk(name.data());
+}
+
+bool DiskNames::holds_own_data(std::string_view name, std::uint64_t inode) {
+  return own_folders_.may_hang_on(name, inode) && own_folders_.hang_on(handle(), name.data());
 }
 
 }  // namespace brindle

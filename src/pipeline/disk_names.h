@@ -14,6 +14,7 @@
 #include "pipeline/folder_table.h"
 #include "pipeline/open_folder.h"
 #include "platform/folder_handle.h"
+#include "platform/own_folders.h"
 
 namespace brindle {
 
@@ -34,6 +35,8 @@ class DiskNames {
 
   /// Whether an entry of this name is in the folder. `name` is NUL-terminated behind its end.
   bool exists(std::string_view name);
+  /// Whether the program's own data is reached through this entry (see OwnFolders). `inode` as a listing gave it.
+  bool holds_own_data(std::string_view name, std::uint64_t inode);
   /// The longest name that the folder's disk takes, in bytes.
   std::size_t name_limit() const { return name_limit_; }
 
@@ -65,6 +68,7 @@ class DiskNames {
   std::uint32_t run_ = 0;
   FolderReader reader_;
   FolderId folder_ = FolderTable::none;
+  OwnFolders own_folders_;
   OpenFolder open_;             // follows folder_ when the disk is needed
   Listing* current_ = nullptr;  // null: every test goes to the disk
   std::size_t name_limit_ = 255;

@@ -1,14 +1,14 @@
 #include "settings/list_values.h"
 
 #include "settings/keyed_archive.h"
+#include "settings/stored_value.h"
 
 namespace brindle {
 namespace {
 
 std::u16string text_at(const PropertyDictionary& dictionary, std::u16string_view key) {
   const PropertyValue* value = dictionary.find(key);
-  const auto* text = value ? value->get_if<std::u16string>() : nullptr;
-  return text ? *text : std::u16string();
+  return value ? scalar_text(*value).value_or(u"") : std::u16string();
 }
 
 PropertyDictionary dictionary_of(const MetaDataField& field) {
@@ -26,11 +26,6 @@ std::optional<MetaDataField> field_of(const PropertyValue& value) {
   if (!dictionary || !dictionary->find(u"tagCode")) return std::nullopt;
   return MetaDataField{text_at(*dictionary, u"prefix"), text_at(*dictionary, u"label"),
                        text_at(*dictionary, u"tagCode"), text_at(*dictionary, u"metadataCode"), u""};
-}
-
-std::optional<std::u16string> text_of(const PropertyValue& value) {
-  const auto* text = value.get_if<std::u16string>();
-  return text ? std::optional(*text) : std::nullopt;
 }
 
 // The members of an array, each read by `read`; none as soon as one cannot be read.
@@ -70,7 +65,7 @@ PropertyValue array_of(const FieldList& fields) {
 }
 
 std::optional<TextList> texts_of(const PropertyValue& value) {
-  return members_of(value, text_of);
+  return members_of(value, scalar_text);
 }
 std::optional<FieldList> fields_of(const PropertyValue& value) {
   return members_of(value, field_of);
@@ -89,7 +84,7 @@ PropertyValue archived(const FieldList& fields) {
   return archive_fields(fields);
 }
 std::optional<TextList> unarchived_texts(const PropertyValue& value) {
-  return members_of(unarchived(value), text_of);
+  return members_of(unarchived(value), scalar_text);
 }
 std::optional<FieldList> unarchived_fields(const PropertyValue& value) {
   return members_of(unarchived(value), field_of);

@@ -76,10 +76,12 @@ void clear_carried(RuleVariant variant, RenameSettings& settings) {
   });
 }
 
-void read_sequence(Rule& rule, const PropertyValue& value) {
-  if (const auto* letters = value.get_if<std::u16string>()) {
-    rule.letter_sequence = *letters;
-  } else {
+// Where the counter stands: letters as a text alone, since a number names none.
+void read_sequence(Rule& rule, RuleVariant variant, const PropertyValue& value) {
+  const auto* text = value.get_if<std::u16string>();
+  if (variant == RuleVariant::alphabetic) {
+    rule.letter_sequence = text ? *text : rule.letter_sequence;
+  } else if (!text || !text->empty()) {
     restore(rule.number_sequence, value);
   }
 }
@@ -92,7 +94,7 @@ constexpr bool is_heading(std::u16string_view key) {
 bool read_entry(Rule& rule, RuleVariant variant, const PropertyEntry& entry) {
   if (variant == RuleVariant::photo && entry.key == photo_fields_key) return true;
   if (is_sequence(variant) && entry.key == u"sequence") {
-    read_sequence(rule, entry.value);
+    read_sequence(rule, variant, entry.value);
     return true;
   }
   const SettingRow* row = find_setting(std::u16string_view(entry.key));

@@ -4,6 +4,10 @@
 #include <cmath>
 #include <limits>
 #include <string>
+#include <utility>
+
+#include "platform/integer_text.h"
+#include "settings/scalar_text.h"
 
 namespace brindle {
 namespace {
@@ -11,9 +15,11 @@ namespace {
 constexpr std::int32_t lowest = std::numeric_limits<std::int32_t>::min();
 constexpr std::int32_t highest = std::numeric_limits<std::int32_t>::max();
 
-std::u16string decimal_text(std::int32_t number) {
-  const std::string digits = std::to_string(number);
-  return {digits.begin(), digits.end()};
+std::optional<std::u16string> text_of_real(double number) {
+  constexpr double exact = 9007199254740992.0;  // 2^53: up to there a whole number is one
+  if (!std::isfinite(number)) return std::nullopt;
+  if (std::abs(number) < exact && std::trunc(number) == number) return decimal_text(static_cast<std::int64_t>(number));
+  return key_text(real_text(number));
 }
 
 std::optional<std::int32_t> number_of(const PropertyValue& value) {
@@ -28,14 +34,6 @@ std::optional<std::int32_t> number_of(const PropertyValue& value) {
   return std::nullopt;
 }
 
-// `Value` is what a property list holds for a member of this kind.
-template <class Value, class Member>
-bool restore_as_is(Member& member, const PropertyValue& value) {
-  const Value* found = value.get_if<Value>();
-  if (found) member = *found;
-  return found != nullptr;
-}
-
 }  // namespace
 
 PropertyValue stored(bool flag) {
@@ -43,6 +41,14 @@ PropertyValue stored(bool flag) {
 }
 PropertyValue stored(std::int32_t number) {
   return decimal_text(number);
+}
+
+std::optional<std::u16string> scalar_text(const PropertyValue& value) {
+  if (const auto* text = value.get_if<std::u16string>()) return *text;
+  if (const auto* flag = value.get_if<bool>()) return *flag ? u"1" : u"0";
+  if (const auto* number = value.get_if<std::int64_t>()) return decimal_text(*number);
+  const auto* number = value.get_if<double>();
+  return number ? text_of_real(*number) : std::nullopt;
 }
 
 bool restore(std::int32_t& number, const PropertyValue& value) {
@@ -59,10 +65,14 @@ bool restore(bool& flag, const PropertyValue& value) {
 }
 
 bool restore(Text& text, const PropertyValue& value) {
-  return restore_as_is<std::u16string>(text, value);
+  std::optional<std::u16string> found = scalar_text(value);
+  if (found) text = std::move(*found);
+  return found.has_value();
 }
 bool restore(Date& date, const PropertyValue& value) {
-  return restore_as_is<Date>(date, value);
+  const Date* found = value.get_if<Date>();
+  if (found) date = *found;
+  return found != nullptr;
 }
 
 }  // namespace brindle

@@ -20,10 +20,15 @@ inline std::u16string key_text(std::string_view key) {
 PropertyValue stored(bool flag);
 PropertyValue stored(std::int32_t number);
 
+/// The text that a value of a scalar kind stands for: itself, a number in decimal ("5", also of a real without a
+/// fraction), a flag as "1" or "0". None for dates, data, lists, and what is not a finite number.
+std::optional<std::u16string> scalar_text(const PropertyValue& value);
+
 // Taking a value back: false, with the member untouched, when the value is of a kind that the member cannot hold.
 
 /// Flags and numbers come from a text's integer value (0 where it is none), and from a property list's own flags and
-/// numbers, saturating at 32 bits.
+/// numbers, saturating at 32 bits. Texts come from every scalar: other programs write the numbers that people type in
+/// as numbers.
 bool restore(bool& flag, const PropertyValue& value);
 bool restore(std::int32_t& number, const PropertyValue& value);
 bool restore(Text& text, const PropertyValue& value);

@@ -12,6 +12,7 @@
 #include "log/undo.h"
 #include "pipeline/file_order.h"
 #include "platform/file_name.h"
+#include "platform/own_folders.h"
 #include "support/temp_tree.h"
 
 namespace brindle {
@@ -222,6 +223,18 @@ TEST_F(Apply, WithoutALogFolderNothingHappensUnlessAskedFor) {
   result = applyRenames(files_, options_, {});
   EXPECT_EQ(result.renamed, 1U);
   EXPECT_EQ(result.log_path, "");
+}
+
+TEST_F(Apply, FoldersThatHoldTheLogsStayAndAllOthersGo) {
+  tree_.make({"home/logs/", "photos/"});
+  gather({"home", "photos"}, {true, false, false, false});
+  propose(add_x);
+  options_.log_folder = tree_ / "home/logs";
+  const ApplyResult result = applyRenames(files_, options_, control_);
+  EXPECT_EQ(std::tuple(result.renamed, result.attempted, result.cancelled), std::tuple(1U, 2U, false));
+  EXPECT_EQ(result.log_path.rfind(tree_ / "home/logs/", 0), 0U);
+  EXPECT_EQ(statuses(), (Names{"No Changes", "Renaming (OK)"}));
+  EXPECT_EQ(files_.reason(0), holds_own_data);
 }
 
 TEST_F(Apply, RunsOfOneSecondHaveLogsOfTheirOwn) {

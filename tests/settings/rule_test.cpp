@@ -204,11 +204,29 @@ TEST(RuleDictionary, HoldsTheSequence) {
   EXPECT_EQ(numbers.number_sequence, -1);
 }
 
+// As other programs write property lists: what people type in as a number stands as one, and the other way round.
+TEST(RuleDictionary, ReadsNumbersUnderTextKeysAndTextsUnderNumberKeys) {
+  const Rule rule = rule_from_dictionary(dictionary_with({{u"rule", u"AlphaNumeric"},
+                                                          {u"type", u"Numeric"},
+                                                          {u"isActive", 1.0},
+                                                          {u"alphaNumericNumericStartWith", 5},
+                                                          {u"alphaNumericIncrementBy", 2.0},
+                                                          {u"alphaNumericSeperator", true},
+                                                          {u"sequence", u"7"}}));
+  EXPECT_TRUE(rule.isActive);
+  EXPECT_EQ(rule.settings.alphaNumericNumericStartWith, u"5");
+  EXPECT_EQ(rule.settings.alphaNumericIncrementBy, u"2");
+  EXPECT_EQ(rule.settings.alphaNumericSeperator, u"1");
+  EXPECT_EQ(rule.number_sequence, 7);
+  const PropertyDictionary field = dictionary_with({{u"tagCode", u"<Year>"}, {u"metadataCode", 271}});
+  EXPECT_EQ(fields_of(PropertyValue::Array{field})->front().metadataCode, u"271");
+}
+
 TEST(RuleDictionary, ReadsMissingAndWrongValuesAsNothing) {
   const Rule rule = rule_from_dictionary(dictionary_with({{u"rule", u"Date & Time"},
                                                           {u"type", u"DateTime"},
                                                           {u"hasTimeFormat", true},
-                                                          {u"dateTimePrefix", 5},
+                                                          {u"dateTimePrefix", PropertyValue::Array{}},
                                                           {u"dateTimeSuffix", u"s"}}));
   EXPECT_FALSE(rule.isActive);
   EXPECT_TRUE(rule.settings.hasTimeFormat);

@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <limits>
+
 #include "platform/app_info.h"
 #include "settings/case_file.h"
 #include "settings/list_values.h"
@@ -73,11 +75,17 @@ TEST(SettingsRecord, TakesWhatFitsAndPassesOverTheRest) {
       {u"generalFilenameMask", u"00", "generalFilenameMask=00"},
       {u"photoExtensions", Array{u".png"}, "photoExtensions=.PNG"},
       {u"selectedTab", Array{}, ""},
-      {u"generalFilenameMask", 12, ""},
+      {u"generalFilenameMask", 12, "generalFilenameMask=12"},
+      {u"alphaNumericNumericStartWith", -5.0, "alphaNumericNumericStartWith=-5"},
+      {u"alphaNumericNumericStartWith", 2.5, "alphaNumericNumericStartWith=2.5"},
+      {u"alphaNumericNumericStartWith", std::int64_t{1} << 40, "alphaNumericNumericStartWith=1099511627776"},
+      {u"generalFilenameMask", true, "generalFilenameMask=1"},
+      {u"generalFilenameMask", std::numeric_limits<double>::infinity(), ""},
+      {u"generalFilenameMask", date, ""},
       {u"isFolders", date, ""},
       {u"dateTimeCustomDate", date, ""},
       {u"photoExtensions", u".png", ""},
-      {u"photoExtensions", Array{u".png", 7}, ""},
+      {u"photoExtensions", Array{u".png", date}, ""},
       {u"appVersion", u"1", ""},
       {u"noSuchKey", u"1", ""},
   };
