@@ -108,7 +108,7 @@ void MainWindow::follow(ChangedSet changed) {
   // A rule file that is opened opens the drawer.
   const bool open = app_.rules_controller().isOpen();
   if (has(changed, Changed::rules) && drawer_->toggleViewAction()->isChecked() != open) drawer_->setVisible(open);
-  if (has(changed, Changed::profile) || has(changed, Changed::state)) setWindowTitle(qt_text(app_.window_title()));
+  if (has(changed, Changed::profile) || has(changed, Changed::state)) setWindowTitle(title_text(app_.window_title()));
   if (!app_.state().isExecuting && std::exchange(closes_when_idle_, false))
     QMetaObject::invokeMethod(
         this, [this] { close_now(); }, Qt::QueuedConnection);

@@ -35,7 +35,7 @@ QString field_title(const MetaDataField& field) {
   bool is_custom = false;
   const QString inner = qt_text(custom_text(token, is_custom));
   if (is_audio_token(token)) return localized_text(utf8(inner));
-  return qt_text(localized_format("QUOTED", utf8(is_custom ? inner : qt_text(token))));
+  return in_one_line(qt_text(localized_format("QUOTED", utf8(is_custom ? inner : qt_text(token)))));
 }
 
 TokenStrip::TokenStrip(const QString& hint, QWidget* parent) : QWidget(parent), hint_(hint) {
@@ -121,8 +121,10 @@ void TokenStrip::paintEvent(QPaintEvent*) {
     painter.drawRoundedRect(shape, shape.height() / 2, shape.height() / 2);
     painter.setPen(colours.color(QPalette::Text));
     const QRect inside = rects[i].adjusted(fontMetrics().height() / 2, 0, -fontMetrics().height() / 2, 0);
+    painter.setClipRect(rects[i]);
     painter.drawText(rects[i], Qt::AlignCenter,
                      fontMetrics().elidedText(chips_[i].text, Qt::ElideRight, inside.width() + 1));
+    painter.setClipping(false);
   }
 }
 
