@@ -95,7 +95,9 @@ WindowParts MainWindow::parts() {
 void MainWindow::restore_or_arrange() {
   const int line = fontMetrics().height();
   const QSize room = screen()->availableSize();
-  resize(QSize(line * 66, line * 46).boundedTo(room * 0.95));
+  // Fonts are of different widths for their height; what the panels need goes by the width.
+  const int width_at_first = std::max(line * 66, fontMetrics().averageCharWidth() * 170);
+  resize(QSize(width_at_first, line * 46).boundedTo(room * 0.95));
   rows_->setSizes({line * 16, line * 27});
   // The names are what one looks at.
   for (const int column : {name_column, new_name_column})

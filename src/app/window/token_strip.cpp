@@ -108,8 +108,9 @@ void TokenStrip::paintEvent(QPaintEvent*) {
   painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), 3, 3);
   if (chips_.empty()) {
     painter.setPen(colours.color(QPalette::PlaceholderText));
-    painter.drawText(rect().marginsRemoved(margins()).adjusted(margins().left(), 0, 0, 0),
-                     Qt::AlignLeft | Qt::AlignVCenter, hint_);
+    const QRect inside = rect().marginsRemoved(margins()).adjusted(margins().left(), 0, 0, 0);
+    painter.drawText(inside, Qt::AlignLeft | Qt::AlignVCenter,
+                     fontMetrics().elidedText(hint_, Qt::ElideRight, inside.width()));
     return;
   }
   const std::vector<QRect> rects = places(width());
