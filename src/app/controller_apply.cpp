@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "app/brindle_app_controller.h"
+#include "app/shown_text.h"
 #include "app/string_table.h"
 #include "log/recovery.h"
 #include "platform/data_folders.h"
@@ -108,7 +109,7 @@ void BrindleAppController::tell_failures(const ApplyResult& result, const ApplyO
   const std::size_t row = *result.first_failed;
   std::string reason = localized(files_.reason(row));
   if (reason.empty()) reason = localized(to_utf8(status_text(files_[row].status)));
-  const std::string path = to_utf8(FileSystemItem::getDisplayFilePath(decode_file_name(files_.path(row))));
+  const std::string path = in_sentence(FileSystemItem::getDisplayFilePath(decode_file_name(files_.path(row))));
   Alert alert = apply_alert(options.isFolders, "ITEMSNOTRENAMED", "“" + path + "”: " + reason);
   alert.message = localized_format("ITEMSNOTRENAMED", result.attempted - result.renamed);
   ports_.alerts.show(alert);

@@ -5,6 +5,7 @@
 
 #include "app/brindle_app_controller.h"
 #include "app/document_name.h"
+#include "app/shown_text.h"
 #include "app/string_table.h"
 #include "platform/app_info.h"
 #include "platform/file_name.h"
@@ -27,7 +28,7 @@ bool ask_to_replace(const Ports& ports, std::string_view title_key, std::string_
   alert.title_key = title_key;
   alert.message_key = message_key;
   alert.title = localized_format(title_key, getAppTitle());
-  alert.message = localized_format(message_key, to_utf8(decode_file_name(name_of(path))));
+  alert.message = localized_format(message_key, in_sentence(decode_file_name(name_of(path))));
   alert.buttons = {"YES", "NO"};
   return ports.alerts.show(alert) == 0;
 }

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "app/brindle_app_controller.h"
+#include "app/shown_text.h"
 #include "app/string_table.h"
 #include "pipeline/new_name_check.h"
 #include "pipeline/rename_plan.h"
@@ -94,7 +95,7 @@ void BrindleAppController::tell_operation_error(const PreviewResult& result) {
   alert.message = to_utf8(result.error);
   if (result.error_row && *result.error_row < files_.size()) {
     alert.informative_text =
-        to_utf8(FileSystemItem::getDisplayFilePath(decode_file_name(files_.path(*result.error_row))));
+        in_sentence(FileSystemItem::getDisplayFilePath(decode_file_name(files_.path(*result.error_row))));
   }
   ports_.alerts.show(alert);
 }

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "app/brindle_app_controller.h"
+#include "app/shown_text.h"
 #include "app/string_table.h"
 #include "log/recovery.h"
 #include "log/undo_progress.h"
@@ -24,7 +25,7 @@ std::string path_of(std::u16string_view text) {
 }
 
 std::string name_of(const std::string& path) {
-  return to_utf8(decode_file_name(std::string_view(path).substr(path.rfind('/') + 1)));
+  return in_sentence(decode_file_name(std::string_view(path).substr(path.rfind('/') + 1)));
 }
 
 std::string_view bytes_of(const PropertyValue::Data& data) {

@@ -7,6 +7,7 @@
 #include <memory>
 #include <utility>
 
+#include "app/shown_text.h"
 #include "app/string_table.h"
 #include "log/recovery.h"
 #include "log/undo.h"
@@ -46,7 +47,7 @@ class FirstReason {
   void hear(const LogEntry& entry, std::string_view reason) {
     if (reason.empty() || !text_.empty()) return;
     const std::string path = fmt::format("{}/{}", entry.target_folder, entry.target_name);
-    text_ = entry.fault.empty() ? fmt::format("“{}”: {}", to_utf8(decode_file_name(path)), localized(reason))
+    text_ = entry.fault.empty() ? fmt::format("“{}”: {}", in_sentence(decode_file_name(path)), localized(reason))
                                 : std::string(reason);
   }
   const std::string& text() const { return text_; }

@@ -1,4 +1,5 @@
-"""Fails when the house loses its shape: a toolkit in the core, an include that runs upwards, or a cycle of includes.
+"""Fails when the house loses its shape: a toolkit in the core, an include that runs upwards, a cycle of includes,
+or a label that guesses whether its text is markup.
 
 usage: check_architecture.py SOURCE_FOLDER LIBRARY LINKED
 
@@ -32,6 +33,7 @@ TOOLKIT_LIBRARY = re.compile(r"\bQt\d?(::|[A-Z])|Qt\d?Core|\b(lib)?(gtk|gdk|glib
 TOOLKIT_SYMBOL = re.compile(r"\bU (Q[A-Z]\w*::|q[A-Z]\w*\(|gtk_|gdk_|g_object_|wx[A-Z])")
 # Slow to compile, so they stay out of what everybody includes.
 NOT_IN_HEADERS = re.compile(r"^(fmt|nlohmann)/")
+GUESSING_LABEL = re.compile(r"\bnew QLabel\b|\bQLabel \w+[;({]")
 INCLUDE = re.compile(r'^\s*#\s*include\s*[<"]([^>"]+)[>"]', re.MULTILINE)
 
 
@@ -70,6 +72,13 @@ def foreign_headers(includes):
                 yield f"{name} includes {target}, which belongs in a .cpp file"
 
 
+def guessing_labels(folder):
+    for path in sorted(folder.glob("app/window/**/*.cpp")):
+        name = str(path.relative_to(folder))
+        if name != "app/window/plain_text.cpp" and GUESSING_LABEL.search(path.read_text(encoding="utf-8")):
+            yield f"{name} makes a label that guesses whether its text is markup: plain_label() makes one that does not"
+
+
 def cycles(includes):
     done, road = set(), []
 
@@ -103,7 +112,8 @@ def linked_toolkits(linked, library):
 def main():
     source, library, linked = sys.argv[1:]
     includes = includes_of(pathlib.Path(source))
-    faults = [*upward_includes(includes), *foreign_headers(includes), *cycles(includes), *linked_toolkits(linked, library)]
+    faults = [*upward_includes(includes), *foreign_headers(includes), *cycles(includes), *guessing_labels(pathlib.Path(source)),
+              *linked_toolkits(linked, library)]
     if not includes:
         faults.append(f"there are no sources in {source}")
     print("\n".join(faults) or f"{len(includes)} files, all in order")

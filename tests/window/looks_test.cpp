@@ -1,7 +1,9 @@
 // What can be measured of how the window looks: contrast, room, and the way of the Tab key.
 
+#include <QFontInfo>
 #include <algorithm>
 #include <cmath>
+#include <string>
 
 #include "window/window_fixture.h"
 
@@ -59,10 +61,26 @@ TEST_F(LooksTest, TheTabKeyGoesThroughTheWindowAsItIsRead) {
   EXPECT_EQ(next_stop(find("optionHidden")), "hint_addFiles");
 }
 
-TEST_F(LooksTest, NoPanelScrollsSidewaysBesideTheRules) {
+// The fonts that desktops bring; tools/setup installs them.
+constexpr const char* font_families[] = {"DejaVu Sans", "Noto Sans", "Cantarell", "Liberation Sans"};
+
+class InEachFont : public WindowTest, public testing::WithParamInterface<const char*> {
+ protected:
+  InEachFont() {
+    QFont font = usual_;
+    font.setFamilies({GetParam()});
+    EXPECT_EQ(QFontInfo(font).family(), GetParam()) << "the font is not installed; tools/setup test does that";
+    QApplication::setFont(font);
+  }
+  ~InEachFont() override { QApplication::setFont(usual_); }
+
+  QFont usual_ = QApplication::font();
+};
+
+TEST_P(InEachFont, NoPanelScrollsSidewaysBesideTheRules) {
   for (const Language& language : languages()) {
-    set_language(language);
     close();
+    set_language(language);
     open();
     find<QAction>("showRules")->trigger();
     EXPECT_TRUE(find("ruleTableView")->isVisible());
@@ -71,9 +89,17 @@ TEST_F(LooksTest, NoPanelScrollsSidewaysBesideTheRules) {
       QApplication::processEvents();
       const QWidget* panel = find(("methodPanel" + std::to_string(tab)).c_str());
       EXPECT_LE(panel->width(), panel->parentWidget()->width()) << tab << language.code;
+      picture(("font_" + std::string(GetParam()) + std::string(language.code) + std::to_string(tab)).c_str());
     }
   }
 }
+
+std::string without_spaces(const testing::TestParamInfo<const char*>& family) {
+  std::string name = family.param;
+  std::erase(name, ' ');
+  return name;
+}
+INSTANTIATE_TEST_SUITE_P(Looks, InEachFont, testing::ValuesIn(font_families), without_spaces);
 
 }  // namespace
 }  // namespace brindle::test

@@ -28,23 +28,6 @@ namespace {
 
 class SheetsTest : public WindowTest {
  protected:
-  /// Shows a sheet and works on it; closes it when that did not.
-  template <class Show>
-  void with_sheet(Show show, const std::function<void()>& act) {
-    bool shown = false;
-    QTimer::singleShot(0, window.get(), [&] {
-      sheet = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-      ASSERT_NE(sheet, nullptr);
-      shown = true;
-      // A dialog counts as active already when its window's parent is.
-      ASSERT_TRUE(QTest::qWaitFor([this] { return QApplication::activeWindow() == sheet; }));
-      act();
-      if (QApplication::activeModalWidget() == sheet) sheet->reject();
-    });
-    show();
-    EXPECT_TRUE(shown);
-    sheet = nullptr;
-  }
   template <class Widget = QWidget>
   Widget* part(const char* name) const {
     auto* widget = sheet->findChild<Widget*>(QString::fromLatin1(name));
@@ -94,8 +77,6 @@ class SheetsTest : public WindowTest {
     QApplication::processEvents();
     sheet->grab().save(QStringLiteral("%1/%2.png").arg(QString::fromLocal8Bit(folder), QString::fromStdString(name)));
   }
-
-  QDialog* sheet = nullptr;
 };
 
 TEST_F(SheetsTest, ARenamingIsUndoneWithTheEnterKey) {

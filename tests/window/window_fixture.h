@@ -5,11 +5,14 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QDialog>
 #include <QDropEvent>
 #include <QMimeData>
 #include <QTest>
+#include <QTimer>
 #include <QUrl>
 #include <cstdlib>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -100,12 +103,31 @@ class WindowTest : public testing::Test {
     wait_until_idle();
   }
 
+  /// Shows a sheet and works on it; closes it when that did not.
+  template <class Show>
+  void with_sheet(Show show, const std::function<void()>& act) {
+    bool shown = false;
+    QTimer::singleShot(0, window.get(), [&] {
+      sheet = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+      ASSERT_NE(sheet, nullptr);
+      shown = true;
+      // A dialog counts as active already when its window's parent is.
+      ASSERT_TRUE(QTest::qWaitFor([this] { return QApplication::activeWindow() == sheet; }));
+      act();
+      if (QApplication::activeModalWidget() == sheet) sheet->reject();
+    });
+    show();
+    EXPECT_TRUE(shown);
+    sheet = nullptr;
+  }
+
   /// Keeps a picture, when pictures are wanted.
-  void picture(const char* name) const {
+  void picture(const char* name) const { picture(name, *window); }
+  static void picture(const char* name, QWidget& of) {
     const char* folder = std::getenv("BRINDLE_TEST_PICTURES");
     if (folder == nullptr) return;
     QApplication::processEvents();
-    window->grab().save(QStringLiteral("%1/%2.png").arg(QString::fromLocal8Bit(folder), QString::fromLatin1(name)));
+    of.grab().save(QStringLiteral("%1/%2.png").arg(QString::fromLocal8Bit(folder), QString::fromLatin1(name)));
   }
 
   TempTree home;
@@ -117,6 +139,7 @@ class WindowTest : public testing::Test {
   QtDesktop desktop;
   std::unique_ptr<BrindleAppController> controller;
   std::unique_ptr<MainWindow> window;
+  QDialog* sheet = nullptr;  ///< what with_sheet shows
 };
 
 }  // namespace brindle::test

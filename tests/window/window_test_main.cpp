@@ -2,6 +2,7 @@
 
 #include <QApplication>
 
+#include "app/window/plain_text.h"
 #include "app/window/window_style.h"
 
 int main(int argc, char** argv) {
@@ -10,5 +11,6 @@ int main(int argc, char** argv) {
   if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   const QApplication application(argc, argv);
   brindle::use_window_style();
+  brindle::show_plain_text_only();
   return RUN_ALL_TESTS();
 }

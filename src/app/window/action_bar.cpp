@@ -9,6 +9,7 @@
 #include "app/window/commands.h"
 #include "app/window/file_table_model.h"
 #include "app/window/file_table_view.h"
+#include "app/window/plain_text.h"
 #include "app/window/text.h"
 #include "app/window/theme.h"
 
@@ -16,9 +17,8 @@ namespace brindle {
 namespace {
 
 QLabel* status_label(QWidget* parent, const char* name) {
-  auto* label = new QLabel(parent);
+  QLabel* label = plain_label(parent);
   label->setObjectName(QString::fromLatin1(name));
-  label->setTextFormat(Qt::PlainText);
   return label;
 }
 

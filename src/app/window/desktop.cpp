@@ -31,7 +31,7 @@ void QtDesktop::show_tooltip(TooltipAnchor anchor, std::string_view /*key*/, con
   QWidget* widget = window_ ? window_->tooltip_anchor(anchor) : nullptr;
   if (widget == nullptr) return;
   const QPoint place = widget->mapToGlobal(QPoint(widget->width() / 2, widget->height() / 2));
-  QToolTip::showText(place, qt_text(text), widget, {}, 6000);
+  QToolTip::showText(place, in_lines(text), widget, {}, 6000);
 }
 
 void QtDesktop::hide_tooltip() {

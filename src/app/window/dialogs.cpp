@@ -1,17 +1,24 @@
 #include "app/window/dialogs.h"
 
+#include <QAbstractItemView>
+#include <QAction>
 #include <QFileDialog>
-#include <QFileInfo>
 #include <QGridLayout>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QSpacerItem>
+#include <QStyledItemDelegate>
+#include <filesystem>
 #include <optional>
+#include <system_error>
 #include <utility>
 #include <vector>
 
 #include "app/document_name.h"
+#include "app/shown_text.h"
 #include "app/string_table.h"
+#include "app/window/plain_text.h"
 #include "app/window/text.h"
 #include "platform/file_name.h"
 
@@ -30,27 +37,69 @@ QMessageBox::Icon icon_of(AlertStyle style) {
   return QMessageBox::Warning;
 }
 
+void make_bold(QLabel& label) {
+  QFont bold = label.font();
+  bold.setBold(true);
+  label.setFont(bold);
+}
+
 // A line of some length, however short the words are; and a path is broken behind a folder, not led off the screen.
-void set_message(QMessageBox& box, QString message) {
-  message.replace(u'/', QStringLiteral("/\u200B"));
-  box.setInformativeText(message.toHtmlEscaped().replace(u'\n', QStringLiteral("<br>")));
+void set_texts(QMessageBox& box, const Alert& alert) {
+  box.setInformativeText(QStringLiteral(" "));  // makes its label
+  make_plain(box);
+  // A title that the window manager may hide is said in the box as well.
+  box.setText(in_lines(alert.title));
+  if (auto* title = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"))) make_bold(*title);
+  QString message = in_lines(alert.message);
+  if (!alert.informative_text.empty()) message += QStringLiteral("\n\n") + in_lines(alert.informative_text);
+  box.setInformativeText(message.replace(u'/', QStringLiteral("/\u200B")));
   auto* grid = qobject_cast<QGridLayout*>(box.layout());
   if (grid == nullptr) return;
   const int width = box.fontMetrics().averageCharWidth() * 54;
   grid->addItem(new QSpacerItem(width, 0), grid->rowCount(), 0, 1, grid->columnCount());
 }
 
-// The name as it must end; none when the file that is then meant is not to be replaced.
-std::optional<std::string> with_extension(const SaveRequest& request, std::string path, AlertPort& alerts) {
+// The name as it must end.
+std::string with_extension(const SaveRequest& request, std::string path) {
   if (request.extension.empty() || request.other_extensions || has_extension(path, request.extension)) return path;
-  path.append(".").append(request.extension);
-  if (!QFileInfo::exists(path_text(path))) return path;  // the dialog has asked for the name that was typed
+  return path.append(".").append(request.extension);
+}
+
+// The toolkit's own question would take the name for markup.
+bool may_be_written(const SaveRequest& request, const std::string& path, AlertPort& alerts) {
+  std::error_code ignored;
+  if (!std::filesystem::exists(std::filesystem::symlink_status(path, ignored))) return true;
   Alert alert;
   alert.message_key = "FILEOVERWRITECONFIRM";
   alert.title = request.title;
-  alert.message = localized_format(alert.message_key, to_utf8(decode_file_name(path.substr(path.rfind('/') + 1))));
+  alert.message = localized_format(alert.message_key, in_sentence(decode_file_name(path.substr(path.rfind('/') + 1))));
   alert.buttons = {"YES", "NO"};
-  return alerts.show(alert) == 0 ? std::optional(path) : std::nullopt;
+  return alerts.show(alert) == 0;
+}
+
+// Shows a name as fit for its row and leaves it to the dialog as it is.
+class OneLineDelegate final : public QStyledItemDelegate {
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+  QString displayText(const QVariant& value, const QLocale& locale) const override {
+    return in_one_line(QStyledItemDelegate::displayText(value, locale));
+  }
+};
+
+// Of the toolkit's dialog, where it is used: no file is deleted or given another name from there, and so its questions
+// about that, which would take the name for markup, are never asked.
+void keep_files(QFileDialog& dialog) {
+  dialog.setOption(QFileDialog::DontConfirmOverwrite);
+  for (const char* name : {"qt_delete_action", "qt_rename_action"}) {
+    auto* action = dialog.findChild<QAction*>(QString::fromLatin1(name));
+    if (action == nullptr) continue;
+    action->disconnect();
+    action->setVisible(false);
+  }
+  for (auto* view : dialog.findChildren<QAbstractItemView*>()) {
+    view->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    view->setItemDelegate(new OneLineDelegate(view));
+  }
 }
 
 std::vector<std::string> run(QFileDialog& dialog) {
@@ -61,13 +110,8 @@ std::vector<std::string> run(QFileDialog& dialog) {
 }  // namespace
 
 std::size_t QtAlerts::show(const Alert& alert) {
-  QMessageBox box(icon_of(alert.style), qt_text(alert.title), {}, QMessageBox::NoButton, parent_());
-  // A title that the window manager may hide is said in the box as well.
-  box.setText(QStringLiteral("<b>%1</b>").arg(qt_text(alert.title).toHtmlEscaped()));
-  box.setTextFormat(Qt::RichText);
-  QString message = qt_text(alert.message);
-  if (!alert.informative_text.empty()) message += QStringLiteral("\n\n") + qt_text(alert.informative_text);
-  set_message(box, std::move(message));
+  QMessageBox box(icon_of(alert.style), title_text(alert.title), {}, QMessageBox::NoButton, parent_());
+  set_texts(box, alert);
   std::vector<QPushButton*> buttons;
   std::vector<std::string_view> keys = alert.buttons;
   if (keys.empty()) keys.emplace_back("OK");
@@ -96,6 +140,7 @@ std::optional<std::string> QtChooser::choose(const SaveRequest& request) {
   QFileDialog dialog(parent_(), qt_text(request.title), path_text(request.folder));
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   dialog.setFileMode(QFileDialog::AnyFile);
+  keep_files(dialog);
   if (!request.extension.empty()) {
     QStringList filters = {QStringLiteral("*.") + qt_text(request.extension)};
     if (request.other_extensions) filters << QStringLiteral("*");
@@ -107,7 +152,8 @@ std::optional<std::string> QtChooser::choose(const SaveRequest& request) {
   for (;;) {
     const std::vector<std::string> chosen = run(dialog);
     if (chosen.empty()) return std::nullopt;
-    if (auto path = with_extension(request, chosen.front(), alerts)) return path;
+    std::string path = with_extension(request, chosen.front());
+    if (may_be_written(request, path, alerts)) return path;
   }
 }
 

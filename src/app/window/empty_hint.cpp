@@ -8,6 +8,7 @@
 
 #include "app/window/icons.h"
 #include "app/window/mnemonics.h"
+#include "app/window/plain_text.h"
 #include "app/window/text.h"
 #include "app/window/theme.h"
 
@@ -39,12 +40,12 @@ QWidget* make_empty_hint(QWidget* parent) {
   hint->setObjectName(QStringLiteral("emptyHint"));
   hint->setBackgroundRole(QPalette::Base);
   hint->setAutoFillBackground(true);
-  auto* title = new QLabel(localized_text("HINTTITLE"), hint);
+  QLabel* title = plain_label(localized_text("HINTTITLE"), hint);
   QFont large = title->font();
   large.setPointSizeF(large.pointSizeF() * 1.4);
   title->setFont(large);
   title->setAlignment(Qt::AlignCenter);
-  auto* text = new QLabel(localized_text("HINTTEXT"), hint);
+  QLabel* text = plain_label(localized_text("HINTTEXT"), hint);
   text->setWordWrap(true);
   text->setAlignment(Qt::AlignCenter);
   auto* rows = new QVBoxLayout(hint);

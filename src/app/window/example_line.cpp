@@ -1,9 +1,9 @@
 #include "app/window/example_line.h"
 
 #include "app/name_example.h"
+#include "app/shown_text.h"
 #include "app/string_table.h"
 #include "app/window/text.h"
-#include "platform/file_name.h"
 
 namespace brindle {
 
@@ -29,8 +29,8 @@ void ExampleLine::refresh() {
   if (controller_.values().selectedTab != tab_) return;
   const FileList* files = controller_.state().isExecuting ? nullptr : &controller_.files();
   const NameExample example = name_example(controller_.values(), files, controller_.now());
-  const std::string after = example.problem.empty() ? to_utf8(example.after) : example.problem;
-  setText(qt_text(localized_format("EXAMPLELINE", to_utf8(example.before), after)));
+  const std::string after = example.problem.empty() ? in_sentence(example.after) : example.problem;
+  setText(qt_text(localized_format("EXAMPLELINE", in_sentence(example.before), after)));
   setToolTip(text());
 }
 

@@ -151,11 +151,10 @@ QVariant FileTableModel::tooltip(int row, int column) const {
   const std::string_view reason = app_.files().reason(static_cast<std::size_t>(row));
   QString tip = in_one_line(text(row, column == icon_column ? name_column : column).toString());
   if (reason.empty() || (column != icon_column && column != new_name_column)) return tip;
-  // As a sentence of its own, and as plain text whatever it holds.
+  // As a sentence of its own.
   QString why = localized_text(reason);
   why.replace(0, 1, why.left(1).toUpper());
-  return QStringLiteral("<p><b>%1</b></p><p>%2</p>")
-      .arg(in_one_line(text(row, new_name_column).toString()).toHtmlEscaped(), why.toHtmlEscaped());
+  return in_one_line(text(row, new_name_column).toString()) + QStringLiteral("\n\n") + in_one_line(why);
 }
 
 QVariant FileTableModel::headerData(int section, Qt::Orientation orientation, int role) const {

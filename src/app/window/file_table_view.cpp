@@ -18,6 +18,7 @@
 #include "app/window/file_table_model.h"
 #include "app/window/image_popup.h"
 #include "app/window/name_delegate.h"
+#include "app/window/plain_text.h"
 #include "app/window/row_selection.h"
 #include "app/window/text.h"
 
@@ -30,13 +31,13 @@ constexpr auto rows_type = "application/x-brindle-rows";
 constexpr std::size_t most_copied = 100'000;
 
 QPixmap drag_picture(const QWidget& widget, std::size_t count) {
-  QLabel label(qt_text(localized_format("ITEMCOUNT", count)));
-  label.setFont(widget.font());
-  label.setMargin(6);
-  label.setFrameShape(QFrame::StyledPanel);
-  label.setAutoFillBackground(true);
-  label.adjustSize();
-  return label.grab();
+  const std::unique_ptr<QLabel> label(plain_label(qt_text(localized_format("ITEMCOUNT", count))));
+  label->setFont(widget.font());
+  label->setMargin(6);
+  label->setFrameShape(QFrame::StyledPanel);
+  label->setAutoFillBackground(true);
+  label->adjustSize();
+  return label->grab();
 }
 
 }  // namespace

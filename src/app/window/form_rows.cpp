@@ -16,6 +16,7 @@
 #include <utility>
 
 #include "app/window/panel_body.h"
+#include "app/window/plain_text.h"
 #include "app/window/text.h"
 
 namespace brindle {
@@ -124,7 +125,7 @@ QPushButton* push_button(std::string_view name, TextKey text, std::function<void
 }
 
 QLabel* text_label(TextKey text) {
-  return new QLabel(localized_text(text));
+  return plain_label(localized_text(text));
 }
 
 QLabel* hint_label(TextKey text) {
@@ -193,7 +194,7 @@ FormColumn::FormColumn(QBoxLayout* columns, int stretch) : grid_(new QGridLayout
 }
 
 void FormColumn::row(TextKey label, QWidget* field) {
-  auto* text = new QLabel(localized_text(label) + QLatin1Char(':'));
+  QLabel* text = plain_label(localized_text(label) + QLatin1Char(':'));
   set_buddy(text, first_field(field));
   row(text, field);
 }

@@ -9,7 +9,9 @@
 #include <QVBoxLayout>
 #include <utility>
 
+#include "app/shown_text.h"
 #include "app/window/picture_reader.h"
+#include "app/window/plain_text.h"
 #include "app/window/text.h"
 #include "app/window/theme.h"
 
@@ -17,10 +19,9 @@ namespace brindle {
 namespace {
 
 QLabel* label(QWidget* parent, const char* name) {
-  auto* made = new QLabel(parent);
+  QLabel* made = plain_label(parent);
   made->setObjectName(QString::fromLatin1(name));
   made->setAlignment(Qt::AlignCenter);
-  made->setTextFormat(Qt::PlainText);
   return made;
 }
 
@@ -30,7 +31,7 @@ QString line_of(const PhotoFields& fields) {
   QStringList parts;
   for (const char* key : {"make", "model", "dimensions", "pictureTaken"}) {
     const auto text = item.displayField(key);
-    if (text && !text->empty()) parts << qt_text(std::u16string_view(*text));
+    if (text && !text->empty()) parts << qt_text(in_sentence(*text));
   }
   return parts.join(QStringLiteral("  ·  "));
 }

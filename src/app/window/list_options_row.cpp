@@ -9,6 +9,7 @@
 
 #include "app/brindle_app_controller.h"
 #include "app/window/mnemonics.h"
+#include "app/window/plain_text.h"
 #include "app/window/setting_bindings.h"
 #include "app/window/text.h"
 #include "app/window/theme.h"
@@ -36,7 +37,7 @@ class ListOptionsRow final : public QWidget {
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(spacing(*this) * 3 / 2);
-    row->addWidget(new QLabel(localized_text("LISTMODE"), this));
+    row->addWidget(plain_label(localized_text("LISTMODE"), this));
     for (QWidget* part : {static_cast<QWidget*>(files_), static_cast<QWidget*>(folders_)}) row->addWidget(part);
     row->addSpacing(spacing(*this));
     for (QWidget* part : {static_cast<QWidget*>(subfolders_), static_cast<QWidget*>(hidden_)}) row->addWidget(part);

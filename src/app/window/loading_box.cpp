@@ -8,6 +8,7 @@
 #include <array>
 
 #include "app/window/icons.h"
+#include "app/window/plain_text.h"
 #include "app/window/text.h"
 #include "app/window/theme.h"
 
@@ -29,17 +30,16 @@ int step_of(const WindowState& state) {
 
 LoadingBox::LoadingBox(QWidget* parent)
     : QWidget(parent),
-      title_(new QLabel(this)),
-      path_(new QLabel(this)),
+      title_(plain_label(this)),
+      path_(plain_label(this)),
       progress_(new QProgressBar(this)),
-      count_(new QLabel(this)),
+      count_(plain_label(this)),
       cancel_(new QPushButton(icon("cancel"), localized_text("COMMANDCANCEL"), this)) {
   setObjectName(QStringLiteral("loadingBox"));
   QFont large = font();
   large.setPointSizeF(large.pointSizeF() * 1.25);
   title_->setFont(large);
   path_->setObjectName(QStringLiteral("loadingPath"));
-  path_->setTextFormat(Qt::PlainText);
   path_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
   progress_->setObjectName(QStringLiteral("loadingProgress"));
   progress_->setAccessibleName(localized_text("PROGRESSNAME"));

@@ -14,6 +14,7 @@
 #include "app/window/application.h"
 #include "app/window/application_service.h"
 #include "app/window/icons.h"
+#include "app/window/plain_text.h"
 #include "app/window/text.h"
 #include "app/window/theme.h"
 #include "platform/app_info.h"
@@ -94,6 +95,7 @@ void set_up(QTranslator& translator) {
   if (translator.load(QStringLiteral("qtbase_") + language, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
     QApplication::installTranslator(&translator);
   follow_desktop_theme();
+  show_plain_text_only();
 }
 
 int run_window(int argc, char** argv) {

@@ -95,7 +95,9 @@ WindowParts MainWindow::parts() {
 void MainWindow::restore_or_arrange() {
   const int line = fontMetrics().height();
   const QSize room = screen()->availableSize();
-  resize(QSize(line * 66, line * 46).boundedTo(room * 0.95));
+  // Fonts are of different widths for their height; what the panels need goes by the width.
+  const int width_at_first = std::max(line * 66, fontMetrics().averageCharWidth() * 170);
+  resize(QSize(width_at_first, line * 46).boundedTo(room * 0.95));
   rows_->setSizes({line * 16, line * 27});
   // The names are what one looks at.
   for (const int column : {name_column, new_name_column})
@@ -108,7 +110,7 @@ void MainWindow::follow(ChangedSet changed) {
   // A rule file that is opened opens the drawer.
   const bool open = app_.rules_controller().isOpen();
   if (has(changed, Changed::rules) && drawer_->toggleViewAction()->isChecked() != open) drawer_->setVisible(open);
-  if (has(changed, Changed::profile) || has(changed, Changed::state)) setWindowTitle(qt_text(app_.window_title()));
+  if (has(changed, Changed::profile) || has(changed, Changed::state)) setWindowTitle(title_text(app_.window_title()));
   if (!app_.state().isExecuting && std::exchange(closes_when_idle_, false))
     QMetaObject::invokeMethod(
         this, [this] { close_now(); }, Qt::QueuedConnection);

@@ -51,7 +51,7 @@ void add_extensions_row(const PanelContext& context, FormColumn& column, Setting
       names.append(qt_text(std::u16string_view(name)));
     }
     field->setText(names.join(QStringLiteral("; ")));
-    field->setToolTip(field->text());
+    field->setToolTip(in_one_line(field->text()));
     field->setCursorPosition(0);
   });
   QPushButton* edit = push_button(itemType == 0 ? "editPhotoExtensions" : "editAudioExtensions", "EDITMORE",

@@ -88,6 +88,7 @@ void NameDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, 
     changed = changed_format(changed_part(index.data(FileTableModel::current_name_role).toString(), text), cell);
   const int margin = style->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, widget) + 1;
   painter->save();
+  painter->setClipRect(cell.rect, Qt::IntersectClip);  // marks piled on a letter reach further than its line
   painter->setPen(selected ? cell.palette.color(group, QPalette::HighlightedText)
                            : status_colour(status, cell.palette));
   draw(painter, cell.rect.adjusted(margin, 0, -margin, 0), text, changed, cell.font);

@@ -20,14 +20,17 @@
 #include <cerrno>
 #include <utility>
 
+#include "app/shown_text.h"
 #include "app/string_table.h"
 #include "app/window/folder_model.h"
 #include "app/window/icons.h"
 #include "app/window/mnemonics.h"
 #include "app/window/places.h"
+#include "app/window/plain_text.h"
 #include "app/window/text.h"
 #include "app/window/theme.h"
 #include "platform/atomic_file.h"
+#include "platform/file_name.h"
 
 namespace brindle {
 namespace {
@@ -82,10 +85,10 @@ OpenPanel::OpenPanel(QWidget* parent, const OpenRequest& request, OpenPanelMemor
       hidden_(new QCheckBox(localized_text("PANELHIDDEN"))),
       back_(tool_button("back", "panelBack", "PANELBACK")),
       up_(tool_button("move_up", "panelUp", "PANELUP")),
-      status_(new QLabel),
+      status_(plain_label()),
       choose_(new QPushButton(localized_text("PANELCHOOSE"))) {
   setObjectName(QStringLiteral("openPanel"));
-  setWindowTitle(qt_text(request_.title));
+  setWindowTitle(title_text(request_.title));
   setWindowModality(Qt::WindowModal);
   make_places();
   make_table();
@@ -113,7 +116,7 @@ void OpenPanel::make_places() {
     places.push_back({"recent", utf8(in_one_line(path_text(std::string_view(folder).substr(name)))), folder});
   }
   for (const Place& place : places) {
-    auto* item = new QListWidgetItem(icon(place.icon), qt_text(place.title), places_);
+    auto* item = new QListWidgetItem(icon(place.icon), in_one_line(qt_text(place.title)), places_);
     item->setData(path_role, path_text(place.path));
     item->setToolTip(in_one_line(path_text(place.path)));
   }
@@ -148,7 +151,6 @@ void OpenPanel::make_table() {
 
 void OpenPanel::make_fields() {
   status_->setObjectName(QStringLiteral("panelStatus"));
-  status_->setTextFormat(Qt::PlainText);
   status_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
   filter_->setPlaceholderText(localized_text("PANELFILTER"));
   filter_->setClearButtonEnabled(true);
@@ -256,7 +258,7 @@ void OpenPanel::refuse(const FolderListing& listing) {
     chosen_ = {listing.folder};
     return accept();
   }
-  const std::string folder = utf8(in_one_line(path_text(listing.folder)));
+  const std::string folder = in_sentence(decode_file_name(listing.folder));
   status_->setText(qt_text(localized_format("PANELUNREADABLE", folder, localized(system_error_text(listing.error)))));
 }
 

@@ -3,6 +3,7 @@
 #include <array>
 
 #include "app/rule_tree.h"
+#include "app/shown_text.h"
 #include "app/string_table.h"
 #include "app/window/text.h"
 
@@ -13,6 +14,14 @@ constexpr std::array<std::string_view, 9> method_names = {
     "METHODSEQUENCE", "METHODINSERTDELETE", "METHODREPLACEREMOVE", "METHODPREFIXSUFFIX",  "METHODDATETIME",
     "METHODGENERAL",  "METHODAUDIO",        "METHODPHOTO",         "METHODPATHCOMPONENTS"};
 
+std::string shown(const std::string& value) {
+  return in_sentence(utf16(qt_text(value)));
+}
+
+QString line_of(const std::string& name, const std::string& value) {
+  return qt_text(name + ": " + value);
+}
+
 // The variant, and what tells the rule from others of its kind: the first of its rows that say something.
 QString variant_text(const Rule& rule) {
   constexpr qsizetype enough = 2;
@@ -20,7 +29,7 @@ QString variant_text(const Rule& rule) {
   QStringList parts;
   for (const RuleNode& row : node.children()) {
     if (row.value().empty() || row.value() == localized("FALSE")) continue;
-    parts << qt_text(row.value() == localized("TRUE") ? row.option() : row.value());
+    parts << qt_text(row.value() == localized("TRUE") ? row.option() : shown(row.value()));
     if (parts.size() == enough) break;
   }
   const QString variant = qt_text(node.option());
@@ -32,19 +41,15 @@ QString variant_text(const Rule& rule) {
 QString method_name(const Rule& rule) {
   const std::optional<RuleVariant> variant = variant_of(rule);
   // A rule of a method that is not known here is called what its file calls it.
-  if (!variant) return qt_text(std::u16string_view(rule.rule));
+  if (!variant) return in_one_line(qt_text(std::u16string_view(rule.rule)));
   return localized_text(method_names.at(static_cast<std::size_t>(rule_kind(*variant).tab)));
 }
 
 QString rule_summary(const Rule& rule) {
   const RuleNode node(rule);
-  QString rows;
-  for (const RuleNode& row : node.children()) {
-    rows += QStringLiteral("<tr><td>%1&nbsp;&nbsp;</td><td>%2</td></tr>")
-                .arg(qt_text(row.option()).toHtmlEscaped(), qt_text(row.value()).toHtmlEscaped());
-  }
-  const QString title = QStringLiteral("%1: %2").arg(method_name(rule), qt_text(node.option()));
-  return QStringLiteral("<b>%1</b><table>%2</table>").arg(title.toHtmlEscaped(), rows);
+  QStringList lines = {line_of(utf8(method_name(rule)), node.option())};
+  for (const RuleNode& row : node.children()) lines << line_of(row.option(), shown(row.value()));
+  return lines.join(u'\n');
 }
 
 RulesModel::RulesModel(BrindleAppController& controller, QObject* parent)

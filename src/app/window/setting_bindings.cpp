@@ -131,7 +131,7 @@ void SettingBindings::bind(QComboBox* box, std::string_view key) {
     int index = box->findData(text);
     // A profile may hold what the box does not offer; it is shown as it is.
     if (index < 0) {
-      box->addItem(text, text);
+      box->addItem(in_one_line(text), text);
       index = box->count() - 1;
     }
     box->setCurrentIndex(index);

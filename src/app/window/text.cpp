@@ -1,7 +1,6 @@
 #include "app/window/text.h"
 
-#include <algorithm>
-
+#include "app/shown_text.h"
 #include "app/string_table.h"
 #include "pipeline/file_system_item.h"
 #include "platform/file_name.h"
@@ -22,17 +21,18 @@ std::string path_bytes(const QString& text) {
   return bytes;
 }
 
-QString in_one_line(QString name) {
-  const auto shown = [](char16_t unit) -> char16_t {
-    if (unit < 0x20) return static_cast<char16_t>(0x2400 + unit);
-    if (unit == 0x7F) return u'\u2421';
-    if (unit == u'\u2028' || unit == u'\u2029') return u'\u2424';
-    return unit >= 0xEF80 && unit <= 0xEFFF ? u'\uFFFD' : unit;
-  };
-  const auto stays = [&](QChar unit) { return shown(unit.unicode()) == unit.unicode(); };
-  if (std::all_of(name.cbegin(), name.cend(), stays)) return name;
-  for (QChar& unit : name) unit = QChar(shown(unit.unicode()));
-  return name;
+QString in_one_line(const QString& name) {
+  const std::u16string_view text(reinterpret_cast<const char16_t*>(name.utf16()),
+                                 static_cast<std::size_t>(name.size()));
+  return is_plain_line(text) ? name : qt_text(std::u16string_view(in_one_line(text)));
+}
+
+QString in_lines(std::string_view utf8) {
+  return qt_text(std::u16string_view(in_lines(utf16(qt_text(utf8)))));
+}
+
+QString title_text(std::string_view utf8) {
+  return in_one_line(qt_text(utf8)).replace(QStringLiteral("[*]"), QStringLiteral("[*][*]"));
 }
 
 QString display_path_text(std::string_view bytes) {

@@ -32,9 +32,12 @@ QString localized_text(std::string_view key);
 QString path_text(std::string_view bytes);
 std::string path_bytes(const QString& text);
 
-/// A name or a path fit to be shown in a line: control characters become their pictures ("␊"), bytes that are no UTF-8
-/// become "\uFFFD". Not to be edited, for it does not lead back.
-QString in_one_line(QString name);
+/// A name, a path or another text of anybody's as app/shown_text.h has it on one line. Not to be edited or copied.
+QString in_one_line(const QString& name);
+/// The same of a message of several lines, UTF-8.
+QString in_lines(std::string_view utf8);
+/// The same for a window's title, where the toolkit takes "[*]" for its own sign.
+QString title_text(std::string_view utf8);
 
 /// A path as shown to people: ":" of the disk is "/" in its last component's name.
 QString display_path_text(std::string_view bytes);

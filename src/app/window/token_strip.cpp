@@ -35,7 +35,7 @@ QString field_title(const MetaDataField& field) {
   bool is_custom = false;
   const QString inner = qt_text(custom_text(token, is_custom));
   if (is_audio_token(token)) return localized_text(utf8(inner));
-  return qt_text(localized_format("QUOTED", utf8(is_custom ? inner : qt_text(token))));
+  return in_one_line(qt_text(localized_format("QUOTED", utf8(is_custom ? inner : qt_text(token)))));
 }
 
 TokenStrip::TokenStrip(const QString& hint, QWidget* parent) : QWidget(parent), hint_(hint) {
@@ -108,8 +108,9 @@ void TokenStrip::paintEvent(QPaintEvent*) {
   painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), 3, 3);
   if (chips_.empty()) {
     painter.setPen(colours.color(QPalette::PlaceholderText));
-    painter.drawText(rect().marginsRemoved(margins()).adjusted(margins().left(), 0, 0, 0),
-                     Qt::AlignLeft | Qt::AlignVCenter, hint_);
+    const QRect inside = rect().marginsRemoved(margins()).adjusted(margins().left(), 0, 0, 0);
+    painter.drawText(inside, Qt::AlignLeft | Qt::AlignVCenter,
+                     fontMetrics().elidedText(hint_, Qt::ElideRight, inside.width()));
     return;
   }
   const std::vector<QRect> rects = places(width());
@@ -121,8 +122,10 @@ void TokenStrip::paintEvent(QPaintEvent*) {
     painter.drawRoundedRect(shape, shape.height() / 2, shape.height() / 2);
     painter.setPen(colours.color(QPalette::Text));
     const QRect inside = rects[i].adjusted(fontMetrics().height() / 2, 0, -fontMetrics().height() / 2, 0);
+    painter.setClipRect(rects[i]);
     painter.drawText(rects[i], Qt::AlignCenter,
                      fontMetrics().elidedText(chips_[i].text, Qt::ElideRight, inside.width() + 1));
+    painter.setClipping(false);
   }
 }
 

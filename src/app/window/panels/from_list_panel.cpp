@@ -17,7 +17,7 @@ QWidget* file_row(const PanelContext& context, QWidget* panel) {
   file->setPlaceholderText(localized_text("NOLISTFILE"));
   context.bindings.follow({"renameFile"}, [file](const RenameSettings& settings) {
     file->setText(settings.renameFile ? qt_text(std::u16string_view(*settings.renameFile)) : QString());
-    file->setToolTip(file->text());
+    file->setToolTip(in_one_line(file->text()));
   });
   QPushButton* choose = push_button("browseRenameFile", "CHOOSEMORE", [&controller = context.controller, panel] {
     controller.browseRenameFile();

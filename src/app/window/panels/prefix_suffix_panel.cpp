@@ -26,7 +26,8 @@ void add_date_rows(const PanelContext& context, FormColumn& column) {
   QWidget* time = time_picker(context, prefix_suffix_date_keys);
   QWidget* around = line({"TEXTBEFORE", text_field(context, "prefixSuffixDatePrefix", "TEXTBEFORE", 4), "TEXTAFTER",
                           text_field(context, "prefixSuffixDateSuffix", "TEXTAFTER", 4)});
-  column.row("WHICHDATE", line({source, place}));
+  column.row("WHICHDATE", line({source}));
+  column.row(new QWidget, place);  // beside the source they would be the widest row of all panels by far
   column.row("DATEFORMAT", date);
   column.row("TIMEFORMAT", time);
   column.row("AROUNDDATE", around);

@@ -7,6 +7,7 @@
 
 #include "app/string_table.h"
 #include "app/window/icons.h"
+#include "app/window/plain_text.h"
 #include "app/window/sheets.h"
 #include "app/window/sheets/sheet.h"
 #include "app/window/text.h"
@@ -25,7 +26,7 @@ class AboutSheet final : public Sheet {
 };
 
 AboutSheet::AboutSheet(QWidget* parent) : Sheet(parent, "AboutSheet", localized_text("ABOUTTITLE")) {
-  auto* picture = new QLabel;
+  QLabel* picture = plain_label();
   const int side = fontMetrics().height() * 5;
   picture->setPixmap(application_icon().pixmap(QSize(side, side), devicePixelRatioF()));
   picture->setAlignment(Qt::AlignTop);
@@ -51,9 +52,8 @@ AboutSheet::AboutSheet(QWidget* parent) : Sheet(parent, "AboutSheet", localized_
 }
 
 QLabel* AboutSheet::add_text(QVBoxLayout* column, const char* name, const QString& text) {
-  auto* label = new QLabel(text);
+  QLabel* label = plain_label(text);
   label->setObjectName(QString::fromLatin1(name));
-  label->setTextFormat(Qt::PlainText);
   label->setWordWrap(true);
   label->setTextInteractionFlags(Qt::TextSelectableByMouse);
   column->addWidget(label);

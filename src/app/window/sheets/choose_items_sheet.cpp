@@ -9,6 +9,7 @@
 
 #include "app/pasteboard_items_controller.h"
 #include "app/string_table.h"
+#include "app/window/plain_text.h"
 #include "app/window/sheets.h"
 #include "app/window/sheets/sheet.h"
 #include "app/window/text.h"
@@ -39,8 +40,8 @@ class ChooseItemsSheet final : public Sheet {
   void follow() override;
 
   PasteboardItemsController controller_;
-  QLabel* count_ = new QLabel(this);
-  QLabel* names_ = new QLabel(this);
+  QLabel* count_ = plain_label(this);
+  QLabel* names_ = plain_label(this);
   QRadioButton* files_ = nullptr;
   QRadioButton* folders_ = nullptr;
   QCheckBox* subfolders_ = nullptr;
@@ -49,7 +50,6 @@ class ChooseItemsSheet final : public Sheet {
 ChooseItemsSheet::ChooseItemsSheet(QWidget* parent, BrindleAppController& app, std::vector<std::string> paths)
     : Sheet(parent, "PasteboardItemsSheet", localized_text("CHOOSEITEMSTITLE")), controller_(app, std::move(paths)) {
   names_->setObjectName(QStringLiteral("droppedNames"));
-  names_->setTextFormat(Qt::PlainText);
   names_->setMinimumWidth(fontMetrics().averageCharWidth() * 60);
   rows()->addWidget(count_);
   rows()->addWidget(names_);

@@ -9,6 +9,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "app/window/plain_text.h"
 #include "app/window/sheets.h"
 #include "app/window/sheets/sheet.h"
 #include "app/window/text.h"
@@ -78,7 +79,7 @@ void PreferencesSheet::add_folder(QFormLayout* form, const char* name, TextKey l
   chooses->setAccessibleName(chooses->text() + QStringLiteral(" ") + about);
   resets->setAccessibleName(resets->text() + QStringLiteral(" ") + about);
   resets->setToolTip(localized_text("PREFERENCESDEFAULTTIP"));
-  auto* text = new QLabel(about + QLatin1Char(':'));
+  QLabel* text = plain_label(about + QLatin1Char(':'));
   text->setBuddy(path);
   auto* field = new QHBoxLayout;
   field->addWidget(path, 1);

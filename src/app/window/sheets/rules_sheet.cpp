@@ -47,9 +47,9 @@ int rule_row(const QTreeWidget& outline, QTreeWidgetItem* item) {
 }
 
 QTreeWidgetItem* rule_item(const RuleNode& node) {
-  auto* top = new QTreeWidgetItem({qt_text(node.option()), qt_text(node.value())});
+  auto* top = new QTreeWidgetItem({in_one_line(qt_text(node.option())), in_one_line(qt_text(node.value()))});
   for (const RuleNode& row : node.children())
-    top->addChild(new QTreeWidgetItem({qt_text(row.option()), qt_text(row.value())}));
+    top->addChild(new QTreeWidgetItem({qt_text(row.option()), in_one_line(qt_text(row.value()))}));
   QFont bold;
   bold.setBold(true);
   top->setFont(0, bold);

@@ -113,7 +113,7 @@ void show_path(QLineEdit* line, const std::string& path) {
   const QString text = path_text(path);
   if (line->text() == text) return;
   line->setText(text);
-  line->setToolTip(text);
+  line->setToolTip(in_one_line(text));
 }
 
 QProgressBar* sheet_progress(std::string_view name) {

@@ -62,7 +62,7 @@ void SheetTable::show_rows(std::size_t count, const TextOf& text, std::optional<
   const QSignalBlocker silence(this);
   std::vector<QStringList> rows(count);
   for (std::size_t i = 0; i < count; ++i) {
-    for (const Column& column : columns_) rows[i] << qt_text(text(column.identifier, i));
+    for (const Column& column : columns_) rows[i] << in_one_line(qt_text(text(column.identifier, i)));
   }
   if (rows != shown_) fill(rows);
   shown_ = std::move(rows);

@@ -8,6 +8,7 @@
 #include <QVBoxLayout>
 
 #include "app/undo_sheet_controller.h"
+#include "app/window/plain_text.h"
 #include "app/window/sheets.h"
 #include "app/window/sheets/sheet.h"
 #include "app/window/sheets/sheet_table.h"
@@ -75,7 +76,7 @@ void UndoSheet::make_table() {
 }
 
 void UndoSheet::make_log_buttons() {
-  logs_ = new QLabel;
+  logs_ = plain_label();
   logs_->setObjectName(QStringLiteral("logsLabel"));
   open_ = sheet_button("openLogFile", "OPENLOG", [this] { controller_.openLogFile(); });
   view_ = sheet_button("viewLogFileContent", "VIEWLOG", [this] { controller_.viewLogFileContent(); });
@@ -90,9 +91,8 @@ void UndoSheet::make_log_buttons() {
 void UndoSheet::make_progress() {
   path_ = path_line("currLogFilePath", "LOGPATH");
   rows()->addWidget(line({"LOGPATH", path_}));
-  status_ = new QLabel;
+  status_ = plain_label();
   status_->setObjectName(QStringLiteral("statusLabel"));
-  status_->setTextFormat(Qt::PlainText);
   progress_ = sheet_progress("undoProgress");
   cancel_ = sheet_button("cancelUndo", "SHEETCANCEL", [this] { controller_.cancel(); });
   auto* row = new QHBoxLayout;
@@ -116,7 +116,7 @@ void UndoSheet::follow() {
   }
   logs_->setText(qt_text(controller_.logs_label()));
   show_path(path_, controller_.currLogFilePath());
-  status_->setText(qt_text(controller_.status_label()));
+  status_->setText(in_one_line(qt_text(controller_.status_label())));
   show_progress(progress_, undoing, app_.state());
   cancel_->setVisible(undoing);
   for (QPushButton* button : {view_, delete_, undo_}) button->setEnabled(!undoing);
