@@ -48,7 +48,7 @@ class ByteSource {
   std::uint64_t start_ = 0;  // of the window
   std::size_t held_ = 0;
   std::size_t reads_left_ = 20'000;
-  std::size_t bytes_left_ = std::size_t{64} << 20U;
+  std::size_t bytes_left_ = std::size_t{256} << 20U;
   std::array<char, window_size> window_;
 };
 

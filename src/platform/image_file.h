@@ -5,7 +5,7 @@
 //
 // JPEG, TIFF, PNG, WebP, HEIC, AVIF, JPEG 2000, JPEG XL, Photoshop's files, and the raw files of cameras; of GIF and
 // BMP the size; told apart by their contents, whatever they are called. A file that is damaged, hostile or no image has
-// no values, or those that could be read; it costs a bounded amount of reading (20,000 reads, 64 MiB, 4 MiB in one
+// no values, or those that could be read; it costs a bounded amount of reading (20,000 reads, 256 MiB, 4 MiB in one
 // piece) and never more than that. Any number of threads may read.
 
 #include <array>

@@ -15,16 +15,17 @@ for file in "$BRINDLE" "$build"/{brindle-gui,modules/*.so,tests/*_test,tests/win
   ! LC_ALL=C readelf -d "$file" | grep -E '\((RPATH|RUNPATH)\)' || fail "$file has a search path"
 done
 cd "$top/elsewhere"
-for file in lib/brindle/brindle_{image,audio}.so share/man/man1/brindle.1 share/bash-completion/completions/brindle \
+for file in lib/brindle/brindle_audio.so share/man/man1/brindle.1 share/bash-completion/completions/brindle \
   share/zsh/site-functions/_brindle share/fish/vendor_completions.d/brindle.fish share/doc/brindle/{LICENSE,README.md,metadata.md}; do
   [ -s "$file" ] || fail "there is no $file"
 done
 head -n 1 share/man/man1/brindle.1 | grep -q '^\.TH BRINDLE' || fail "the manual page is none"
 bash -n share/bash-completion/completions/brindle
 
-# A picture of nothing but its maker's name.
-mkdir "$top/photos"
+# A picture and a song of nothing but their makers' names.
+mkdir "$top/photos" "$top/songs"
 printf '\xFF\xD8\xFF\xE1\0\x22Exif\0\0MM\0*\0\0\0\x08\0\x01\x01\x0F\0\x02\0\0\0\x04Ace\0\0\0\0\0\xFF\xD9' > "$top/photos/a.jpg"
+printf 'ID3\x03\0\0\0\0\0\x0ETPE1\0\0\0\x04\0\0\0Ace' > "$top/songs/a.mp3"
 export XDG_DATA_HOME=$top/data XDG_CONFIG_HOME=$top/config
 ln -s "$top/elsewhere/bin/brindle" "$top/link"
 # Nothing here may be loaded: each library is none, and would end the program that tried it.
@@ -34,6 +35,7 @@ ln -s . "$top/trap/modules"
 cd "$top/trap"
 for program in "$BRINDLE" "$top/elsewhere/bin/brindle" "$top/link"; do
   "$program" preview "$top/photos" photo '<EXIF_Device_Make>' | grep -q 'Ace\.jpg' || fail "$program does not know the maker"
+  "$program" preview "$top/songs" audio '<Artist>' | grep -q 'Ace\.mp3' || fail "$program does not know the artist"
 done
 mkdir "$top/named"
 touch "$top/named/brindle_image.so"
@@ -47,6 +49,6 @@ chmod o+w "$top/copy/modules"
 ! "$top/copy/brindle" preview "$top/photos" photo '<EXIF_Device_Make>' 2> /dev/null | grep -q 'Ace\.jpg' || fail "a module from a folder that all may write in was used"
 "$top/link" rename --yes --quiet "$top/photos" photo '<EXIF_Device_Make>'
 [ -e "$top/photos/Ace.jpg" ] || fail "nothing was renamed"
-# Only the installed modules may have been at work.
-rm "$top/elsewhere/lib/brindle/brindle_image.so"
-! "$top/link" fields "$top/photos/Ace.jpg" 2> /dev/null | grep -q 'Device_Make.*Ace' || fail "the module of another place was used"
+# Only the installed module may have been at work.
+rm "$top/elsewhere/lib/brindle/brindle_audio.so"
+! "$top/link" preview "$top/songs" audio '<Artist>' 2> /dev/null | grep -q 'Ace\.mp3' || fail "the module of another place was used"

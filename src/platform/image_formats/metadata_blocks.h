@@ -12,6 +12,7 @@ namespace brindle {
 struct CameraNotes {
   std::array<std::string, exif_tag_count> values;
   bool big_endian = false;  ///< how the structure writes numbers
+  int structures_left = 4;  ///< to be read: files hold two at most, and hostile ones thousands
 
   std::string& operator[](ExifTag tag) { return values[static_cast<std::size_t>(tag)]; }
 };

@@ -3,8 +3,10 @@
 #include <zlib.h>
 
 #include <algorithm>
+#include <array>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "platform/image_formats/photoshop_resources.h"
 #include "platform/image_formats/tiff_structure.h"
@@ -69,63 +71,82 @@ std::string raw_profile(std::string_view text) {
   return bytes;
 }
 
-void take_named(std::string_view name, const std::string& text, MetadataBlocks& blocks) {
-  if (name == "XML:com.adobe.xmp" && blocks.xmp.empty()) blocks.xmp = text;
+enum class TextKind : std::uint8_t { none, xmp, exif, iptc };
+constexpr std::size_t text_kind_count = 4;
+
+TextKind kind_of(std::string_view name) {
   constexpr std::string_view profile = "Raw profile type ";
-  if (!name.starts_with(profile)) return;
-  const std::string_view kind = name.substr(profile.size());
-  const std::string bytes = raw_profile(text);
-  if (kind == "exif" || kind == "APP1") {
-    const bool is_named = bytes.starts_with(exif_mark);
-    read_tiff_notes(std::string_view(bytes).substr(is_named ? exif_mark.size() : 0), blocks.notes);
+  if (name == "XML:com.adobe.xmp") return TextKind::xmp;
+  if (!name.starts_with(profile)) return TextKind::none;
+  name.remove_prefix(profile.size());
+  if (name == "exif" || name == "APP1") return TextKind::exif;
+  return name == "iptc" ? TextKind::iptc : name == "xmp" ? TextKind::xmp : TextKind::none;
+}
+
+class ChunkWalk {
+ public:
+  ChunkWalk(ByteSource& source, MetadataBlocks& blocks) : source_(source), found_(blocks) {}
+
+  void run() {
+    std::uint64_t at = 8;
+    for (int i = 0; i < chunk_limit && at < source_.size(); ++i) {
+      const std::string_view head = source_.at(at, 8);
+      if (head.size() < 8) return;
+      const std::uint64_t size = number_of_bytes(head.substr(0, 4), true);
+      const std::string type(head.substr(4));
+      if (type == "IEND" || size > source_.size() - at) return;
+      take(type, {at + 8, size});
+      at += 8 + size + 4;
+    }
   }
-  if (kind == "iptc") (bytes.starts_with("8BIM") ? blocks.photoshop : blocks.iptc) = bytes;
-  if (kind == "xmp" && blocks.xmp.empty()) blocks.xmp = bytes;
-}
 
-bool is_wanted(std::string_view name) {
-  return name == "XML:com.adobe.xmp" || name.starts_with("Raw profile type ");
-}
+ private:
+  void take(std::string_view type, BlockPlace content) {
+    if (type == "IHDR") {
+      found_.width = static_cast<std::uint32_t>(source_.number(content.start, 4));
+      found_.height = static_cast<std::uint32_t>(source_.number(content.start + 4, 4));
+    } else if (type == "eXIf") {
+      read_tiff_notes(source_, content, found_.notes);
+    } else if (type == "tEXt" || type == "zTXt" || type == "iTXt") {
+      take_text_chunk(type, content);
+    }
+  }
 
-// The name, then (in two of the three kinds) how the text is packed, then (in one) its language.
-void take_text_chunk(std::string_view type, std::string_view content, MetadataBlocks& blocks) {
-  const std::string_view name = take_text(content);
-  if (!is_wanted(name)) return;
-  bool is_packed = type == "zTXt";
-  if (type == "iTXt") is_packed = content.starts_with('\1');
-  const std::size_t flags = type == "iTXt" ? 2 : type == "zTXt" ? 1 : 0;
-  content.remove_prefix(std::min(flags, content.size()));
-  if (type == "iTXt") {
+  // The name, then (in two of the three kinds) how the text is packed, then (in one) its language. The first of each
+  // kind counts: unpacking them all is what a hostile file wants.
+  void take_text_chunk(std::string_view type, BlockPlace place) {
+    constexpr std::size_t longest_name = 80;
+    std::string_view start = source_.at(place.start, std::min<std::size_t>(longest_name, place.size));
+    const TextKind kind = kind_of(take_text(start));
+    if (kind == TextKind::none || std::exchange(is_taken_[static_cast<std::size_t>(kind)], true)) return;
+    const std::string whole = source_.copy(place.start, place.size);
+    std::string_view content = whole;
     take_text(content);
-    take_text(content);
+    const bool is_packed = type == "zTXt" || (type == "iTXt" && content.starts_with('\1'));
+    const std::size_t flags = type == "iTXt" ? 2 : type == "zTXt" ? 1 : 0;
+    content.remove_prefix(std::min(flags, content.size()));
+    for (int i = 0; i < 2 && type == "iTXt"; ++i) take_text(content);
+    take_value(kind, type == "iTXt", is_packed ? unpacked(content) : std::string(content));
   }
-  take_named(name, is_packed ? unpacked(content) : std::string(content), blocks);
-}
 
-void take_chunk(ByteSource& source, std::string_view type, BlockPlace content, MetadataBlocks& blocks) {
-  if (type == "IHDR") {
-    blocks.width = static_cast<std::uint32_t>(source.number(content.start, 4));
-    blocks.height = static_cast<std::uint32_t>(source.number(content.start + 4, 4));
-  } else if (type == "eXIf") {
-    read_tiff_notes(source, content, blocks.notes);
-  } else if (type == "tEXt" || type == "zTXt" || type == "iTXt") {
-    take_text_chunk(type, source.copy(content.start, content.size), blocks);
+  void take_value(TextKind kind, bool is_plain, const std::string& text) {
+    const std::string bytes = is_plain ? text : raw_profile(text);
+    if (kind == TextKind::xmp) found_.xmp = bytes;
+    if (kind == TextKind::iptc) (bytes.starts_with("8BIM") ? found_.photoshop : found_.iptc) = bytes;
+    if (kind != TextKind::exif) return;
+    const std::size_t start = bytes.starts_with(exif_mark) ? exif_mark.size() : 0;
+    read_tiff_notes(std::string_view(bytes).substr(start), found_.notes);
   }
-}
+
+  ByteSource& source_;
+  MetadataBlocks& found_;
+  std::array<bool, text_kind_count> is_taken_{};
+};
 
 }  // namespace
 
 void read_png_chunks(ByteSource& source, MetadataBlocks& blocks) {
-  std::uint64_t at = 8;
-  for (int i = 0; i < chunk_limit && at < source.size(); ++i) {
-    const std::string_view head = source.at(at, 8);
-    if (head.size() < 8) return;
-    const std::uint64_t size = number_of_bytes(head.substr(0, 4), true);
-    const std::string type(head.substr(4));
-    if (type == "IEND" || size > source.size() - at) return;
-    take_chunk(source, type, {at + 8, size}, blocks);
-    at += 8 + size + 4;
-  }
+  ChunkWalk(source, blocks).run();
 }
 
 }  // namespace brindle

@@ -143,13 +143,9 @@ class Structure {
 };
 
 // The first of several values is the one that counts.
-void set_once(std::string& value, std::string found) {
-  if (value.empty()) value = std::move(found);
-}
-
 void take_entry(Structure& structure, const TiffEntry& entry, std::span<const NamedTag> tags, CameraNotes& notes) {
   for (const NamedTag& each : tags) {
-    if (each.number == entry.tag) set_once(notes[each.tag], structure.text(entry));
+    if (each.number == entry.tag && notes[each.tag].empty()) notes[each.tag] = structure.text(entry);
   }
 }
 
@@ -211,15 +207,16 @@ Picture picture_on_sensor(Structure& structure) {
 
 void read_blocks(Structure& structure, MetadataBlocks& blocks) {
   structure.for_each(structure.first(), [&](const TiffEntry& entry) {
-    if (entry.tag == xmp_tag) set_once(blocks.xmp, structure.bytes(entry));
-    if (entry.tag == iptc_tag) set_once(blocks.iptc, structure.bytes(entry));
-    if (entry.tag == photoshop_tag) set_once(blocks.photoshop, structure.bytes(entry));
+    if (entry.tag == xmp_tag && blocks.xmp.empty()) blocks.xmp = structure.bytes(entry);
+    if (entry.tag == iptc_tag && blocks.iptc.empty()) blocks.iptc = structure.bytes(entry);
+    if (entry.tag == photoshop_tag && blocks.photoshop.empty()) blocks.photoshop = structure.bytes(entry);
   });
 }
 
 }  // namespace
 
 void read_tiff_notes(ByteSource& source, BlockPlace place, CameraNotes& notes) {
+  if (notes.structures_left-- <= 0) return;
   Structure structure(source, place);
   if (structure.first() != 0) read_notes(structure, notes);
 }
@@ -230,6 +227,7 @@ void read_tiff_notes(std::string_view structure, CameraNotes& notes) {
 }
 
 void read_exif_directory(ByteSource& source, BlockPlace place, CameraNotes& notes) {
+  if (notes.structures_left-- <= 0) return;
   Structure structure(source, place);
   if (structure.first() == 0) return;
   notes.big_endian = structure.big_endian();
