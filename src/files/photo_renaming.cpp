@@ -48,7 +48,7 @@ std::u16string dimensions_of(const CameraValues& camera) {
 /// The EXIF values of one file.
 struct PhotoParameters::Values {
   CameraValues camera;
-  std::optional<Date> date;
+  std::optional<WallTime> date;
 };
 
 PhotoParameters::PhotoParameters(const PhotoArguments& arguments)
@@ -234,7 +234,7 @@ MetaDataList read_metadata_values(const std::string& path, const DateParts& part
   const MessageSubject subject(path_of_file);
   list.resetMetaDataList(nullptr, {image.iptc, xmp, date_format, time_format}, {});
   const CameraValues camera = camera_values(image);
-  const std::optional<Date> date = date_of_stamp(camera.date);
+  const std::optional<WallTime> date = date_of_stamp(camera.date);
   const std::array<std::u16string, std::size(exif_tokens)> values = {
       date ? date_format.format(*date) : std::u16string(),
       date ? time_format.format(*date) : std::u16string(),

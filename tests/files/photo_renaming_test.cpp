@@ -107,7 +107,7 @@ TEST_F(PhotoFilesTest, ReadsTheFieldsOfAnItem) {
   EXPECT_EQ(fields.model, u"EOS");
   EXPECT_EQ(fields.dimensions, u"640 x 480");
   EXPECT_EQ(fields.dimensionValue, 1120);
-  EXPECT_EQ(fields.pictureTaken, Date(std::chrono::seconds(1'242'548'430)));
+  EXPECT_EQ(fields.pictureTaken, WallTime(std::chrono::seconds(1'242'555'630)));
   tree_.make({"note.jpg"});
   const PhotoFields none = read_photo_fields(tree_ / "note.jpg");
   EXPECT_TRUE(none.make.empty() && none.dimensions.empty() && !none.pictureTaken && none.dimensionValue == 0);
