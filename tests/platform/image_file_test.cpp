@@ -232,6 +232,7 @@ TEST(XmpPacket, ReadsEveryWayOfWritingAProperty) {
       "<rdf:li xml:lang='x-default'>Title &amp; more</rdf:li></rdf:Alt></dc:title>"
       "<dc:subject><rdf:Bag><rdf:li>one</rdf:li><rdf:li>two</rdf:li></rdf:Bag></dc:subject>"
       "<photoshop:Headline>Plain</photoshop:Headline>"
+      "<photoshop:Source>a<!-- b -->c<![CDATA[<d>]]>e</photoshop:Source>"
       "<xmpRights:WebStatement rdf:resource='http://example.org/'/>"
       "<Iptc4xmpCore:CreatorContactInfo rdf:parseType='Resource'><Iptc4xmpCore:CiAdrCity>Ulm</Iptc4xmpCore:CiAdrCity>"
       "</Iptc4xmpCore:CreatorContactInfo>"
@@ -243,6 +244,7 @@ TEST(XmpPacket, ReadsEveryWayOfWritingAProperty) {
   EXPECT_EQ(packet.text({dc, "City"}), "") << "the same name in another namespace";
   EXPECT_EQ(packet.text({dc, "title"}), "Title & more");
   EXPECT_EQ(packet.text({photoshop, "Headline"}), "Plain");
+  EXPECT_EQ(packet.text({photoshop, "Source"}), "ac<d>e");
   EXPECT_EQ(packet.text({"http://ns.adobe.com/xap/1.0/rights/", "WebStatement"}), "http://example.org/");
   EXPECT_EQ(packet.list({dc, "subject"}), (std::vector<std::string>{"one", "two"}));
   EXPECT_EQ(packet.list({photoshop, "City"}), (std::vector<std::string>{"Bonn"}));
