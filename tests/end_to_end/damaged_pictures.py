@@ -18,7 +18,7 @@ VIDEOS = {"asf": "wmv2", "wmv": "wmv1", "mkv": "mpeg4", "mov": "mpeg4", "mp4": "
 NAMES = ("jpg", "heic", "tif", "png")
 MASK = "<EXIF_Date><EXIF_Device_Make><EXIF_Comments><EXIF_Dimensions><IPTC_Keywords><IPTC_Origin_City><IPTC_Origin_Time_Created>"
 BATCH = 1000
-MEMORY = 2 << 30
+MEMORY_KIB = 1 << 20
 ODD_BYTES = (0, 1, 4, 0x7F, 0x80, 0xFE, 0xFF)
 
 
@@ -46,16 +46,14 @@ def damaged(whole, chance):
     return bytes(data[:chance.randrange(len(data))] if chance.random() < 0.1 else data)
 
 
-def limit_memory():
-    resource.setrlimit(resource.RLIMIT_AS, (MEMORY, MEMORY))
-
-
 def preview(folder, environment):
     command = [BRINDLE, "preview", str(folder), "photo", MASK, "--extensions", ";".join(NAMES)]
     try:
-        done = subprocess.run(command, capture_output=True, env=environment, timeout=60, stdin=subprocess.DEVNULL, preexec_fn=limit_memory)
+        done = subprocess.run(command, capture_output=True, env=environment, timeout=60, stdin=subprocess.DEVNULL)
     except subprocess.TimeoutExpired:
         return "takes more than a minute"
+    if resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss > MEMORY_KIB:
+        return "takes more than a gigabyte"
     if done.returncode in (0, 1) and b"->" not in done.stdout:
         return "no picture has a name: were they read?"
     return None if done.returncode in (0, 1) else f"ended with {done.returncode}: {done.stderr.decode(errors='replace')[-500:]}"
