@@ -30,7 +30,7 @@ export XDG_DATA_HOME=$top/data XDG_CONFIG_HOME=$top/config
 ln -s "$top/elsewhere/bin/brindle" "$top/link"
 # Nothing here may be loaded: each library is none, and would end the program that tried it.
 mkdir "$top/trap"
-touch "$top"/trap/{libpugixml.so.1,libfmt.so.9,libexiv2.so.27,libtag.so.1,brindle_image.so,brindle_audio.so}
+touch "$top"/trap/{libpugixml.so.1,libfmt.so.9,libtag.so.1,brindle_audio.so}
 ln -s . "$top/trap/modules"
 cd "$top/trap"
 for program in "$BRINDLE" "$top/elsewhere/bin/brindle" "$top/link"; do
@@ -38,15 +38,15 @@ for program in "$BRINDLE" "$top/elsewhere/bin/brindle" "$top/link"; do
   "$program" preview "$top/songs" audio '<Artist>' | grep -q 'Ace\.mp3' || fail "$program does not know the artist"
 done
 mkdir "$top/named"
-touch "$top/named/brindle_image.so"
-LD_LIBRARY_PATH=$top/named "$top/link" preview "$top/photos" photo '<EXIF_Device_Make>' | grep -q 'Ace\.jpg' || fail "the environment chose the module"
+touch "$top/named/brindle_audio.so"
+LD_LIBRARY_PATH=$top/named "$top/link" preview "$top/songs" audio '<Artist>' | grep -q 'Ace\.mp3' || fail "the environment chose the module"
 # A program that was copied to where others write takes no code from there.
 mkdir -p "$top/copy/modules"
 cp "$BRINDLE" "$top/copy"
-cp "$build/modules/brindle_image.so" "$top/copy/modules"
-"$top/copy/brindle" preview "$top/photos" photo '<EXIF_Device_Make>' | grep -q 'Ace\.jpg' || fail "the copy does not know the maker"
+cp "$build/modules/brindle_audio.so" "$top/copy/modules"
+"$top/copy/brindle" preview "$top/songs" audio '<Artist>' | grep -q 'Ace\.mp3' || fail "the copy does not know the artist"
 chmod o+w "$top/copy/modules"
-! "$top/copy/brindle" preview "$top/photos" photo '<EXIF_Device_Make>' 2> /dev/null | grep -q 'Ace\.jpg' || fail "a module from a folder that all may write in was used"
+! "$top/copy/brindle" preview "$top/songs" audio '<Artist>' 2> /dev/null | grep -q 'Ace\.mp3' || fail "a module from a folder that all may write in was used"
 "$top/link" rename --yes --quiet "$top/photos" photo '<EXIF_Device_Make>'
 [ -e "$top/photos/Ace.jpg" ] || fail "nothing was renamed"
 # Only the installed module may have been at work.
