@@ -21,16 +21,23 @@ std::string_view without_padding(std::string_view bytes) {
   return bytes.substr(0, bytes.find('\0'));
 }
 
+// Whether the first eight bytes are that code. Some cameras fill it up with blanks.
+bool has_code(std::string_view bytes, std::string_view code) {
+  return bytes.size() >= comment_code_size && bytes.starts_with(code) &&
+         bytes.substr(code.size(), comment_code_size - code.size()).find_first_not_of("\0 "sv) ==
+             std::string_view::npos;
+}
+
+// Whoever writes the comment as a plain text leaves the code out.
 std::u16string decode_comment(std::string_view bytes, bool big_endian) {
-  const std::string_view code = bytes.substr(0, comment_code_size);
-  if (code.size() < comment_code_size) return {};
-  const std::string_view text = bytes.substr(comment_code_size);
-  if (code == "UNICODE\0"sv) {
+  const std::string_view text = bytes.substr(std::min(bytes.size(), comment_code_size));
+  if (has_code(bytes, "UNICODE")) {
     const std::u16string decoded = decode_utf16(text, big_endian);
     return decoded.substr(0, decoded.find(u'\0'));
   }
-  if (code == "JIS\0\0\0\0\0"sv) return decode_japanese(without_padding(text));
-  return decode_text(without_padding(text));
+  if (has_code(bytes, "JIS")) return decode_japanese(without_padding(text));
+  const bool is_coded = has_code(bytes, "ASCII") || has_code(bytes, "");
+  return decode_text(without_padding(is_coded ? text : bytes));
 }
 
 const std::string& bytes_of(const ImageFileData& data, ExifTag tag) {

@@ -64,7 +64,7 @@ struct PackedFields {
   std::uint32_t model;
   std::uint32_t dimensions;
   std::int32_t dimensionValue;
-  std::optional<Date> pictureTaken;
+  std::optional<WallTime> pictureTaken;
 };
 
 }  // namespace

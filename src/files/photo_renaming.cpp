@@ -48,7 +48,7 @@ std::u16string dimensions_of(const CameraValues& camera) {
 /// The EXIF values of one file.
 struct PhotoParameters::Values {
   CameraValues camera;
-  std::optional<Date> date;
+  std::optional<WallTime> date;
 };
 
 PhotoParameters::PhotoParameters(const PhotoArguments& arguments)
@@ -87,31 +87,25 @@ PhotoParameters::Token PhotoParameters::token_of(std::u16string_view tag) const 
   return {Part::custom, std::move(text), std::nullopt};
 }
 
-ExifTags PhotoParameters::tags_for(Part part) {
+bool PhotoParameters::is_written_by_camera(Part part) {
   switch (part) {
     case Part::date:
     case Part::time:
-      return exif_tags(ExifTag::date_time_original) | exif_tags(ExifTag::date_time);
     case Part::make:
-      return exif_tags(ExifTag::make);
     case Part::model:
-      return exif_tags(ExifTag::model);
     case Part::dimensions:
-      return exif_tags(ExifTag::pixel_x_dimension) | exif_tags(ExifTag::pixel_y_dimension);
     case Part::comment:
-      return exif_tags(ExifTag::user_comment);
+      return true;
     default:
-      return 0;
+      return false;
   }
 }
 
 // A mask that names neither EXIF nor IPTC reads nothing, whatever its tokens.
 void PhotoParameters::plan_reading() {
   bool needs_time_only = true;
-  parts_.exif_tags = 0;
   for (const Token& token : tokens_) {
-    if (mask_names_exif_ || mask_names_iptc_) parts_.exif_tags |= tags_for(token.part);
-    parts_.exif = parts_.exif_tags != 0;
+    parts_.exif = parts_.exif || ((mask_names_exif_ || mask_names_iptc_) && is_written_by_camera(token.part));
     if (token.part == Part::dimensions && parts_.exif) parts_.size = true;
     if (token.part != Part::field || !mask_names_iptc_) continue;
     parts_.iptc = true;
@@ -240,7 +234,7 @@ MetaDataList read_metadata_values(const std::string& path, const DateParts& part
   const MessageSubject subject(path_of_file);
   list.resetMetaDataList(nullptr, {image.iptc, xmp, date_format, time_format}, {});
   const CameraValues camera = camera_values(image);
-  const std::optional<Date> date = date_of_stamp(camera.date);
+  const std::optional<WallTime> date = date_of_stamp(camera.date);
   const std::array<std::u16string, std::size(exif_tokens)> values = {
       date ? date_format.format(*date) : std::u16string(),
       date ? time_format.format(*date) : std::u16string(),

@@ -69,7 +69,7 @@ class PhotoParameters {
   struct Values;
 
   Token token_of(std::u16string_view tag) const;
-  static ExifTags tags_for(Part part);
+  static bool is_written_by_camera(Part part);
   void plan_reading();
   void append_value(const Token& token, const PhotoMetadata& metadata, const Values& values, WorkingName& name) const;
   void append_coloned(std::u16string_view value, std::u16string& out) const;

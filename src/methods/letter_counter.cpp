@@ -62,10 +62,10 @@ void step_up_into_range(std::u16string& counter, std::int32_t step) {
 }
 
 // The mirror image: after one step down no unit is below "a", and the leftmost one above "z" waits for borrows.
-void step_down_into_range(std::u16string& counter, std::int32_t step, bool keep_empty) {
+void step_down_into_range(std::u16string& counter, std::int32_t step) {
   const bool has_letters = !counter.empty();
   counter = previousAlphabeticNumber(counter, step);
-  if (counter.empty() && has_letters && !keep_empty) counter.push_back(static_cast<char16_t>(u'z' + 1 - step));
+  if (counter.empty() && has_letters) counter.push_back(static_cast<char16_t>(u'z' + 1 - step));
   const auto high = std::find_if_not(counter.begin(), counter.end(), is_letter);
   if (high == counter.end()) return;
   if (high == counter.end() - 1) {

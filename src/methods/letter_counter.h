@@ -24,8 +24,7 @@ std::u16string previousAlphabeticNumber(std::u16string_view text, std::int32_t d
 /// many steps that takes.
 void step_up_into_range(std::u16string& counter, std::int32_t step);
 
-/// The same downwards. An empty counter that comes up on the way stands for the letter before "a", which is "z" again;
-/// with `keep_empty` it is the result.
-void step_down_into_range(std::u16string& counter, std::int32_t step, bool keep_empty);
+/// The same downwards. An empty counter that comes up on the way stands for the letter before "a", which is "z" again.
+void step_down_into_range(std::u16string& counter, std::int32_t step);
 
 }  // namespace brindle

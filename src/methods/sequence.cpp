@@ -48,8 +48,7 @@ void append_number(std::int32_t number, const std::u16string& mask, std::u16stri
 
 void step(const AlphabeticParameters& parameters, std::u16string& counter) {
   if (parameters.decrement) {
-    const std::int32_t by = std::clamp(parameters.decrementBy, 1, 26);
-    step_down_into_range(counter, by, parameters.decrementBy < 1);
+    step_down_into_range(counter, std::clamp(parameters.decrementBy, 1, 26));
   } else if (parameters.increment) {
     step_up_into_range(counter, std::clamp(parameters.incrementBy, 1, 26));
   } else if (!isAlphabeticNumericInRange(counter)) {

@@ -43,8 +43,8 @@ struct NumericParameters : SequenceParameters {
   explicit NumericParameters(const SequenceArguments& arguments);
 };
 
-/// Separator and mask are used as typed. Steps are 1 to 26: what lies outside takes the nearer of the two. A decrement
-/// below 1 differs from 1 in one way: below "a" it starts at "a" again instead of going on with "z".
+/// Separator and mask are used as typed. Steps are 1 to 26: what lies outside takes the nearer of the two. Stepping
+/// down, "a" is followed by "z".
 struct AlphabeticParameters : SequenceParameters {
   explicit AlphabeticParameters(const SequenceArguments& arguments);
 };

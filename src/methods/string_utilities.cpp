@@ -153,16 +153,16 @@ std::optional<Date> dateFromString(std::u16string_view text) {
   return date;
 }
 
-std::optional<Date> date_of_stamp(std::u16string_view text) {
+std::optional<WallTime> date_of_stamp(std::u16string_view text) {
   if (text.empty() || text == u"0000:00:00 00:00:00") return std::nullopt;
   std::u16string plain(text);
   std::replace(plain.begin(), plain.begin() + static_cast<std::ptrdiff_t>(std::min<std::size_t>(plain.size(), 10)),
                u':', u'-');
-  return parse_date(plain, u"yyyy-MM-dd HH:mm:ss");
+  return parse_wall_time(plain, u"yyyy-MM-dd HH:mm:ss");
 }
 
 std::optional<std::u16string> stringToFormattedDate(std::u16string_view text) {
-  const std::optional<Date> date = date_of_stamp(text);
+  const std::optional<WallTime> date = date_of_stamp(text);
   if (!date) return std::nullopt;
   return format_date(*date, u"yyyy-MM-dd HH:mm:ss Z");
 }

@@ -82,7 +82,7 @@ std::optional<Date> dateFromString(std::u16string_view text);
 /// an empty text, for "0000:00:00 00:00:00", and for what is no date.
 std::optional<std::u16string> stringToFormattedDate(std::u16string_view text);
 
-/// The moment that a metadata date stands for, read in the zone of this computer; none as for stringToFormattedDate.
-std::optional<Date> date_of_stamp(std::u16string_view text);
+/// What the clock showed that a metadata date was taken from; none as for stringToFormattedDate.
+std::optional<WallTime> date_of_stamp(std::u16string_view text);
 
 }  // namespace brindle

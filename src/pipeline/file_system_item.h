@@ -22,7 +22,7 @@ struct PhotoFields {
   std::u16string make;        ///< camera maker, trimmed
   std::u16string model;       ///< camera model, trimmed
   std::u16string dimensions;  ///< "4000 x 3000"; "" when either side is unknown
-  std::optional<Date> pictureTaken;
+  std::optional<WallTime> pictureTaken;
   std::int32_t dimensionValue = 0;  ///< width plus height in pixels: the sort key of the dimensions column
 };
 

@@ -1,6 +1,6 @@
 #pragma once
 
-// The one type for moments in time, and where they come from.
+// The types for moments in time and for what clocks show, and where moments come from.
 
 #include <chrono>
 
@@ -8,6 +8,10 @@ namespace brindle {
 
 /// A moment, in milliseconds since 1970 (UTC).
 using Date = std::chrono::sys_time<std::chrono::milliseconds>;
+
+/// What a clock on the wall shows, in milliseconds since 1970 by that clock: a stamp without a zone. Clocks that are
+/// changed show some of them twice and others never.
+using WallTime = std::chrono::local_time<std::chrono::milliseconds>;
 
 /// The moment of the call, by the system's clock. Any thread.
 inline Date current_time() {

@@ -1,133 +1,112 @@
 #include "platform/image_file.h"
 
-#include <algorithm>
-#include <charconv>
-#include <new>
 #include <string_view>
+#include <utility>
 
-#include "platform/heif_items.h"
-#include "platform/image_module/image_module.h"
-#include "platform/jpeg_segments.h"
-#include "platform/module.h"
+#include "platform/byte_source.h"
+#include "platform/image_formats/box_file.h"
+#include "platform/image_formats/canon_heap.h"
+#include "platform/image_formats/jpeg_segments.h"
+#include "platform/image_formats/photoshop_resources.h"
+#include "platform/image_formats/plain_formats.h"
+#include "platform/image_formats/png_chunks.h"
+#include "platform/image_formats/tiff_structure.h"
 #include "platform/regular_file.h"
 
 namespace brindle {
 namespace {
 
-// Above this a file is no picture. (Raw files are mapped, never read whole.)
+using namespace std::string_view_literals;
+
+// Above this a file is no picture.
 constexpr std::uint64_t size_limit = std::uint64_t{4} << 30U;
 
-struct Decoders {
-  Module module{image_module::file_name, image_module::revision};
-  decltype(&image_module::brindle_decode_exif) exif =
-      module.function<decltype(image_module::brindle_decode_exif)>("brindle_decode_exif");
-  decltype(&image_module::brindle_decode_photoshop) photoshop =
-      module.function<decltype(image_module::brindle_decode_photoshop)>("brindle_decode_photoshop");
-  decltype(&image_module::brindle_read_image) image =
-      module.function<decltype(image_module::brindle_read_image)>("brindle_read_image");
+void read_jpeg(ByteSource& source, ImageParts parts, MetadataBlocks& blocks) {
+  read_jpeg_segments(source, 2, parts, blocks);
+}
 
-  bool complete() const { return exif != nullptr && photoshop != nullptr && image != nullptr; }
+void read_segments_alone(ByteSource& source, ImageParts parts, MetadataBlocks& blocks) {
+  read_jpeg_segments(source, 7, parts, blocks);
+}
+
+// Fuji's raw files hold all metadata in the picture that they show on the camera.
+void read_fuji(ByteSource& source, ImageParts parts, MetadataBlocks& blocks) {
+  const std::uint64_t start = source.number(84, 4);
+  parts.size = false;  // the preview's own, not the picture's
+  if (source.at(start, 3) == "\xFF\xD8\xFF") read_jpeg_segments(source, start + 2, parts, blocks);
+}
+
+template <void (*Read)(ByteSource&, MetadataBlocks&)>
+void read_all(ByteSource& source, ImageParts /*parts*/, MetadataBlocks& blocks) {
+  Read(source, blocks);
+}
+
+void read_tiff(ByteSource& source, MetadataBlocks& blocks) {
+  read_tiff_file(source, {0, source.size()}, blocks);
+}
+
+using ReadKind = void (*)(ByteSource&, ImageParts, MetadataBlocks&);
+
+struct Kind {
+  std::size_t offset;
+  std::string_view bytes;
+  ReadKind read;
 };
 
-const Decoders& decoders() {
-  static const Decoders decoders;
-  return decoders;
-}
+// The first that fits.
+constexpr Kind image_kinds[] = {
+    {0, "\xFF\xD8\xFF"sv, read_jpeg},
+    {0,
+     "\xFF\x01"
+     "Exiv2"sv,
+     read_segments_alone},
+    {0, "\x89PNG\r\n\x1A\n"sv, read_all<read_png_chunks>},
+    {8, "WEBPVP8"sv, read_all<read_webp_chunks>},
+    {0, "FUJIFILMCCD-RAW "sv, read_fuji},
+    {6, "HEAPCCDR"sv, read_all<read_canon_heap>},
+    {0, "\0MRM"sv, read_all<read_minolta_blocks>},
+    {0, "II"sv, read_all<read_tiff>},
+    {0, "MM"sv, read_all<read_tiff>},
+    {0, "8BPS"sv, read_all<read_photoshop_file>},
+    {0, "GIF8"sv, read_all<read_gif_head>},
+    {0, "BM"sv, read_all<read_bmp_head>},
+    {0, "<?xpacket"sv, read_all<read_xmp_file>},
+    {0, "<x:xmpmeta"sv, read_all<read_xmp_file>},
+};
 
-std::uint32_t number_of(std::string_view digits) {
-  std::uint32_t number = 0;
-  std::from_chars(digits.data(), digits.data() + digits.size(), number);
-  return number;
-}
-
-// The first of several values is the one that counts.
-void set_once(std::string& value, std::string_view bytes) {
-  if (value.empty()) value = bytes;
-}
-
-void keep(ImageFileData& data, std::uint32_t tag, std::string_view bytes) {
-  if (tag >= image_module::iptc_base) {
-    const std::uint32_t number = tag - image_module::iptc_base;
-    data.iptc.push_back(
-        {static_cast<std::uint8_t>(number >> 8U), static_cast<std::uint8_t>(number & 0xFFU), std::string(bytes)});
-    return;
+// What a file is, its first bytes say, whatever it is called; null for what is no picture.
+ReadKind reader_for(std::string_view head) {
+  if (is_box_picture(head)) return read_all<read_box_file>;
+  for (const Kind& kind : image_kinds) {
+    if (head.size() > kind.offset && head.substr(kind.offset).starts_with(kind.bytes)) return kind.read;
   }
-  switch (tag) {
-    case image_module::pixel_width:
-      data.width = number_of(bytes);
-      return;
-    case image_module::pixel_height:
-      data.height = number_of(bytes);
-      return;
-    case image_module::big_endian:
-      data.big_endian = true;
-      return;
-    case image_module::xmp_packet:
-      set_once(data.xmp_packet, bytes);
-      return;
-    default:
-      if (tag < exif_tag_count) set_once(data.exif[tag], bytes);
-  }
+  return nullptr;
 }
 
-/// Collects the values into `data`; without memory for one, that one is left out.
-image_module::Sink sink_into(ImageFileData& data) {
-  return {&data, [](void* context, std::uint32_t tag, const char* bytes, std::size_t size) {
-            try {
-              keep(*static_cast<ImageFileData*>(context), tag, {bytes, size});
-            } catch (const std::bad_alloc&) {
-              return;
-            }
-          }};
-}
-
-unsigned char* bytes_of(std::string& block) {
-  return reinterpret_cast<unsigned char*>(block.data());
-}
-
-void decode(MetadataBlocks& blocks, ImageParts parts, ImageFileData& data) {
-  const image_module::Sink sink = sink_into(data);
-  if (!blocks.exif.empty()) decoders().exif(bytes_of(blocks.exif), blocks.exif.size(), parts.exif_tags, &sink);
-  if (!blocks.photoshop.empty()) decoders().photoshop(bytes_of(blocks.photoshop), blocks.photoshop.size(), &sink);
-  if (!blocks.xmp.empty()) data.xmp_packet.swap(blocks.xmp);
-  data.width = blocks.width;
-  data.height = blocks.height;
-}
-
-// Where Fuji's raw files keep the picture that they show on the camera, and with it all metadata; 0 for other files.
-std::uint64_t preview_start(const RegularFile& file) {
-  constexpr std::string_view name = "FUJIFILMCCD-RAW ";
-  constexpr std::size_t offset_place = 84;
-  std::array<unsigned char, offset_place + 4> head{};
-  if (file.read_at(0, head.data(), head.size()) < head.size()) return 0;
-  if (!std::equal(name.begin(), name.end(), head.begin())) return 0;
-  std::uint64_t start = 0;
-  for (std::size_t i = offset_place; i < head.size(); ++i) start = start << 8U | head[i];
-  return start;
-}
-
-bool read_preview(const RegularFile& file, ImageParts parts, MetadataBlocks& blocks) {
-  const std::uint64_t start = preview_start(file);
-  parts.size = false;  // the preview's own, not the picture's
-  return start != 0 && read_jpeg_segments(file, start, parts, blocks);
+ImageFileData data_of(MetadataBlocks&& blocks) {
+  ImageFileData data{.exif = std::move(blocks.notes.values),
+                     .big_endian = blocks.notes.big_endian,
+                     .iptc = iptc_data_sets(blocks.iptc),
+                     .xmp_packet = std::move(blocks.xmp),
+                     .width = blocks.width,
+                     .height = blocks.height};
+  if (data.iptc.empty() && !blocks.photoshop.empty()) data.iptc = iptc_data_sets(iptc_in_resources(blocks.photoshop));
+  return data;
 }
 
 }  // namespace
 
 ImageFileData read_image_file(const std::string& path, ImageParts parts) {
-  ImageFileData data;
+  constexpr std::size_t head_size = 64;
   const RegularFile file = RegularFile::open(path);
-  if (!file || file.size() == 0 || file.size() > size_limit || !decoders().complete()) return data;
+  if (!file || file.size() == 0 || file.size() > size_limit) return {};
   file.expect_small_reads();
+  ByteSource source(file);
+  const ReadKind read = reader_for(source.at(0, head_size));
+  if (read == nullptr) return {};
   MetadataBlocks blocks;
-  if (read_jpeg_segments(file, 0, parts, blocks) || read_heif_items(file, blocks) ||
-      read_preview(file, parts, blocks)) {
-    decode(blocks, parts, data);
-  } else {
-    const image_module::Sink sink = sink_into(data);
-    decoders().image(file.descriptor(), file.size(), &sink);
-  }
-  return data;
+  read(source, parts, blocks);
+  return data_of(std::move(blocks));
 }
 
 }  // namespace brindle

@@ -16,19 +16,11 @@ enum class ExifTag : std::uint8_t {
 };
 inline constexpr std::size_t exif_tag_count = 7;
 
-/// A set of tags, one bit each.
-using ExifTags = std::uint32_t;
-constexpr ExifTags exif_tags(ExifTag tag) {
-  return ExifTags{1} << static_cast<unsigned>(tag);
-}
-inline constexpr ExifTags all_exif_tags = (ExifTags{1} << exif_tag_count) - 1;
-
 /// What is asked of an image file. More may be delivered where it costs nothing.
 struct ImageParts {
-  bool exif = false;                   ///< what the camera wrote down
-  bool iptc = false;                   ///< IPTC data sets and the XMP packet
-  bool size = false;                   ///< in pixels
-  ExifTags exif_tags = all_exif_tags;  ///< which of what the camera wrote down
+  bool exif = false;  ///< what the camera wrote down
+  bool iptc = false;  ///< IPTC data sets and the XMP packet
+  bool size = false;  ///< in pixels
 };
 
 }  // namespace brindle

@@ -51,8 +51,17 @@ pugi::xml_node container_of(pugi::xml_node element) {
   return {};
 }
 
+// Comments and marked sections may stand between the pieces of a text.
+std::string text_in(pugi::xml_node element) {
+  std::string text;
+  for (const pugi::xml_node child : element.children()) {
+    if (child.type() == pugi::node_pcdata || child.type() == pugi::node_cdata) text += child.value();
+  }
+  return text;
+}
+
 std::string simple_value(pugi::xml_node element) {
-  const std::string text = element.text().get();
+  const std::string text = text_in(element);
   return text.empty() ? attribute_named(element, {rdf, "resource"}).value() : text;
 }
 

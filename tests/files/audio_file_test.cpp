@@ -237,5 +237,74 @@ TEST_F(AudioFile, TextsBesideAHostileFrameAreRead) {
   EXPECT_EQ(title(id3_tag(4, chapters + text_frame(4, "TIT2", "Amsterdam")) + mp3_frames(2)), "Amsterdam");
 }
 
+// The tag library takes such a frame for the end of the tag.
+TEST_F(AudioFile, FramesThatHoldNothingLoseNothing) {
+  for (const int version : {2, 3, 4}) {
+    const std::string empty = id3_frame(version, version == 2 ? "TT3" : "TIT3", "");
+    const std::string text = text_frame(version, version == 2 ? "TT2" : "TIT2", std::string(200, 'x'));
+    const std::string artist = text_frame(version, version == 2 ? "TP1" : "TPE1", "Brel");
+    for (const std::string& frames : {empty + text + artist, text + empty + empty + artist, text + artist + empty}) {
+      const std::vector<std::string> found = texts(id3_tag(version, frames) + mp3_frames(2));
+      EXPECT_EQ(found[3], std::string(200, 'x')) << version;
+      EXPECT_EQ(found[0], "Brel") << version;
+    }
+  }
+  const std::string_view says_size("\0\1", 2);
+  const std::string empty = id3_frame(4, "TIT3", std::string(4, '\0'), says_size);
+  EXPECT_EQ(title(id3_tag(4, empty + text_frame(4, "TIT2", "Amsterdam")) + mp3_frames(2)), "Amsterdam");
+  // Larger than 127 bytes and not counted in units of seven bits.
+  const std::string plain = "TIT3" + big_endian(201, 4) + std::string(2, '\0') + std::string(201, '\3');
+  EXPECT_EQ(title(id3_tag(4, plain + id3_frame(4, "TIT1", "") + text_frame(4, "TIT2", "Amsterdam")) + mp3_frames(2)),
+            "Amsterdam");
+}
+
+/// WMA: an object, and a value in its main table and in the one for more values.
+std::string asf_object(std::string_view id, std::string_view content) {
+  return std::string(id) + little_endian(content.size() + 24, 8) + std::string(content);
+}
+std::string wide(std::string_view text) {
+  std::string units;
+  for (const char letter : text) units += {letter, '\0'};
+  return units + std::string(2, '\0');
+}
+
+TEST_F(AudioFile, GenresOfWmaStandInTheirOrder) {
+  constexpr std::string_view head("\x30\x26\xB2\x75\x8E\x66\xCF\x11\xA6\xD9\x00\xAA\x00\x62\xCE\x6C", 16);
+  constexpr std::string_view main("\x40\xA4\xD0\xD2\x07\xE3\xD2\x11\x97\xF0\x00\xA0\xC9\x5E\xA8\x50", 16);
+  constexpr std::string_view later("\xB5\x03\xBF\x5F\x2E\xA9\xCF\x11\x8E\xE3\x00\xC0\x0C\x20\x53\x65", 16);
+  constexpr std::string_view more("\x94\x1C\x23\x44\x98\x94\xD1\x49\xA1\x41\x1D\x13\x4E\x45\x70\x54", 16);
+  const std::string name = wide("WM/Genre");
+  const auto main_table = [&](const std::vector<std::string>& genres) {
+    std::string table = little_endian(genres.size(), 2);
+    for (const std::string& genre : genres) {
+      const std::string value = wide(genre);
+      table += little_endian(name.size(), 2) + name + little_endian(0, 2) + little_endian(value.size(), 2) + value;
+    }
+    return asf_object(main, table);
+  };
+  const auto later_table = [&](const std::vector<std::string>& genres) {
+    std::string table = little_endian(genres.size(), 2);
+    for (const std::string& genre : genres) {
+      const std::string value = wide(genre);
+      table += std::string(4, '\0') + little_endian(name.size(), 2) + little_endian(0, 2) +
+               little_endian(value.size(), 4) + name + value;
+    }
+    const std::string inner = asf_object(more, table);
+    return asf_object(later, std::string(18, '\0') + little_endian(inner.size(), 4) + inner);
+  };
+  const std::string later_end(later.substr(10));
+  const auto genres = [&](const std::string& objects) {
+    // Two objects that no such file lacks.
+    const std::string needed =
+        asf_object("\xA1\xDC\xAB\x8C\x47\xA9\xCF\x11\x8E\xE4" + later_end, std::string(80, '\0')) +
+        asf_object("\x91\x07\xDC\xB7\xB7\xA9\xCF\x11\x8E\xE6" + later_end, std::string(80, '\0'));
+    const std::string content = little_endian(4, 4) + "\1\2" + needed + objects;
+    return texts(asf_object(head, content), "song.wma")[2];
+  };
+  EXPECT_EQ(genres(later_table({"Three", "Four"}) + main_table({"One", "Two"})), "One,Two,Three,Four");
+  EXPECT_EQ(genres(main_table({"One", "Two"}) + later_table({"Three", "Four"})), "One,Two,Three,Four");
+  EXPECT_EQ(genres(later_table({"One", "Two"}) + main_table({})), "One,Two");
+}
+
 }  // namespace
 }  // namespace brindle::test

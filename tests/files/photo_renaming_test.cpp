@@ -107,7 +107,7 @@ TEST_F(PhotoFilesTest, ReadsTheFieldsOfAnItem) {
   EXPECT_EQ(fields.model, u"EOS");
   EXPECT_EQ(fields.dimensions, u"640 x 480");
   EXPECT_EQ(fields.dimensionValue, 1120);
-  EXPECT_EQ(fields.pictureTaken, Date(std::chrono::seconds(1'242'548'430)));
+  EXPECT_EQ(fields.pictureTaken, WallTime(std::chrono::seconds(1'242'555'630)));
   tree_.make({"note.jpg"});
   const PhotoFields none = read_photo_fields(tree_ / "note.jpg");
   EXPECT_TRUE(none.make.empty() && none.dimensions.empty() && !none.pictureTaken && none.dimensionValue == 0);
@@ -118,29 +118,45 @@ TEST_F(PhotoFilesTest, DecodesCommentsByTheCharacterSetTheyName) {
   for (const bool big_endian : {true, false}) {
     const std::string koeln = big_endian ? "\0K\0\xF6\0l\0n"s : "K\0\xF6\0l\0n\0"s;
     const std::pair<std::string, std::u16string> comments[] = {
-        {"ASCII\0\0\0hello\0\0"s, u"hello"}, {"UNICODE\0"s + koeln, u"Köln"},
-        {"UNICODE\0\xFE\xFF\0a\0b"s, u"ab"}, {"\0\0\0\0\0\0\0\0K\xC3\xB6ln"s, u"Köln"},
-        {"ASCII\0\0\0K\xF6ln"s, u"Köln"},    {"JIS\0\0\0\0\0\x1B$BF|K\\\x1B(B"s, u"日本"},
-        {"ASCII\0\0\0  \n"s, u""},           {"short"s, u""},
+        {"ASCII\0\0\0hello\0\0"s, u"hello"},
+        {"UNICODE\0"s + koeln, u"Köln"},
+        {"UNICODE\0\xFE\xFF\0a\0b"s, u"ab"},
+        {"\0\0\0\0\0\0\0\0K\xC3\xB6ln"s, u"Köln"},
+        {"ASCII\0\0\0K\xF6ln"s, u"Köln"},
+        {"JIS\0\0\0\0\0\x1B$BF|K\\\x1B(B"s, u"日本"},
+        {"ASCII\0\0\0  \n"s, u""},
+        {"short"s, u"short"},
+        {"ASCII   hello"s, u"hello"},
+        {"a whole sentence\0"s, u"a whole sentence"},
+        {"UNICODE"s, u"UNICODE"},
+        {"ASCII\0\0\0"s, u""},
     };
     for (const auto& [bytes, text] : comments) {
       SampleTiff tiff;
       tiff.big_endian = big_endian;
-      EXPECT_EQ(to_utf8(comment(tiff.bytes(0x9286, bytes))), to_utf8(text));
+      // As bytes, and of the two other types that programs give it.
+      for (const unsigned type : {7U, 1U, 2U}) {
+        SampleTiff typed = tiff;
+        EXPECT_EQ(to_utf8(comment(typed.add(0x9286, type, bytes))), to_utf8(text)) << type;
+      }
     }
   }
 }
 
 TEST_F(PhotoFilesTest, DecodesIptcByItsMarkOrByItsLooks) {
-  const auto city = [this](const SampleIptc& sets) {
+  const auto value_in = [this](const SampleIptc& sets, std::u16string_view key) {
     const PropertyDictionary iptc = properties(SampleTiff(), {{}, {}, iptc_block(sets)}).iptc;
-    const PropertyValue* value = iptc.find(u"City");
+    const PropertyValue* value = iptc.find(key);
     return value == nullptr ? std::string("none") : to_utf8(*value->get_if<std::u16string>());
   };
+  const auto city = [&](const SampleIptc& sets) { return value_in(sets, u"City"); };
   EXPECT_EQ(city({{{2, 90}, "K\xF6ln"}}), "Köln");
   EXPECT_EQ(city({{{2, 90}, "Köln"}}), "Köln");
   EXPECT_EQ(city({{{1, 90}, "\x1B%G"}, {{2, 90}, "Köln"}}), "Köln");
   EXPECT_EQ(city({{{2, 105}, "Köln"}}), "none");
+  for (const std::string time : {"102030+0200", "102030", "10:20", "noon"}) {
+    EXPECT_EQ(value_in({{{2, 60}, time}}, u"TimeCreated"), time);
+  }
 }
 
 TEST_F(PhotoFilesTest, CompletesIptcFromXmp) {

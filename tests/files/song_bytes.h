@@ -16,6 +16,11 @@ inline std::string big_endian(std::size_t value, int bytes, int bits = 8) {
   return text;
 }
 
+inline std::string little_endian(std::size_t value, int bytes) {
+  const std::string text = big_endian(value, bytes);
+  return {text.rbegin(), text.rend()};
+}
+
 // ID3v2: frames of versions 2, 3 and 4, and the tag around them.
 
 inline std::string id3_frame(int version, std::string_view id, std::string_view data, std::string_view flags = {}) {
@@ -59,12 +64,8 @@ inline std::string ape_value(std::string_view key, std::string_view text) {
 }
 
 inline std::string ape_tag(std::string_view values, std::size_t count) {
-  const auto little_endian = [](std::size_t value) {
-    const std::string bytes = big_endian(value, 4);
-    return std::string(bytes.rbegin(), bytes.rend());
-  };
-  return std::string(values) + "APETAGEX" + little_endian(2000) + little_endian(values.size() + 32) +
-         little_endian(count) + std::string(12, '\0');
+  return std::string(values) + "APETAGEX" + little_endian(2000, 4) + little_endian(values.size() + 32, 4) +
+         little_endian(count, 4) + std::string(12, '\0');
 }
 
 // MP4: boxes, and a song's list of values.

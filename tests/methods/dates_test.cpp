@@ -13,6 +13,7 @@
 #include "methods/prefix_suffix.h"
 #include "methods/sample_item.h"
 #include "methods/string_utilities.h"
+#include "platform/date_format.h"
 
 namespace brindle::test {
 namespace {
@@ -160,9 +161,27 @@ TEST(DateFormatter, WritesWordsAndRefusesUnknownFields) {
   EXPECT_THROW(format_date(some_date, u"yyyy n"), std::runtime_error);
 }
 
-TEST(MetadataDates, AreReadInTheZoneOfThisComputer) {
-  EXPECT_EQ(date_of_stamp(u"2009:05:17 15:04:05"), std::chrono::floor<std::chrono::seconds>(some_date));
-  EXPECT_EQ(date_of_stamp(u"2009-05-17 15:04:05"), std::chrono::floor<std::chrono::seconds>(some_date));
+// Summer began in Berlin on 29 March at two o'clock, and ended on 25 October at three.
+TEST(MetadataDates, AreWhatTheCameraShowedWhateverTheClocksHereDo) {
+  for (const std::u16string_view stamp :
+       {u"2009:03:29 01:30:00", u"2009:03:29 02:30:00", u"2009:03:29 03:30:00", u"2009:10:25 02:00:00",
+        u"2009:10:25 03:00:00", u"1582:10:10 02:30:00", u"0001:01:01 00:00:00", u"9999:12:31 23:59:59"}) {
+    const std::optional<WallTime> time = date_of_stamp(stamp);
+    ASSERT_TRUE(time) << to_utf8(stamp);
+    EXPECT_EQ(to_utf8(format_date(*time, u"yyyy:MM:dd HH:mm:ss")), to_utf8(stamp));
+    EXPECT_EQ(to_utf8(format_date(*time, u"EEE, HH:mm:ss")).substr(5), to_utf8(stamp.substr(11)));
+  }
+  EXPECT_EQ(*date_of_stamp(u"2009:03:29 02:30:00") - *date_of_stamp(u"2009:03:29 01:30:00"), std::chrono::hours(1));
+  EXPECT_EQ(date_of_stamp(u"2009: 3:29  2:30:00"), date_of_stamp(u"2009:03:29 02:30:00"));
+  EXPECT_EQ(stringToFormattedDate(u"2009:03:29 02:30:00")->substr(0, 19), u"2009-03-29 02:30:00");
+  const Date skipped = parse_date(u"2009-03-29 02:30:00", u"yyyy-MM-dd HH:mm:ss").value();
+  EXPECT_LE(std::chrono::abs(skipped - std::chrono::sys_days(std::chrono::year(2009) / 3 / 29) - std::chrono::hours(1)),
+            std::chrono::hours(1));
+}
+
+TEST(MetadataDates, AreReadAsTheyStand) {
+  EXPECT_EQ(date_of_stamp(u"2009:05:17 15:04:05"), WallTime(std::chrono::seconds(1'242'572'645)));
+  EXPECT_EQ(date_of_stamp(u"2009-05-17 15:04:05"), WallTime(std::chrono::seconds(1'242'572'645)));
   EXPECT_EQ(stringToFormattedDate(u"2009:05:17 15:04:05"), u"2009-05-17 15:04:05 +0200");
   EXPECT_EQ(stringToFormattedDate(u"2009:12:17 15:04:05"), u"2009-12-17 15:04:05 +0100");
   for (const auto* const none : {u"", u"0000:00:00 00:00:00", u"2009:13:45 10:20:30", u"2009:05:17",

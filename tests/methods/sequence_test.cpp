@@ -71,7 +71,7 @@ TEST(LetterCounter, JumpsToWhereSteppingArrives) {
         down = previousAlphabeticNumber(down, step);
         if (down.empty()) down = std::u16string(u"a\0", 2);
       } while (!isAlphabeticNumericInRange(down));
-      step_down_into_range(jumped_down, step, false);
+      step_down_into_range(jumped_down, step);
       EXPECT_EQ(to_utf8(jumped_down), to_utf8(down)) << to_utf8(start) << " down by " << step;
     }
   }

@@ -33,7 +33,14 @@ struct Sample {
   const char* name;
   std::string bytes;
   bool has_iptc = true;
+  bool has_size = true;
 };
+
+std::string png_with_texts(const SampleMetadata& held) {
+  std::string png = sample_png({{}, held.xmp, {}});
+  return png.insert(png.size() - 24, raw_profile("exif", std::string("Exif\0\0", 6) + held.exif) +
+                                         raw_profile("iptc", photoshop_resource(0x0404, held.iptc)));
+}
 
 std::vector<Sample> samples() {
   std::vector<Sample> all;
@@ -44,6 +51,16 @@ std::vector<Sample> samples() {
     all.push_back({"tiff", sample_tiff(tiff, held)});
     all.push_back({"png", sample_png(held), false});
     all.push_back({"webp", sample_webp(held), false});
+    all.push_back({"png with texts", png_with_texts(held)});
+    all.push_back({"psd", sample_psd(held)});
+    all.push_back({"jp2", sample_jp2(held)});
+    all.push_back({"jxl", sample_jp2(held, true), false, false});
+    all.push_back({"cr3", sample_cr3(tiff, held), false, false});
+    all.push_back({"mrw", sample_mrw(tiff, held)});
+    all.push_back({"exv",
+                   "\xFF\x01"
+                   "Exiv2" +
+                       sample_jpeg(held).substr(2)});
     all.push_back({"heic", sample_heif(held), false});
     all.push_back({"heic with base offsets", sample_heif(held, {.version = 1, .base_size = 4}), false});
     all.push_back({"heic with items in its table", sample_heif(held, {.version = 1, .in_table = true}), false});
@@ -72,8 +89,8 @@ TEST_F(ImageFileTest, ReadsTheSameOutOfEveryKindOfFile) {
     EXPECT_EQ(exif(data, ExifTag::date_time_original).substr(0, 19), "2009:05:17 10:20:30");
     EXPECT_EQ(exif(data, ExifTag::user_comment), std::string("ASCII\0\0\0hello", 13));
     EXPECT_EQ(XmpPacket(data.xmp_packet).text({photoshop, "City"}), "Bonn");
-    EXPECT_EQ(data.width, 640U);
-    EXPECT_EQ(data.height, 480U);
+    EXPECT_EQ(data.width, sample.has_size ? 640U : 0U);
+    EXPECT_EQ(data.height, sample.has_size ? 480U : 0U);
     std::string iptc;
     for (const IptcDataSet& set : data.iptc) iptc += set.bytes;
     EXPECT_EQ(iptc, sample.has_iptc ? "K\xF6lnab" : "");
@@ -88,6 +105,54 @@ TEST_F(ImageFileTest, ReadsThePreviewOfFujisRawFiles) {
   EXPECT_EQ(exif(data, ExifTag::date_time_original).substr(0, 19), "2009:05:17 10:20:30");
   EXPECT_EQ(data.iptc.size(), 3U);
   EXPECT_EQ(data.width, 0U) << "the preview is smaller than the picture";
+}
+
+TEST_F(ImageFileTest, ReadsTheHeapOfCanonsFirstRawFiles) {
+  const ImageFileData data = read(sample_crw());
+  EXPECT_EQ(exif(data, ExifTag::make), "Canon");
+  EXPECT_EQ(exif(data, ExifTag::model).substr(0, 6), "EOS 5D");
+  EXPECT_EQ(exif(data, ExifTag::date_time_original), "2009:05:17 10:20:30");
+  EXPECT_EQ(data.width, 640U);
+}
+
+// The first directory of many raw files describes a small copy, or a JPEG.
+TEST_F(ImageFileTest, KnowsTheMainPictureOfManyByItsKind) {
+  SampleTiff tiff = camera_notes(false);
+  const auto directory = [](unsigned kind, unsigned width, bool is_jpeg) {
+    SampleTiff below;
+    below.big_endian = false;
+    below.add(0x00FE, 4, number_bytes(kind, 4, false)).shorts(0x0100, width).shorts(0x0101, 480);
+    if (is_jpeg) below.shorts(0x0201, 1);
+    return below.build().substr(8);
+  };
+  const std::string directories[] = {directory(0, 320, true), directory(0, 640, false), directory(1, 160, false)};
+  tiff.add(0x00FE, 4, number_bytes(1, 4, false)).shorts(0x0100, 64).shorts(0x0101, 48);
+  tiff.add(0x014A, 4, std::string(12, 'x'));
+  std::string file = tiff.build();
+  std::string offsets;
+  std::string below;
+  for (const std::string& each : directories) {
+    offsets += number_bytes(file.size() + below.size(), 4, false);
+    below += each;
+  }
+  file.replace(file.find(std::string(12, 'x')), 12, offsets);
+  EXPECT_EQ(read(file + below).width, 640U);
+}
+
+TEST_F(ImageFileTest, TakesVideosAndOtherFilesForNoPictures) {
+  const SampleMetadata held = metadata(camera_notes(true));
+  const std::string heif = sample_heif(held);
+  for (const std::string brand : {"qt  ", "isom", "mp42"}) {
+    std::string video = heif;
+    for (const std::size_t at : {8, 16, 20}) video.replace(at, 4, brand);
+    EXPECT_EQ(read(video).width, 0U) << brand;
+  }
+  std::string avi = sample_webp(held);
+  avi.replace(8, 4, "AVI ");
+  for (const std::string& bytes : {avi, "\x1A\x45\xDF\xA3" + heif, std::string("%!PS-Adobe-3.0\n") + held.xmp}) {
+    const ImageFileData data = read(bytes);
+    EXPECT_TRUE(data.width == 0 && data.xmp_packet.empty());
+  }
 }
 
 TEST_F(ImageFileTest, ReadsOfJpegOnlyWhatIsAskedFor) {
@@ -131,7 +196,7 @@ TEST_F(ImageFileTest, SurvivesDamage) {
   }
 }
 
-// Each of these made the library underneath allocate gigabytes, or work for minutes.
+// Each of these once cost gigabytes or minutes.
 TEST_F(ImageFileTest, IsNotBledByFilesMadeToDoSo) {
   std::string directory = number_bytes(250, 2, false);
   for (unsigned i = 0; i < 250; ++i) {
@@ -167,6 +232,7 @@ TEST(XmpPacket, ReadsEveryWayOfWritingAProperty) {
       "<rdf:li xml:lang='x-default'>Title &amp; more</rdf:li></rdf:Alt></dc:title>"
       "<dc:subject><rdf:Bag><rdf:li>one</rdf:li><rdf:li>two</rdf:li></rdf:Bag></dc:subject>"
       "<photoshop:Headline>Plain</photoshop:Headline>"
+      "<photoshop:Source>a<!-- b -->c<![CDATA[<d>]]>e</photoshop:Source>"
       "<xmpRights:WebStatement rdf:resource='http://example.org/'/>"
       "<Iptc4xmpCore:CreatorContactInfo rdf:parseType='Resource'><Iptc4xmpCore:CiAdrCity>Ulm</Iptc4xmpCore:CiAdrCity>"
       "</Iptc4xmpCore:CreatorContactInfo>"
@@ -178,6 +244,7 @@ TEST(XmpPacket, ReadsEveryWayOfWritingAProperty) {
   EXPECT_EQ(packet.text({dc, "City"}), "") << "the same name in another namespace";
   EXPECT_EQ(packet.text({dc, "title"}), "Title & more");
   EXPECT_EQ(packet.text({photoshop, "Headline"}), "Plain");
+  EXPECT_EQ(packet.text({photoshop, "Source"}), "ac<d>e");
   EXPECT_EQ(packet.text({"http://ns.adobe.com/xap/1.0/rights/", "WebStatement"}), "http://example.org/");
   EXPECT_EQ(packet.list({dc, "subject"}), (std::vector<std::string>{"one", "two"}));
   EXPECT_EQ(packet.list({photoshop, "City"}), (std::vector<std::string>{"Bonn"}));

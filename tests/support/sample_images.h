@@ -125,6 +125,17 @@ inline std::string sample_png(const SampleMetadata& metadata) {
   return file + png_chunk("IDAT", "") + png_chunk("IEND", "");
 }
 
+/// As older programs write metadata into PNG: as text, in hexadecimal digits.
+inline std::string raw_profile(const std::string& kind, const std::string& bytes) {
+  std::string text = "\n" + kind + "\n" + std::to_string(bytes.size());
+  for (std::size_t i = 0; i < bytes.size(); ++i) {
+    if (i % 36 == 0) text += '\n';
+    const auto byte = static_cast<unsigned char>(bytes[i]);
+    text += {"0123456789abcdef"[byte / 16], "0123456789abcdef"[byte % 16]};
+  }
+  return png_chunk("tEXt", "Raw profile type " + kind + '\0' + text + "\n");
+}
+
 inline std::string riff_chunk(const std::string& type, const std::string& content) {
   return type + number_bytes(content.size(), 4, false) + content + std::string(content.size() % 2, '\0');
 }
@@ -180,12 +191,81 @@ inline std::string sample_heif(const SampleMetadata& metadata, const SampleHeifL
   return type + body;
 }
 
+inline std::string photoshop_resource(unsigned id, const std::string& content) {
+  return "8BIM" + number_bytes(id, 2) + std::string(2, '\0') + number_bytes(content.size(), 4) + content +
+         std::string(content.size() % 2, '\0');
+}
+
+/// Photoshop's own kind.
+inline std::string sample_psd(const SampleMetadata& metadata) {
+  std::string resources = photoshop_resource(0x03ED, std::string(15, '\1'));
+  if (!metadata.iptc.empty()) resources += photoshop_resource(0x0404, metadata.iptc);
+  if (!metadata.exif.empty()) resources += photoshop_resource(0x0422, metadata.exif);
+  if (!metadata.xmp.empty()) resources += photoshop_resource(0x0424, metadata.xmp);
+  return "8BPS" + number_bytes(1, 2) + std::string(6, '\0') + number_bytes(3, 2) + number_bytes(480, 4) +
+         number_bytes(640, 4) + number_bytes(0x80003, 4) + number_bytes(0, 4) + number_bytes(resources.size(), 4) +
+         resources + number_bytes(0, 4);
+}
+
+/// JPEG 2000; with `is_jxl` the same blocks in the boxes of JPEG XL.
+inline std::string sample_jp2(const SampleMetadata& metadata, bool is_jxl = false) {
+  const std::string xmp_id = "\xBE\x7A\xCF\xCB\x97\xA9\x42\xE8\x9C\x71\x99\x94\x91\xE3\xAF\xAC";
+  const std::string iptc_id = "\x33\xC7\xA4\xD2\xB8\x1D\x47\x23\xA0\xBA\xF1\xA3\xE0\x97\xAD\x38";
+  std::string file = box(is_jxl ? "JXL " : "jP  ", "\r\n\x87\n") + box("ftyp", is_jxl ? "jxl " : "jp2 ");
+  if (is_jxl) return file + box("Exif", number_bytes(0, 4) + metadata.exif) + box("xml ", metadata.xmp);
+  file += box("jp2h", box("ihdr", number_bytes(480, 4) + number_bytes(640, 4) + std::string(6, '\1')));
+  file += box("uuid", "JpgTiffExif->JP2" + metadata.exif) + box("uuid", xmp_id + metadata.xmp);
+  return file + box("uuid", iptc_id + metadata.iptc);
+}
+
+/// Canon's raw files, of which the newer ones keep the EXIF directory in a structure of its own.
+inline std::string sample_cr3(const SampleTiff& tiff, const SampleMetadata& metadata) {
+  const std::string id = "\x85\xC0\xB6\x87\x82\x0F\x11\xE0\x81\x11\xF4\xCE\x46\x2B\x6A\x48";
+  const std::string xmp_id = "\xBE\x7A\xCF\xCB\x97\xA9\x42\xE8\x9C\x71\x99\x94\x91\xE3\xAF\xAC";
+  SampleTiff first{tiff.image, {}, tiff.big_endian};
+  SampleTiff second{tiff.exif, {}, tiff.big_endian};
+  const std::string blocks = box("CNCV", "Canon") + box("CMT1", first.build()) + box("CMT2", second.build());
+  return box("ftyp", "crx " + number_bytes(1, 4) + "crx isom") + box("moov", box("uuid", id + blocks)) +
+         box("uuid", xmp_id + metadata.xmp) + number_bytes(1, 4) + "mdat" + number_bytes(20, 8) + "data";
+}
+
+inline std::string sample_crw() {
+  struct Value {
+    unsigned tag;
+    std::string bytes;
+  };
+  const auto heap = [](const std::vector<Value>& values) {
+    std::string contents;
+    std::string table = number_bytes(values.size(), 2, false);
+    for (const Value& value : values) {
+      table += number_bytes(value.tag, 2, false) + number_bytes(value.bytes.size(), 4, false) +
+               number_bytes(contents.size(), 4, false);
+      contents += value.bytes;
+    }
+    return contents + table + number_bytes(contents.size(), 4, false);
+  };
+  const std::string camera("Canon\0EOS 5D\0", 13);
+  const std::string size = number_bytes(640, 4, false) + number_bytes(480, 4, false) + std::string(20, '\0');
+  const std::string time = number_bytes(1242555630, 4, false) + std::string(8, '\0');  // 2009-05-17 10:20:30
+  const std::string properties = heap({{0x2807, heap({{0x080A, camera}})}, {0x1810, size}, {0x180E, time}});
+  return "II" + number_bytes(26, 4, false) + "HEAPCCDR" + std::string(12, '\0') +
+         heap({{0x2007, std::string(64, 'r')}, {0x300A, properties}});
+}
+
 /// A TIFF file holds its metadata in its directory.
 inline std::string sample_tiff(SampleTiff tiff, const SampleMetadata& metadata) {
   if (!metadata.xmp.empty()) tiff.add(0x02BC, 1, metadata.xmp);
   if (!metadata.iptc.empty()) tiff.add(0x83BB, 7, metadata.iptc);
   tiff.shorts(0x0100, 640).shorts(0x0101, 480);
   return tiff.build();
+}
+
+/// Minolta's raw files.
+inline std::string sample_mrw(const SampleTiff& tiff, const SampleMetadata& metadata) {
+  const auto block = [](const std::string& name, const std::string& content) {
+    return std::string(1, '\0') + name + number_bytes(content.size(), 4) + content;
+  };
+  return block("MRM", block("PRD", std::string(24, '\1')) + block("TTW", sample_tiff(tiff, metadata)));
 }
 
 inline std::string xmp_packet(const std::string& properties) {

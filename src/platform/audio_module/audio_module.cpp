@@ -10,6 +10,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/audio_module/asf_order.h"
 #include "platform/audio_module/bounded_stream.h"
 #include "platform/audio_module/format_gaps.h"
 #include "platform/module.h"
@@ -272,6 +273,7 @@ extern "C" void brindle_read_audio(int descriptor, std::uint64_t size, const cha
     stream.set_name(library_name(stream, extension));
     const TagLib::FileRef song(&stream, false);
     if (song.isNull() || !song.file()->isValid()) return;
+    if (auto* const asf = dynamic_cast<TagLib::ASF::File*>(song.file())) order_asf_values(*asf, stream);
     Reporter reporter(*sink);
     report_tags(*song.file(), reporter);
   } catch (...) {

@@ -9,6 +9,8 @@
 #include <stdexcept>
 #include <string_view>
 
+#include "platform/audio_module/id3_frames.h"
+
 namespace brindle::audio_module {
 namespace {
 
@@ -99,8 +101,23 @@ TagLib::ByteVector BoundedStream::readBlock(unsigned long length) {
   if (!spend(count) || count == 0 || too_deep()) return {};
   const TagLib::ByteVector block = count <= window_capacity / 2 ? read_window(count) : read_whole(count);
   if (is_swamped(block) || is_swamped_table(block)) return {};
+  const TagLib::ByteVector clean = cleaned(block);
   position_ += static_cast<long>(block.size());
-  return block;
+  return clean;
+}
+
+// An ID3 tag: a head of ten bytes, and then all frames in one go. Tags in which bytes were put between others are left
+// alone, and so are those with a second head.
+TagLib::ByteVector BoundedStream::cleaned(const TagLib::ByteVector& block) {
+  constexpr unsigned int id3_head = 10;
+  if (block.size() == id3_head && block.startsWith("ID3")) {
+    id3_version_ = static_cast<unsigned char>(block[3]);
+    const unsigned int flags_of_form = id3_version_ == 4 ? 0x40 : 0xC0;
+    const bool is_plain = (static_cast<unsigned char>(block[5]) & flags_of_form) == 0;
+    frames_position_ = is_plain ? position_ + static_cast<long>(id3_head) : -1;
+    return block;
+  }
+  return position_ == frames_position_ ? without_empty_frames(block, id3_version_) : block;
 }
 
 // WMA's tables of attributes: what they are, their size in eight bytes, and the count in two.

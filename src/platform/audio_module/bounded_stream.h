@@ -41,6 +41,7 @@ class BoundedStream final : public TagLib::IOStream {
   bool spend(std::size_t bytes);
   bool too_deep() const;
   bool is_swamped_table(const TagLib::ByteVector& block);
+  TagLib::ByteVector cleaned(const TagLib::ByteVector& block);
   TagLib::ByteVector read_window(std::size_t count);
   TagLib::ByteVector read_whole(std::size_t count) const;
   std::size_t read_at(long offset, char* buffer, std::size_t count) const;
@@ -50,7 +51,9 @@ class BoundedStream final : public TagLib::IOStream {
   std::string name_;
   const char* bottom_;  // of the stack, as far as the reading goes
   long position_ = 0;
-  long count_position_ = -1;  // where a table says how many values it holds
+  long count_position_ = -1;   // where a table says how many values it holds
+  long frames_position_ = -1;  // where the frames of an ID3 tag begin
+  unsigned int id3_version_ = 0;
   long window_start_ = 0;
   std::size_t window_size_ = 0;
   std::vector<char> window_;

@@ -1,4 +1,4 @@
-#include "platform/heif_items.h"
+#include "platform/image_formats/heif_items.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -6,14 +6,15 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/image_formats/tiff_structure.h"
+
 namespace brindle {
 namespace {
 
 using namespace std::string_view_literals;
 
-constexpr std::uint64_t table_limit = 16U << 20U;
+constexpr std::uint64_t table_limit = ByteSource::piece_limit;
 constexpr std::uint64_t item_limit = 4U << 20U;
-constexpr int box_limit = 64;
 
 /// Big-endian numbers out of bytes; beyond the end all is 0 and the cursor is spent.
 class Cursor {
@@ -180,8 +181,8 @@ void note_sizes(std::string_view properties, MetadataBlocks& blocks) {
 
 class ItemReader {
  public:
-  ItemReader(const RegularFile& file, std::string_view table)
-      : file_(file), data_(child(table, "idat")), locations_(child(table, "iloc")) {}
+  ItemReader(ByteSource& source, std::string_view table)
+      : source_(source), data_(child(table, "idat")), locations_(child(table, "iloc")) {}
 
   std::string read(std::uint32_t id) const {
     std::string bytes;
@@ -194,16 +195,14 @@ class ItemReader {
 
  private:
   void append(const Extent& extent, std::string& bytes) const {
-    if (extent.in_table) {
-      if (extent.offset < data_.size()) bytes.append(data_.substr(extent.offset, extent.size));
-      return;
+    if (!extent.in_table) {
+      bytes += source_.copy(extent.offset, extent.size);
+    } else if (extent.offset < data_.size()) {
+      bytes.append(data_.substr(extent.offset, extent.size));
     }
-    const std::size_t before = bytes.size();
-    bytes.resize(before + extent.size);
-    bytes.resize(before + file_.read_at(extent.offset, bytes.data() + before, extent.size));
   }
 
-  const RegularFile& file_;
+  ByteSource& source_;
   std::string_view data_;
   std::string_view locations_;
 };
@@ -215,40 +214,16 @@ std::string exif_structure(const std::string& item) {
   return start < item.size() ? item.substr(start) : std::string();
 }
 
-// The whole table of items of the file; empty when there is none.
-std::string read_table(const RegularFile& file) {
-  std::uint64_t offset = 0;
-  for (int i = 0; i < box_limit && offset < file.size(); ++i) {
-    std::string head(16, '\0');
-    head.resize(file.read_at(offset, head.data(), head.size()));
-    Cursor cursor(head);
-    std::uint64_t size = cursor.u32();
-    const std::string_view type = cursor.bytes(4);
-    const std::uint64_t head_size = size == 1 ? 16 : 8;
-    if (size == 1) size = cursor.number(8);
-    if ((i == 0 && type != "ftyp") || size < head_size || size > file.size() - offset) return {};
-    if (type == "meta" && size <= table_limit) {
-      std::string table(size - head_size, '\0');
-      table.resize(file.read_at(offset + head_size, table.data(), table.size()));
-      return table;
-    }
-    offset += size;
-  }
-  return {};
-}
-
 }  // namespace
 
-bool read_heif_items(const RegularFile& file, MetadataBlocks& blocks) {
-  const std::string whole = read_table(file);
-  if (whole.size() < 4) return false;
-  const std::string_view table = std::string_view(whole).substr(4);
+void read_heif_items(ByteSource& source, BlockPlace meta, MetadataBlocks& blocks) {
+  if (meta.size < 4 || meta.size > table_limit) return;
+  const std::string table = source.copy(meta.start + 4, meta.size - 4);
   const ItemIds ids = find_items(child(table, "iinf"));
-  const ItemReader reader(file, table);
-  if (ids.exif) blocks.exif = exif_structure(reader.read(*ids.exif));
+  const ItemReader reader(source, table);
+  if (ids.exif) read_tiff_notes(exif_structure(reader.read(*ids.exif)), blocks.notes);
   if (ids.xmp) blocks.xmp = reader.read(*ids.xmp);
   note_sizes(child(child(table, "iprp"), "ipco"), blocks);
-  return true;
 }
 
 }  // namespace brindle
