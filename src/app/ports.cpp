@@ -3,8 +3,6 @@
 #include "app/string_table.h"
 
 namespace brindle {
-namespace {
-
 Alert alert_of_keys(std::string_view title_key, std::string_view message_key) {
   Alert alert;
   alert.title_key = title_key;
@@ -13,8 +11,6 @@ Alert alert_of_keys(std::string_view title_key, std::string_view message_key) {
   alert.message = localized(message_key);
   return alert;
 }
-
-}  // namespace
 
 void show_alert(const Ports& ports, std::string_view title_key, std::string_view message_key, AlertStyle style) {
   Alert alert = alert_of_keys(title_key, message_key);

@@ -128,6 +128,8 @@ struct Ports {
 
 // Shorthands for alerts made of keys.
 
+/// An alert with the texts of two keys, to be filled in further.
+Alert alert_of_keys(std::string_view title_key, std::string_view message_key);
 /// A message with an OK button.
 void show_alert(const Ports& ports, std::string_view title_key, std::string_view message_key,
                 AlertStyle style = AlertStyle::warning);

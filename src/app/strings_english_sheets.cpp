@@ -20,6 +20,7 @@ constexpr auto english_sheets = std::to_array<StringEntry>({
     {"CHOOSEITEMSSUBFOLDERS", "Include what is in subfolders"},
     {"CHOOSEITEMSTITLE", "Add Dropped Items"},
     {"DELETELOG", "Delete…"},
+    {"DELETELOGTITLE", "Delete Log"},
     {"DELETEPROFILE", "Delete…"},
     {"EXPORTBUTTON", "Export…"},
     {"EXPORTCOLUMNS", "Columns"},

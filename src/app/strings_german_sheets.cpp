@@ -22,6 +22,7 @@ constexpr auto german_sheets = std::to_array<StringEntry>({
     {"CHOOSEITEMSSUBFOLDERS", "Inhalt von Unterordnern einbeziehen"},
     {"CHOOSEITEMSTITLE", "Abgelegte Objekte hinzufügen"},
     {"DELETELOG", "Löschen …"},
+    {"DELETELOGTITLE", "Protokoll löschen"},
     {"DELETEPROFILE", "Löschen …"},
     {"EXPORTBUTTON", "Exportieren …"},
     {"EXPORTCOLUMNS", "Spalten"},

@@ -280,7 +280,10 @@ void UndoSheetController::viewLogFileContent() {
 void UndoSheetController::deleteLogFile() {
   if (isUndoing_) return;
   if (currLogFilePath_.empty()) return show_alert(ports(), undo_title, "UNDOFILESFOLDERSNOLOGSELECTED");
-  if (ask(ports(), undo_title, "UNDOFILESFOLDERSDELETECONFIRM")) removeSelectedFileFromList();
+  Alert question = alert_of_keys(undo_title, "UNDOFILESFOLDERSDELETECONFIRM");
+  question.title = localized("DELETELOGTITLE");
+  question.buttons = {"YES", "NO"};
+  if (ports().alerts.show(question) == 0) removeSelectedFileFromList();
 }
 
 bool UndoSheetController::sheetClosed() {

@@ -89,16 +89,36 @@ TEST_F(SheetsTest, ARenamingIsUndoneWithTheEnterKey) {
              [this] {
                auto* logs = part<QTreeWidget>("logFiles");
                EXPECT_EQ(logs->topLevelItemCount(), 1);
+               for (const char* command : {"viewLogFileContent", "deleteLogFile", "undoRenaming"}) click(command);
+               QTest::keyClick(logs, Qt::Key_Down);
                EXPECT_EQ(part<QLabel>("statusLabel")->text(), "2 renamed items in the log");
                QTest::keyClick(logs, Qt::Key_Return);
                EXPECT_TRUE(QTest::qWaitFor([&] { return logs->topLevelItemCount() == 0; }));
                EXPECT_EQ(part<QLabel>("statusLabel")->text(), "0 renamed items in the log");
-               for (const char* command : {"viewLogFileContent", "deleteLogFile", "undoRenaming"}) click(command);
+               for (const char* command : {"viewLogFileContent", "deleteLogFile", "undoRenaming"})
+                 EXPECT_FALSE(part(command)->isEnabled()) << command << ", and no log";
              });
-  EXPECT_EQ(alerts.take(),
-            (std::vector<std::string>{"UNDOTOTALNOSITEMSFOUND", "VIEWLOGFILETITLEMESSAGE",
-                                      "UNDOFILESFOLDERSNOLOGSELECTED", "UNDOFILESFOLDERSNOLOGSELECTED"}));
+  EXPECT_EQ(alerts.take(), (std::vector<std::string>{"VIEWLOGFILETITLEMESSAGE", "UNDOFILESFOLDERSNOLOGSELECTED",
+                                                     "UNDOFILESFOLDERSNOLOGSELECTED", "UNDOTOTALNOSITEMSFOUND"}));
   EXPECT_EQ(disk.names(), (std::vector<std::string>{"a.txt", "b.txt"}));
+}
+
+TEST_F(SheetsTest, EnterAfterEnterUndoesOneRun) {
+  disk.make({"a.txt"});
+  drop_on_list({disk / "a.txt"});
+  insert_text(u"1");
+  rename_all();
+  rename_all();
+  with_sheet([this] { show_undo_sheet(window.get(), *controller); },
+             [this] {
+               auto* logs = part<QTreeWidget>("logFiles");
+               EXPECT_TRUE(logs->selectedItems().isEmpty());
+               QTest::keyClick(logs, Qt::Key_Down);
+               QTest::keyClick(logs, Qt::Key_Return);
+               EXPECT_TRUE(QTest::qWaitFor([&] { return logs->topLevelItemCount() == 1; }));
+               QTest::keyClick(logs, Qt::Key_Return);
+             });
+  EXPECT_EQ(disk.names(), std::vector<std::string>{"1a.txt"});
 }
 
 TEST_F(SheetsTest, LogsAreSortedOpenedFromElsewhereAndDeleted) {

@@ -54,7 +54,6 @@ UndoSheet::UndoSheet(QWidget* parent, BrindleAppController& app)
   undo_ = add_default_button("undoRenaming", "UNDOBUTTON", [this] { controller_.undoRenaming(); });
   close_ = finish_buttons("SHEETCLOSE", [this] { controller_.showHelp(); });
   attach(controller_);
-  if (!controller_.logFiles().empty()) controller_.tableViewSelectionDidChange(0);
   table_->setFocus();
   resize(fontMetrics().averageCharWidth() * 95, fontMetrics().height() * 30);
   keep_size(*this, app.user_defaults());
@@ -66,7 +65,10 @@ void UndoSheet::make_table() {
       {{"logFileName", "LOGCOLUMNNAME"}, {"dateCreated", "LOGCOLUMNDATE"}, {"filesCount", "LOGCOLUMNCOUNT", true}});
   table_->set_empty_text("NOLOGS");
   table_->show_sorted_by(1, false);
-  table_->selected = [this](std::optional<std::size_t> row) { controller_.tableViewSelectionDidChange(row); };
+  table_->selected = [this](std::optional<std::size_t> row) {
+    controller_.tableViewSelectionDidChange(row);
+    undo_->setDefault(true);
+  };
   table_->sorted = [this](std::string_view column, bool ascending) {
     controller_.sortDescriptorsDidChange(column, ascending);
   };
@@ -119,10 +121,14 @@ void UndoSheet::follow() {
   status_->setText(in_one_line(qt_text(controller_.status_label())));
   show_progress(progress_, undoing, app_.state());
   cancel_->setVisible(undoing);
-  for (QPushButton* button : {view_, delete_, undo_}) button->setEnabled(!undoing);
+  const bool has_log = !controller_.logFiles().empty() || !controller_.currLogFilePath().empty();
+  for (QPushButton* button : {view_, delete_, undo_}) button->setEnabled(!undoing && has_log);
   const bool was_undoing = !table_->isEnabled();
   table_->setEnabled(!undoing);
-  if (was_undoing && !undoing) table_->setFocus();  // which it lost when it was disabled
+  if (was_undoing && !undoing) {
+    table_->setFocus();        // which it lost when it was disabled
+    close_->setDefault(true);  // the next log is selected: Enter once more must not undo that, too
+  }
   open_->setEnabled(!undoing);
   close_->setEnabled(!undoing);
 }
