@@ -243,7 +243,7 @@ std::string UndoSheetController::what_became_of_log(const Outcome& outcome) {
   if (!result.error.empty()) return result.error;
   if (result.cancelled) return localized_format("UNDONOTREACHED", result.entries - result.reached, result.entries);
   if (!result.put_away) return outcome.first_reason.text() + "\n" + localized("UNDOLOGSTAYS");
-  const std::string place = to_utf8(decode_file_name(result.log_path));
+  const std::string place = in_sentence(decode_file_name(result.log_path));
   return place.empty() ? std::string() : localized_format("UNDOLOGKEPTAT", std::string_view(place));
 }
 
