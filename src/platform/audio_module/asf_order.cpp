@@ -8,9 +8,6 @@
 namespace brindle::audio_module {
 namespace {
 
-using TagLib::ASF::Attribute;
-using TagLib::ASF::AttributeList;
-
 // Of sixteen bytes each; the first four tell them apart.
 constexpr std::string_view main_table = "\x40\xA4\xD0\xD2";
 constexpr std::string_view later_tables = "\xB5\x03\xBF\x5F";
@@ -63,11 +60,11 @@ Counts misplaced_names(BoundedStream& stream) {
   return {};
 }
 
-void put_last_first(AttributeList& values, unsigned int count) {
-  std::vector<Attribute> ordered(values.begin(), values.end());
+void put_last_first(TagLib::ASF::AttributeList& values, unsigned int count) {
+  std::vector<TagLib::ASF::Attribute> ordered(values.begin(), values.end());
   std::rotate(ordered.begin(), ordered.end() - count, ordered.end());
   values.clear();
-  for (const Attribute& value : ordered) values.append(value);
+  for (const TagLib::ASF::Attribute& value : ordered) values.append(value);
 }
 
 }  // namespace

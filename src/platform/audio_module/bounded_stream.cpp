@@ -111,9 +111,9 @@ TagLib::ByteVector BoundedStream::readBlock(unsigned long length) {
 TagLib::ByteVector BoundedStream::cleaned(const TagLib::ByteVector& block) {
   constexpr unsigned int id3_head = 10;
   if (block.size() == id3_head && block.startsWith("ID3")) {
-    id3_version_ = static_cast<unsigned char>(block[3]);
+    id3_version_ = static_cast<unsigned char>(block.data()[3]);
     const unsigned int flags_of_form = id3_version_ == 4 ? 0x40 : 0xC0;
-    const bool is_plain = (static_cast<unsigned char>(block[5]) & flags_of_form) == 0;
+    const bool is_plain = (static_cast<unsigned char>(block.data()[5]) & flags_of_form) == 0;
     frames_position_ = is_plain ? position_ + static_cast<long>(id3_head) : -1;
     return block;
   }

@@ -54,17 +54,18 @@ class FrameWalk {
     const std::uint64_t next = std::uint64_t{at} + head_size() + size;
     if (next >= frames_.size()) return next == frames_.size();
     const auto offset = static_cast<unsigned int>(next);
-    return frames_[offset] == 0 || is_frame(offset);
+    return frames_.data()[offset] == 0 || is_frame(offset);
   }
 
   // A frame may say its unpacked size before its content.
   unsigned int bytes_of_flags(unsigned int at) const {
-    return version_ == 4 && (static_cast<unsigned char>(frames_[at + 9]) & 1U) != 0 ? 4 : 0;
+    return version_ == 4 && (static_cast<unsigned char>(frames_.data()[at + 9]) & 1U) != 0 ? 4 : 0;
   }
 
   unsigned int number(unsigned int at, unsigned int count, unsigned int bits) const {
     unsigned int value = 0;
-    for (unsigned int i = at; i < at + count; ++i) value = value << bits | static_cast<unsigned char>(frames_[i]);
+    for (unsigned int i = at; i < at + count; ++i)
+      value = value << bits | static_cast<unsigned char>(frames_.data()[i]);
     return value;
   }
 
