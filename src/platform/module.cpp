@@ -15,11 +15,11 @@
 namespace brindle {
 namespace {
 
-constexpr const char* program = "/proc/self/exe";
+constexpr const char* running_program = "/proc/self/exe";
 
 std::string folder_of_program() {
   std::array<char, PATH_MAX> path{};
-  const ssize_t size = ::readlink(program, path.data(), path.size());
+  const ssize_t size = ::readlink(running_program, path.data(), path.size());
   return size <= 0 ? std::string() : split_path({path.data(), static_cast<std::size_t>(size)}).folder;
 }
 
@@ -27,7 +27,7 @@ std::string folder_of_program() {
 bool is_trusted(const std::string& path) {
   struct stat status {};
   struct stat own {};
-  if (::stat(path.c_str(), &status) != 0 || ::stat(program, &own) != 0) return false;
+  if (::stat(path.c_str(), &status) != 0 || ::stat(running_program, &own) != 0) return false;
   const bool is_ours = status.st_uid == 0 || status.st_uid == ::geteuid() || status.st_uid == own.st_uid;
   return is_ours && (status.st_mode & S_IWOTH) == 0;
 }
