@@ -4,9 +4,11 @@
 #include <exception>
 #include <memory>
 #include <optional>
+#include <vector>
 
 #include "app/list_titles.h"
 #include "app/string_table.h"
+#include "platform/file_name.h"
 
 namespace brindle {
 namespace {
@@ -15,8 +17,16 @@ constexpr std::string_view export_title = "EXPORTFILESTITLE";
 
 struct Outcome {
   std::string error;
+  std::vector<std::uint32_t> left_out;
   bool cancelled = false;
 };
+
+// How many items are not in the list, and the first of them.
+std::string describe_left_out(const FileList& files, const std::vector<std::uint32_t>& rows) {
+  if (rows.empty() || rows.front() >= files.size()) return {};
+  const std::string path = to_utf8(FileSystemItem::getDisplayFilePath(decode_file_name(files.path(rows.front()))));
+  return localized_format("EXPORTLEFTOUT", rows.size()) + "\n“" + path + "”";
+}
 
 }  // namespace
 
@@ -61,7 +71,7 @@ void ExportSheetController::write(const std::string& path) {
   const auto outcome = std::make_shared<Outcome>();
   const auto work = [&files = app().files(), options = options_, path, outcome](const JobControl& control) {
     try {
-      outcome->error = export_list(files, options, export_titles(), path, control);
+      outcome->error = export_list(files, options, export_titles(), path, control, outcome->left_out);
     } catch (const std::exception& error) {
       outcome->error = error.what();
     }
@@ -70,13 +80,13 @@ void ExportSheetController::write(const std::string& path) {
   app().run_job(
       Job::exporting, work, [this] { finish(); },
       [this, outcome] {
-        if (!outcome->cancelled) tell_outcome(outcome->error);
+        if (!outcome->cancelled) tell_outcome(outcome->error, describe_left_out(app().files(), outcome->left_out));
       });
 }
 
-void ExportSheetController::tell_outcome(const std::string& error) const {
+void ExportSheetController::tell_outcome(const std::string& error, const std::string& left_out) const {
   const std::string_view key = error.empty() ? "EXPORTFILESEXPORTEDSUCCESS" : "EXPORTFILESEXPORTEDFAILED";
-  Alert alert{export_title, key, localized(export_title), localized(key), error};
+  Alert alert{export_title, key, localized(export_title), localized(key), error.empty() ? left_out : error};
   alert.style = error.empty() ? AlertStyle::informational : AlertStyle::critical;
   ports().alerts.show(alert);
 }

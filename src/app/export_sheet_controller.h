@@ -31,7 +31,7 @@ class ExportSheetController final : public SheetController {
   std::string_view help_page() const override { return "Export.html"; }
   void export_list_now();
   void write(const std::string& path);
-  void tell_outcome(const std::string& error) const;
+  void tell_outcome(const std::string& error, const std::string& left_out) const;
   void finish();
 
   ExportOptions options_;

@@ -33,6 +33,7 @@ constexpr auto english_messages = std::to_array<StringEntry>({
     {"EXPORTFILESEXPORTEDSUCCESS", "The list was exported."},
     {"EXPORTFILESFAILED", "With full paths the location has no column of its own. Choose a column of names as well."},
     {"EXPORTFILESTITLE", "Export"},
+    {"EXPORTLEFTOUT", "Left out, since a list cannot hold a tab or a line break in a name: %d"},
     {"EXPORTNOCOLUMN", "Choose at least one column."},
     {"FILENAME", "Filename"},
     {"FILEOVERWRITECONFIRM", "“%@” exists already. Replace it?"},

@@ -34,6 +34,7 @@ constexpr auto german_messages = std::to_array<StringEntry>({
     {"EXPORTFILESFAILED",
      "Bei vollständigen Pfaden hat der Ort keine eigene Spalte. Wählen Sie auch eine Spalte mit Namen."},
     {"EXPORTFILESTITLE", "Exportieren"},
+    {"EXPORTLEFTOUT", "Ausgelassen, weil eine Liste weder Tabulator noch Zeilenumbruch im Namen halten kann: %d"},
     {"EXPORTNOCOLUMN", "Wählen Sie mindestens eine Spalte."},
     {"FILENAME", "Dateiname"},
     {"FILEOVERWRITECONFIRM", "„%@“ ist schon vorhanden. Ersetzen?"},

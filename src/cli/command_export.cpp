@@ -2,14 +2,17 @@
 #include <poll.h>
 #include <unistd.h>
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "app/list_titles.h"
 #include "cli/cancellation.h"
 #include "cli/commands.h"
 #include "cli/json_report.h"
+#include "cli/listing.h"
 #include "cli/rename_batch.h"
 #include "cli/settings_files.h"
 #include "cli/summary.h"
@@ -37,15 +40,31 @@ bool reader_has_left() {
   return ::poll(&standard_out, 1, 0) == 1 && (standard_out.revents & POLLERR) != 0;
 }
 
-void report(const CommandLine& line, const RenameBatch& batch, const Tally& tally, double seconds, Console& console) {
+using Rows = std::vector<std::uint32_t>;
+
+constexpr std::string_view no_place_in_list = "a list cannot hold a tab or a line break in a name";
+
+void report_left_out(const CommandLine& line, const RenameBatch& batch, const Rows& left_out, Console& console) {
+  if (left_out.empty()) return;
+  console.error(fmt::format("{} {} left out: {}", left_out.size(), batch.noun(left_out.size()), no_place_in_list));
+  for (const std::uint32_t row : left_out) {
+    const std::string path = batch.files.path(row);
+    console.append_error_line("  ", relative_path(path, batch.folder));
+    if (line.options.json) print_left_out(console.out().buffer(), path, no_place_in_list);
+  }
+}
+
+void report(const CommandLine& line, const RenameBatch& batch, const Tally& tally, const Rows& left_out, double seconds,
+            Console& console) {
+  report_left_out(line, batch, left_out, console);
   if (line.options.json) {
     print_summary(console.out().buffer(), {"export", {tally.items, tally.proposed, 0}, {}, seconds});
     return;
   }
   report_problems(batch, {}, console);
   if (!console.quiet() && line.file != standard_output) {
-    console.out() << fmt::format("{} {} written to {}.\n", tally.items, batch.noun(tally.items),
-                                 console.shown(line.file));
+    const std::size_t written = tally.items - left_out.size();
+    console.out() << fmt::format("{} {} written to {}.\n", written, batch.noun(written), console.shown(line.file));
   }
 }
 
@@ -62,16 +81,18 @@ ExitCode run_export(const CommandLine& line, Console& console) {
   if (const auto answer = prepare_batch(line, console, batch, Demand::method_or_none)) return *answer;
   if (!is_piped && !may_write(line, console)) return is_cancelled() ? ExitCode::cancelled : ExitCode::done;
   std::string error;
+  Rows left_out;
   {
     ProgressLine progress(console, "Writing");
     const std::string path = is_piped ? "/dev/stdout" : line.file;
-    error = export_list(batch.files, line.options.columns, export_titles(), path, {&cancel_flag(), &progress});
+    error =
+        export_list(batch.files, line.options.columns, export_titles(), path, {&cancel_flag(), &progress}, left_out);
   }
   if (is_cancelled()) return ExitCode::cancelled;
   if (!error.empty() && !(is_piped && reader_has_left())) throw UsageError(error);
   const Tally tally = count_rows(batch.files);
-  report(line, batch, tally, watch.seconds(), console);
-  return tally.problems() + batch.left_out > 0 ? ExitCode::incomplete : ExitCode::done;
+  report(line, batch, tally, left_out, watch.seconds(), console);
+  return tally.problems() + batch.left_out + left_out.size() > 0 ? ExitCode::incomplete : ExitCode::done;
 }
 
 }  // namespace brindle

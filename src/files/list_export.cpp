@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "files/list_rows.h"
 #include "platform/atomic_file.h"
 #include "platform/file_name.h"
 #include "platform/output_file.h"
@@ -99,6 +100,17 @@ std::string header(const ExportOptions& options, const ExportTitles& titles) {
   return line;
 }
 
+std::ptrdiff_t count_columns(const ExportOptions& options) {
+  return (options.isFilename ? 1 : 0) + (options.isNewFilename ? 1 : 0) +
+         (options.isLocation && !options.isIncludeLocation ? 1 : 0);
+}
+
+// Whether a line is one line, and its fields are as many as were put in.
+bool reads_back(std::string_view line, std::ptrdiff_t columns) {
+  line.remove_suffix(1);
+  return std::count(line.begin(), line.end(), '\t') == columns - 1 && !holds_line_break(line);
+}
+
 }  // namespace
 
 ExportRefusal check_export(const ExportOptions& options) {
@@ -108,7 +120,7 @@ ExportRefusal check_export(const ExportOptions& options) {
 }
 
 std::string export_list(const FileList& files, const ExportOptions& options, const ExportTitles& titles,
-                        const std::string& path, const JobControl& control) {
+                        const std::string& path, const JobControl& control, std::vector<std::uint32_t>& left_out) {
   if (check_export(options) != ExportRefusal::none) return "there is no column to write";
   const auto failure = [&path](int error) {
     return fmt::format("“{}” cannot be written: {}", path, system_error_text(error));
@@ -117,6 +129,7 @@ std::string export_list(const FileList& files, const ExportOptions& options, con
   if (const int error = output.open(path); error != 0) return failure(error);
   if (options.addColumnNamesInHeader) output.write(header(options, titles));
   LineMaker lines(files, options);
+  const std::ptrdiff_t columns = count_columns(options);
   ProgressThrottle throttle(control, files.size());
   for (std::size_t row = 0; row < files.size(); ++row) {
     if (control.cancelled()) {
@@ -124,7 +137,12 @@ std::string export_list(const FileList& files, const ExportOptions& options, con
       return {};
     }
     throttle.step(row, [&] { return files.path(row); });
-    output.write(lines.line(row));
+    const std::string& line = lines.line(row);
+    if (reads_back(line, columns)) {
+      output.write(line);
+    } else {
+      left_out.push_back(static_cast<std::uint32_t>(row));
+    }
   }
   const int error = output.finish();
   throttle.finish(files.size());

@@ -107,6 +107,14 @@ ListRows list_rows(std::string_view bytes, const ListTitles& titles) {
   return list;
 }
 
+bool holds_line_break(std::string_view text) {
+  constexpr std::string_view first_bytes = "\n\v\f\r\xC2\xE2";
+  for (std::size_t at = 0; (at = text.find_first_of(first_bytes, at)) != std::string_view::npos; ++at) {
+    if (line_break_size([&](std::string_view mark) { return text.substr(at).starts_with(mark); }) > 0) return true;
+  }
+  return false;
+}
+
 bool is_entry_name(std::string_view name) {
   return !name.empty() && name != "." && name != ".." && name.size() <= longest_name &&
          name.find('\0') == std::string_view::npos;

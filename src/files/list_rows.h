@@ -29,6 +29,9 @@ struct ListRows {
 /// The usable lines behind the header.
 ListRows list_rows(std::string_view bytes, const ListTitles& titles);
 
+/// Whether text holds anything that ends a line for some program: U+000A to U+000D, U+0085, U+2028 or U+2029.
+bool holds_line_break(std::string_view text);
+
 /// Whether bytes can be the name of one entry of a folder.
 bool is_entry_name(std::string_view name);
 

@@ -169,7 +169,8 @@ class Export : public RenameList {
     importFiles(files_, item, false, disk_names_, {});
   }
   std::string exported(const ExportOptions& options) {
-    EXPECT_EQ(export_list(files_, options, {"Filename", "New Filename", "Location"}, tree_ / "out.txt", {}), "");
+    EXPECT_EQ(export_list(files_, options, {"Filename", "New Filename", "Location"}, tree_ / "out.txt", {}, left_out_),
+              "");
     return read(tree_ / "out.txt");
   }
   static std::string read(const std::string& path) {
@@ -179,6 +180,7 @@ class Export : public RenameList {
   }
   FileList files_;
   DiskNames disk_names_;
+  std::vector<std::uint32_t> left_out_;
 };
 
 TEST_F(Export, WritesTheColumnsAskedFor) {
@@ -206,30 +208,49 @@ TEST_F(Export, ReadsBackAsTheSameList) {
   EXPECT_NE(before.find("\xFF>No Changes|deep/b>n\xEE\xBE\x80|gone>File Not Found|"), std::string::npos) << before;
 }
 
+// Else the line of "two<line feed>words" names a file "words" on the way back.
+TEST_F(Export, LeavesOutWhatWouldBeReadBackAsAnotherFile) {
+  files_.clear();
+  const std::string folder = tree_.path();
+  FolderTable& folders = files_.folders();
+  const FolderId here = folders.intern(folder);
+  const FolderId odd = folders.intern(folder + "/o\tdd");
+  for (const char* name :
+       {"fine", "two\nwords", "tab\t", "\xE2\x80\xA8start", "end\xC2\x85", "middle\rof", "\xE2\x80\xA6\xC2\xA0"})
+    files_.add(here, name, 0, 0);
+  files_.add(odd, "fine", 0, 0);
+  EXPECT_EQ(replaced(exported({.addColumnNamesInHeader = false}), folder, "$"),
+            "fine\t\t$\n\xE2\x80\xA6\xC2\xA0\t\t$\n");
+  EXPECT_EQ(left_out_, (std::vector<std::uint32_t>{1, 2, 3, 4, 5, 7}));
+  left_out_.clear();
+  exported({.isLocation = false});
+  EXPECT_EQ(left_out_.size(), 5U) << "the odd folder is not written";
+}
+
 TEST_F(Export, ReplacesAFileOnlyWhenAllIsThere) {
   tree_.make({"old", "link -> old"});
   std::atomic<bool> cancel{true};
-  EXPECT_EQ(export_list(files_, {}, {}, tree_ / "link", {&cancel, nullptr}), "");
+  EXPECT_EQ(export_list(files_, {}, {}, tree_ / "link", {&cancel, nullptr}, left_out_), "");
   EXPECT_EQ(read(tree_ / "old"), "old");
-  EXPECT_EQ(export_list(files_, {}, {}, tree_ / "link", {}), "");
+  EXPECT_EQ(export_list(files_, {}, {}, tree_ / "link", {}, left_out_), "");
   EXPECT_TRUE(std::filesystem::is_symlink(tree_ / "link"));
   EXPECT_TRUE(read(tree_ / "old").starts_with("\t\t\na\tnew\t"));
-  EXPECT_NE(export_list(files_, {}, {}, tree_ / "deep", {}), "");
-  EXPECT_NE(export_list(files_, {}, {}, tree_ / "no/folder", {}), "");
+  EXPECT_NE(export_list(files_, {}, {}, tree_ / "deep", {}, left_out_), "");
+  EXPECT_NE(export_list(files_, {}, {}, tree_ / "no/folder", {}, left_out_), "");
 }
 
 TEST_F(Export, WritesIntoPipesAsTheyAre) {
   int ends[2];
   ASSERT_EQ(::pipe(ends), 0);
   const std::string path = "/dev/fd/" + std::to_string(ends[1]);
-  EXPECT_EQ(export_list(files_, {}, {}, path, {}), "");
+  EXPECT_EQ(export_list(files_, {}, {}, path, {}, left_out_), "");
   char text[4096];
   EXPECT_GT(::read(ends[0], text, sizeof text), 10);
   ::close(ends[0]);
-  EXPECT_NE(export_list(files_, {}, {}, path, {}), "");  // nobody reads any more
+  EXPECT_NE(export_list(files_, {}, {}, path, {}, left_out_), "");  // nobody reads any more
   ::close(ends[1]);
   ASSERT_EQ(::mkfifo((tree_ / "fifo").c_str(), 0600), 0);
-  EXPECT_NE(export_list(files_, {}, {}, tree_ / "fifo", {}), "");
+  EXPECT_NE(export_list(files_, {}, {}, tree_ / "fifo", {}, left_out_), "");
 }
 
 }  // namespace
