@@ -76,16 +76,17 @@ class Walk {
   Walk(FileList& files, const GatherOptions& options, DiskNames* disk_names, const JobControl& control)
       : files_(files), options_(options), disk_names_(disk_names), control_(control), throttle_(control) {}
 
-  /// `given` is told the real paths.
-  GatherResult run(std::span<const std::string> paths, std::vector<std::string>& given) {
+  /// `given` (may be null) is told the real paths.
+  GatherResult run(std::span<const std::string> paths, std::vector<std::string>* given) {
     RealPaths real_paths(options_.current_folder);
     for (const std::string& path : paths) {
       if (stop()) break;
-      const RealPath real = real_paths.of(path);
+      RealPath real = real_paths.of(path);
       if (real.error != 0) {
         note_unreadable(files_.folders().intern(real.path), real.error);
       } else {
-        add_path(given.emplace_back(real.path));
+        add_path(real.path);
+        if (given != nullptr) given->push_back(std::move(real.path));
       }
     }
     throttle_.finish(result_.searchFilesCount);
@@ -218,15 +219,16 @@ void Walk::list(FolderId folder) {
 
 GatherResult addFilesToList(FileList& files, std::span<const std::string> paths, const GatherOptions& options,
                             DiskNames* disk_names, const JobControl& control) {
-  std::vector<std::string> given;
-  return Walk(files, options, disk_names, control).run(paths, given);
+  return Walk(files, options, disk_names, control).run(paths, nullptr);
 }
 
 GatherResult addFiles(FileList& files, std::span<const std::string> paths, const GatherOptions& options,
                       DiskNames* disk_names, const JobControl& control) {
+  const bool given_ones_leave = options.isFolders && options.isIncludeSubFolders;
+  if (!given_ones_leave) return addFilesToList(files, paths, options, disk_names, control);
   std::vector<std::string> given;
-  GatherResult result = Walk(files, options, disk_names, control).run(paths, given);
-  if (result.searchFilesCount == 0 || !options.isFolders || !options.isIncludeSubFolders) return result;
+  GatherResult result = Walk(files, options, disk_names, control).run(paths, &given);
+  if (result.searchFilesCount == 0) return result;
   // Who chose a folder with its subfolders means what is in it, not the folder itself.
   const std::unordered_set<std::string_view> given_paths(given.begin(), given.end());
   std::unordered_set<std::string_view> given_names;  // few items bear one: only theirs is the whole path made
