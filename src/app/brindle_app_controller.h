@@ -24,6 +24,7 @@
 #include "app/ports.h"
 #include "app/rules_controller.h"
 #include "app/window_state.h"
+#include "files/gather.h"
 #include "files/list_import.h"
 #include "files/photo_fields_cache.h"
 #include "files/recent_items.h"
@@ -265,6 +266,7 @@ class BrindleAppController final : private RulesOwner {
   void keep_session();
 
   void add_files(std::vector<std::string> paths);
+  void show_unreadable(const std::vector<UnreadablePath>& paths);
   void empty_list();
   void set_folders_mode(bool folders);
   void sort_rows(std::string_view column, bool ascending, const JobControl& control);

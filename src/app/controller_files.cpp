@@ -6,7 +6,9 @@
 #include "app/brindle_app_controller.h"
 #include "app/string_table.h"
 #include "files/gather.h"
+#include "pipeline/rename_row.h"
 #include "platform/app_info.h"
+#include "platform/file_name.h"
 #include "platform/message_log.h"
 
 namespace brindle {
@@ -17,6 +19,24 @@ constexpr std::size_t most_rows_removed_at_once = 100'000;
 
 // The question is its own key.
 constexpr std::string_view clear_question = "Are you sure to remove all file(s)/folder(s)?";
+
+// As many lines as a person reads.
+constexpr std::size_t most_lines_of_unreadable = 30;
+
+std::string display_path(std::string_view path) {
+  return to_utf8(FileSystemItem::getDisplayFilePath(decode_file_name(path)));
+}
+
+std::string list_of_unreadable(const FolderTable& folders, const std::vector<UnreadablePath>& paths) {
+  std::string list;
+  for (std::size_t i = 0; i < paths.size() && i < most_lines_of_unreadable; ++i) {
+    const std::string_view reason = describe_error(paths[i].error);
+    list += display_path(folders.path(paths[i].path)) + ": " + localized(reason) + "\n";
+  }
+  if (paths.size() > most_lines_of_unreadable) list += "…\n";
+  if (!list.empty()) list.pop_back();
+  return list;
+}
 
 OpenRequest open_request(std::string_view title_key, bool files, bool folders) {
   OpenRequest request;
@@ -111,11 +131,17 @@ void BrindleAppController::add_files(std::vector<std::string> paths) {
     state_.count_label =
         localized_format(is_folders ? "TOTALFOLDERSFOUND" : "TOTALFILESFOUND", result->searchFilesCount);
     if (result->searchFilesCount > 0) sorted_column_.clear();
+    show_unreadable(result->unreadable);
   };
   call.afterwards = [this, result] {
     if (result->searchFilesCount > 0) ports_.desktop.focus_list();
   };
   start_job(std::move(call));
+}
+
+void BrindleAppController::show_unreadable(const std::vector<UnreadablePath>& paths) {
+  state_.unreadable_label = paths.empty() ? "" : localized_format("UNREADABLEPATHS", paths.size());
+  state_.unreadable_list = list_of_unreadable(files_.folders(), paths);
 }
 
 void BrindleAppController::RemoveFiles(const RowSet& rows) {
@@ -158,6 +184,7 @@ void BrindleAppController::clearFilesFolders() {
 }
 
 void BrindleAppController::empty_list() {
+  show_unreadable({});
   state_.lastActionTimeTaken.clear();
   disposal_.throw_away(std::pair(files_.release(), std::exchange(disk_names_, DiskNames())));
   photo_fields_->clear();

@@ -45,6 +45,8 @@ struct WindowState {
   std::size_t done = 0;      ///< items
   std::size_t total = 0;     ///< 0 when not known
   std::string lastActionTimeTaken;
+  std::string unreadable_label;  ///< "2 folders could not be read"; empty when all could
+  std::string unreadable_list;   ///< which, and why: a line each (UTF-8); of many the first
 
   std::size_t item_count = 0;  ///< rows of the list, as of the last moment when no job ran
 

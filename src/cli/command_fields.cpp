@@ -52,7 +52,7 @@ class FieldPrinter {
 };
 
 std::string readable_file(const CommandLine& line) {
-  std::string path = absolute_path(line.operands.front(), current_folder());
+  std::string path = real_path(line.operands.front());
   struct stat facts {};
   if (::stat(path.c_str(), &facts) != 0) throw UsageError(fmt::format("there is no file {}", line.operands.front()));
   if (!S_ISREG(facts.st_mode)) throw UsageError(fmt::format("{} is not a file with metadata", line.operands.front()));

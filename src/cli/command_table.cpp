@@ -69,7 +69,8 @@ constexpr std::string_view grammar =
     "is "
     "written with a slash, ./insert, or behind \"--\", where it is a PATH when it exists. \"--\" ends options: what "
     "follows "
-    "may begin with \"-\". Everything else in a PATH stands for itself, whatever it holds.\n\n"
+    "may begin with \"-\". Everything else in a PATH stands for itself, whatever it holds. A symbolic link is renamed "
+    "itself, also with a slash behind it; link/. is the folder that it leads to.\n\n"
     "In the texts of a method \"/\" becomes \":\", since no name can hold it.";
 
 constexpr std::string_view profile_save_about =

@@ -17,6 +17,7 @@
 #include "log/undo.h"
 #include "pipeline/item_status.h"
 #include "platform/file_name.h"
+#include "platform/real_path.h"
 #include "settings/preferences.h"
 
 namespace brindle {

@@ -23,6 +23,10 @@ void print_left_out(std::string& buffer, std::string_view path, std::string_view
   JsonLine(buffer, "leftOut").bytes("path", path).text("reason", reason);
 }
 
+void print_unreadable(std::string& buffer, std::string_view path, std::string_view reason) {
+  JsonLine(buffer, "unreadable").bytes("path", path).text("reason", reason);
+}
+
 void print_refusal(std::string& buffer, const Refusal& refusal, std::string_view text) {
   JsonLine(buffer, "refusal").text("title", refusal.title).text("message", refusal.message).text("text", text);
 }

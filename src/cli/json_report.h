@@ -26,6 +26,8 @@ struct RunSummary {
 void print_summary(std::string& buffer, const RunSummary& summary);
 /// An item that an export has left out.
 void print_left_out(std::string& buffer, std::string_view path, std::string_view reason);
+/// A folder or PATH that could not be read.
+void print_unreadable(std::string& buffer, std::string_view path, std::string_view reason);
 void print_refusal(std::string& buffer, const Refusal& refusal, std::string_view text);
 
 /// Prints the rows of a list, one after the other: cheapest when rows of one folder follow each other.

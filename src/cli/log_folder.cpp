@@ -59,7 +59,7 @@ std::string find_log(const std::string& given) {
   }
   std::string beside_the_others = folder + "/" + given;
   if (given.find('/') == std::string::npos && exists(beside_the_others)) return beside_the_others;
-  if (exists(given)) return absolute_path(given, current_folder());
+  if (exists(given)) return real_path(given);
   throw UsageError(fmt::format("there is no log {} (brindle logs lists those in {})", given, folder));
 }
 

@@ -12,18 +12,14 @@
 
 namespace brindle {
 
-/// The current folder, absolute; empty when it is gone.
-std::string current_folder();
-
-/// The path made absolute against `folder`, without "." and doubled or trailing "/". What stands before its last ".."
-/// is resolved as the system does it, symbolic links included; the rest is kept, so that a link stays a link. Throws
-/// UsageError when the path is empty, when it is relative and `folder` is empty, and when what stands before ".." does
-/// not exist.
-std::string absolute_path(std::string_view path, const std::string& folder);
+/// What a path stands for (platform/real_path.h). Throws UsageError when it is empty, when it is relative and the
+/// current folder is gone, and when it cannot be had.
+std::string real_path(std::string_view given);
 
 constexpr std::size_t most_paths = 10'000'000;
 
-/// All PATHs of a line, those read with --from behind the others, absolute. Throws UsageError.
+/// All PATHs of a line as they were given, those read with --from behind the others. `folder` is the current one.
+/// Throws UsageError for those that cannot mean anything.
 std::vector<std::string> read_paths(const CommandLine& line, const std::string& folder, Console& console);
 
 }  // namespace brindle

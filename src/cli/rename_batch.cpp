@@ -1,11 +1,9 @@
 #include "cli/rename_batch.h"
 
 #include <fmt/format.h>
-#include <sys/stat.h>
 
 #include <algorithm>
-#include <cerrno>
-#include <cstring>
+#include <map>
 #include <utility>
 #include <vector>
 
@@ -20,41 +18,56 @@
 #include "files/list_import.h"
 #include "pipeline/file_order.h"
 #include "pipeline/preview.h"
+#include "pipeline/rename_row.h"
 #include "platform/file_name.h"
+#include "platform/real_path.h"
 
 namespace brindle {
 namespace {
 
-std::string_view name_of(std::string_view path) {
-  return path.substr(path.rfind('/') + 1);
+constexpr std::size_t most_lines_a_reason = 10;
+
+void tell_hidden(const std::vector<std::string>& paths, RenameBatch& batch, Console& console) {
+  batch.left_out += paths.size();
+  for (const std::string& path : paths)
+    console.error(fmt::format("{} is hidden and left out; --hidden takes it in", relative_path(path, batch.folder)));
 }
 
-bool is_hidden(std::string_view path) {
-  return name_of(path).starts_with('.');
-}
-
-// Says why PATHs are not in the list: those that begin with ".", and in folders mode those that do not exist.
-std::size_t explain_left_out(const std::vector<std::string>& paths, const CommandLine& line, const RenameBatch& batch,
-                             std::size_t hidden_paths, Console& console) {
-  std::size_t left_out = 0;
-  for (const std::string& path : paths) {
-    const bool hidden = hidden_paths > 0 && !line.options.hidden && is_hidden(path);
-    struct stat facts {};
-    const int missing = !hidden && batch.is_folders() && ::lstat(path.c_str(), &facts) != 0 ? errno : 0;
-    if (!hidden && missing == 0) continue;
-    ++left_out;
-    const std::string_view shown = relative_path(path, batch.folder);
-    console.error(hidden ? fmt::format("{} is hidden and left out; --hidden takes it in", shown)
-                         : fmt::format("{}: {}", shown, std::strerror(missing)));
+void print_all_unreadable(const std::vector<UnreadablePath>& paths, const RenameBatch& batch, Console& console) {
+  for (const UnreadablePath& unreadable : paths) {
+    print_unreadable(console.out().buffer(), batch.files.folders().path(unreadable.path),
+                     describe_error(unreadable.error));
+    console.out().flush_if_full();
   }
-  return left_out;
+}
+
+// What cannot be read, reason by reason: the first of each by their names, the rest by their number.
+void tell_unreadable(const CommandLine& line, const std::vector<UnreadablePath>& paths, RenameBatch& batch,
+                     Console& console) {
+  batch.left_out += paths.size();
+  if (line.options.json) return print_all_unreadable(paths, batch, console);
+  std::map<int, std::size_t> counts;
+  for (const UnreadablePath& unreadable : paths) {
+    if (++counts[unreadable.error] > most_lines_a_reason) continue;
+    const std::string path = batch.files.folders().path(unreadable.path);
+    console.error(fmt::format("{}: {}", relative_path(path, batch.folder), describe_error(unreadable.error)));
+  }
+  for (const auto& [error, count] : counts) {
+    if (count > most_lines_a_reason)
+      console.error(fmt::format("{} more like that: {}", count - most_lines_a_reason, describe_error(error)));
+  }
 }
 
 // A list of paths that was made wrong, or a space too many, is soon "/".
-void refuse_whole_system(const CommandLine& line, const std::vector<std::string>& paths) {
+void refuse_whole_system(const CommandLine& line, const std::vector<std::string>& paths, const std::string& folder) {
   const bool would_rename =
       std::ranges::find(line.command->options, OptionId::no_preserve_root) != line.command->options.end();
-  if (!would_rename || line.options.no_preserve_root || std::ranges::find(paths, "/") == paths.end()) return;
+  if (!would_rename || line.options.no_preserve_root) return;
+  RealPaths real_paths(folder);
+  const bool has_root = std::ranges::any_of(paths, [&](const std::string& path) {
+    return (path.ends_with('/') || path.ends_with('.')) && real_paths.of(path).path == "/";
+  });
+  if (!has_root) return;
   throw UsageError("one of the PATHs is /, which is everything on this machine; --no-preserve-root renames it all");
 }
 
@@ -62,13 +75,14 @@ void gather(const CommandLine& line, Console& console, RenameBatch& batch) {
   const std::vector<std::string> paths = read_paths(line, batch.folder, console);
   batch.paths = paths.size();
   const RenameSettings& settings = batch.request.settings;
-  if (settings.isIncludeSubFolders) refuse_whole_system(line, paths);
-  const GatherOptions options{settings.isFolders, settings.isIncludeSubFolders, line.options.hidden, false};
-  ProgressLine progress(console, "Found");
-  const GatherResult result = addFiles(batch.files, paths, options, &batch.disk_names, {&cancel_flag(), &progress});
-  if (result.hidden_paths > 0 || batch.is_folders()) {
-    batch.left_out = explain_left_out(paths, line, batch, result.hidden_paths, console);
-  }
+  if (settings.isIncludeSubFolders) refuse_whole_system(line, paths, batch.folder);
+  const GatherOptions options{settings.isFolders, settings.isIncludeSubFolders, line.options.hidden, false,
+                              batch.folder};
+  std::optional<ProgressLine> progress(std::in_place, console, "Found");
+  const GatherResult result = addFiles(batch.files, paths, options, &batch.disk_names, {&cancel_flag(), &*progress});
+  progress.reset();
+  tell_hidden(result.hidden_paths, batch, console);
+  tell_unreadable(line, result.unreadable, batch, console);
 }
 
 bool has_paths(const CommandLine& line) {

@@ -40,7 +40,7 @@ struct RenameBatch {
   DiskNames disk_names;
   std::string folder;        ///< the current folder: names below it are shown relative to it
   std::size_t paths = 0;     ///< how many were given
-  std::size_t left_out = 0;  ///< PATHs that are not in the list at all, each with a line on standard error
+  std::size_t left_out = 0;  ///< PATHs and folders that could not be looked into; this has been said
 
   bool is_folders() const { return request.settings.isFolders; }
   /// "file", "files", "folder" or "folders".

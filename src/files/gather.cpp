@@ -2,6 +2,7 @@
 
 #include <sys/stat.h>
 
+#include <cerrno>
 #include <cstring>
 #include <string_view>
 #include <unordered_set>
@@ -11,6 +12,7 @@
 #include "pipeline/open_folder.h"
 #include "platform/file_kind.h"
 #include "platform/folder_handle.h"
+#include "platform/real_path.h"
 
 namespace brindle {
 namespace {
@@ -74,13 +76,21 @@ class Walk {
   Walk(FileList& files, const GatherOptions& options, DiskNames* disk_names, const JobControl& control)
       : files_(files), options_(options), disk_names_(disk_names), control_(control), throttle_(control) {}
 
-  GatherResult run(std::span<const std::string> paths) {
+  /// `given` (may be null) is told the real paths.
+  GatherResult run(std::span<const std::string> paths, std::vector<std::string>* given) {
+    RealPaths real_paths(options_.current_folder);
     for (const std::string& path : paths) {
       if (stop()) break;
-      add_path(path);
+      RealPath real = real_paths.of(path);
+      if (real.error != 0) {
+        note_unreadable(files_.folders().intern(real.path), real.error);
+      } else {
+        add_path(real.path);
+        if (given != nullptr) given->push_back(std::move(real.path));
+      }
     }
     throttle_.finish(result_.searchFilesCount);
-    return result_;
+    return std::move(result_);
   }
 
  private:
@@ -102,7 +112,9 @@ class Walk {
     throttle_.step(result_.searchFilesCount, [this] { return files_.path(files_.size() - 1); });
   }
 
+  void note_unreadable(FolderId path, int error) { result_.unreadable.push_back({path, error}); }
   void add_path(const std::string& path);
+  int look_at(FolderId parent, std::string_view name, FileKind& kind);
   void walk_below(FolderId top);
   void list(FolderId folder);
   bool admit(const Level& level, std::string_view name, EntryKindBits kind, std::uint64_t inode);
@@ -120,20 +132,36 @@ class Walk {
 
 void Walk::add_path(const std::string& path) {
   const std::size_t slash = path.rfind('/');
-  if (slash == std::string::npos) return;
   const std::string_view name = std::string_view(path).substr(slash + 1);
   if (is_hidden(name) && !options_.include_hidden) {
-    ++result_.hidden_paths;
+    result_.hidden_paths.push_back(path);
     return;
   }
-  const FileKind kind = file_kind(path);
-  const bool is_real_folder = kind.exists && kind.is_folder && !kind.is_alias && !kind.is_package;
-  const bool is_root = name.empty();
-  if (is_real_folder == options_.isFolders && !is_root) {
-    const FolderId folder = files_.folders().intern(std::string_view(path).substr(0, slash));
-    count(files_.add(folder, name, kind_bits(kind.is_folder, kind.is_alias, kind.is_package), kind.inode));
+  if (name.empty()) {  // the root is nobody's item
+    if (options_.isIncludeSubFolders) walk_below(FolderTable::root);
+    return;
   }
-  if (is_real_folder && options_.isIncludeSubFolders) walk_below(files_.folders().intern(path));
+  const FolderId parent = files_.folders().intern(std::string_view(path).substr(0, slash));
+  FileKind kind;
+  const int error = look_at(parent, name, kind);
+  const bool is_missing_file = error == ENOENT && !options_.isFolders;
+  if (error != 0 && !is_missing_file) return note_unreadable(files_.folders().child(parent, name), error);
+  const bool is_real_folder = kind.is_folder && !kind.is_alias && !kind.is_package;
+  if (is_real_folder == options_.isFolders)
+    count(files_.add(parent, name, kind_bits(kind.is_folder, kind.is_alias, kind.is_package), kind.inode));
+  if (is_real_folder && options_.isIncludeSubFolders) walk_below(files_.folders().child(parent, name));
+}
+
+// What a given path is, in its folder as it was listed; or errno.
+int Walk::look_at(FolderId parent, std::string_view name, FileKind& kind) {
+  FolderTable& folders = files_.folders();
+  open_.open(folders, parent);
+  const FolderHandle& folder = open_.handle();
+  if (!folder) return folder.error() == ENOTDIR ? ENOENT : folder.error();
+  FolderIdentity identity;
+  if (!folders.identity(parent) && folder.identity(identity)) folders.set_identity(parent, identity);
+  kind = file_kind(folder, name.data());
+  return kind.exists ? 0 : errno;
 }
 
 // In the order of the listings, a subfolder's contents where the subfolder stands, and without recursion.
@@ -162,9 +190,11 @@ bool Walk::admit(const Level& level, std::string_view name, EntryKindBits kind, 
 // Reads a folder to its end, at once: what comes before the first subfolder goes straight into the list, the rest
 // waits.
 void Walk::list(FolderId folder) {
-  open_.open(files_.folders(), folder);
+  open_.open_to_list(files_.folders(), folder);
   const FolderHandle& handle = open_.handle();
-  if (!handle) return;
+  FolderIdentity identity;
+  if (!handle || !handle.identity(identity)) return note_unreadable(folder, handle ? errno : handle.error());
+  files_.folders().set_identity(folder, identity);
   Level level{files_.begin_listing(folder), {}};
   bool has_rest = false;
   if (disk_names_ != nullptr) disk_names_->begin_listing(folder, handle);
@@ -180,6 +210,7 @@ void Walk::list(FolderId folder) {
       admit(level, entry.name, kind, entry.inode);
     }
   }
+  if (reader_.error() != 0) note_unreadable(folder, reader_.error());
   if (disk_names_ != nullptr && !stop() && reader_.error() == 0) disk_names_->end_listing();
   if (has_rest) levels_.push_back(std::move(level));
 }
@@ -188,22 +219,25 @@ void Walk::list(FolderId folder) {
 
 GatherResult addFilesToList(FileList& files, std::span<const std::string> paths, const GatherOptions& options,
                             DiskNames* disk_names, const JobControl& control) {
-  return Walk(files, options, disk_names, control).run(paths);
+  return Walk(files, options, disk_names, control).run(paths, nullptr);
 }
 
 GatherResult addFiles(FileList& files, std::span<const std::string> paths, const GatherOptions& options,
                       DiskNames* disk_names, const JobControl& control) {
-  const GatherResult result = addFilesToList(files, paths, options, disk_names, control);
-  if (result.searchFilesCount == 0 || !options.isFolders || !options.isIncludeSubFolders) return result;
+  const bool given_ones_leave = options.isFolders && options.isIncludeSubFolders;
+  if (!given_ones_leave) return addFilesToList(files, paths, options, disk_names, control);
+  std::vector<std::string> given;
+  GatherResult result = Walk(files, options, disk_names, control).run(paths, &given);
+  if (result.searchFilesCount == 0) return result;
   // Who chose a folder with its subfolders means what is in it, not the folder itself.
-  const std::unordered_set<std::string> given(paths.begin(), paths.end());
+  const std::unordered_set<std::string_view> given_paths(given.begin(), given.end());
   std::unordered_set<std::string_view> given_names;  // few items bear one: only theirs is the whole path made
   for (const std::string& path : given) given_names.insert(std::string_view(path).substr(path.rfind('/') + 1));
   files.remove_if([&](const ItemRecord& record) {
     if (!given_names.contains(record.name())) return false;
     std::string path = files.folders().path(record.folder);
     if (path.back() != '/') path.push_back('/');
-    return given.contains(path.append(record.name()));
+    return given_paths.contains(path.append(record.name()));
   });
   return result;
 }

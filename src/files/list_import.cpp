@@ -9,6 +9,7 @@
 #include "files/list_rows.h"
 #include "pipeline/new_name_check.h"
 #include "pipeline/open_folder.h"
+#include "pipeline/rename_row.h"
 #include "platform/atomic_file.h"
 #include "platform/file_kind.h"
 #include "platform/file_name.h"
@@ -16,6 +17,8 @@
 
 namespace brindle {
 namespace {
+
+constexpr int not_looked_at = -1;
 
 /// One run of the import job.
 class ImportRun {
@@ -60,7 +63,7 @@ class ImportRun {
   std::vector<FileKind> kinds_;           // by path, once its folder was looked at
   std::vector<std::uint32_t> by_folder_;  // the numbers of the paths, folder by folder
   std::vector<std::uint32_t> first_of_;   // by folder: where its paths begin in by_folder_
-  std::vector<bool> looked_at_;           // by folder
+  std::vector<int> folder_errors_;        // by folder, once it was looked at: errno, 0 when it could be
   FileSystemItem field_;
   ImportResult result_;
 };
@@ -89,24 +92,21 @@ void ImportRun::find_folders() {
   std::vector<std::uint32_t> next = first_of_;
   for (std::uint32_t i = 0; i < count; ++i) by_folder_[next[folder_of_[i]]++] = i;
   kinds_.resize(count);
-  looked_at_.resize(folders.size());
+  folder_errors_.resize(folders.size(), not_looked_at);
 }
 
 // However the lines are ordered, a folder is opened once.
 void ImportRun::look_at_all_in(FolderId folder) {
-  if (looked_at_[folder]) return;
-  looked_at_[folder] = true;
+  if (folder_errors_[folder] != not_looked_at) return;
   open_.open(files_.folders(), folder);
-  if (!open_.handle()) return;
-  const std::string path = files_.folders().path(folder);
-  const std::string canonical = canonical_path(path);
-  const bool is_alias = !canonical.empty() && canonical != path;  // empty: too long to be asked about
+  folder_errors_[folder] = open_.handle().error();
+  FolderIdentity identity;
+  if (!open_.handle().identity(identity)) return;
+  files_.folders().set_identity(folder, identity);
   for (std::uint32_t i = first_of_[folder]; i < first_of_[folder + 1]; ++i) {
     const std::string_view listed = item_.paths[by_folder_[i]];
     if (!listed.starts_with('/')) continue;
-    FileKind& kind = kinds_[by_folder_[i]];
-    kind = file_kind(open_.handle(), listed.data() + name_start(listed));
-    kind.is_alias = kind.exists && (kind.is_alias || is_alias);
+    kinds_[by_folder_[i]] = file_kind(open_.handle(), listed.data() + name_start(listed));
   }
 }
 
@@ -136,7 +136,12 @@ void ImportRun::add(std::size_t index) {
 
 void ImportRun::set_missing(std::size_t row, bool is_absolute) {
   files_.set_status(row, not_found(files_[row].type()));
-  if (!is_absolute) files_.set_reason(row, "the location in the list is no absolute path");
+  const int error = folder_errors_[files_[row].folder];
+  if (!is_absolute) {
+    files_.set_reason(row, "the location in the list is no absolute path");
+  } else if (error != 0 && error != ENOENT && error != ENOTDIR) {
+    files_.set_reason(row, describe_error(error));
+  }
 }
 
 void ImportRun::set_new_name(std::size_t row, std::string_view new_name) {

@@ -56,7 +56,7 @@ inline constexpr std::size_t list_line_limit = 10'000'000;            ///< usabl
 /// without exactly three fields spoils the file; one that has a column's title in its place is a header; other lines
 /// that do not have three fields are ignored.
 ///
-/// Existing items are looked up: their paths become canonical (the folder's links resolved, the name as the disk has
+/// Existing items are looked up: their paths become real (the folder's links resolved, the name as the disk has
 /// it, a last link not followed), and an empty new name stands for the name they have. A location that is no absolute
 /// path is left as it is, and leads nowhere. Where a spreadsheet has put quotes around fields, a line that names
 /// nothing on disk is tried without them. `reason` says in a few words why a file is unreadable. On failure `item` is

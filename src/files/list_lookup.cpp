@@ -8,9 +8,9 @@
 #include <unordered_map>
 #include <unordered_set>
 
-#include "platform/file_kind.h"
 #include "platform/file_name.h"
 #include "platform/folder_handle.h"
+#include "platform/real_path.h"
 #include "platform/unicode_fold.h"
 
 namespace brindle {
@@ -59,15 +59,16 @@ class FolderNames {
   std::unordered_map<std::u16string, std::string> by_folded_name_;
 };
 
-/// A folder that lines name, made canonical.
+/// A folder that lines name, its links resolved.
 class ListedFolder {
  public:
   // The current folder has no part in what a list means, so only absolute locations are looked at.
   explicit ListedFolder(std::string location) : path_(std::move(location)) {
     if (!path_.starts_with('/')) return;
-    std::string canonical = canonical_path(path_);
-    handle_ = FolderHandle::open(canonical.empty() ? path_ : canonical);
-    if (handle_ && !canonical.empty()) path_ = std::move(canonical);
+    RealPath real = RealPaths({}).of(path_ + "/");
+    if (real.error != 0) return;
+    path_ = std::move(real.path);
+    handle_ = FolderHandle::open_real(path_);
   }
   ListedFolder(const ListedFolder&) = delete;
   ListedFolder& operator=(const ListedFolder&) = delete;

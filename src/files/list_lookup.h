@@ -13,7 +13,7 @@ namespace brindle {
 
 /// What a line stands for, in on-disk bytes. Views are into the arena that was given.
 struct FoundItem {
-  std::string_view path;      ///< canonical as far as the disk knows it
+  std::string_view path;      ///< real as far as the disk knows it
   std::string_view new_name;  ///< for an existing item never empty, for a missing one always
   bool exists = false;
 };

@@ -36,7 +36,7 @@ struct KeyHash {
 
 Key key_of(const FileList& files, std::size_t row) {
   const ItemRecord& item = files[row];
-  const FolderId folder = files.folders().resolve(item.folder);
+  const FolderId folder = item.folder;
   if (item.inode != 0) return {item.inode, folder, true};
   return {hash_bytes(item.name()), folder, false};
 }

@@ -144,14 +144,12 @@ void Run::rename_in_order() {
   FolderId at = FolderTable::none;
   for (std::size_t index = 0; index < rows_.size() && !control_.cancelled(); ++index) {
     const ItemRecord& record = files_[rows_[index]];
-    const bool doubtful = follower_ && follower_->is_doubtful(record.folder);
-    if (record.folder != at || doubtful) {
+    if (record.folder != at) {
       at = record.folder;
       folder_path = files_.folders().path(at);
-      folder.open(files_.folders(), at, doubtful || !follower_);
+      folder.open(files_.folders(), at);
     }
-    settle(index, rename_row(record, folder.handle(), rules_, doubtful, logged_ ? &journal_ : nullptr, index),
-           folder_path);
+    settle(index, rename_row(record, folder.handle(), rules_, logged_ ? &journal_ : nullptr, index), folder_path);
   }
 }
 

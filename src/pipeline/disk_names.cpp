@@ -131,6 +131,7 @@ bool DiskNames::list_now(Listing& listing, std::size_t most) {
 // Brings a listing up to date for this run. False when there is none and none pays.
 bool DiskNames::refresh(Listing& listing, std::size_t expected_tests) {
   const bool is_open = static_cast<bool>(handle());
+  error_ = handle().error();
   name_limit_ = is_open ? handle().name_limit() : name_limit_;
   FolderStamp stamp;
   const bool kept = is_open && listing.complete && handle().stamp(stamp) && stamp == listing.stamp;
@@ -160,6 +161,7 @@ void DiskNames::begin_run(const FolderTable& folders) {
 void DiskNames::enter(FolderId folder, std::size_t expected_tests) {
   if (folder == folder_) return;
   folder_ = folder;
+  error_ = 0;
   Listing& listing = listings_[folder];
   current_ = listing.run == run_ || refresh(listing, expected_tests) ? &listing : nullptr;
   if (current_ != nullptr) name_limit_ = listing.name_limit;

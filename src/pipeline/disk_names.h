@@ -37,6 +37,8 @@ class DiskNames {
   bool exists(std::string_view name);
   /// Whether the program's own data is reached through this entry (see OwnFolders). `inode` as a listing gave it.
   bool holds_own_data(std::string_view name, std::uint64_t inode);
+  /// Why the folder cannot be asked (as OpenFolder says it); 0 when it can be. Nothing exists in one that cannot.
+  int error() const { return error_; }
   /// The longest name that the folder's disk takes, in bytes.
   std::size_t name_limit() const { return name_limit_; }
 
@@ -72,6 +74,7 @@ class DiskNames {
   OpenFolder open_;             // follows folder_ when the disk is needed
   Listing* current_ = nullptr;  // null: every test goes to the disk
   std::size_t name_limit_ = 255;
+  int error_ = 0;
 };
 
 }  // namespace brindle

@@ -110,22 +110,14 @@ void FileList::resetFilesDic() {
   set_made_ = false;
   removed_.clear();
   folder_has_items_.assign(folders_.size(), false);
-  for (ItemRecord& record : items_) {
-    record.folder = folders_.resolve(record.folder);
-    folder_has_items_[record.folder] = true;
-  }
+  for (const ItemRecord& record : items_) folder_has_items_[record.folder] = true;
 }
 
 // Reading and writing
 
 void FileList::read_without_new_name(std::size_t row, FileSystemItem& item) const {
   const ItemRecord& record = items_[row];
-  if (item.list_folder() == record.folder && item.list() == this) {
-    item.set_name(record.name());
-  } else {
-    item.set_path(folders_.path(record.folder), record.name());
-    item.set_list(this, record.folder);
-  }
+  item.set_path(folders_, record.folder, record.name());
   item.set_kind((record.kind & 1U) != 0, (record.kind & 2U) != 0, (record.kind & 4U) != 0);
 }
 

@@ -152,30 +152,6 @@ std::vector<std::uint32_t> order_by_name(const FileList& files) {
 
 }  // namespace
 
-// Folders whose paths compare as equal ("a" and "A") keep apart by their bytes, so that the items of one folder always
-// stand together.
-std::vector<std::uint32_t> folder_ranks(const FileList& files) {
-  const FolderTable& folders = files.folders();
-  std::vector<bool> used(folders.size());
-  for (const ItemRecord& record : files.items()) used[record.folder] = true;
-  struct Place {
-    std::string key;
-    std::string path;
-    FolderId folder = 0;
-  };
-  std::vector<Place> places;
-  for (FolderId folder = 0; folder < folders.size(); ++folder) {
-    if (!used[folder]) continue;
-    Place& place = places.emplace_back(Place{{}, folders.path(folder), folder});
-    append_sort_key(place.path, place.key);
-  }
-  std::sort(places.begin(), places.end(),
-            [](const Place& a, const Place& b) { return std::tie(a.key, a.path) < std::tie(b.key, b.path); });
-  std::vector<std::uint32_t> ranks(folders.size());
-  for (std::uint32_t rank = 0; rank < places.size(); ++rank) ranks[places[rank].folder] = rank;
-  return ranks;
-}
-
 void append_sort_key(std::string_view name, std::string& key) {
   if (!append_ascii_key(name, key)) append_key(decode_file_name(name), key);
 }

@@ -45,9 +45,27 @@ std::optional<FileSystemItem> FileSystemItem::initWithPath(std::string_view path
 }
 
 void FileSystemItem::set_path(std::string_view location, std::string_view name) {
+  folders_ = nullptr;
   location_bytes_ = location;
+  location_made_ = true;
   location_decoded_ = false;
   set_name(name);
+}
+
+void FileSystemItem::set_path(const FolderTable& folders, FolderId folder, std::string_view name) {
+  if (folders_ != &folders || folder_ != folder) location_made_ = location_decoded_ = false;
+  folders_ = &folders;
+  folder_ = folder;
+  set_name(name);
+}
+
+const std::string& FileSystemItem::disk_location() const {
+  if (!location_made_) {
+    location_bytes_.clear();
+    folders_->append_path(folder_, location_bytes_);
+    location_made_ = true;
+  }
+  return location_bytes_;
 }
 
 void FileSystemItem::set_name(std::string_view name) {
@@ -72,7 +90,7 @@ void FileSystemItem::set_kind(bool is_folder, bool is_alias, bool is_package) {
 const std::u16string& FileSystemItem::fileLocation() const {
   if (!location_decoded_) {
     location_.clear();
-    append_decoded(location_bytes_, location_);
+    append_decoded(disk_location(), location_);
     location_decoded_ = true;
   }
   return location_;

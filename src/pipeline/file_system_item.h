@@ -12,6 +12,7 @@
 #include <string>
 #include <string_view>
 
+#include "pipeline/folder_table.h"
 #include "pipeline/item_status.h"
 #include "platform/date.h"
 
@@ -46,7 +47,7 @@ class FileSystemItem {
 
   /// Bytes of the full path and of the folder, for calls to the system.
   std::string disk_path() const;
-  const std::string& disk_location() const { return location_bytes_; }
+  const std::string& disk_location() const;
 
   // Kind.
 
@@ -102,18 +103,10 @@ class FileSystemItem {
   }
 
   // For the list: point the object at another entry. `location` is the folder's path, `name` the last component
-  // (bytes).
+  // (bytes). A folder of a table must stay as it is while the object stands for an entry in it: its path is made when
+  // somebody asks for it, since most names are made without it, and it is as long as its tree is deep.
   void set_path(std::string_view location, std::string_view name);
-  void set_name(std::string_view name);  ///< another entry of the same folder
-
-  // Which folder of which list the location was read from, so that the next row of the same folder need not read it
-  // again.
-  const void* list() const { return list_; }
-  std::uint32_t list_folder() const { return list_folder_; }
-  void set_list(const void* list, std::uint32_t folder) {
-    list_ = list;
-    list_folder_ = folder;
-  }
+  void set_path(const FolderTable& folders, FolderId folder, std::string_view name);
 
  private:
   struct ExtensionSplit {
@@ -121,9 +114,14 @@ class FileSystemItem {
     std::size_t start = 0;
   };
 
+  void set_name(std::string_view name);
+
   std::u16string name_;
   ExtensionSplit extension_;
-  std::string location_bytes_;
+  const FolderTable* folders_ = nullptr;  // null: location_bytes_ was given
+  FolderId folder_ = FolderTable::none;
+  mutable std::string location_bytes_;
+  mutable bool location_made_ = true;
   mutable std::u16string location_;  // decoded on first use
   mutable bool location_decoded_ = true;
   std::u16string newFilename_;
@@ -132,8 +130,6 @@ class FileSystemItem {
   bool isFolder_ = false;
   bool isAlias_ = false;
   bool isPackageAtpath_ = false;
-  const void* list_ = nullptr;
-  std::uint32_t list_folder_ = 0;
   PhotoFields photo_;
   bool has_photo_ = false;  // someone may have written into it
 };

@@ -6,11 +6,13 @@
 // One thread at a time; const calls may run on several.
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
 
+#include "platform/folder_handle.h"
 #include "platform/text_arena.h"
 
 namespace brindle {
@@ -33,30 +35,32 @@ class FolderTable {
 
   std::size_t size() const { return nodes_.size(); }
   FolderId parent(FolderId folder) const { return nodes_[folder].parent; }
-  std::string_view name(FolderId folder) const { return nodes_[folder].name; }
+  std::string_view name(FolderId folder) const { return nodes_[folder].name(); }  ///< NUL-terminated
 
   /// The absolute path; no trailing "/" but for the root itself.
   std::string path(FolderId folder) const;
   void append_path(FolderId folder, std::string& path) const;
 
-  // Giving folders other names: detach all of them, then attach each.
+  /// Gives a folder another name, or another parent: it keeps its number, and what is below it goes with it. Another
+  /// folder that was known by the new path is known by it no more: on disk it cannot be there.
+  void move(FolderId folder, FolderId new_parent, std::string_view new_name);
 
-  /// Takes a folder out of its parent. It keeps its number, and what is below it.
-  void detach(FolderId folder);
-  /// Puts a detached folder below `parent`. When a folder of this name is there already, nothing happens and that one
-  /// is returned; otherwise `folder` itself.
-  FolderId attach(FolderId folder, FolderId parent, std::string_view name);
-  /// Makes a detached folder stand for another: its path is the other's from now on.
-  void make_alias(FolderId folder, FolderId other) { nodes_[folder].alias = other; }
-  /// The folder that a number stands for, made aliases followed.
-  FolderId resolve(FolderId folder) const;
+  /// Which folder on disk it was when it was listed; none before that.
+  std::optional<FolderIdentity> identity(FolderId folder) const;
+  void set_identity(FolderId folder, const FolderIdentity& identity);
 
  private:
+  // A list of a million folders is a million of these. Disks are few, so a number stands for each; 0 is none.
   struct Node {
+    const char* name_data = nullptr;
+    std::uint64_t inode = 0;
     FolderId parent = none;
-    std::string_view name;
-    FolderId alias = none;
+    std::uint32_t name_size = 0;
+    std::uint32_t device = 0;
+
+    std::string_view name() const { return {name_data, name_size}; }
   };
+  static_assert(sizeof(Node) == 32);
   struct Key {
     FolderId parent;
     std::string_view name;
@@ -66,8 +70,11 @@ class FolderTable {
     std::size_t operator()(const Key& key) const;
   };
 
+  static Node node(FolderId parent, std::string_view name);
+
   TextArena names_;
   std::vector<Node> nodes_;
+  std::vector<std::uint64_t> devices_ = {0};
   std::unordered_map<Key, FolderId, KeyHash> children_;
 };
 

@@ -5,7 +5,6 @@
 #include <numeric>
 #include <utility>
 
-#include "platform/file_kind.h"
 #include "platform/thread_start.h"
 
 namespace brindle {
@@ -14,34 +13,22 @@ namespace {
 constexpr std::size_t most_threads = 2;  // more only queue up at the disk's own locks
 constexpr std::size_t rows_worth_a_thread = 64;
 
-// An outcome in one word: the status above, the errno (or `other_file`) in the low bits.
-constexpr std::int32_t errno_bias = 1;
-
+// An outcome in one word: the status above, the errno in the low bits.
 std::int32_t pack(const RowOutcome& outcome) {
-  return (static_cast<std::int32_t>(outcome.status) << 16) | (outcome.error + errno_bias);
+  return (static_cast<std::int32_t>(outcome.status) << 16) | outcome.error;
 }
 
 RowOutcome unpack(std::int32_t packed) {
-  return {static_cast<ItemStatus>(packed >> 16), (packed & 0xFFFF) - errno_bias};
-}
-
-bool is_canonical(const std::string& path) {
-  return canonical_path(path) == path;
+  return {static_cast<ItemStatus>(packed >> 16), packed & 0xFFFF};
 }
 
 }  // namespace
 
 bool folders_are_independent(const FileList& files, std::span<const std::uint32_t> rows) {
   const FolderTable& folders = files.folders();
-  FolderId checked = FolderTable::none;
   return std::all_of(rows.begin(), rows.end(), [&](std::uint32_t row) {
     const ItemRecord& record = files[row];
-    if (record.kind == 0) return true;
-    if (folders.find_child(record.folder, record.name()) != FolderTable::none) return false;
-    // Through a link one folder can be listed under two paths.
-    const bool needs_check = (record.kind & 2U) != 0 && record.folder != checked;
-    checked = record.folder;
-    return !needs_check || is_canonical(folders.path(record.folder));
+    return record.kind == 0 || folders.find_child(record.folder, record.name()) == FolderTable::none;
   });
 }
 
@@ -91,29 +78,30 @@ void FolderWorkers::sort_into_tasks() {
     order_[tasks_[task_of[files_[rows_[index]].folder]].end++] = index;
 }
 
-bool FolderWorkers::rename_next_folder() {
+bool FolderWorkers::rename_next_folder(OpenFolder& folder) {
   const std::size_t task = next_task_++;
   if (task >= tasks_.size() || control_.cancelled()) return false;
-  rename_folder(tasks_[task]);
+  folder.open(files_.folders(), tasks_[task].folder);
+  rename_rows(tasks_[task], folder.handle());
   return true;
 }
 
 void FolderWorkers::work() {
-  while (rename_next_folder()) continue;
+  OpenFolder folder;
+  while (rename_next_folder(folder)) continue;
   at_work_.fetch_sub(1, std::memory_order_release);
 }
 
-void FolderWorkers::rename_folder(const Task& task) {
-  const FolderHandle folder = FolderHandle::open(files_.folders().path(task.folder));
+void FolderWorkers::rename_rows(const Task& task, const FolderHandle& folder) {
   for (std::uint32_t i = task.begin; i < task.end && !control_.cancelled(); ++i) {
     const std::uint32_t index = order_[i];
-    const RowOutcome outcome = rename_row(files_[rows_[index]], folder, rules_, false, journal_, index);
+    const RowOutcome outcome = rename_row(files_[rows_[index]], folder, rules_, journal_, index);
     outcomes_[index].store(pack(outcome), std::memory_order_release);
   }
 }
 
 RowOutcome FolderWorkers::take(std::size_t index) {
-  while (threads_.empty() && outcomes_[index] == 0 && rename_next_folder()) continue;
+  while (threads_.empty() && outcomes_[index] == 0 && rename_next_folder(open_here_)) continue;
   for (;;) {
     // Looked at in this order: who has stopped working has stored all it had to store.
     const bool over = at_work_.load(std::memory_order_acquire) == 0;

@@ -12,6 +12,7 @@
 #include "log/journal.h"
 #include "pipeline/file_list.h"
 #include "pipeline/job.h"
+#include "pipeline/open_folder.h"
 #include "pipeline/rename_row.h"
 
 namespace brindle {
@@ -44,9 +45,9 @@ class FolderWorkers {
 
   void sort_into_tasks();
   bool start_one();
-  bool rename_next_folder();
+  bool rename_next_folder(OpenFolder& folder);
   void work();
-  void rename_folder(const Task& task);
+  void rename_rows(const Task& task, const FolderHandle& folder);
 
   const FileList& files_;
   std::span<const std::uint32_t> rows_;
@@ -58,6 +59,7 @@ class FolderWorkers {
   std::atomic<std::size_t> next_task_{0};
   std::vector<std::atomic<std::int32_t>> outcomes_;  // packed; 0 while not known
   std::atomic<std::size_t> at_work_{0};
+  OpenFolder open_here_;  // the owner's, who renames where no thread could be started
   std::vector<std::jthread> threads_;
 };
 

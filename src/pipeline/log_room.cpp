@@ -22,10 +22,7 @@ class PathGrowth {
 
   std::size_t of(FolderId folder) const {
     std::size_t sum = 0;
-    for (folder = folders_.resolve(folder); folder != FolderTable::root && folder != FolderTable::none;
-         folder = folders_.parent(folder)) {
-      sum += own_[folder];
-    }
+    for (; folder != FolderTable::root; folder = folders_.parent(folder)) sum += own_[folder];
     return sum;
   }
 

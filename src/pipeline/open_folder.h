@@ -1,35 +1,37 @@
 #pragma once
 
-// The folder at hand, held open. Going down a level opens one name below it instead of a whole path, which is what
-// keeps trees of any depth cheap. One thread.
+// The folder at hand, held open. One thread.
 
-#include <utility>
+#include <optional>
 
 #include "pipeline/folder_table.h"
 #include "platform/folder_handle.h"
 
 namespace brindle {
 
+/// Turns from folder to folder of a list, never through a symbolic link. Going on to a folder close by goes through the
+/// one that is open where paths are long, so trees of any depth cost a few names a folder.
 class OpenFolder {
  public:
   const FolderHandle& handle() const { return handle_; }
   FolderId folder() const { return folder_; }
 
-  /// Turns to a folder; afterwards the handle is open, or its error says why not. With `by_path` nothing is made of
-  /// what is open now: for paths that need not be true to the folders they were opened by.
-  void open(const FolderTable& folders, FolderId folder, bool by_path = false) {
-    folder = folders.resolve(folder);
-    if (folder == folder_ && handle_ && !by_path) return;
-    const bool goes_down = !by_path && handle_ && folder != FolderTable::root && folders.parent(folder) == folder_;
-    FolderHandle next = goes_down ? handle_.open_child(folders.name(folder).data()) : FolderHandle();
-    handle_ = next ? std::move(next) : FolderHandle::open(folders.path(folder));
-    folder_ = folder;
-  }
+  /// Turns to a folder; afterwards the handle is open, or its error says why not: ESTALE when another folder than the
+  /// one that was listed stands there.
+  void open(const FolderTable& folders, FolderId folder);
+  /// The same for a folder that is going to be listed: whichever stands there.
+  void open_to_list(const FolderTable& folders, FolderId folder);
   void close() { *this = OpenFolder(); }
 
  private:
+  FolderHandle reach(const FolderTable& folders, FolderId folder) const;
+  std::optional<FolderHandle> reach_from_here(const FolderTable& folders, FolderId folder) const;
+
   FolderId folder_ = FolderTable::none;
   FolderHandle handle_;
 };
+
+/// Whether a folder is the one that was listed, as far as the disk can tell. True where nothing is known of it.
+bool is_as_listed(const FolderTable& folders, FolderId folder, const FolderHandle& handle);
 
 }  // namespace brindle

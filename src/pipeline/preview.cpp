@@ -1,11 +1,13 @@
 #include "pipeline/preview.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <vector>
 
 #include "pipeline/file_order.h"
 #include "pipeline/item_metadata.h"
 #include "pipeline/new_name_check.h"
+#include "pipeline/rename_row.h"
 #include "platform/file_name.h"
 
 namespace brindle {
@@ -94,7 +96,8 @@ void PreviewRun::check(std::size_t row, DiskNames& disk_names) {
 void PreviewRun::preview_row(std::size_t row, DiskNames& disk_names) {
   if (!disk_names.exists(files_[row].name())) {
     files_.set_status(row, not_found(files_[row].type()));
-    files_.set_reason(row, {});
+    const int error = disk_names.error();
+    files_.set_reason(row, error == ENOENT || error == ENOTDIR ? std::string_view() : describe_error(error));
     return;
   }
   make_name(row, disk_names.name_limit());

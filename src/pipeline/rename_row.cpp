@@ -22,11 +22,6 @@ class RowMarks final : public MoveWatcher {
   std::size_t index_;
 };
 
-bool leads_elsewhere(const ItemRecord& record, const FolderHandle& folder) {
-  EntryFacts facts;
-  return record.inode != 0 && folder.look_up(record.name_data, facts) && facts.inode != record.inode;
-}
-
 // For a folder only another folder counts as taking the name; a file there is a move that failed.
 bool is_taken(const ItemRecord& record, const FolderHandle& folder) {
   if (record.type() != ItemType::folder) return true;
@@ -44,10 +39,8 @@ RowOutcome refused(const ItemRecord& record, const FolderHandle& folder, const R
   return {ItemStatus::no_changes, EEXIST};
 }
 
-RowOutcome attempt(const ItemRecord& record, const FolderHandle& folder, const RowRules& rules, bool doubtful,
-                   MoveWatcher& watcher) {
+RowOutcome attempt(const ItemRecord& record, const FolderHandle& folder, const RowRules& rules, MoveWatcher& watcher) {
   if (!folder) return {ItemStatus::no_changes, folder.error()};
-  if (doubtful && leads_elsewhere(record, folder)) return {ItemStatus::no_changes, other_file};
   const int error = move_exclusively(folder, record.name_data, folder, record.proposed_data, &watcher);
   if (error == 0) return {ItemStatus::renaming_ok, 0};
   if (error == EEXIST) return refused(record, folder, rules);
@@ -56,18 +49,19 @@ RowOutcome attempt(const ItemRecord& record, const FolderHandle& folder, const R
 
 }  // namespace
 
-RowOutcome rename_row(const ItemRecord& record, const FolderHandle& folder, const RowRules& rules, bool doubtful,
+RowOutcome rename_row(const ItemRecord& record, const FolderHandle& folder, const RowRules& rules,
                       JournalWriter* journal, std::size_t index) {
   RowMarks marks(journal, index);
   marks.set(JournalMark::begun);
-  const RowOutcome outcome = attempt(record, folder, rules, doubtful, marks);
+  const RowOutcome outcome = attempt(record, folder, rules, marks);
   marks.set(outcome.status == ItemStatus::renaming_ok ? JournalMark::done : JournalMark::failed);
   return outcome;
 }
 
 std::string_view describe_error(int error) {
   if (error == 0) return {};
-  if (error == other_file) return "another file stands at this path now";
+  if (error == ESTALE) return "its folder is not the one that was listed any more";
+  if (error == ELOOP) return "a symbolic link stands in the way to it";
   if (error == ENOTSUP) return "this disk cannot rename without the risk of replacing another file";
   return ::strerrordesc_np(error);
 }

@@ -16,23 +16,21 @@ namespace brindle {
 /// What became of one attempt.
 struct RowOutcome {
   ItemStatus status = ItemStatus::none;  ///< none: not attempted
-  int error = 0;                         ///< errno behind "No Changes"; `other_file` for a path that leads elsewhere
+  int error = 0;                         ///< errno behind "No Changes"; see describe_error
 };
-
-/// Stands for an errno: the path leads to another file than the one that was listed.
-inline constexpr int other_file = -1;
 
 struct RowRules {
   bool case_method =
       false;  ///< the General method with an option that changes letter case: a taken name is a failed move
 };
 
-/// Moves the row's entry to its proposed name, in the open folder it lies in, and keeps its entry of the journal up to
-/// date meanwhile (`journal` may be null). With `doubtful`, only when the entry is the one that was listed.
-RowOutcome rename_row(const ItemRecord& record, const FolderHandle& folder, const RowRules& rules, bool doubtful,
+/// Moves the row's entry to its proposed name, in the folder it lies in (as OpenFolder opens it), and keeps its entry
+/// of the journal up to date meanwhile (`journal` may be null).
+RowOutcome rename_row(const ItemRecord& record, const FolderHandle& folder, const RowRules& rules,
                       JournalWriter* journal, std::size_t index);
 
-/// The reason of a failed attempt, in words.
+/// The reason of a failed attempt, in words. Of folders that OpenFolder opens, ESTALE says that another one stands
+/// there, and ELOOP that a symbolic link does.
 std::string_view describe_error(int error);
 
 }  // namespace brindle

@@ -15,12 +15,10 @@ RestoredItems::~RestoredItems() {
 }
 
 void RestoredItems::index() {
-  rows_.clear();
   rows_.reserve(files_.size());
   for (std::uint32_t row = 0; row < files_.size(); ++row) {
-    rows_.emplace(Key{files_.folders().resolve(files_[row].folder), files_[row].name()}, row);
+    rows_.emplace(Key{files_[row].folder, files_[row].name()}, row);
   }
-  stale_ = false;
 }
 
 FolderId RestoredItems::find_folder(std::string_view path) const {
@@ -42,11 +40,11 @@ void RestoredItems::moved(std::string_view from_folder, std::string_view from_na
   const FolderId to = to_folder == from_folder ? from : files_.folders().intern(to_folder);
   move_row({from, from_name}, to, to_name);
   const FolderId folder = files_.folders().find_child(from, from_name);
-  if (folder != FolderTable::none) move_folder(folder, to, to_name);
+  if (folder != FolderTable::none) follower_.move(folder, to, to_name);
 }
 
 void RestoredItems::move_row(Key from, FolderId to_folder, std::string_view to_name) {
-  if (stale_) index();
+  if (rows_.empty()) index();
   const auto found = rows_.find(from);
   if (found == rows_.end()) return;
   const std::uint32_t row = found->second;
@@ -55,11 +53,6 @@ void RestoredItems::move_row(Key from, FolderId to_folder, std::string_view to_n
   files_.set_status(row, ItemStatus::none);
   files_.set_reason(row, {});
   rows_.insert_or_assign(Key{to_folder, files_[row].name()}, row);
-}
-
-void RestoredItems::move_folder(FolderId folder, FolderId to_folder, std::string_view to_name) {
-  follower_.move(folder, to_folder, to_name);
-  stale_ = stale_ || files_.folders().resolve(folder) != folder;
 }
 
 }  // namespace brindle

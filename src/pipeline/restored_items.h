@@ -40,12 +40,10 @@ class RestoredItems {
   void index();
   FolderId find_folder(std::string_view path) const;
   void move_row(Key from, FolderId to_folder, std::string_view to_name);
-  void move_folder(FolderId folder, FolderId to_folder, std::string_view to_name);
 
   FileList& files_;
   PathFollower follower_;
-  std::unordered_map<Key, std::uint32_t, KeyHash> rows_;
-  bool stale_ = true;  // folders have come together: rows_ is to be made anew
+  std::unordered_map<Key, std::uint32_t, KeyHash> rows_;  // made when the first item moves
 };
 
 }  // namespace brindle

@@ -5,8 +5,7 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdlib>
-#include <memory>
+#include <cerrno>
 
 namespace brindle {
 namespace {
@@ -29,18 +28,16 @@ bool equals_ignoring_case(std::string_view text, std::string_view lower_case) {
                     [](char a, char b) { return lower(a) == b; });
 }
 
-// An alias here is a link itself; what the way to it passes through does not show.
-FileKind kind_at(int folder, const char* path) {
+FileKind kind_at(int folder, const char* name) {
   FileKind kind;
   struct stat status {};
-  if (::fstatat(folder, path, &status, AT_SYMLINK_NOFOLLOW) != 0) return kind;
+  if (::fstatat(folder, name, &status, AT_SYMLINK_NOFOLLOW) != 0) return kind;
   kind.exists = true;
   kind.inode = status.st_ino;
   kind.is_alias = S_ISLNK(status.st_mode);
-  if (kind.is_alias && ::fstatat(folder, path, &status, 0) != 0) return kind;  // a dangling link leads nowhere
+  if (kind.is_alias && ::fstatat(folder, name, &status, 0) != 0) return kind;  // a dangling link leads nowhere
   kind.is_folder = S_ISDIR(status.st_mode);
-  const std::string_view whole = path;
-  kind.is_package = kind.is_folder && is_package_name(whole.substr(whole.rfind('/') + 1));
+  kind.is_package = kind.is_folder && is_package_name(name);
   return kind;
 }
 
@@ -54,14 +51,17 @@ bool is_package_name(std::string_view name) {
                      [extension](std::string_view known) { return equals_ignoring_case(extension, known); });
 }
 
-std::string canonical_path(const std::string& path) {
-  const std::unique_ptr<char, decltype(&std::free)> resolved(::realpath(path.c_str(), nullptr), &std::free);
-  return resolved ? std::string(resolved.get()) : std::string();
-}
-
 FileKind file_kind(const std::string& path) {
-  FileKind kind = kind_at(AT_FDCWD, path.c_str());
-  kind.is_alias = kind.is_alias || (kind.exists && canonical_path(path) != path);
+  const std::size_t slash = path.rfind('/');
+  if (slash == std::string::npos) return {};
+  const std::string parent = slash == 0 ? "/" : path.substr(0, slash);
+  const std::string name = slash + 1 == path.size() ? "." : path.substr(slash + 1);
+  FolderHandle folder = FolderHandle::open_real(parent);
+  const bool passes_link = folder.error() == ELOOP;
+  if (passes_link) folder = FolderHandle::open(parent);
+  if (!folder) return {};
+  FileKind kind = kind_at(folder.descriptor(), name.c_str());
+  kind.is_alias = kind.is_alias || (kind.exists && passes_link);
   return kind;
 }
 

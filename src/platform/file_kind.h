@@ -17,17 +17,14 @@ struct FileKind {
   unsigned long long inode = 0;
 };
 
-/// True for a symbolic link, and for any path that passes through one: exactly when the canonical path differs from the
-/// path. `is_folder` tells whether the path leads to a folder. A path that does not exist is no alias.
+/// True for a symbolic link, and for any path that passes through one. `is_folder` tells whether the path leads to a
+/// folder. A path that does not exist, or cannot be reached, is no alias.
 bool isPathAlias(const std::string& path, bool& is_folder);
 
 /// All of the above in one go. `path` is absolute.
 FileKind file_kind(const std::string& path);
-/// The same for an entry of an open folder whose own path is canonical. `name` is NUL-terminated.
+/// The same for an entry of an open folder whose own path passes through no link. `name` is NUL-terminated.
 FileKind file_kind(const FolderHandle& folder, const char* name);
-
-/// The path with every symbolic link resolved; empty when it does not exist.
-std::string canonical_path(const std::string& path);
 
 /// Whether a folder of this name (bytes) is a bundle of other systems: one item to a person, never entered.
 bool is_package_name(std::string_view name);

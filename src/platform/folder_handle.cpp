@@ -71,16 +71,23 @@ int open_piece(int at, const char* piece, int flags) {
   return ::openat(at, piece, flags);
 }
 
-int open_real_piece(int at, const char* piece, int flags) {
+int openat2_real(int at, const char* piece, int flags) {
   open_how how{};
   how.flags = static_cast<unsigned>(flags);
   how.resolve = RESOLVE_NO_SYMLINKS;
   return static_cast<int>(::syscall(SYS_openat2, at, piece, &how, sizeof how));
 }
 
+// What may not be listed may still be renamed in, by those who know the names.
+int open_real_piece(int at, const char* piece, int flags) {
+  const int descriptor = openat2_real(at, piece, flags);
+  return descriptor < 0 && errno == EACCES ? openat2_real(at, piece, way_flags) : descriptor;
+}
+
 // To O_NOFOLLOW with O_DIRECTORY a link is no folder, like a file.
 int open_real_component(int at, const char* name, int flags) {
-  const int descriptor = ::openat(at, name, flags | O_NOFOLLOW);
+  int descriptor = ::openat(at, name, flags | O_NOFOLLOW);
+  if (descriptor < 0 && errno == EACCES) descriptor = ::openat(at, name, way_flags | O_NOFOLLOW);
   struct stat status {};
   if (descriptor >= 0 || errno != ENOTDIR) return descriptor;
   const bool is_link = ::fstatat(at, name, &status, AT_SYMLINK_NOFOLLOW) == 0 && S_ISLNK(status.st_mode);
@@ -148,6 +155,10 @@ FolderHandle FolderHandle::open_real(const std::string& path) {
   return FolderHandle(descriptor, descriptor < 0 ? errno : 0);
 }
 
+FolderHandle FolderHandle::closed(int error) {
+  return FolderHandle(-1, error);
+}
+
 FolderHandle FolderHandle::open_child(const char* name) const {
   const int descriptor = open_real_component(descriptor_, name, folder_flags);
   return FolderHandle(descriptor, descriptor < 0 ? errno : 0);
@@ -202,7 +213,7 @@ void FolderReader::start(const FolderHandle& folder) {
 
 bool FolderReader::fill() {
   const long bytes = ::syscall(SYS_getdents64, descriptor_, buffer_.get(), buffer_size);
-  error_ = bytes < 0 ? errno : 0;
+  error_ = bytes >= 0 ? 0 : errno == EBADF ? EACCES : errno;  // opened without the right to list it
   filled_ = bytes > 0 ? static_cast<std::size_t>(bytes) : 0;
   position_ = 0;
   return bytes > 0;

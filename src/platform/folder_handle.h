@@ -60,10 +60,13 @@ class FolderHandle {
   /// Opens the folder at an absolute path, through whatever links there are: for folders that only their owner changes
   /// (where this program keeps its own files).
   static FolderHandle open(const std::string& path);
-  /// Opens the folder at an absolute path no component of which is a symbolic link; ELOOP when one is.
+  /// Opens the folder at an absolute path no component of which is a symbolic link; ELOOP when one is. A folder that
+  /// may not be listed is opened all the same, for look-ups and renames.
   static FolderHandle open_real(const std::string& path);
   /// Opens a folder inside this one (one name, or ".."); ELOOP when it is a symbolic link.
   FolderHandle open_child(const char* name) const;
+  /// An empty handle that says why.
+  static FolderHandle closed(int error);
 
   explicit operator bool() const { return descriptor_ >= 0; }
   int descriptor() const { return descriptor_; }

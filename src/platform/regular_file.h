@@ -17,8 +17,9 @@ class RegularFile {
   RegularFile& operator=(RegularFile&& other) noexcept;
   ~RegularFile();
 
-  /// Opens for reading, through symbolic links. An empty object when that fails or the path leads to anything but a
-  /// regular file; never waits for another process.
+  /// Opens for reading: the file, or what it leads to when it is itself a symbolic link; never through a link on the
+  /// way. An empty object when that fails or the path leads to anything but a regular file; never waits for another
+  /// process.
   static RegularFile open(const std::string& path);
 
   /// Says that little will be read: the system then fetches from the disk what is asked for and not eight times as

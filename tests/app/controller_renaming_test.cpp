@@ -65,6 +65,18 @@ TEST_F(Renaming, EveryDoorLeadsToTheList) {
   EXPECT_TRUE(app().values().isFiles);
 }
 
+TEST_F(Renaming, PathsMayPassThroughLinksAndWhatCannotBeReadIsALineWithAList) {
+  tree_.make({"home -> real", "real/a", "real/t1/b", "loop -> loop"});
+  app().loadFiles({tree_ / "home/a", tree_ / "home/t1/", tree_ / "loop/x", tree_ / "loop/<b>"});
+  EXPECT_THAT(rows(), ElementsAre("a", "b"));
+  EXPECT_EQ(app().files().path(1), tree_ / "real/t1/b");
+  EXPECT_EQ(app().state().unreadable_label, "2 items could not be read");
+  EXPECT_EQ(app().state().unreadable_list, tree_ / "loop/x" + ": a symbolic link stands in the way to it\n" +
+                                               tree_ / "loop/<b>" + ": a symbolic link stands in the way to it");
+  add({"real/a"});
+  EXPECT_EQ(app().state().unreadable_label + app().state().unreadable_list, "");
+}
+
 TEST_F(Renaming, StateFollowsTheList) {
   tree_.make({"a", "b", "c"});
   add({"a", "b", "c"});

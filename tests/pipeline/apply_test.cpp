@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <functional>
+#include <map>
 
 #include "files/gather.h"
 #include "log/rename_log.h"
@@ -139,15 +140,51 @@ TEST_F(Apply, FoldersGoBeforeWhatTheyHoldAndUndoGoesBack) {
   EXPECT_EQ(tree_.inodes(), before);
 }
 
-// "e" becomes "n", so the text of the paths below "e2" changes too; what they then point to must not be touched.
-TEST_F(Apply, APathThatWasRewrittenByItsTextAloneLeadsToNoOtherFile) {
-  tree_.make({"top/e/", "top/e2/in/", "top/n2/in/"});
-  gather({"top/e", "top/e2/in"}, {.isFolders = true, .isIncludeSubFolders = false});
-  options_.isIncludeSubFolders = true;
-  propose([](const std::string& name) { return name == "e" ? "n" : "moved"; });
-  EXPECT_EQ(apply().renamed, 1U);
-  EXPECT_EQ(tree_.names(), (Names{"top", "top/e2", "top/e2/in", "top/n", "top/n2", "top/n2/in"}));
-  EXPECT_EQ(statuses().back(), "No Changes");
+TEST_F(Apply, FoldersThatBeginAlikeKeepApart) {
+  for (int trip = 1; trip <= 20; ++trip) tree_.make({"Trip " + std::to_string(trip) + "/raw/"});
+  const auto before = tree_.inodes();
+  gather({""}, {.isFolders = true});
+  propose([](const std::string& name) { return name + "_bak"; });
+  const ApplyResult result = apply();
+  EXPECT_EQ(result.renamed, 40U);
+  EXPECT_EQ(undoRenaming(result.log_path, {}).restored, 40U);
+  EXPECT_EQ(tree_.inodes(), before);
+}
+
+// Between listing and renaming somebody puts a link, or another folder with the same names in it, in a folder's place.
+TEST_F(Apply, AFolderThatIsNotTheListedOneIsLeftAlone) {
+  const std::map<std::string, std::string> reasons = {{"link", "a symbolic link stands in the way to it"},
+                                                      {"far/away", "a symbolic link stands in the way to it"},
+                                                      {"other", "its folder is not the one that was listed any more"},
+                                                      {"gone", "No such file or directory"},
+                                                      {"same", ""}};
+  for (const bool is_in_order : {false, true}) {
+    Names paths;
+    for (const auto& [folder, reason] : reasons) {
+      tree_.make({folder + "/a", folder + "/in/b/", "decoy/a", "decoy/in/b/", "decoy/away/a", "decoy/away/in/b/"});
+      paths.push_back(folder);
+    }
+    files_.clear();
+    gather(paths, {.isFolders = is_in_order});
+    for (const auto& [place, target] : {std::pair("link", "decoy"), {"far", "decoy"}, {"other", ""}, {"gone", ""}}) {
+      std::filesystem::rename(tree_ / place, tree_ / ("away." + std::string(place)));
+      if (*target != '\0') std::filesystem::create_symlink(target, tree_ / place);
+    }
+    tree_.make({"other/a", "other/in/b/"});
+    propose(add_x);
+    EXPECT_EQ(apply().renamed, is_in_order ? 2U : 1U);
+    for (std::size_t row = 0; row < files_.size(); ++row) {
+      const auto found = std::ranges::find_if(
+          reasons, [&](const auto& entry) { return files_.path(row).starts_with(tree_ / entry.first + "/"); });
+      ASSERT_NE(found, reasons.end()) << files_.path(row);
+      // What is below a folder that stands elsewhere is not there.
+      const bool is_deeper = files_.path(row).ends_with("/b");
+      EXPECT_TRUE(is_deeper || files_.reason(row) == found->second) << files_.path(row) << files_.reason(row);
+    }
+    for (const std::string& name : tree_.names())
+      EXPECT_TRUE(name.find("/x") == std::string::npos || name.starts_with("same/")) << name;
+    for (const auto& entry : std::filesystem::directory_iterator(tree_.path())) std::filesystem::remove_all(entry);
+  }
 }
 
 TEST_F(Apply, ListedFoldersThatHoldListedFilesAreDealtWithInOrder) {

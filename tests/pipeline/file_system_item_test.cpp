@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
+#include <random>
+
 #include "pipeline/file_order.h"
 #include "platform/file_name.h"
 #include "support/temp_tree.h"
@@ -108,6 +111,29 @@ TEST(CompareFiles, SortingIsStableAndKeepsFoldersTogether) {
   for (std::size_t row = 0; row < files.size(); ++row) order.push_back(files.path(row));
   EXPECT_EQ(order, (std::vector<std::string>{"/A/x1", "/A/x2", "/a/X2", "/a/x02", "/a/x10", "/a/b/z", "/a9/y", "/a10/y",
                                              "/b/x1", "/b/x2"}));
+}
+
+// Names that compare as equal, and characters that come before "/".
+TEST(CompareFiles, FoldersAreOrderedAsTheirPathsAre) {
+  std::mt19937 random(11);
+  const std::vector<std::string> names = {"a", "A", "a b", "a!", "a1", "a01", "a10", "\xC3\xA9", "\xC3\x89", "0"};
+  for (int round = 0; round < 300; ++round) {
+    FileList files;
+    std::map<std::pair<std::string, std::string>, FolderId> expected;  // by key, then path
+    for (int i = 0; i < 40; ++i) {
+      std::string path;
+      for (std::size_t depth = random() % 5; depth > 0; --depth) path += "/" + names[random() % names.size()];
+      if (path.empty()) path = "/";
+      const FolderId folder = files.folders().intern(path);
+      files.add(folder, "x", 0, 0);
+      std::string key;
+      append_sort_key(path, key);
+      expected[{key, path}] = folder;
+    }
+    const std::vector<std::uint32_t> ranks = folder_ranks(files);
+    std::uint32_t rank = 0;
+    for (const auto& [place, folder] : expected) ASSERT_EQ(ranks[folder], rank++) << place.second;
+  }
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QTextDocument>
 
 #include "app/string_table.h"
 #include "app/window/commands.h"
@@ -56,12 +57,13 @@ ActionBar::ActionBar(BrindleAppController& app, FileTableView& table, const Comm
       count_(status_label(this, "countLabel")),
       renameable_(status_label(this, "renameableLabel")),
       selected_(status_label(this, "selectedLabel")),
-      time_(status_label(this, "lastActionTimeTaken")) {
+      time_(status_label(this, "lastActionTimeTaken")),
+      unreadable_(status_label(this, "unreadableLabel")) {
   setObjectName(QStringLiteral("actionBar"));
   auto* row = new QHBoxLayout(this);
   row->setContentsMargins(0, 0, 0, 0);
   row->setSpacing(spacing(*this) * 2);
-  for (QLabel* label : {count_, renameable_, selected_, time_}) row->addWidget(label);
+  for (QLabel* label : {count_, renameable_, selected_, time_, unreadable_}) row->addWidget(label);
   row->addStretch();
   row->addWidget(action_button(commands.action("preview"), this));
   QPushButton* rename = action_button(commands.action("rename"), this);
@@ -90,6 +92,8 @@ void ActionBar::show_state() {
     show_text(renameable_, renameable > 0 ? qt_text(localized_format("RENAMEABLECOUNT", renameable)) : QString());
   show_text(selected_, selected > 1 ? qt_text(localized_format("SELECTEDCOUNT", selected)) : QString());
   show_text(time_, qt_text(state.lastActionTimeTaken));
+  show_text(unreadable_, qt_text(state.unreadable_label));
+  unreadable_->setToolTip(Qt::convertFromPlainText(qt_text(state.unreadable_list), Qt::WhiteSpaceNormal));
 }
 
 }  // namespace brindle

@@ -12,8 +12,8 @@ namespace brindle {
 class Commands;
 class FileTableView;
 
-/// The foot of the window: what the list holds and how long the last action took; and the two buttons that everything
-/// leads to. Main thread.
+/// The foot of the window: what the list holds, how long the last action took, and what could not be read; and the two
+/// buttons that everything leads to. Main thread.
 class ActionBar final : public QWidget {
  public:
   ActionBar(BrindleAppController& app, FileTableView& table, const Commands& commands, QWidget* parent);
@@ -28,6 +28,7 @@ class ActionBar final : public QWidget {
   QLabel* renameable_;
   QLabel* selected_;
   QLabel* time_;
+  QLabel* unreadable_;  // its tooltip lists them
   std::uint32_t observer_ = 0;
 };
 

@@ -19,6 +19,7 @@
 #include "app/window/theme.h"
 #include "platform/app_info.h"
 #include "platform/process_setup.h"
+#include "platform/real_path.h"
 
 namespace brindle {
 namespace {
@@ -47,11 +48,9 @@ int answer_options(int argc, char** argv) {
   return -1;
 }
 
+// Another process may open it: it has another current folder.
 std::string absolute(const std::string& path) {
-  if (path.starts_with('/')) return path;
-  std::error_code error;
-  const std::string folder = std::filesystem::current_path(error).string();
-  return error ? path : folder + "/" + path;
+  return path.starts_with('/') ? path : current_folder() + "/" + path;
 }
 
 bool exists(const std::string& path) {
@@ -67,8 +66,8 @@ std::string path_of(const std::string& argument) {
   return paths.empty() ? path : paths.front();
 }
 
-// Files and folders (bytes), as absolute paths; the toolkit has taken its own options by now. False when an option is
-// not known.
+// Files and folders (bytes), as absolute paths, otherwise as they were given; the toolkit has taken its own options by
+// now. False when an option is not known.
 bool read_paths(int argc, char** argv, std::vector<std::string>& paths) {
   bool options = true;
   for (int i = 1; i < argc; ++i) {
