@@ -79,9 +79,7 @@ void BrindleAppController::show_apply(const ApplyResult& result, const ApplyOpti
   state_.isHasFilesForRenaming = result.isHasFilesForRenaming || result.log_failed;
   state_.count_label =
       localized_format(options.isFolders ? "TOTALNOSFOLDERSRENAMED" : "TOTALNOSFILESRENAMED", result.renamed);
-  const bool was_sorted =
-      (options.isFolders && options.isIncludeSubFolders) || options.selectedTab == rename_from_list_tab;
-  if (was_sorted) sorted_column_ = "fileLocation", sorted_ascending_ = true;
+  if (goes_in_location_order(options)) sorted_column_ = "fileLocation", sorted_ascending_ = true;
 }
 
 void BrindleAppController::after_apply(const ApplyResult& result, ApplyOptions options) {
@@ -93,6 +91,7 @@ void BrindleAppController::after_apply(const ApplyResult& result, ApplyOptions o
     ports_.alerts.show(alert);
     return;
   }
+  log_failure("createLogFile", "Could not write document out");
   Alert alert = apply_alert(options.isFolders, "LOGCREATEFAILED", result.error);
   alert.buttons = {"CONTINUE", "ABORT"};
   is_asking_ = true;

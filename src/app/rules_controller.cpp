@@ -6,6 +6,7 @@
 #include "app/string_table.h"
 #include "platform/app_info.h"
 #include "platform/file_name.h"
+#include "platform/message_log.h"
 #include "settings/rule_file.h"
 
 namespace brindle {
@@ -168,6 +169,7 @@ bool save_rules(const Ports& ports, const std::string& folder, const std::vector
   const std::optional<std::string> path = ports.chooser.choose(request);
   if (!path) return false;
   const std::string error = write_rule_file(*path, rules);
+  if (!error.empty()) log_failure("addAppVersionToRuleFile", error);
   const std::string_view key = error.empty() ? "RULESETTINGSFILESAVEDSUCCESS" : "RULESETTINGSFILEUNABLETOSAVE";
   Alert alert{"RULESETTINGSFILETITLE", key, localized("RULESETTINGSFILETITLE"), localized(key), error};
   alert.style = error.empty() ? AlertStyle::informational : AlertStyle::warning;

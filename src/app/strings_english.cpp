@@ -154,7 +154,6 @@ constexpr auto english_messages = std::to_array<StringEntry>({
     {"YES", "Yes"},
     {"a character of the new name was split in two"},
     {"a symbolic link stands in the way to it"},
-    {"a symbolic link stands where a folder was"},
     {"another file has its old name"},
     {"it holds Brindle's own data"},
     {"it is no longer there"},

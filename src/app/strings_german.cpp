@@ -168,7 +168,6 @@ constexpr auto german_messages = std::to_array<StringEntry>({
     {"YES", "Ja"},
     {"a character of the new name was split in two", "ein Zeichen des neuen Namens wurde in der Mitte geteilt"},
     {"a symbolic link stands in the way to it", "auf dem Weg dorthin liegt ein symbolischer Link"},
-    {"a symbolic link stands where a folder was", "wo ein Ordner war, steht ein symbolischer Link"},
     {"another file has its old name", "der alte Name ist inzwischen vergeben"},
     {"it holds Brindle's own data", "darin liegen Brindles eigene Daten"},
     {"it is no longer there", "nicht mehr vorhanden"},

@@ -154,10 +154,15 @@ void UndoSheetController::verifyLogFile() {
   begin("CHECKINGLOGFILE");
   const auto outcome = std::make_shared<Outcome>();
   const auto work = [path = currLogFilePath_, outcome](const JobControl&) {
-    const LogFile log = readLogFile(path);
-    outcome->result.entries = log.entries.size();
-    outcome->result.error = log.error;
-    if (!log.error.empty()) log_failure("readLogFile", log.error);
+    try {
+      const LogFile log = readLogFile(path);
+      outcome->result.entries = log.entries.size();
+      outcome->result.error = log.error;
+      if (!log.error.empty()) log_failure("readLogFile", log.error);
+    } catch (const std::exception& error) {
+      log_failure("verifyLogFile", std::string(" ") + error.what());
+      outcome->result.error = error.what();
+    }
   };
   app().run_job(
       Job::undo, work, [this, outcome] { verified(*outcome); }, [this, outcome] { tell_verified(*outcome); });

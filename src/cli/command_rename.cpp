@@ -14,7 +14,6 @@
 #include "cli/rename_batch.h"
 #include "cli/summary.h"
 #include "pipeline/apply.h"
-#include "pipeline/file_order.h"
 
 namespace brindle {
 namespace {
@@ -49,6 +48,7 @@ class RenameCommand {
   void show_preview();
   bool is_wanted();
   bool goes_on_without_log(const std::string& error);
+  ApplyOptions apply_options() const;
   ApplyResult apply();
   void print_json(const PathRecord& old_paths, const ApplyResult& result);
   void print_for_people(const ApplyResult& result, const std::vector<bool>& known_problems);
@@ -75,8 +75,7 @@ ExitCode RenameCommand::run() {
   show_preview();
   if (before_.proposed == 0) return give_up(ExitCode::done);
   if (!is_wanted()) return give_up(is_cancelled() ? ExitCode::cancelled : ExitCode::done);
-  // Apply puts folders into this order itself; done before, the rows keep their places.
-  if (batch_.is_folders() && batch_.request.settings.isIncludeSubFolders) sort_by_location(batch_.files);
+  put_in_order_of_run(batch_.files, apply_options());  // so that what is remembered of the rows stays theirs
   const std::vector<bool> known_problems = problems_shown();
   std::optional<PathRecord> old_paths;
   if (options_.json) old_paths.emplace(batch_.files);
@@ -131,7 +130,7 @@ bool RenameCommand::goes_on_without_log(const std::string& error) {
   return console_.ask(question, "cC");
 }
 
-ApplyResult RenameCommand::apply() {
+ApplyOptions RenameCommand::apply_options() const {
   const RenameSettings& settings = batch_.request.settings;
   ApplyOptions options;
   options.isFolders = settings.isFolders;
@@ -139,6 +138,11 @@ ApplyResult RenameCommand::apply() {
   options.selectedTab = settings.selectedTab;
   options.generalOptionIndex = settings.generalOptionIndex;
   options.is_chain = batch_.request.is_chain();
+  return options;
+}
+
+ApplyResult RenameCommand::apply() {
+  ApplyOptions options = apply_options();
   ApplyResult result;
   result.error = make_log_folder(options.log_folder);
   result.log_failed = !result.error.empty();

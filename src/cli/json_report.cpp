@@ -49,6 +49,7 @@ void ItemPrinter::print(std::size_t row, std::string_view old_path) {
   } else {
     line.text("newFilename", to_utf8(status_text(record.status)));
   }
+  if (const std::string_view wanted = files_.wanted(row); !wanted.empty()) line.bytes("wanted", wanted);
   line.flag("renamed", record.status == ItemStatus::renaming_ok);
   if (record.reason != 0) line.text("reason", files_.reason(row));
 }

@@ -22,13 +22,12 @@ bool is_shown(const ItemRecord& record, bool all) {
   return all || record.status == ItemStatus::proposed || is_problem(record);
 }
 
-// Which name it is that exists already.
-void append_taken_name(const ItemRecord& record, const Console& console, std::string& text) {
-  const bool taken =
-      record.status == ItemStatus::file_already_exists || record.status == ItemStatus::folder_already_exists;
-  if (!taken || record.proposed_data == nullptr) return;
+// Which name it is that exists already; where there is a reason, that says enough.
+void append_wanted_name(const FileList& files, std::size_t row, const Console& console, std::string& text) {
+  const std::string_view wanted = files.wanted(row);
+  if (wanted.empty() || files[row].reason != 0) return;
   text += ": ";
-  console.append_shown(record.proposed(), text);
+  console.append_shown(wanted, text);
 }
 
 /// Rows put together by folder, folders in the order in which they turn up and the rows of each in theirs.
@@ -165,7 +164,7 @@ void GroupedListing::print_change(const ItemRecord& record, std::size_t column) 
 void GroupedListing::print_status(std::size_t row, std::size_t column) {
   const bool problem = is_problem(files_[row]);
   new_name_ = status_and_reason(files_, row);
-  append_taken_name(files_[row], console_, new_name_);
+  append_wanted_name(files_, row, console_, new_name_);
   text_.append(indent, ' ');
   text_ += problem ? std::string_view() : style_.faint;
   text_ += old_name_;
@@ -193,7 +192,7 @@ class PlainListing {
     } else {
       text_ += ": ";
       text_ += status_and_reason(files_, row);
-      append_taken_name(record, console_, text_);
+      append_wanted_name(files_, row, console_, text_);
     }
     text_ += '\n';
     console_.out().flush_if_full();

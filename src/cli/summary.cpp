@@ -88,7 +88,9 @@ void report_problems(const RenameBatch& batch, const std::vector<bool>& known, C
     console.error(fmt::format("{} {} not renamed: {}", rows.size(), batch.noun(rows.size()), reason));
     for (const std::size_t row : rows) {
       const std::string path = batch.files.path(row);
-      console.append_error_line("  ", relative_path(path, batch.folder));
+      std::string line(relative_path(path, batch.folder));
+      if (const std::string_view wanted = batch.files.wanted(row); !wanted.empty()) line.append(" -> ").append(wanted);
+      console.append_error_line("  ", line);
     }
   }
 }

@@ -14,7 +14,7 @@ constexpr std::string_view source_taken = "another file has its old name";
 constexpr std::string_view target_gone = "it is no longer there";
 constexpr std::string_view source_folder_gone = "the folder it was in is no longer there";
 constexpr std::string_view disk_missing = "the disk it is on is not mounted";
-constexpr std::string_view link_in_the_way = "a symbolic link stands where a folder was";
+constexpr std::string_view link_in_the_way = "a symbolic link stands in the way to it";
 
 bool are_one_folder(const FolderHandle& a, const FolderHandle& b) {
   FolderStamp first;

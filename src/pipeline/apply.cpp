@@ -23,17 +23,13 @@ namespace {
 class Run {
  public:
   Run(FileList& files, const ApplyOptions& options, const JobControl& control)
-      : files_(files), options_(options), control_(control), throttle_(control), follows_(paths_follow(options)) {
+      : files_(files), options_(options), control_(control), throttle_(control) {
     rules_.case_method = !options.is_chain && options.selectedTab == general_tab && options.generalOptionIndex < 2;
   }
 
   ApplyResult make();
 
  private:
-  static bool paths_follow(const ApplyOptions& options) {
-    return (options.isFolders && options.isIncludeSubFolders) || options.selectedTab == rename_from_list_tab;
-  }
-
   void collect_rows();
   bool holds_own_data(std::uint32_t row) const;
   void refuse(std::uint32_t row);
@@ -76,7 +72,7 @@ void Run::refuse(std::uint32_t row) {
 
 void Run::collect_rows() {
   own_folders_ = OwnFolders::with_logs_in(options_.log_folder);
-  if (follows_) sort_by_location(files_);
+  put_in_order_of_run(files_, options_);
   for (std::uint32_t row = 0; row < files_.size(); ++row) {
     if (files_[row].carries_new_name && holds_own_data(row)) {
       refuse(row);
@@ -86,6 +82,7 @@ void Run::collect_rows() {
       files_.set_status(row, ItemStatus::no_changes);  // the live preview proposes the name that an item has, too
     }
   }
+  follows_ = goes_in_location_order(options_) || !folders_are_independent(files_, rows_);
   throttle_ = ProgressThrottle(control_, rows_.size());
 }
 
@@ -186,22 +183,30 @@ void Run::finish() {
 
 ApplyResult Run::make() {
   collect_rows();
-  if (!options_.without_log) {
+  if (!options_.without_log && !rows_.empty()) {
     result_.error = open_log();
     result_.log_failed = !result_.error.empty();
     if (result_.log_failed) return result_;
     logged_ = true;
   }
-  if (!follows_ && folders_are_independent(files_, rows_)) {
-    rename_by_folder();
-  } else {
+  if (follows_) {
     rename_in_order();
+  } else {
+    rename_by_folder();
   }
   finish();
   return result_;
 }
 
 }  // namespace
+
+bool goes_in_location_order(const ApplyOptions& options) {
+  return (options.isFolders && options.isIncludeSubFolders) || options.selectedTab == rename_from_list_tab;
+}
+
+void put_in_order_of_run(FileList& files, const ApplyOptions& options) {
+  if (goes_in_location_order(options)) sort_by_location(files);
+}
 
 ApplyResult applyRenames(FileList& files, const ApplyOptions& options, const JobControl& control) {
   return Run(files, options, control).make();

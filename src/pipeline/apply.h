@@ -34,11 +34,16 @@ struct ApplyResult {
   std::string error;                   ///< why the log could not be created or saved (UTF-8); the journal then stays
 };
 
-/// Renames every row that carries a proposed name, in list order; where folders below folders are renamed, and with
-/// rename-from-list, the list is sorted by location first, so that parents go before what they hold, and the paths
-/// below a renamed folder follow it. Nothing on disk is ever replaced: a row whose target is taken gets "… Already
-/// Exists", one whose rename fails gets "No Changes" and the reason. A cancelled run leaves the rows not reached as
-/// they were. The rows' statuses and paths, and the duplicate set, are up to date afterwards.
+/// Whether parents must go before what they hold, and paths follow renamed folders: where folders below folders are
+/// renamed, and with rename-from-list.
+bool goes_in_location_order(const ApplyOptions& options);
+/// Puts the list into the order in which the run goes; done beforehand, rows keep their places during the run.
+void put_in_order_of_run(FileList& files, const ApplyOptions& options);
+
+/// Puts the list into the order of the run and renames every row that carries a proposed name; the paths below a
+/// renamed folder follow it where that order is by location. Nothing on disk is ever replaced: a row whose target is
+/// taken gets "… Already Exists", one whose rename fails gets "No Changes" and the reason. A cancelled run leaves the
+/// rows not reached as they were. The rows' statuses and paths, and the duplicate set, are up to date afterwards.
 ApplyResult applyRenames(FileList& files, const ApplyOptions& options, const JobControl& control);
 
 }  // namespace brindle

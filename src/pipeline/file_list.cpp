@@ -192,6 +192,14 @@ std::u16string FileList::new_filename(std::size_t row) const {
   return std::u16string(status_text(record.status));
 }
 
+std::string_view FileList::wanted(std::size_t row) const {
+  const ItemRecord& record = items_[row];
+  const bool is_taken =
+      record.status == ItemStatus::file_already_exists || record.status == ItemStatus::folder_already_exists;
+  const bool has_failed = record.status == ItemStatus::no_changes && record.reason != 0;
+  return is_taken || has_failed ? record.proposed() : std::string_view();
+}
+
 void FileList::begin_new_names() {
   old_proposed_names_.absorb(std::move(proposed_names_));
   proposed_names_.clear();

@@ -100,6 +100,8 @@ class FileList {
   void set_inode(std::size_t row, std::uint64_t inode) { items_[row].inode = inode; }
   /// The row's new-name field as text: status text or proposed name, on-disk form.
   std::u16string new_filename(std::size_t row) const;
+  /// The name (bytes) that a row was to get, where a status says in its place why it did not; else empty.
+  std::string_view wanted(std::size_t row) const;
 
   /// A preview writes its new names between these two calls. Afterwards the names of the preview before are freed,
   /// unless it was broken off: rows it did not reach still hold theirs.

@@ -211,7 +211,7 @@ TEST(Undo, goes_through_no_link) {
   std::filesystem::create_directory_symlink("elsewhere", tree / "files/d");
   Listener listener;
   EXPECT_EQ(undoRenaming(log, {}, listener.report()).restored, 0);
-  EXPECT_THAT(listener.left, ElementsAre("b: a symbolic link stands where a folder was"));
+  EXPECT_THAT(listener.left, ElementsAre("b: a symbolic link stands in the way to it"));
   EXPECT_THAT(tree.names_in("files/elsewhere"), ElementsAre("b"));
 }
 

@@ -7,6 +7,7 @@
 #include "app/window/columns.h"
 #include "app/window/icons.h"
 #include "app/window/text.h"
+#include "pipeline/file_system_item.h"
 #include "platform/file_name.h"
 
 namespace brindle {
@@ -148,13 +149,19 @@ void FileTableModel::request_photo_fields() {
 }
 
 QVariant FileTableModel::tooltip(int row, int column) const {
-  const std::string_view reason = app_.files().reason(static_cast<std::size_t>(row));
+  const FileList& files = app_.files();
+  const std::string_view reason = files.reason(static_cast<std::size_t>(row));
+  const std::string_view wanted = files.wanted(static_cast<std::size_t>(row));
   QString tip = in_one_line(text(row, column == icon_column ? name_column : column).toString());
-  if (reason.empty() || (column != icon_column && column != new_name_column)) return tip;
+  if ((reason.empty() && wanted.empty()) || (column != icon_column && column != new_name_column)) return tip;
+  tip = in_one_line(text(row, new_name_column).toString());
+  if (!wanted.empty())
+    tip += QStringLiteral(": ") + in_one_line(qt_text(FileSystemItem::getDisplayFilePath(decode_file_name(wanted))));
+  if (reason.empty()) return tip;
   // As a sentence of its own.
   QString why = localized_text(reason);
   why.replace(0, 1, why.left(1).toUpper());
-  return in_one_line(text(row, new_name_column).toString()) + QStringLiteral("\n\n") + in_one_line(why);
+  return tip + QStringLiteral("\n\n") + in_one_line(why);
 }
 
 QVariant FileTableModel::headerData(int section, Qt::Orientation orientation, int role) const {
