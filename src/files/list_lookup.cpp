@@ -65,7 +65,7 @@ class ListedFolder {
   // The current folder has no part in what a list means, so only absolute locations are looked at.
   explicit ListedFolder(std::string location) : path_(std::move(location)) {
     if (!path_.starts_with('/')) return;
-    RealPath real = RealPaths({}).of(path_ + "/");
+    RealPath real = RealPaths({}).of(path_ + "/.");
     if (real.error != 0) return;
     path_ = std::move(real.path);
     handle_ = FolderHandle::open_real(path_);
