@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "app/brindle_app_controller.h"
+#include "app/shown_text.h"
 #include "app/string_table.h"
 #include "files/gather.h"
 #include "pipeline/rename_row.h"
@@ -24,7 +25,7 @@ constexpr std::string_view clear_question = "Are you sure to remove all file(s)/
 constexpr std::size_t most_lines_of_unreadable = 30;
 
 std::string display_path(std::string_view path) {
-  return to_utf8(FileSystemItem::getDisplayFilePath(decode_file_name(path)));
+  return in_sentence(FileSystemItem::getDisplayFilePath(decode_file_name(path)));
 }
 
 std::string list_of_unreadable(const FolderTable& folders, const std::vector<UnreadablePath>& paths) {

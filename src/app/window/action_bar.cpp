@@ -93,7 +93,7 @@ void ActionBar::show_state() {
   show_text(selected_, selected > 1 ? qt_text(localized_format("SELECTEDCOUNT", selected)) : QString());
   show_text(time_, qt_text(state.lastActionTimeTaken));
   show_text(unreadable_, qt_text(state.unreadable_label));
-  unreadable_->setToolTip(Qt::convertFromPlainText(qt_text(state.unreadable_list), Qt::WhiteSpaceNormal));
+  unreadable_->setToolTip(in_lines(state.unreadable_list));
 }
 
 }  // namespace brindle

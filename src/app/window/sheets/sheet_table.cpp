@@ -1,6 +1,7 @@
 #include "app/window/sheets/sheet_table.h"
 
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QSignalBlocker>
 #include <utility>
@@ -40,6 +41,13 @@ SheetTable::SheetTable(std::string_view name, std::string_view accessible_name, 
 
 void SheetTable::set_empty_text(std::string_view key) {
   empty_text_ = localized_text(key);
+}
+
+// With nothing selected, the first step of the keyboard is to the row that it is at.
+void SheetTable::keyPressEvent(QKeyEvent* event) {
+  const bool steps = event->key() == Qt::Key_Down || event->key() == Qt::Key_Up;
+  if (steps && selectedItems().isEmpty() && currentItem() != nullptr) return currentItem()->setSelected(true);
+  QTreeWidget::keyPressEvent(event);
 }
 
 void SheetTable::paintEvent(QPaintEvent* event) {

@@ -36,6 +36,7 @@ class SheetTable final : public QTreeWidget {
   std::function<void(std::string_view column, bool ascending)> sorted;
 
  protected:
+  void keyPressEvent(QKeyEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
 
  private:
