@@ -9,6 +9,7 @@ void DiskEvidence::enter(std::string_view folder) {
   path_ = folder;
   folder_ = FolderHandle::open_real(path_);
   keeps_inodes_ = folder_ && folder_.has_lasting_inodes();
+  two_steps_ = folder_ && may_move_in_two_steps(folder_);
   listed_ = false;
 }
 
@@ -24,18 +25,29 @@ bool DiskEvidence::lists(std::string_view name) {
   return names_.contains(std::string(name));
 }
 
+// A second name of the file, or a folder beside the one that was to be renamed.
+bool DiskEvidence::looks_half(const IntendedRenaming& renaming, const EntryFacts& old_entry,
+                              const EntryFacts& new_entry) {
+  if (new_entry.inode == old_entry.inode) return lists(renaming.old_name) && lists(renaming.new_name);
+  return new_entry.kind == EntryKind::folder && renaming.inode != 0 && old_entry.inode == renaming.inode;
+}
+
 Evidence DiskEvidence::ask(const IntendedRenaming& renaming) {
   enter(renaming.folder);
   if (!folder_) return Evidence::unreachable;
+  if (two_steps_) {
+    settle_names_aside(folder_, std::string(renaming.old_name).c_str(), std::string(renaming.new_name).c_str());
+  }
   EntryFacts old_entry;
   EntryFacts new_entry;
   const bool has_new = folder_.look_up(std::string(renaming.new_name).c_str(), new_entry);
   const bool has_old = folder_.look_up(std::string(renaming.old_name).c_str(), old_entry);
-  if (has_new && has_old && new_entry.inode == old_entry.inode) {
-    // The run meant the new name to be made: where that takes a step of its own, the mark of it may have been lost.
-    const bool lists_new = lists(renaming.new_name);
-    if (lists_new && lists(renaming.old_name) && may_move_in_two_steps(folder_)) return settle_half_step(renaming);
-    return lists_new && !lists(renaming.old_name) ? Evidence::renamed : Evidence::not_renamed;
+  const bool has_both = has_new && has_old;
+  if (has_both && two_steps_ && renaming.may_be_half && looks_half(renaming, old_entry, new_entry)) {
+    return settle_half_step(renaming);
+  }
+  if (has_both && new_entry.inode == old_entry.inode) {
+    return lists(renaming.new_name) && !lists(renaming.old_name) ? Evidence::renamed : Evidence::not_renamed;
   }
   const bool knows_file = renaming.inode != 0 && (keeps_inodes_ || (has_new && has_old));
   if (has_new && (knows_file ? new_entry.inode == renaming.inode : !has_old)) return Evidence::renamed;

@@ -16,7 +16,8 @@ struct IntendedRenaming {
   std::string_view folder;  ///< path
   std::string_view old_name;
   std::string_view new_name;
-  std::uint64_t inode = 0;  ///< of the entry to be renamed; 0 when not known
+  std::uint64_t inode = 0;   ///< of the entry to be renamed; 0 when not known
+  bool may_be_half = false;  ///< it may have been cut off, and no other renaming of the run gives up the new name
 };
 
 enum class Evidence {
@@ -30,7 +31,7 @@ enum class Evidence {
 /// row are cheapest.
 class DiskEvidence {
  public:
-  /// Where moves take two steps, an entry that is found with both names is settled as below.
+  /// Where moves take two steps, what `may_be_half` and looks so is settled as below: the mark may have been lost.
   Evidence ask(const IntendedRenaming& renaming);
   /// Settles a renaming that is marked as half done (see settle_two_step_move()).
   Evidence settle_half_step(const IntendedRenaming& renaming);
@@ -38,10 +39,12 @@ class DiskEvidence {
  private:
   void enter(std::string_view folder);
   bool lists(std::string_view name);
+  bool looks_half(const IntendedRenaming& renaming, const EntryFacts& old_entry, const EntryFacts& new_entry);
 
   std::string path_;
   FolderHandle folder_;
   bool keeps_inodes_ = false;
+  bool two_steps_ = false;
   bool listed_ = false;
   std::unordered_set<std::string> names_;  // filled when two names lead to one file
 };

@@ -11,6 +11,7 @@
 #include <stdexcept>
 #include <string_view>
 #include <tuple>
+#include <unordered_set>
 
 #include "log/disk_evidence.h"
 #include "log/journal.h"
@@ -30,6 +31,8 @@ namespace {
 class Replay {
  public:
   explicit Replay(const JournalReader& journal) : journal_(journal) {
+    old_names_.reserve(journal.entries().size());
+    for (const JournalEntry& entry : journal.entries()) old_names_.insert(entry.old_name);
     if (!journal.info().paths_follow) return;
     for (const JournalEntry& entry : journal.entries()) {
       const FolderId folder = files_.folders().intern(journal.folders()[entry.folder]);
@@ -41,10 +44,12 @@ class Replay {
 
   IntendedRenaming at(std::size_t index) {
     const JournalEntry& entry = journal_.entries()[index];
-    if (!follower_) return {journal_.folders()[entry.folder], entry.old_name, entry.new_name, entry.inode};
+    const bool was_cut_off = entry.mark != JournalMark::done && entry.mark != JournalMark::failed;
+    const bool may_be_half = was_cut_off && !old_names_.contains(entry.new_name);
+    if (!follower_) return {journal_.folders()[entry.folder], entry.old_name, entry.new_name, entry.inode, may_be_half};
     path_.clear();
     files_.folders().append_path(files_[index].folder, path_);
-    return {path_, files_[index].name(), entry.new_name, entry.inode};
+    return {path_, files_[index].name(), entry.new_name, entry.inode, may_be_half};
   }
   void renamed(std::size_t index, const IntendedRenaming& renaming) {
     if (follower_) follower_->follow(files_[index].folder, renaming.old_name, renaming.new_name);
@@ -55,6 +60,7 @@ class Replay {
   FileList files_;
   std::optional<PathFollower> follower_;
   std::string path_;
+  std::unordered_set<std::string_view> old_names_;
 };
 
 /// Says of each entry, in order, whether it was renamed. The disk is asked, always: a mark may never have reached the

@@ -52,8 +52,8 @@ std::string_view Restorer::restore(const LogEntry& entry, std::size_t number, Mo
   const FolderHandle& source = find(sources_, entry.source_folder, number);
   if (!source) return describe(source.error(), entry.source_folder, source_folder_gone);
   int error = move_exclusively(target, entry.target_name.data(), source, entry.source_name.data(), &watcher);
-  // After another undo, two names of one file may be an interrupted move whose mark was lost.
-  if (error == EEXIST && was_tried_before_ && may_move_in_two_steps(source) &&
+  // After another undo, two names of one file, or none, may be an interrupted move whose mark was lost.
+  if ((error == EEXIST || error == ENOENT) && was_tried_before_ && may_move_in_two_steps(source) &&
       !differ_in_case_only(entry.target_name, entry.source_name)) {
     settle_half_step(entry, number);
     error = move_exclusively(target, entry.target_name.data(), source, entry.source_name.data(), &watcher);

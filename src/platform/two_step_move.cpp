@@ -31,10 +31,26 @@ struct Seen {
   bool is_folder() const { return is_there() && S_ISDIR(status.st_mode); }
 };
 
+// Some FUSE disks give the number of a removed folder to the next one at once, and while another thread renames, the
+// system then takes the name for a stale one: for a blink. Returns 0 or errno.
+template <class Call>
+int while_not_stale(Call call) {
+  constexpr int most_tries = 100;
+  for (int tries = 1; call() != 0; ++tries) {
+    if (errno != ESTALE || tries == most_tries) return errno;
+    ::usleep(1000);
+  }
+  return 0;
+}
+
 Seen look(const Place& place) {
   Seen seen;
-  if (::fstatat(place.folder, place.name, &seen.status, AT_SYMLINK_NOFOLLOW) != 0) seen.error = errno;
+  seen.error = while_not_stale([&] { return ::fstatat(place.folder, place.name, &seen.status, AT_SYMLINK_NOFOLLOW); });
   return seen;
+}
+
+int remove_folder(const Place& place) {
+  return while_not_stale([&] { return ::unlinkat(place.folder, place.name, AT_REMOVEDIR); });
 }
 
 int unlink(const Place& place) {
@@ -77,13 +93,13 @@ std::string free_aside_name(const Place& place) {
 }
 
 // Renaming a folder onto an empty folder is allowed; that the target is our own and empty is seen to by mkdir and the
-// kernel.
+// kernel. A mkdir that says ESTALE has made the folder.
 int move_onto_own_folder(const Place& from, const Place& to) {
-  if (::mkdirat(to.folder, to.name, 0700) != 0) return errno;
-  if (::renameat(from.folder, from.name, to.folder, to.name) == 0) return 0;
-  const bool refused = errno == EEXIST || errno == ENOTEMPTY;
-  const int error = errno;
-  if (::unlinkat(to.folder, to.name, AT_REMOVEDIR) != 0 && refused) return EEXIST;  // somebody has put something there
+  if (::mkdirat(to.folder, to.name, 0700) != 0 && errno != ESTALE) return errno;
+  const int error = while_not_stale([&] { return ::renameat(from.folder, from.name, to.folder, to.name); });
+  if (error == 0) return 0;
+  const bool refused = error == EEXIST || error == ENOTEMPTY;
+  if (remove_folder(to) != 0 && refused) return EEXIST;  // somebody has put something there
   return refused ? ENOTSUP : error;
 }
 
@@ -137,7 +153,7 @@ void settle_aside(const Place& name, const Place& other) {
     const std::string text = aside_name(name.name, number);
     const Place aside{name.folder, text.c_str()};
     const Seen seen = look(aside);
-    if (!seen.is_there()) continue;
+    if (!seen.is_there()) return;
     if (are_one_file(seen, look(other)) || are_one_file(seen, look(name))) {
       unlink(aside);
     } else {
@@ -159,7 +175,7 @@ SettledMove settle_both(const Place& from, const Place& to, const Seen& old, con
   }
   const SettledMove found = which_is(old, made, inode);
   const bool may_be_stand_in = old.is_folder() && made.is_folder() && found != SettledMove::moved;
-  if (may_be_stand_in && ::unlinkat(to.folder, to.name, AT_REMOVEDIR) == 0) return SettledMove::not_moved;
+  if (may_be_stand_in && remove_folder(to) == 0) return SettledMove::not_moved;
   return found;
 }
 
@@ -185,6 +201,13 @@ int move_in_two_steps(const FolderHandle& from_folder, const char* from, const F
   if (watcher != nullptr) watcher->half_step();
   return before.is_folder() ? move_onto_own_folder(source, target)
                             : link_and_remove(source, target, before, watcher != nullptr);
+}
+
+void settle_names_aside(const FolderHandle& folder, const char* from, const char* to) {
+  const Place source{folder.descriptor(), from};
+  const Place target{folder.descriptor(), to};
+  settle_aside(source, target);
+  settle_aside(target, source);
 }
 
 SettledMove settle_two_step_move(const FolderHandle& from_folder, const char* from, const FolderHandle& to_folder,

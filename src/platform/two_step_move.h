@@ -52,4 +52,8 @@ enum class SettledMove {
 [[nodiscard]] SettledMove settle_two_step_move(const FolderHandle& from_folder, const char* from,
                                                const FolderHandle& to_folder, const char* to, std::uint64_t inode);
 
+/// The part of it that needs no mark: what lies under the names of our own that belong to these two names of a folder
+/// gets its name back, or goes where the file has one of the two.
+void settle_names_aside(const FolderHandle& folder, const char* from, const char* to);
+
 }  // namespace brindle
