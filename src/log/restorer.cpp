@@ -51,6 +51,8 @@ std::string_view Restorer::restore(const LogEntry& entry, std::size_t number, Mo
   if (!target) return describe(target.error(), entry.target_folder, target_gone);
   const FolderHandle& source = find(sources_, entry.source_folder, number);
   if (!source) return describe(source.error(), entry.source_folder, source_folder_gone);
+  if (own_folders_.may_hang_on(entry.target_name, 0) && own_folders_.hang_on(target, entry.target_name.data()))
+    return holds_own_data;
   int error = move_exclusively(target, entry.target_name.data(), source, entry.source_name.data(), &watcher);
   // After another undo, two names of one file, or none, may be an interrupted move whose mark was lost.
   if ((error == EEXIST || error == ENOENT) && was_tried_before_ && may_move_in_two_steps(source) &&

@@ -10,14 +10,17 @@
 #include "log/rename_log.h"
 #include "platform/disk_sync.h"
 #include "platform/folder_handle.h"
+#include "platform/own_folders.h"
 #include "platform/two_step_move.h"
 
 namespace brindle {
 
 class Restorer {
  public:
-  /// `was_tried_before`: an undo of the same log came before this one.
-  Restorer(EntryPlaces& places, bool was_tried_before) : places_(places), was_tried_before_(was_tried_before) {}
+  /// `was_tried_before`: an undo of the same log came before this one. `log_folder` is one of the folders that must not
+  /// be moved away from under the program.
+  Restorer(EntryPlaces& places, bool was_tried_before, const std::string& log_folder)
+      : places_(places), own_folders_(OwnFolders::with_logs_in(log_folder)), was_tried_before_(was_tried_before) {}
 
   /// Moves an entry from its target to its source. Empty when that was done, else why not (valid until the next call).
   std::string_view restore(const LogEntry& entry, std::size_t number, MoveWatcher& watcher);
@@ -54,6 +57,7 @@ class Restorer {
   std::string_view describe(int error, std::string_view folder, std::string_view when_missing);
 
   EntryPlaces& places_;
+  OwnFolders own_folders_;
   bool was_tried_before_;
   HeldFolder targets_;
   HeldFolder sources_;

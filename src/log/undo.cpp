@@ -27,13 +27,14 @@ class HalfMark final : public MoveWatcher {
 
 class Undoing {
  public:
-  Undoing(const LogFile& log, UndoProgress& progress, const UndoReport& report, UndoResult& result)
+  Undoing(const LogFile& log, const std::string& log_folder, UndoProgress& progress, const UndoReport& report,
+          UndoResult& result)
       : log_(log),
         progress_(progress),
         report_(report),
         result_(result),
         places_(log, progress),
-        restorer_(places_, progress.goes_on()) {}
+        restorer_(places_, progress.goes_on(), log_folder) {}
 
   /// Leaves alone what would change its folder.
   void stay_in_folders() { stays_in_folders_ = true; }
@@ -134,7 +135,7 @@ UndoResult undoRenaming(const std::string& log_path, const LogFile& log, const J
   if (result.error.empty()) result.error = progress.open(log_path, log.checksum, log.entries.size());
   if (!result.error.empty()) return result;
   const std::string log_folder = options.log_folder.empty() ? split_path(log_path).folder : options.log_folder;
-  Undoing undoing(log, progress, report, result);
+  Undoing undoing(log, log_folder, progress, report, result);
   if (!options.from_elsewhere && !is_own_log(log_path, log_folder)) undoing.stay_in_folders();
   undoing.run(control);
   if (result.cancelled || !result.error.empty()) return result;

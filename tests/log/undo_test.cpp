@@ -230,6 +230,16 @@ TEST(Undo, believes_a_log_from_elsewhere_only_within_a_folder) {
   EXPECT_THAT(tree.names_in("files/d"), ElementsAre("b"));
 }
 
+TEST(Undo, leaves_what_holds_the_logs_where_it_is) {
+  const LogTree tree;
+  tree.make({"files/a"});
+  const std::string log = make_log(tree.logs(), {{tree / "was", tree / "logs"}, {tree / "files/a", tree / "files/A1"}});
+  std::filesystem::rename(tree / "files/a", tree / "files/A1");
+  Listener listener;
+  EXPECT_EQ(undoRenaming(log, {}, listener.report(), {tree.logs()}).restored, 1);
+  EXPECT_THAT(listener.left, ElementsAre("logs: it holds Brindle's own data"));
+}
+
 // One that could not be put away is not counted again.
 TEST(Undo, of_an_undone_log_restores_nothing) {
   const LogTree tree;

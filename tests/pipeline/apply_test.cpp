@@ -191,8 +191,12 @@ TEST_F(Apply, ListedFoldersThatHoldListedFilesAreDealtWithInOrder) {
   tree_.make({"Thing.app/inside"});
   gather({"Thing.app", "Thing.app/inside"});
   propose(add_x);
-  EXPECT_EQ(apply().renamed, 1U);
-  EXPECT_EQ(tree_.names(), (Names{"xThing.app", "xThing.app/inside"}));
+  const auto before = tree_.inodes();
+  const ApplyResult result = apply();
+  EXPECT_EQ(tree_.names(), (Names{"xThing.app", "xThing.app/xinside"}));
+  EXPECT_EQ(files_.path(1), tree_ / "xThing.app/xinside");
+  EXPECT_EQ(undoRenaming(result.log_path, {}).restored, 2U);
+  EXPECT_EQ(tree_.inodes(), before);
 }
 
 TEST_F(Apply, ManyFoldersOnThreadsKeepTheListsOrderInTheLog) {
