@@ -89,15 +89,18 @@ class BrindleAppController final : private RulesOwner {
   void addFilesFolders();
   /// A drop on the file table.
   void acceptDrop(std::vector<std::string> paths);
-  /// The choose-items sheet was applied.
+  /// The choose-items sheet was applied. The paths are loaded in any case, in the mode that holds then.
   void PasteboardItemsControllerDidFinish(bool folders, bool isProcessSubfolders, std::vector<std::string> paths);
-  void recentFolderChanged(std::size_t entry);  ///< 0 is the empty entry
+  /// 0 is the empty entry. Empties the list; asks when the person's work on it would go with it.
+  void recentFolderChanged(std::size_t entry);
   /// The files on the clipboard.
   void addFilesFoldersFromFinder();
+  /// In Files mode, unless the person keeps a list of folders: then in Folders mode.
   void loadFiles(std::vector<std::string> paths);
   /// From a long list, by a job.
   void RemoveFiles(const RowSet& rows);
   void clearFilesFolders();
+  /// The radio buttons of the mode. Asks when the person's work on the list would go with it.
   void filesFoldersOptionChanged(bool folders);
   void setIncludeSubFolders(bool include);
   /// "Show hidden items", remembered.
@@ -267,8 +270,14 @@ class BrindleAppController final : private RulesOwner {
 
   void add_files(std::vector<std::string> paths);
   void show_unreadable(const std::vector<UnreadablePath>& paths);
+  /// When a list that has items may go without a question.
+  enum class Asks : std::uint8_t { always, when_worked_on };
+  bool may_empty_list(Asks asks);
+  bool clear_list(Asks asks);
   void empty_list();
-  void set_folders_mode(bool folders);
+  /// The one way from Files to Folders and back: the list and its mode never disagree. Empties the list, or keeps it
+  /// and the mode when that is what the person wants. Whether the wanted mode holds now.
+  bool switch_mode(bool folders, Asks asks);
   void sort_rows(std::string_view column, bool ascending, const JobControl& control);
   bool can_move(const RowSet& rows) const;
   void put_into_order(std::size_t first, std::vector<std::uint32_t> order);
@@ -298,6 +307,7 @@ class BrindleAppController final : private RulesOwner {
   void choose(RuleVariant variant, const std::function<void(RenameSettings&)>& edit);
 
   void apply_record(const SettingsRecord& record);
+  void replace_settings(RenameSettings settings);
   bool open_profile(const std::string& path);
   void save_left_profile();
   void set_curr_profile(const std::string& path);
@@ -328,7 +338,8 @@ class BrindleAppController final : private RulesOwner {
   std::atomic<bool> isCancelProcess_{false};
   std::function<void()> deferred_;  // the command that waits for a quiet job to end
   bool quick_preview_is_stale_ = false;
-  bool is_asking_ = false;  // whether to rename the names shown
+  bool is_asking_ = false;          // about the list and the names shown
+  bool is_list_worked_on_ = false;  // names typed, rows put into order or taken out: no load brings that back
   NameSource names_made_with_;
   std::string interrupted_renamings_;  // a line each, to be told
   std::string waiting_renamings_;

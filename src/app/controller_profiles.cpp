@@ -105,10 +105,16 @@ bool BrindleAppController::setSettings(const SettingsRecord& record) {
 void BrindleAppController::apply_record(const SettingsRecord& record) {
   RenameSettings edited = values();
   const SettingsOutcome outcome = brindle::setSettings(edited, record);
-  settings_.replace(std::move(edited));
-  if (outcome.must_clear_list) clearFilesFolders();
+  replace_settings(std::move(edited));
   if (outcome.refresh_replace_remove) replaceRemoveRemoveTypeChanged(values().replaceRemoveRemoveType);
-  state_.count_label = localized_format(outcome.count_label_key, files_.size());
+  if (!state_.isExecuting) count_list();
+}
+
+// All of them, save that a list that the person keeps keeps its mode.
+void BrindleAppController::replace_settings(RenameSettings settings) {
+  switch_mode(settings.isFolders, Asks::always);
+  set_mode(settings, values().isFolders);
+  settings_.replace(std::move(settings));
 }
 
 // Saving
@@ -160,7 +166,7 @@ void BrindleAppController::loadEmptyProfile() {
   state_.isHasFilesForRenaming = false;
   RenameSettings empty;
   brindle::loadEmptyProfile(empty, now());
-  settings_.replace(std::move(empty));
+  replace_settings(std::move(empty));
   close_profile();
   rules_.clear_selection();
   rules_.tabChanged(values().selectedTab);

@@ -55,9 +55,7 @@ std::string_view closest_method(std::string_view word) {
 
 // What the line says about files and folders counts more than a profile.
 void choose_items(RenameSettings& settings, const Options& options) {
-  if (options.folders) settings.isFolders = *options.folders;
-  settings.isFiles = !settings.isFolders;
-  settings.fileFolderIndex = settings.isFolders ? 1 : 0;
+  set_mode(settings, options.folders.value_or(settings.isFolders));
   if (options.subfolders) settings.isIncludeSubFolders = *options.subfolders;
 }
 

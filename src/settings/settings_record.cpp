@@ -60,9 +60,13 @@ SettingsRecord getCurrentSettings(const RenameSettings& settings) {
   return record;
 }
 
+void set_mode(RenameSettings& settings, bool folders) {
+  settings.isFiles = !folders;
+  settings.isFolders = folders;
+  settings.fileFolderIndex = folders ? 1 : 0;
+}
+
 SettingsOutcome setSettings(RenameSettings& settings, const SettingsRecord& record) {
-  const bool had_files = settings.isFiles;
-  const bool had_folders = settings.isFolders;
   for (const PropertyEntry& entry : record) {
     const SettingRow* row = find_setting(std::u16string_view(entry.key));
     if (!row || !is_restored(*row)) continue;
@@ -71,10 +75,7 @@ SettingsOutcome setSettings(RenameSettings& settings, const SettingsRecord& reco
   resetPhotoMask(settings);
   resetID3Mask(settings);
   return {
-      .must_clear_list = settings.isFolders ? !had_folders : !had_files,
       .refresh_replace_remove = settings.selectedTab == static_cast<std::int32_t>(SettingTab::replace_remove),
-      .can_rename = settings.selectedTab != rename_from_list_tab,
-      .count_label_key = settings.isFolders ? "TOTALFOLDERSSELECTED" : "TOTALFILESSELECTED",
   };
 }
 

@@ -17,13 +17,13 @@ using SettingsRecord = PropertyDictionary;
 /// file lacks `renameFile`, and one whose `alphaNumericSeperator` is absent ends there; this is what the format is.
 SettingsRecord getCurrentSettings(const RenameSettings& settings);
 
+/// Files or folders: all members that say so.
+void set_mode(RenameSettings& settings, bool folders);
+
 /// What the owner of the file list and of the controls has to do after a record was applied. In any case nothing is
 /// ready for renaming any more (`isHasFilesForRenaming` becomes false).
 struct SettingsOutcome {
-  bool must_clear_list = false;         ///< the record switched between files and folders
   bool refresh_replace_remove = false;  ///< tab 2 is shown: its controls follow the remove type
-  bool can_rename = false;              ///< the Rename command is on when the list also holds an item
-  std::string_view count_label_key;     ///< the format that shows the number of listed items
 };
 
 /// Writes a record into the settings and rebuilds the two masks from their lists. Keys that the record lacks keep their
