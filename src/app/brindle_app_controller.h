@@ -4,12 +4,14 @@
 //
 // Everything is called on the main thread. A job (load, preview, rename, undo, export, a long sort) runs through the
 // worker port; while state().isExecuting is true the list belongs to it, and commands that would touch it do nothing.
-// Only a quiet job (WindowState::is_quiet) makes way: it is cancelled, and the command follows when it has ended.
-// Defined by concern in controller_*.cpp.
+// Paths that come in meanwhile, from whatever side, wait for its end and are listed then, in the order they came. Only
+// a quiet job (WindowState::is_quiet) makes way: it is cancelled, and the command follows when it has ended. Defined by
+// concern in controller_*.cpp.
 
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -205,7 +207,10 @@ class BrindleAppController final : private RulesOwner {
   // Documents and files handed to the application (controller_documents.cpp).
 
   enum class OpenReply : std::uint8_t { success, cancelled, failure };
+  /// At once, or not: cancelled while a job runs.
   OpenReply openFiles(std::vector<std::string> paths);
+  /// The same for callers who do not wait for the reply: what comes while a job runs is opened after it.
+  void openFilesInTurn(std::vector<std::string> paths);
 
   // Rename from a list, export (controller_lists.cpp).
 
@@ -256,6 +261,8 @@ class BrindleAppController final : private RulesOwner {
   void job_finished(const JobCall& call, const std::string& failure);
   void show_progress();
   bool defer(std::function<void()> command);
+  bool put_off(std::function<void()> request);
+  void serve_requests();
   void tell(Changed changed) { tell(static_cast<ChangedSet>(changed)); }
   void tell(ChangedSet changed);
   void update_state();
@@ -336,7 +343,8 @@ class BrindleAppController final : private RulesOwner {
   std::unique_ptr<PhotoFieldsCache> photo_fields_;
   WindowState state_;
   std::atomic<bool> isCancelProcess_{false};
-  std::function<void()> deferred_;  // the command that waits for a quiet job to end
+  std::function<void()> deferred_;              // the command that waits for a quiet job to end
+  std::deque<std::function<void()>> requests_;  // the paths that wait for the end of a job
   bool quick_preview_is_stale_ = false;
   bool is_asking_ = false;          // about the list and the names shown
   bool is_list_worked_on_ = false;  // names typed, rows put into order or taken out: no load brings that back

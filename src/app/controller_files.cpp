@@ -71,13 +71,12 @@ void BrindleAppController::addFilesFolders() {
 }
 
 void BrindleAppController::acceptDrop(std::vector<std::string> paths) {
-  if (defer([this, paths] { acceptDrop(paths); })) return;
   add_files(std::move(paths));
 }
 
 void BrindleAppController::PasteboardItemsControllerDidFinish(bool folders, bool isProcessSubfolders,
                                                               std::vector<std::string> paths) {
-  if (defer([=, this] { PasteboardItemsControllerDidFinish(folders, isProcessSubfolders, paths); })) return;
+  if (put_off([=, this] { PasteboardItemsControllerDidFinish(folders, isProcessSubfolders, paths); })) return;
   switch_mode(folders, Asks::always);
   setIncludeSubFolders(isProcessSubfolders);
   add_files(std::move(paths));
@@ -94,7 +93,6 @@ void BrindleAppController::recentFolderChanged(std::size_t entry) {
 }
 
 void BrindleAppController::addFilesFoldersFromFinder() {
-  if (defer([this] { addFilesFoldersFromFinder(); })) return;
   ports_.desktop.hide_tooltip();
   ports_.desktop.end_editing();
   std::vector<std::string> paths = ports_.desktop.files_on_clipboard();
@@ -102,7 +100,7 @@ void BrindleAppController::addFilesFoldersFromFinder() {
 }
 
 void BrindleAppController::loadFiles(std::vector<std::string> paths) {
-  if (defer([this, paths] { loadFiles(paths); })) return;
+  if (put_off([this, paths] { loadFiles(paths); })) return;
   try {
     switch_mode(false, Asks::always);
     add_files(std::move(paths));
@@ -113,7 +111,7 @@ void BrindleAppController::loadFiles(std::vector<std::string> paths) {
 
 // The load job, where every door ends.
 void BrindleAppController::add_files(std::vector<std::string> paths) {
-  if (paths.empty() || state_.isExecuting) return;
+  if (paths.empty() || put_off([this, paths] { add_files(paths); })) return;
   ports_.desktop.hide_tooltip();
   ports_.desktop.end_editing();
   const GatherOptions options{values().isFolders, values().isIncludeSubFolders, include_hidden_,

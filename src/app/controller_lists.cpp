@@ -80,7 +80,8 @@ void BrindleAppController::import_list(const std::shared_ptr<FileRenameItem>& it
   const bool folders = item->importType != 0;
   clear_list(Asks::always);
   // Behind the question a load may have begun; and whoever keeps a list of the other kind has said no to this one.
-  if (state_.isExecuting || (!files_.empty() && folders != values().isFolders)) return;
+  if (put_off([this, item] { import_list(item); })) return;
+  if (!files_.empty() && folders != values().isFolders) return;
   switch_mode(folders, Asks::always);
   names_made_with_ = {rename_from_list_tab, values().generalOptionIndex, false};
   state_.isRulePreview = false;

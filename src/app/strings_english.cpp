@@ -69,6 +69,7 @@ constexpr auto english_messages = std::to_array<StringEntry>({
     {"LOADINGMESSAGE", "Loading %@, please wait…"},
     {"LOADINGTIME", "Loading"},
     {"LOADPROFILETITLE", "Open Profile"},
+    {"LOADWAITS", "Brindle is busy. The new items are added to the list when it has finished."},
     {"LOCATION", "Location"},
     {"LOGCREATEFAILED",
      "The log could not be created. Without it this renaming cannot be undone. Rename all the same?"},

@@ -77,6 +77,7 @@ constexpr auto german_messages = std::to_array<StringEntry>({
     {"LOADINGMESSAGE", "%@ werden geladen, bitte warten …"},
     {"LOADINGTIME", "Laden"},
     {"LOADPROFILETITLE", "Profil öffnen"},
+    {"LOADWAITS", "Brindle arbeitet noch. Die neuen Einträge kommen danach in die Liste."},
     {"LOCATION", "Ort"},
     {"LOGCREATEFAILED",
      "Das Protokoll konnte nicht angelegt werden. Ohne Protokoll lässt sich dieses Umbenennen nicht rückgängig machen. "
