@@ -314,6 +314,7 @@ class BrindleAppController final : private RulesOwner {
   void choose(RuleVariant variant, const std::function<void(RenameSettings&)>& edit);
 
   void apply_record(const SettingsRecord& record);
+  void tell_date_left_out(Date date);
   void replace_settings(RenameSettings settings);
   bool open_profile(const std::string& path);
   void save_left_profile();

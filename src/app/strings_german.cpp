@@ -22,6 +22,9 @@ constexpr auto german_messages = std::to_array<StringEntry>({
     {"CHOOSERULESETTINGSFILETITLE", "%@: Regeldatei auswählen"},
     {"CHOOSETABDELIMITEDTEXTFILE", "Textdatei mit Tabulatoren auswählen"},
     {"CONTINUE", "Fortfahren"},
+    {"DATELEFTOUT",
+     "Das gespeicherte eigene Datum, %@, wird nicht übernommen; an seiner Stelle steht %@. Stellen Sie das Datum unter "
+     "Datum & Zeit ein, bevor Sie umbenennen."},
     {"DATETIMEATAFTERTEXTINVALIDINPUT", "Der Text, hinter dem das Datum stehen soll, fehlt"},
     {"DATETIMEATBEFORETEXTINVALIDINPUT", "Der Text, vor dem das Datum stehen soll, fehlt"},
     {"Device or resource busy", "Die Datei oder das Gerät wird gerade benutzt"},

@@ -1,5 +1,6 @@
 #include "settings/settings_record.h"
 
+#include <chrono>
 #include <optional>
 #include <utility>
 
@@ -46,6 +47,15 @@ void take_value(FieldList& fields, const PropertyValue& value) {
   take(fields, unarchived_fields(value));
 }
 
+// Files keep whole seconds.
+std::optional<Date> date_left_out(const RenameSettings& settings, const SettingsRecord& record) {
+  const PropertyValue* value = record.find(u"dateTimeCustomDate");
+  const Date* date = value == nullptr ? nullptr : value->get_if<Date>();
+  const auto seconds = [](Date moment) { return std::chrono::floor<std::chrono::seconds>(moment); };
+  if (date == nullptr || seconds(*date) == seconds(settings.dateTimeCustomDate)) return std::nullopt;
+  return *date;
+}
+
 }  // namespace
 
 SettingsRecord getCurrentSettings(const RenameSettings& settings) {
@@ -76,7 +86,14 @@ SettingsOutcome setSettings(RenameSettings& settings, const SettingsRecord& reco
   resetID3Mask(settings);
   return {
       .refresh_replace_remove = settings.selectedTab == static_cast<std::int32_t>(SettingTab::replace_remove),
+      .date_left_out = date_left_out(settings, record),
   };
+}
+
+bool uses_custom_date(const RenameSettings& settings) {
+  constexpr std::int32_t custom_date = 2;
+  return settings.selectedTab == static_cast<std::int32_t>(SettingTab::date_time) &&
+         settings.dateTimeDateOptionIndex == custom_date;
 }
 
 }  // namespace brindle

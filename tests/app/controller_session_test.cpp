@@ -228,6 +228,27 @@ TEST_F(Session, DocumentsAreOpenedAndFilesListedAfterAWhile) {
   EXPECT_TRUE(app().applicationShouldTerminate());
 }
 
+TEST_F(Session, AFixedDateThatIsNotTakenOverIsTold) {
+  start();
+  const auto dated = [this](const char* name, std::int32_t tab, std::int32_t source) {
+    return write_profile(name, [=](RenameSettings& settings) {
+      settings.selectedTab = tab;
+      settings.dateTimeDateOptionIndex = source;
+      settings.dateTimeCustomDate = Date(std::chrono::hours(24 * 400));
+    });
+  };
+  app().setCurrentSettings(dated("modified.brprofile", 4, 1));
+  app().setCurrentSettings(dated("other.brprofile", 1, 2));
+  EXPECT_THAT(alerts(), IsEmpty());
+  app().setCurrentSettings(dated("fixed.brprofile", 4, 2));
+  ASSERT_EQ(ports_.alerts.shown.size(), 1U);
+  EXPECT_THAT(ports_.alerts.shown[0].message, ::testing::HasSubstr("05/02/1971"));
+  EXPECT_THAT(alerts(), ElementsAre("DATELEFTOUT"));
+  EXPECT_TRUE(app().saveProfile());  // with the date of the window
+  app().setCurrentSettings(app().currProfileFile());
+  EXPECT_THAT(alerts(), IsEmpty());
+}
+
 // Whoever hands paths over has been told that all is well, and does it once.
 TEST_F(Session, WhatComesDuringAJobIsListedAfterIt) {
   start();
