@@ -4,12 +4,14 @@
 //
 // Everything is called on the main thread. A job (load, preview, rename, undo, export, a long sort) runs through the
 // worker port; while state().isExecuting is true the list belongs to it, and commands that would touch it do nothing.
-// Only a quiet job (WindowState::is_quiet) makes way: it is cancelled, and the command follows when it has ended.
-// Defined by concern in controller_*.cpp.
+// Paths that come in meanwhile, from whatever side, wait for its end and are listed then, in the order they came. Only
+// a quiet job (WindowState::is_quiet) makes way: it is cancelled, and the command follows when it has ended. Defined by
+// concern in controller_*.cpp.
 
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -89,15 +91,18 @@ class BrindleAppController final : private RulesOwner {
   void addFilesFolders();
   /// A drop on the file table.
   void acceptDrop(std::vector<std::string> paths);
-  /// The choose-items sheet was applied.
+  /// The choose-items sheet was applied. The paths are loaded in any case, in the mode that holds then.
   void PasteboardItemsControllerDidFinish(bool folders, bool isProcessSubfolders, std::vector<std::string> paths);
-  void recentFolderChanged(std::size_t entry);  ///< 0 is the empty entry
+  /// 0 is the empty entry. Empties the list; asks when the person's work on it would go with it.
+  void recentFolderChanged(std::size_t entry);
   /// The files on the clipboard.
   void addFilesFoldersFromFinder();
+  /// In Files mode, unless the person keeps a list of folders: then in Folders mode.
   void loadFiles(std::vector<std::string> paths);
   /// From a long list, by a job.
   void RemoveFiles(const RowSet& rows);
   void clearFilesFolders();
+  /// The radio buttons of the mode. Asks when the person's work on the list would go with it.
   void filesFoldersOptionChanged(bool folders);
   void setIncludeSubFolders(bool include);
   /// "Show hidden items", remembered.
@@ -202,7 +207,10 @@ class BrindleAppController final : private RulesOwner {
   // Documents and files handed to the application (controller_documents.cpp).
 
   enum class OpenReply : std::uint8_t { success, cancelled, failure };
+  /// At once, or not: cancelled while a job runs.
   OpenReply openFiles(std::vector<std::string> paths);
+  /// The same for callers who do not wait for the reply: what comes while a job runs is opened after it.
+  void openFilesInTurn(std::vector<std::string> paths);
 
   // Rename from a list, export (controller_lists.cpp).
 
@@ -253,6 +261,8 @@ class BrindleAppController final : private RulesOwner {
   void job_finished(const JobCall& call, const std::string& failure);
   void show_progress();
   bool defer(std::function<void()> command);
+  bool put_off(std::function<void()> request);
+  void serve_requests();
   void tell(Changed changed) { tell(static_cast<ChangedSet>(changed)); }
   void tell(ChangedSet changed);
   void update_state();
@@ -267,8 +277,14 @@ class BrindleAppController final : private RulesOwner {
 
   void add_files(std::vector<std::string> paths);
   void show_unreadable(const std::vector<UnreadablePath>& paths);
+  /// When a list that has items may go without a question.
+  enum class Asks : std::uint8_t { always, when_worked_on };
+  bool may_empty_list(Asks asks);
+  bool clear_list(Asks asks);
   void empty_list();
-  void set_folders_mode(bool folders);
+  /// The one way from Files to Folders and back: the list and its mode never disagree. Empties the list, or keeps it
+  /// and the mode when that is what the person wants. Whether the wanted mode holds now.
+  bool switch_mode(bool folders, Asks asks);
   void sort_rows(std::string_view column, bool ascending, const JobControl& control);
   bool can_move(const RowSet& rows) const;
   void put_into_order(std::size_t first, std::vector<std::uint32_t> order);
@@ -298,6 +314,8 @@ class BrindleAppController final : private RulesOwner {
   void choose(RuleVariant variant, const std::function<void(RenameSettings&)>& edit);
 
   void apply_record(const SettingsRecord& record);
+  void tell_date_left_out(Date date);
+  void replace_settings(RenameSettings settings);
   bool open_profile(const std::string& path);
   void save_left_profile();
   void set_curr_profile(const std::string& path);
@@ -326,9 +344,11 @@ class BrindleAppController final : private RulesOwner {
   std::unique_ptr<PhotoFieldsCache> photo_fields_;
   WindowState state_;
   std::atomic<bool> isCancelProcess_{false};
-  std::function<void()> deferred_;  // the command that waits for a quiet job to end
+  std::function<void()> deferred_;              // the command that waits for a quiet job to end
+  std::deque<std::function<void()>> requests_;  // the paths that wait for the end of a job
   bool quick_preview_is_stale_ = false;
-  bool is_asking_ = false;  // whether to rename the names shown
+  bool is_asking_ = false;          // about the list and the names shown
+  bool is_list_worked_on_ = false;  // names typed, rows put into order or taken out: no load brings that back
   NameSource names_made_with_;
   std::string interrupted_renamings_;  // a line each, to be told
   std::string waiting_renamings_;

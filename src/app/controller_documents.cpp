@@ -45,13 +45,24 @@ BrindleAppController::OpenReply BrindleAppController::openFiles(std::vector<std:
     }
     // File managers open many files one by one: what comes within half a second replaces what came before.
     ports_.main_thread.cancel_timer(loadFilesTimer_);
-    loadFilesTimer_ = ports_.main_thread.start_timer(after_last_request, [this, paths = std::move(paths)] {
-      if (!state_.isExecuting || state_.is_quiet) loadFiles(paths);
-    });
+    loadFilesTimer_ =
+        ports_.main_thread.start_timer(after_last_request, [this, paths = std::move(paths)] { loadFiles(paths); });
     return OpenReply::success;
   } catch (const std::exception& failure) {
     log_failure("application:openFile", failure.what());
     return OpenReply::failure;
+  }
+}
+
+// What waits is not put off once more: one list of paths would replace another.
+void BrindleAppController::openFilesInTurn(std::vector<std::string> paths) {
+  const bool is_busy = state_.isExecuting && !state_.is_quiet;
+  if (!is_busy) {
+    openFiles(std::move(paths));
+  } else if (paths.size() == 1 && is_document(paths.front())) {
+    put_off([this, paths] { openFiles(paths); });
+  } else {
+    loadFiles(std::move(paths));
   }
 }
 

@@ -71,32 +71,28 @@ void BrindleAppController::addFilesFolders() {
 }
 
 void BrindleAppController::acceptDrop(std::vector<std::string> paths) {
-  if (defer([this, paths] { acceptDrop(paths); })) return;
   add_files(std::move(paths));
 }
 
 void BrindleAppController::PasteboardItemsControllerDidFinish(bool folders, bool isProcessSubfolders,
                                                               std::vector<std::string> paths) {
-  if (defer([=, this] { PasteboardItemsControllerDidFinish(folders, isProcessSubfolders, paths); })) return;
-  // Whatever the answer, the load below runs.
-  if (folders != values().isFolders) clearFilesFolders();
-  set_folders_mode(folders);
+  if (put_off([=, this] { PasteboardItemsControllerDidFinish(folders, isProcessSubfolders, paths); })) return;
+  switch_mode(folders, Asks::always);
   setIncludeSubFolders(isProcessSubfolders);
   add_files(std::move(paths));
 }
 
 void BrindleAppController::recentFolderChanged(std::size_t entry) {
   if (entry == 0 || defer([this, entry] { recentFolderChanged(entry); })) return;
+  if (entry > recent_.items().size() || !clear_list(Asks::when_worked_on)) return;
   const std::optional<std::string> path = recent_.choose(entry - 1, now());
   if (!path) return;
   tell(Changed::recent_items);
-  empty_list();
   setIncludeSubFolders(true);
   add_files({*path});
 }
 
 void BrindleAppController::addFilesFoldersFromFinder() {
-  if (defer([this] { addFilesFoldersFromFinder(); })) return;
   ports_.desktop.hide_tooltip();
   ports_.desktop.end_editing();
   std::vector<std::string> paths = ports_.desktop.files_on_clipboard();
@@ -104,10 +100,9 @@ void BrindleAppController::addFilesFoldersFromFinder() {
 }
 
 void BrindleAppController::loadFiles(std::vector<std::string> paths) {
-  if (defer([this, paths] { loadFiles(paths); })) return;
+  if (put_off([this, paths] { loadFiles(paths); })) return;
   try {
-    if (values().isFolders) clearFilesFolders();
-    set_folders_mode(false);
+    switch_mode(false, Asks::always);
     add_files(std::move(paths));
   } catch (const std::exception& failure) {
     log_failure("loadFiles", failure.what());
@@ -116,7 +111,7 @@ void BrindleAppController::loadFiles(std::vector<std::string> paths) {
 
 // The load job, where every door ends.
 void BrindleAppController::add_files(std::vector<std::string> paths) {
-  if (paths.empty() || state_.isExecuting) return;
+  if (paths.empty() || put_off([this, paths] { add_files(paths); })) return;
   ports_.desktop.hide_tooltip();
   ports_.desktop.end_editing();
   const GatherOptions options{values().isFolders, values().isIncludeSubFolders, include_hidden_,
@@ -158,6 +153,7 @@ void BrindleAppController::RemoveFiles(const RowSet& rows) {
     files_.remove_rows(rows);
     files_.resetFilesDic();
   };
+  is_list_worked_on_ = true;
   call.finished = [this] {
     if (files_.empty()) sorted_column_.clear();
     count_list();
@@ -172,16 +168,28 @@ void BrindleAppController::RemoveFiles(const RowSet& rows) {
 }
 
 void BrindleAppController::clearFilesFolders() {
-  if (defer([this] { clearFilesFolders(); })) return;
-  if (!files_.empty()) {
-    Alert alert;
-    alert.message_key = clear_question;
-    alert.title = getAppTitle();
-    alert.message = localized(clear_question);
-    alert.buttons = {"YES", "NO"};
-    if (ports_.alerts.show(alert) != 0 || state_.isExecuting) return;
-  }
+  if (!defer([this] { clearFilesFolders(); })) clear_list(Asks::always);
+}
+
+// No while a job has the list, which may have begun behind the question.
+bool BrindleAppController::may_empty_list(Asks asks) {
+  if (state_.isExecuting) return false;
+  if (files_.empty() || (asks == Asks::when_worked_on && !is_list_worked_on_)) return true;
+  Alert alert;
+  alert.message_key = clear_question;
+  alert.title = getAppTitle();
+  alert.message = localized(clear_question);
+  alert.buttons = {"YES", "NO"};
+  const bool was_asking = std::exchange(is_asking_, true);
+  const bool yes = ports_.alerts.show(alert) == 0;
+  is_asking_ = was_asking;
+  return yes && !state_.isExecuting;
+}
+
+bool BrindleAppController::clear_list(Asks asks) {
+  if (!may_empty_list(asks)) return false;
   empty_list();
+  return true;
 }
 
 void BrindleAppController::empty_list() {
@@ -190,22 +198,21 @@ void BrindleAppController::empty_list() {
   disposal_.throw_away(std::pair(files_.release(), std::exchange(disk_names_, DiskNames())));
   photo_fields_->clear();
   sorted_column_.clear();
+  is_list_worked_on_ = false;
   list_was_changed();
 }
 
 void BrindleAppController::filesFoldersOptionChanged(bool folders) {
   if (folders == values().isFolders || defer([this, folders] { filesFoldersOptionChanged(folders); })) return;
-  set_folders_mode(folders);
-  if (folders) setIncludeSubFolders(true);
-  empty_list();
+  if (switch_mode(folders, Asks::when_worked_on) && folders) setIncludeSubFolders(true);
 }
 
-void BrindleAppController::set_folders_mode(bool folders) {
-  settings_.commit([folders](RenameSettings& settings) {
-    settings.isFiles = !folders;
-    settings.isFolders = folders;
-    settings.fileFolderIndex = folders ? 1 : 0;
-  });
+bool BrindleAppController::switch_mode(bool folders, Asks asks) {
+  if (folders == values().isFolders) return true;
+  if (!may_empty_list(asks)) return folders == values().isFolders;
+  settings_.commit([folders](RenameSettings& settings) { set_mode(settings, folders); });
+  empty_list();
+  return true;
 }
 
 void BrindleAppController::setIncludeSubFolders(bool include) {

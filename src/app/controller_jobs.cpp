@@ -172,6 +172,7 @@ void BrindleAppController::job_finished(const JobCall& call, const std::string& 
   }
   if (call.afterwards) call.afterwards();
   if (const auto command = std::exchange(deferred_, nullptr)) command();
+  serve_requests();
   if (std::exchange(quick_preview_is_stale_, false)) schedule_quick_preview(std::chrono::milliseconds(400));
 }
 
@@ -199,6 +200,28 @@ bool BrindleAppController::defer(std::function<void()> command) {
     deferred_ = std::move(command);
   }
   return true;
+}
+
+// The same for paths that somebody has handed over, and believes to be listed: they wait for every job.
+bool BrindleAppController::put_off(std::function<void()> request) {
+  if (!state_.isExecuting) return false;
+  requests_.push_back(std::move(request));
+  if (!state_.is_quiet) {
+    ports_.desktop.show_tooltip(TooltipAnchor::file_list, "LOADWAITS", localized("LOADWAITS"));
+  } else {
+    isCancelProcess_ = true;
+    quick_preview_is_stale_ = true;
+  }
+  return true;
+}
+
+// A request that begins a job leaves the others to its end.
+void BrindleAppController::serve_requests() {
+  while (!requests_.empty() && !state_.isExecuting) {
+    const auto request = std::move(requests_.front());
+    requests_.pop_front();
+    request();
+  }
 }
 
 void BrindleAppController::cancelProcess() {

@@ -77,9 +77,12 @@ void BrindleAppController::loadRenameFile(bool folders) {
 }
 
 void BrindleAppController::import_list(const std::shared_ptr<FileRenameItem>& item) {
-  clearFilesFolders();
   const bool folders = item->importType != 0;
-  set_folders_mode(folders);
+  clear_list(Asks::always);
+  // Behind the question a load may have begun; and whoever keeps a list of the other kind has said no to this one.
+  if (put_off([this, item] { import_list(item); })) return;
+  if (!files_.empty() && folders != values().isFolders) return;
+  switch_mode(folders, Asks::always);
   names_made_with_ = {rename_from_list_tab, values().generalOptionIndex, false};
   state_.isRulePreview = false;
   const auto result = std::make_shared<ImportResult>();

@@ -77,6 +77,7 @@ void BrindleAppController::sort_by_column(std::string_view column, bool ascendin
   const bool photo = is_photo_column(column);
   if (!photo && std::ranges::find(item_columns, column) == item_columns.end()) return;
   if (defer([this, column = std::string(column), ascending] { sort_by_column(column, ascending); })) return;
+  is_list_worked_on_ = true;
   if (!photo && files_.size() <= most_rows_sorted_at_once) {
     sort_rows(column, ascending, {});
     sorted_column_ = column;
@@ -125,6 +126,7 @@ void BrindleAppController::follow_rows(FollowedRows rows) {
 // The rows from `first` on; what lies before and behind the order stays.
 void BrindleAppController::put_into_order(std::size_t first, std::vector<std::uint32_t> order) {
   sorted_column_.clear();
+  is_list_worked_on_ = true;
   if (order.size() <= most_rows_moved_at_once) {
     files_.reorder(std::move(order), first);
     return tell(Changed::rows | Changed::state);

@@ -103,6 +103,7 @@ void BrindleAppController::tell_operation_error(const PreviewResult& result) {
 void BrindleAppController::set_new_name(std::size_t row, std::u16string_view text) {
   if (state_.isExecuting || row >= files_.size()) return;
   names_made_with_.is_live = false;
+  is_list_worked_on_ = true;
   FileSystemItem item;
   files_.read_without_new_name(row, item);
   item.setNewFilename(text);

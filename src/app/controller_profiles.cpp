@@ -6,6 +6,7 @@
 #include "app/brindle_app_controller.h"
 #include "app/string_table.h"
 #include "platform/app_info.h"
+#include "platform/date_format.h"
 #include "platform/file_name.h"
 #include "platform/message_log.h"
 #include "settings/profile_file.h"
@@ -105,10 +106,27 @@ bool BrindleAppController::setSettings(const SettingsRecord& record) {
 void BrindleAppController::apply_record(const SettingsRecord& record) {
   RenameSettings edited = values();
   const SettingsOutcome outcome = brindle::setSettings(edited, record);
-  settings_.replace(std::move(edited));
-  if (outcome.must_clear_list) clearFilesFolders();
+  replace_settings(std::move(edited));
   if (outcome.refresh_replace_remove) replaceRemoveRemoveTypeChanged(values().replaceRemoveRemoveType);
-  state_.count_label = localized_format(outcome.count_label_key, files_.size());
+  if (!state_.isExecuting) count_list();
+  if (outcome.date_left_out && uses_custom_date(values())) tell_date_left_out(*outcome.date_left_out);
+}
+
+void BrindleAppController::tell_date_left_out(Date date) {
+  constexpr std::u16string_view pattern = u"dd/MM/yyyy HH:mm:ss";
+  Alert alert;
+  alert.message_key = "DATELEFTOUT";
+  alert.title = getAppTitle();
+  alert.message = localized_format(alert.message_key, to_utf8(format_date(date, pattern)),
+                                   to_utf8(format_date(values().dateTimeCustomDate, pattern)));
+  ports_.alerts.show(alert);
+}
+
+// All of them, save that a list that the person keeps keeps its mode.
+void BrindleAppController::replace_settings(RenameSettings settings) {
+  switch_mode(settings.isFolders, Asks::always);
+  set_mode(settings, values().isFolders);
+  settings_.replace(std::move(settings));
 }
 
 // Saving
@@ -160,7 +178,7 @@ void BrindleAppController::loadEmptyProfile() {
   state_.isHasFilesForRenaming = false;
   RenameSettings empty;
   brindle::loadEmptyProfile(empty, now());
-  settings_.replace(std::move(empty));
+  replace_settings(std::move(empty));
   close_profile();
   rules_.clear_selection();
   rules_.tabChanged(values().selectedTab);

@@ -22,6 +22,9 @@ constexpr auto english_messages = std::to_array<StringEntry>({
     {"CHOOSERULESETTINGSFILETITLE", "%@: Choose a Rule File"},
     {"CHOOSETABDELIMITEDTEXTFILE", "Choose a Tab-Delimited Text File"},
     {"CONTINUE", "Continue"},
+    {"DATELEFTOUT",
+     "The saved date of your own, %@, is not taken over: %@ stands in its place. Set the date under Date & Time before "
+     "you rename."},
     {"DATETIMEATAFTERTEXTINVALIDINPUT", "The text to put the date after is missing"},
     {"DATETIMEATBEFORETEXTINVALIDINPUT", "The text to put the date before is missing"},
     {"Device or resource busy"},
@@ -69,6 +72,7 @@ constexpr auto english_messages = std::to_array<StringEntry>({
     {"LOADINGMESSAGE", "Loading %@, please wait…"},
     {"LOADINGTIME", "Loading"},
     {"LOADPROFILETITLE", "Open Profile"},
+    {"LOADWAITS", "Brindle is busy. The new items are added to the list when it has finished."},
     {"LOCATION", "Location"},
     {"LOGCREATEFAILED",
      "The log could not be created. Without it this renaming cannot be undone. Rename all the same?"},

@@ -56,6 +56,8 @@ constexpr auto english_window = std::to_array<StringEntry>({
     {"File Not Found"},
     {"Folder Already Exists"},
     {"Folder Not Found"},
+    {"GUIOTHERSILENT",
+     "brindle-gui: another Brindle is running but does not answer; this one opens a window of its own"},
     {"GUIUNKNOWNOPTION", "brindle-gui: there is no option “%@”"},
     {"GUIUSAGE",
      "Usage: brindle-gui [FILE|FOLDER]...\n\nOpens the window of Brindle, with these files and folders in its "

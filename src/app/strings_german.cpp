@@ -22,6 +22,9 @@ constexpr auto german_messages = std::to_array<StringEntry>({
     {"CHOOSERULESETTINGSFILETITLE", "%@: Regeldatei auswählen"},
     {"CHOOSETABDELIMITEDTEXTFILE", "Textdatei mit Tabulatoren auswählen"},
     {"CONTINUE", "Fortfahren"},
+    {"DATELEFTOUT",
+     "Das gespeicherte eigene Datum, %@, wird nicht übernommen; an seiner Stelle steht %@. Stellen Sie das Datum unter "
+     "Datum & Zeit ein, bevor Sie umbenennen."},
     {"DATETIMEATAFTERTEXTINVALIDINPUT", "Der Text, hinter dem das Datum stehen soll, fehlt"},
     {"DATETIMEATBEFORETEXTINVALIDINPUT", "Der Text, vor dem das Datum stehen soll, fehlt"},
     {"Device or resource busy", "Die Datei oder das Gerät wird gerade benutzt"},
@@ -77,6 +80,7 @@ constexpr auto german_messages = std::to_array<StringEntry>({
     {"LOADINGMESSAGE", "%@ werden geladen, bitte warten …"},
     {"LOADINGTIME", "Laden"},
     {"LOADPROFILETITLE", "Profil öffnen"},
+    {"LOADWAITS", "Brindle arbeitet noch. Die neuen Einträge kommen danach in die Liste."},
     {"LOCATION", "Ort"},
     {"LOGCREATEFAILED",
      "Das Protokoll konnte nicht angelegt werden. Ohne Protokoll lässt sich dieses Umbenennen nicht rückgängig machen. "

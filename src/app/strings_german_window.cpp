@@ -56,6 +56,8 @@ constexpr auto german_window = std::to_array<StringEntry>({
     {"File Not Found", "Datei nicht gefunden"},
     {"Folder Already Exists", "Ordner existiert bereits"},
     {"Folder Not Found", "Ordner nicht gefunden"},
+    {"GUIOTHERSILENT",
+     "brindle-gui: Ein anderes Brindle läuft, antwortet aber nicht; dieses öffnet ein eigenes Fenster"},
     {"GUIUNKNOWNOPTION", "brindle-gui: Die Option „%@“ gibt es nicht"},
     {"GUIUSAGE",
      "Aufruf: brindle-gui [DATEI|ORDNER] …\n\nÖffnet das Fenster von Brindle mit diesen Dateien und Ordnern in der "

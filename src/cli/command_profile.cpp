@@ -60,6 +60,7 @@ ExitCode run_profile_save(const CommandLine& line, Console& console) {
   }
   const auto request = make_request(line, current_time(), Demand::method_or_none);
   if (const auto* refusal = std::get_if<Refusal>(&request)) return report_refusal(line, console, *refusal);
+  note_date_left_out(std::get<RenameRequest>(request).date_left_out, console);
   if (!may_write(line, console)) return ExitCode::done;
   const SettingsRecord record = getCurrentSettings(std::get<RenameRequest>(request).settings);
   if (const std::string error = write_profile_file(line.file, record); !error.empty()) throw UsageError(error);

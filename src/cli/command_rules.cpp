@@ -63,7 +63,7 @@ ExitCode run_rules_save(const CommandLine& line, Console& console) {
   if (line.methods.empty()) {
     throw UsageError(fmt::format("say which methods: brindle {} {}", line.command->word, line.command->synopsis));
   }
-  const auto rules = make_rules(line, common_settings(line.options, current_time()));
+  const auto rules = make_rules(line, common_settings(line.options, current_time()).settings);
   if (const auto* refusal = std::get_if<Refusal>(&rules)) return report_refusal(line, console, *refusal);
   if (!may_write(line, console)) return ExitCode::done;
   const auto& chain = std::get<std::vector<Rule>>(rules);

@@ -14,6 +14,7 @@
 #include "cli/json_report.h"
 #include "cli/listing.h"
 #include "cli/path_arguments.h"
+#include "cli/settings_files.h"
 #include "files/gather.h"
 #include "files/list_import.h"
 #include "pipeline/file_order.h"
@@ -237,6 +238,7 @@ std::optional<ExitCode> try_to_prepare(const CommandLine& line, Console& console
   auto request = make_request(line, current_time(), demand);
   if (const auto* refusal = std::get_if<Refusal>(&request)) return report_refusal(line, console, *refusal);
   batch.request = std::get<RenameRequest>(std::move(request));
+  note_date_left_out(batch.request.date_left_out, console);
   batch.folder = current_folder();
   if (batch.request.is_from_list()) {
     import_list(line, console, batch);

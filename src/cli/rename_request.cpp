@@ -55,10 +55,17 @@ std::string_view closest_method(std::string_view word) {
 
 // What the line says about files and folders counts more than a profile.
 void choose_items(RenameSettings& settings, const Options& options) {
-  if (options.folders) settings.isFolders = *options.folders;
-  settings.isFiles = !settings.isFolders;
-  settings.fileFolderIndex = settings.isFolders ? 1 : 0;
+  set_mode(settings, options.folders.value_or(settings.isFolders));
   if (options.subfolders) settings.isIncludeSubFolders = *options.subfolders;
+}
+
+// Whether the start of the run stands where a profile's own date did.
+bool misses_date(const RenameSettings& settings, const CommonSettings& common) {
+  return uses_custom_date(settings) && settings.dateTimeCustomDate == common.settings.dateTimeCustomDate;
+}
+
+bool misses_date(const std::vector<Rule>& rules, const CommonSettings& common) {
+  return std::ranges::any_of(rules, [&](const Rule& rule) { return misses_date(rule.settings, common); });
 }
 
 // One link of a chain.
@@ -106,16 +113,17 @@ bool says_how(const CommandLine& line) {
          std::ranges::any_of(options.set, chooses_method);
 }
 
-RenameSettings common_settings(const Options& options, Date now, bool must_choose_method) {
-  RenameSettings settings;
+CommonSettings common_settings(const Options& options, Date now, bool must_choose_method) {
+  CommonSettings common;
+  RenameSettings& settings = common.settings;
   loadEmptyProfile(settings, now);
   if (!options.profile.empty()) {
     const SettingsRecord record = read_profile(options.profile);
     if (must_choose_method) check_method(record, options.profile);
-    start_from_profile(settings, record);
+    common.date_left_out = start_from_profile(settings, record).date_left_out;
   }
   choose_items(settings, options);
-  return settings;
+  return common;
 }
 
 std::variant<std::vector<Rule>, Refusal> make_rules(const CommandLine& line, const RenameSettings& common) {
@@ -133,7 +141,8 @@ std::variant<RenameRequest, Refusal> make_request(const CommandLine& line, Date 
   const bool says_nothing = !says_how(line);
   if (says_nothing && demand == Demand::method) ask_for_method(line);
   RenameRequest request;
-  request.settings = common_settings(options, now, demand == Demand::method && runs_method_of_profile(line));
+  const CommonSettings common = common_settings(options, now, demand == Demand::method && runs_method_of_profile(line));
+  request.settings = common.settings;
   request.now = now;
   if (!options.rules.empty()) {
     take_rules(request, options);
@@ -143,12 +152,14 @@ std::variant<RenameRequest, Refusal> make_request(const CommandLine& line, Date 
     auto rules = make_rules(line, request.settings);
     if (const auto* refusal = std::get_if<Refusal>(&rules)) return *refusal;
     request.rules = std::get<std::vector<Rule>>(std::move(rules));
+    if (misses_date(request.rules, common)) request.date_left_out = common.date_left_out;
     assign(request.settings, options);
   } else {
     if (!line.methods.empty()) fill_settings(request.settings, line.methods.front());
     assign(request.settings, options);
     if (says_nothing) return request;
     if (const auto refusal = validate_and_normalise(request.settings)) return *refusal;
+    if (misses_date(request.settings, common)) request.date_left_out = common.date_left_out;
   }
   return request;
 }

@@ -20,8 +20,9 @@ namespace brindle {
 struct RenameRequest {
   RenameSettings
       settings;  ///< of the method; with a chain, only the choices of all methods count (files or folders, …)
-  std::vector<Rule> rules;  ///< the chain; empty for a single method
-  Date now{};               ///< the start of the run
+  std::vector<Rule> rules;            ///< the chain; empty for a single method
+  Date now{};                         ///< the start of the run
+  std::optional<Date> date_left_out;  ///< of the profile, where the start of the run would come into the names instead
 
   /// Which items there are, and their new names, is said by a list file, `settings.renameFile`.
   bool is_from_list() const { return !is_chain() && settings.selectedTab == rename_from_list_tab; }
@@ -35,9 +36,14 @@ enum class Demand : std::uint8_t {
   method_or_none,  ///< how to rename, or nothing about it: a list without new names, a profile of settings alone
 };
 
-/// The settings to start from: the defaults, those of --profile, and files or folders as the line says. Throws
-/// UsageError when the profile cannot be read, or chooses no method although it must.
-RenameSettings common_settings(const Options& options, Date now, bool must_choose_method = false);
+/// What methods start from.
+struct CommonSettings {
+  RenameSettings settings;
+  std::optional<Date> date_left_out;  ///< of the profile: the settings have `now`
+};
+/// The defaults, those of --profile, and files or folders as the line says. Throws UsageError when the profile cannot
+/// be read, or chooses no method although it must.
+CommonSettings common_settings(const Options& options, Date now, bool must_choose_method = false);
 
 /// Fills in the methods of the line, then the --set options (in a chain: for each of its methods); or takes the chain
 /// of

@@ -8,6 +8,7 @@
 #include <optional>
 
 #include "platform/file_name.h"
+#include "settings/iso_date.h"
 #include "settings/profile_file.h"
 #include "settings/rule_file.h"
 
@@ -19,8 +20,17 @@ SettingsRecord read_profile(const std::string& file) {
   return record;
 }
 
-void start_from_profile(RenameSettings& settings, const SettingsRecord& record) {
-  setSettings(settings, record);
+SettingsOutcome start_from_profile(RenameSettings& settings, const SettingsRecord& record) {
+  return setSettings(settings, record);
+}
+
+void note_date_left_out(const std::optional<Date>& date, Console& console) {
+  if (!date) return;
+  const std::string text = iso_text(*date);
+  console.note(
+      fmt::format("The profile's fixed date, {}, is not taken over: the date of this run stands in its place. "
+                  "To keep it, add --set dateTimeCustomDate={}",
+                  text, text));
 }
 
 void check_method(const SettingsRecord& record, const std::string& file) {

@@ -2,6 +2,7 @@
 
 // The files that keep settings and chains, as the command line takes them: a file that cannot be used ends the command.
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -17,7 +18,10 @@ namespace brindle {
 SettingsRecord read_profile(const std::string& file);
 
 /// Writes a profile's values over the settings.
-void start_from_profile(RenameSettings& settings, const SettingsRecord& record);
+SettingsOutcome start_from_profile(RenameSettings& settings, const SettingsRecord& record);
+
+/// A remark, when settings that came from a profile would rename by another date than the one it fixed.
+void note_date_left_out(const std::optional<Date>& date, Console& console);
 
 /// Throws UsageError for a record that does not choose a method: the first one would run unasked.
 void check_method(const SettingsRecord& record, const std::string& file);

@@ -1,5 +1,6 @@
 #include "settings/settings_record.h"
 
+#include <chrono>
 #include <optional>
 #include <utility>
 
@@ -46,6 +47,15 @@ void take_value(FieldList& fields, const PropertyValue& value) {
   take(fields, unarchived_fields(value));
 }
 
+// Files keep whole seconds.
+std::optional<Date> date_left_out(const RenameSettings& settings, const SettingsRecord& record) {
+  const PropertyValue* value = record.find(u"dateTimeCustomDate");
+  const Date* date = value == nullptr ? nullptr : value->get_if<Date>();
+  const auto seconds = [](Date moment) { return std::chrono::floor<std::chrono::seconds>(moment); };
+  if (date == nullptr || seconds(*date) == seconds(settings.dateTimeCustomDate)) return std::nullopt;
+  return *date;
+}
+
 }  // namespace
 
 SettingsRecord getCurrentSettings(const RenameSettings& settings) {
@@ -60,9 +70,13 @@ SettingsRecord getCurrentSettings(const RenameSettings& settings) {
   return record;
 }
 
+void set_mode(RenameSettings& settings, bool folders) {
+  settings.isFiles = !folders;
+  settings.isFolders = folders;
+  settings.fileFolderIndex = folders ? 1 : 0;
+}
+
 SettingsOutcome setSettings(RenameSettings& settings, const SettingsRecord& record) {
-  const bool had_files = settings.isFiles;
-  const bool had_folders = settings.isFolders;
   for (const PropertyEntry& entry : record) {
     const SettingRow* row = find_setting(std::u16string_view(entry.key));
     if (!row || !is_restored(*row)) continue;
@@ -71,11 +85,15 @@ SettingsOutcome setSettings(RenameSettings& settings, const SettingsRecord& reco
   resetPhotoMask(settings);
   resetID3Mask(settings);
   return {
-      .must_clear_list = settings.isFolders ? !had_folders : !had_files,
       .refresh_replace_remove = settings.selectedTab == static_cast<std::int32_t>(SettingTab::replace_remove),
-      .can_rename = settings.selectedTab != rename_from_list_tab,
-      .count_label_key = settings.isFolders ? "TOTALFOLDERSSELECTED" : "TOTALFILESSELECTED",
+      .date_left_out = date_left_out(settings, record),
   };
+}
+
+bool uses_custom_date(const RenameSettings& settings) {
+  constexpr std::int32_t custom_date = 2;
+  return settings.selectedTab == static_cast<std::int32_t>(SettingTab::date_time) &&
+         settings.dateTimeDateOptionIndex == custom_date;
 }
 
 }  // namespace brindle

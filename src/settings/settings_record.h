@@ -2,8 +2,7 @@
 
 // The settings record: what a profile file and the user defaults store. Pure; any thread.
 
-#include <cstdint>
-#include <string_view>
+#include <optional>
 
 #include "settings/property_value.h"
 #include "settings/rename_settings.h"
@@ -17,17 +16,21 @@ using SettingsRecord = PropertyDictionary;
 /// file lacks `renameFile`, and one whose `alphaNumericSeperator` is absent ends there; this is what the format is.
 SettingsRecord getCurrentSettings(const RenameSettings& settings);
 
+/// Files or folders: all members that say so.
+void set_mode(RenameSettings& settings, bool folders);
+
 /// What the owner of the file list and of the controls has to do after a record was applied. In any case nothing is
 /// ready for renaming any more (`isHasFilesForRenaming` becomes false).
 struct SettingsOutcome {
-  bool must_clear_list = false;         ///< the record switched between files and folders
   bool refresh_replace_remove = false;  ///< tab 2 is shown: its controls follow the remove type
-  bool can_rename = false;              ///< the Rename command is on when the list also holds an item
-  std::string_view count_label_key;     ///< the format that shows the number of listed items
+  std::optional<Date> date_left_out;    ///< of the record: another day or time than the settings have, and keep
 };
 
 /// Writes a record into the settings and rebuilds the two masks from their lists. Keys that the record lacks keep their
-/// values. `appVersion`, `dateTimeCustomDate`, unknown keys and values of a wrong kind are passed over without a word.
+/// values. `appVersion`, `dateTimeCustomDate`, unknown keys and values of a wrong kind are passed over.
 SettingsOutcome setSettings(RenameSettings& settings, const SettingsRecord& record);
+
+/// Whether these settings rename by `dateTimeCustomDate`: a date left out would have been in the new names.
+bool uses_custom_date(const RenameSettings& settings);
 
 }  // namespace brindle

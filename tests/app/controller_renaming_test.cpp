@@ -97,6 +97,7 @@ TEST_F(Renaming, StateFollowsTheList) {
   ports_.alerts.answers = {1};
   app().clearFilesFolders();
   EXPECT_EQ(app().files().size(), 2U);
+  ports_.alerts.answers = {0};  // a row was taken out
   app().filesFoldersOptionChanged(true);
   EXPECT_THAT(rows(), IsEmpty());
   EXPECT_TRUE(app().values().isIncludeSubFolders && app().state().shows_empty_hint);

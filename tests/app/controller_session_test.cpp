@@ -228,6 +228,71 @@ TEST_F(Session, DocumentsAreOpenedAndFilesListedAfterAWhile) {
   EXPECT_TRUE(app().applicationShouldTerminate());
 }
 
+TEST_F(Session, AFixedDateThatIsNotTakenOverIsTold) {
+  start();
+  const auto dated = [this](const char* name, std::int32_t tab, std::int32_t source) {
+    return write_profile(name, [=](RenameSettings& settings) {
+      settings.selectedTab = tab;
+      settings.dateTimeDateOptionIndex = source;
+      settings.dateTimeCustomDate = Date(std::chrono::hours(24 * 400));
+    });
+  };
+  app().setCurrentSettings(dated("modified.brprofile", 4, 1));
+  app().setCurrentSettings(dated("other.brprofile", 1, 2));
+  EXPECT_THAT(alerts(), IsEmpty());
+  app().setCurrentSettings(dated("fixed.brprofile", 4, 2));
+  ASSERT_EQ(ports_.alerts.shown.size(), 1U);
+  EXPECT_THAT(ports_.alerts.shown[0].message, ::testing::HasSubstr("05/02/1971"));
+  EXPECT_THAT(alerts(), ElementsAre("DATELEFTOUT"));
+  EXPECT_TRUE(app().saveProfile());  // with the date of the window
+  app().setCurrentSettings(app().currProfileFile());
+  EXPECT_THAT(alerts(), IsEmpty());
+}
+
+// Whoever hands paths over has been told that all is well, and does it once.
+TEST_F(Session, WhatComesDuringAJobIsListedAfterIt) {
+  start();
+  tree_.make({"first", "drop", "bus", "pieces/one", "clip", "late", "sheet"});
+  const std::string profile = write_profile("p.brprofile", [](RenameSettings& s) { s.insertDeleteInsert = u"of p"; });
+  ports_.desktop.clipboard = {tree_ / "clip"};
+  app().openFiles({tree_ / "late"});
+  ports_.worker.hold = true;
+  add({"first"});
+  ASSERT_TRUE(app().state().isExecuting);
+  add({"drop"});
+  app().openFilesInTurn({tree_ / "bus"});
+  app().openFilesInTurn({tree_ / "pieces/one"});
+  app().openFilesInTurn({profile});
+  app().addFilesFoldersFromFinder();
+  advance(500);
+  app().PasteboardItemsControllerDidFinish(false, false, {tree_ / "sheet"});
+  EXPECT_TRUE(ports_.desktop.has("tooltip LOADWAITS"));
+  EXPECT_EQ(app().values().insertDeleteInsert, u"");
+  ports_.worker.hold = false;
+  ports_.worker.release();
+  run();
+  EXPECT_THAT(rows(), ElementsAre("first", "drop", "bus", "one", "clip", "late", "sheet"));
+  EXPECT_EQ(app().values().insertDeleteInsert, u"of p");
+}
+
+// A list of folders, asked about while the next paths come.
+TEST_F(Session, WhatComesDuringAQuestionIsListedToo) {
+  start();
+  tree_.make({"d/", "a", "b"});
+  app().filesFoldersOptionChanged(true);
+  app().setIncludeSubFolders(false);
+  add({"d"});
+  ports_.alerts.answers = {0, 0};
+  ports_.alerts.while_shown = [this](const Alert&) {
+    ports_.alerts.while_shown = nullptr;
+    app().loadFiles({tree_ / "b"});
+  };
+  app().loadFiles({tree_ / "a"});
+  run();
+  EXPECT_THAT(rows(), ElementsAre("b", "a"));
+  EXPECT_TRUE(app().values().isFiles);
+}
+
 TEST_F(Session, TheRulesMenuListsTheFolder) {
   start();
   const std::string folder = app().preferences().defaultRulesFolderPath;

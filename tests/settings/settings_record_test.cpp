@@ -116,33 +116,12 @@ TEST(SettingsRecord, MakesTheMasksAnew) {
 }
 
 TEST(SettingsRecord, SaysWhatTheWindowHasToDo) {
-  struct Case {
-    const char* before;
-    const char* record;
-    bool clears;
-  };
-  const Case cases[] = {
-      {"isFiles=1|isFolders=0", "isFiles=0|isFolders=1", true},
-      {"isFiles=0|isFolders=1", "isFiles=1|isFolders=0", true},
-      {"isFiles=0|isFolders=1", "isFiles=0|isFolders=1", false},
-      {"isFiles=1|isFolders=0", "isFiles=1|isFolders=0", false},
-      {"isFiles=0|isFolders=0", "isFiles=1|isFolders=0", true},
-      {"isFiles=1|isFolders=1", "isFiles=0|isFolders=0", false},
-  };
-  for (const Case& c : cases) {
-    RenameSettings settings = with({}, c.before);
-    EXPECT_EQ(setSettings(settings, getCurrentSettings(with({}, c.record))).must_clear_list, c.clears) << c.before;
-  }
   const auto outcome = [](const char* changes) {
     RenameSettings settings;
     return setSettings(settings, getCurrentSettings(with({}, changes)));
   };
-  EXPECT_FALSE(outcome("selectedTab=9").can_rename);
-  EXPECT_TRUE(outcome("selectedTab=2").can_rename);
   EXPECT_TRUE(outcome("selectedTab=2").refresh_replace_remove);
   EXPECT_FALSE(outcome("selectedTab=9").refresh_replace_remove);
-  EXPECT_EQ(outcome("").count_label_key, "TOTALFILESSELECTED");
-  EXPECT_EQ(outcome("isFolders=1").count_label_key, "TOTALFOLDERSSELECTED");
 }
 
 TEST(PropertyDictionary, KeepsOrderAndReplaces) {

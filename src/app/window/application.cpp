@@ -73,7 +73,7 @@ bool Application::start() {
 
 void Application::open(std::vector<std::string> paths) {
   window_->bring_to_front();
-  if (!paths.empty()) controller_.openFiles(std::move(paths));
+  if (!paths.empty()) controller_.openFilesInTurn(std::move(paths));
 }
 
 }  // namespace brindle

@@ -2,12 +2,14 @@
 
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
-#include <QDBusInterface>
+#include <QDBusMessage>
 #include <QDBusReply>
 #include <QUrl>
+#include <cstdio>
 #include <iterator>
 #include <utility>
 
+#include "app/string_table.h"
 #include "app/window/text.h"
 
 namespace brindle {
@@ -15,6 +17,9 @@ namespace {
 
 // Some file managers hand over one selection in pieces, its folders apart from its files.
 constexpr int milliseconds_between_pieces = 150;
+
+// A program that is well answers at once: what it is asked for it does afterwards.
+constexpr int milliseconds_for_an_answer = 2000;
 
 QString object_path() {
   return u'/' + QString::fromLatin1(application_id).replace(u'.', u'/');
@@ -53,23 +58,23 @@ bool ApplicationService::become_the_one(const std::vector<std::string>& paths) {
       bus.interface()->registerService(QString::fromLatin1(application_id), QDBusConnectionInterface::DontQueueService,
                                        QDBusConnectionInterface::DontAllowReplacement);
   if (!reply.isValid() || reply.value() == QDBusConnectionInterface::ServiceRegistered) return true;
+  if (hand_over(paths)) return false;
   // One that does not answer is no reason to have no window.
-  return !hand_over(paths);
+  std::fputs((localized("GUIOTHERSILENT") + "\n").c_str(), stderr);
+  return true;
 }
 
 bool ApplicationService::hand_over(const std::vector<std::string>& paths) {
-  QDBusInterface other(QString::fromLatin1(application_id), object_path(),
-                       QStringLiteral("org.freedesktop.Application"), QDBusConnection::sessionBus());
-  other.setTimeout(5000);
-  QDBusMessage answer;
-  if (paths.empty()) {
-    answer = other.call(QStringLiteral("Activate"), activation_data());
-  } else {
-    QStringList uris;
-    for (const std::string& path : paths) uris << file_uri(path);
-    answer = other.call(QStringLiteral("Open"), uris, activation_data());
-  }
-  return answer.type() == QDBusMessage::ReplyMessage;
+  QStringList uris;
+  for (const std::string& path : paths) uris << file_uri(path);
+  // No interface object: making one asks the other program what it can do, and waits for that much longer.
+  QDBusMessage call = QDBusMessage::createMethodCall(
+      QString::fromLatin1(application_id), object_path(), QStringLiteral("org.freedesktop.Application"),
+      uris.isEmpty() ? QStringLiteral("Activate") : QStringLiteral("Open"));
+  if (!uris.isEmpty()) call << uris;
+  call << activation_data();
+  return QDBusConnection::sessionBus().call(call, QDBus::Block, milliseconds_for_an_answer).type() ==
+         QDBusMessage::ReplyMessage;
 }
 
 void ApplicationService::set_handler(Handler handler) {

@@ -31,8 +31,8 @@ class ApplicationService final : public QObject {
   ApplicationService();
   ~ApplicationService() override;
 
-  /// True when this program is the one that has the window from now on. False when another one is, which has been
-  /// handed the paths.
+  /// True when this program has a window from now on. False when another one has it, which has been handed the paths;
+  /// one that does not answer within two seconds is told of on standard error, and passed over.
   bool become_the_one(const std::vector<std::string>& paths);
   /// What was requested before is handed over then.
   void set_handler(Handler handler);

@@ -127,7 +127,8 @@ void DropHub::paintEvent(QPaintEvent* /*event*/) {
 }
 
 void DropHub::dragEnterEvent(QDragEnterEvent* event) {
-  if (!holds_files(*event->mimeData()) || app_.state().isExecuting) return;
+  const bool is_busy = app_.state().isExecuting && !app_.state().is_quiet;
+  if (!holds_files(*event->mimeData()) || is_busy) return;
   event->setDropAction(Qt::CopyAction);
   event->accept();
   set_highlighted(true);
