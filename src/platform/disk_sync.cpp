@@ -23,6 +23,11 @@ bool keeps_order(int descriptor) {
 int sync_disk_of(const FolderHandle& folder) {
   const int descriptor = folder.descriptor();
   if ((keeps_order(descriptor) ? ::fsync(descriptor) : ::syncfs(descriptor)) == 0) return 0;
+  // A folder that may be renamed in and not be read cannot be asked to sync its disk.
+  if (errno == EBADF) {
+    ::sync();
+    return 0;
+  }
   // Disks that cannot be told to sync order their changes themselves.
   return errno == EINVAL || errno == ENOTSUP || errno == ENOSYS || errno == EROFS ? 0 : errno;
 }

@@ -262,6 +262,26 @@ TEST(Undo, needs_no_room_on_the_disk) {
   EXPECT_EQ(undoRenaming(log, {}).restored, 2);
 }
 
+// Who may change a folder need not be allowed to list it.
+TEST(Undo, restores_in_a_folder_that_cannot_be_read) {
+  const LogTree tree;
+  tree.make({"files/d/a"});
+  const std::string log = rename_and_log(tree, {{"d/a", "d/b"}});
+  std::filesystem::permissions(tree / "files/d", std::filesystem::perms(0300));
+  const auto undo_as_nobody = [&] {
+    if (::geteuid() == 0) {
+      for (const auto& entry : std::filesystem::recursive_directory_iterator(tree / ""))
+        if (::lchown(entry.path().c_str(), 65534, 65534) != 0) ::_exit(77);
+      if (::lchown(tree.path().c_str(), 65534, 65534) != 0 || ::setresuid(65534, 65534, 65534) != 0) ::_exit(77);
+    }
+    const UndoResult result = undoRenaming(log, {});
+    ::_exit(result.put_away && result.error.empty() ? 0 : 1);
+  };
+  EXPECT_EXIT(undo_as_nobody(), testing::ExitedWithCode(0), "");
+  std::filesystem::permissions(tree / "files/d", std::filesystem::perms(0700));
+  EXPECT_THAT(tree.names_in("files/d"), ElementsAre("a"));
+}
+
 // The newest fifty are kept.
 TEST(Undo, puts_old_undone_logs_into_the_trash) {
   const LogTree tree;
