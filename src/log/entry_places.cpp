@@ -22,7 +22,7 @@ std::string target_of(const LogEntry& entry) {
   return joined(entry.target_folder, entry.target_name);
 }
 
-bool exists(const std::string& path) {
+bool has_entry(const std::string& path) {
   struct stat facts {};
   return ::lstat(path.c_str(), &facts) == 0;
 }
@@ -53,7 +53,7 @@ const EntryPlaces::Index& EntryPlaces::by_source() {
 
 bool EntryPlaces::is_back(std::size_t entry) const {
   if (progress_.get(entry) == UndoMark::restored) return true;
-  return exists(source_of(log_.entries[entry])) && !exists(target_of(log_.entries[entry]));
+  return has_entry(source_of(log_.entries[entry])) && !has_entry(target_of(log_.entries[entry]));
 }
 
 std::string EntryPlaces::place_of(std::string_view folder, std::size_t entry) {
@@ -86,13 +86,13 @@ bool EntryPlaces::gave_up_its_new_name(std::size_t entry) {
   std::vector<std::size_t> chain;
   std::uint8_t answer = unknown;
   for (std::size_t at = entry; answer == unknown;) {
-    if (at == none || !exists(source_of(log_.entries[at]))) {
+    if (at == none || !has_entry(source_of(log_.entries[at]))) {
       answer = no;
     } else if (answers_[at] != unknown) {
       answer = answers_[at];
     } else {
       chain.push_back(at);
-      if (!exists(target_of(log_.entries[at]))) answer = yes;
+      if (!has_entry(target_of(log_.entries[at]))) answer = yes;
       at = find_holder(at);
     }
   }

@@ -14,7 +14,7 @@
 namespace brindle {
 namespace {
 
-constexpr int most_links = 40;  // as many as the kernel follows
+constexpr int link_limit = 40;  // as many as the kernel follows
 
 std::string_view take_component(std::string_view& path) {
   path.remove_prefix(std::min(path.find_first_not_of('/'), path.size()));
@@ -84,7 +84,7 @@ class Descent {
 
   void follow(const std::string& name) {
     std::string target;
-    error_ = ++links_ > most_links ? ELOOP : read_link(at_, name.c_str(), target);
+    error_ = ++links_ > link_limit ? ELOOP : read_link(at_, name.c_str(), target);
     if (error_ != 0) return;
     if (target.front() == '/') {
       at_ = FolderHandle::open_real("/");

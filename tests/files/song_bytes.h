@@ -70,17 +70,17 @@ inline std::string ape_tag(std::string_view values, std::size_t count) {
 
 // MP4: boxes, and a song's list of values.
 
-inline std::string box(std::string_view type, std::string_view content) {
+inline std::string atom(std::string_view type, std::string_view content) {
   return big_endian(content.size() + 8, 4) + std::string(type) + std::string(content);
 }
 
 inline std::string mp4_value(std::string_view bytes, char type = 1) {
-  return box("data", std::string(3, '\0') + type + std::string(4, '\0') + std::string(bytes));
+  return atom("data", std::string(3, '\0') + type + std::string(4, '\0') + std::string(bytes));
 }
 
 inline std::string mp4_song(std::string_view list) {
-  return box("ftyp", std::string("M4A \0\0\0\0", 8)) + box("mdat", std::string(5000, 'm')) +
-         box("moov", box("udta", box("meta", std::string(4, '\0') + box("ilst", list))));
+  return atom("ftyp", std::string("M4A \0\0\0\0", 8)) + atom("mdat", std::string(5000, 'm')) +
+         atom("moov", atom("udta", atom("meta", std::string(4, '\0') + atom("ilst", list))));
 }
 
 /// Frames of MPEG audio, layer 3: 128 kbit/s, 44.1 kHz, silent.
