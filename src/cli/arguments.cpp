@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <array>
 
 #include "cli/method_call.h"
 #include "cli/option_value.h"
@@ -88,27 +89,40 @@ void set_choice_of_items(Options& options, OptionId id) {
   choose(options.subfolders, id == OptionId::subfolders, "--subfolders or --no-subfolders");
 }
 
+/// The options that are either given or not.
+struct Flag {
+  OptionId id;
+  bool Options::*member;
+};
+constexpr auto flags = std::to_array<Flag>({
+    {OptionId::hidden, &Options::hidden},
+    {OptionId::no_preserve_root, &Options::no_preserve_root},
+    {OptionId::nul, &Options::nul},
+    {OptionId::from_elsewhere, &Options::from_elsewhere},
+    {OptionId::all, &Options::all},
+    {OptionId::json, &Options::json},
+    {OptionId::yes, &Options::yes},
+    {OptionId::quiet, &Options::quiet},
+    {OptionId::help, &Options::help},
+    {OptionId::version, &Options::version},
+});
+
 void set_option(Options& options, OptionId id, std::string_view value) {
+  if (const auto* flag = std::ranges::find(flags, id, &Flag::id); flag != flags.end()) {
+    options.*flag->member = true;
+    return;
+  }
   switch (id) {
     case OptionId::files:
     case OptionId::folders:
     case OptionId::subfolders:
     case OptionId::no_subfolders:
       return set_choice_of_items(options, id);
-    case OptionId::hidden:
-      options.hidden = true;
-      return;
-    case OptionId::no_preserve_root:
-      options.no_preserve_root = true;
-      return;
     case OptionId::sort:
       options.sort = value == "name" ? ListOrder::name : value == "folder" ? ListOrder::folder : ListOrder::as_found;
       return;
     case OptionId::from:
       options.from.emplace_back(value);
-      return;
-    case OptionId::nul:
-      options.nul = true;
       return;
     case OptionId::set:
       options.set.emplace_back(value);
@@ -122,36 +136,11 @@ void set_option(Options& options, OptionId id, std::string_view value) {
     case OptionId::list:
       options.list = value;
       return;
-    case OptionId::no_name:
-    case OptionId::no_new_name:
-    case OptionId::no_location:
-    case OptionId::full_paths:
-    case OptionId::no_header:
-      return set_column(options.columns, id);
-    case OptionId::all:
-      options.all = true;
-      return;
-    case OptionId::json:
-      options.json = true;
-      return;
-    case OptionId::yes:
-      options.yes = true;
-      return;
-    case OptionId::from_elsewhere:
-      options.from_elsewhere = true;
-      break;
-    case OptionId::quiet:
-      options.quiet = true;
-      return;
     case OptionId::no_color:
       options.color = false;
       return;
-    case OptionId::help:
-      options.help = true;
-      return;
-    case OptionId::version:
-      options.version = true;
-      return;
+    default:
+      return set_column(options.columns, id);
   }
 }
 

@@ -18,7 +18,8 @@ namespace {
 /// "A") are gone through as one, for what lies in one may belong between what lies in the other.
 class Ranking {
  public:
-  Ranking(const FileList& files) : folders_(files.folders()), ranks_(folders_.size()), has_items_(folders_.size()) {
+  explicit Ranking(const FileList& files)
+      : folders_(files.folders()), ranks_(folders_.size()), has_items_(folders_.size()) {
     for (const ItemRecord& record : files.items()) has_items_[record.folder] = true;
     find_children();
     make_keys();

@@ -1,5 +1,6 @@
 #include "platform/own_folders.h"
 
+#include <fmt/format.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -62,14 +63,14 @@ void OwnFolders::add(std::string path) {
       at.erase(at.empty() ? 0 : at.rfind('/'));
       continue;
     }
-    const std::string entry = at + "/" + name;
+    const std::string entry = fmt::format("{}/{}", at, name);
     if (!add_entry(entry, target)) return;
     if (target.empty()) {
       at = entry;
     } else {
       if (++links > most_links) return;
       if (target.starts_with('/')) at.clear();
-      path = target + "/" + path;
+      path = fmt::format("{}/{}", target, path);
     }
   }
 }

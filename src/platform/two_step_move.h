@@ -12,15 +12,10 @@ namespace brindle {
 /// Hears of a move in two steps, in time to write it down.
 class MoveWatcher {
  public:
+  virtual ~MoveWatcher() = default;
   /// The new name was free a moment ago, and is about to be made. From here until the move returns, the entry may have
   /// both names.
   virtual void half_step() noexcept = 0;
-
- protected:
-  MoveWatcher() = default;
-  MoveWatcher(const MoveWatcher&) = default;
-  MoveWatcher& operator=(const MoveWatcher&) = default;
-  ~MoveWatcher() = default;
 };
 
 /// Moves an entry: a file by a hard link at the new name and the removal of the old one, a folder by a rename onto an
