@@ -114,7 +114,9 @@ constexpr auto english_sheets = std::to_array<StringEntry>({
     {"SHEETCLOSE", "Close"},
     {"SHEETHELP", "Help"},
     {"UNDOBUTTON", "Undo"},
-    {"UNDOHINT", "Each renaming has left a log. Undoing gives every item its old name back and then removes the log."},
+    {"UNDOHINT",
+     "Each renaming has left a log. Undoing gives every item its old name back, and moves the log to the folder "
+     "Undone."},
     {"VIEWLOG", "View"},
 });
 static_assert(is_sorted_by_key(english_sheets));

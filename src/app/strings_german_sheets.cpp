@@ -119,7 +119,7 @@ constexpr auto german_sheets = std::to_array<StringEntry>({
     {"UNDOBUTTON", "Rückgängig machen"},
     {"UNDOHINT",
      "Jede Umbenennung hinterlässt ein Protokoll. Wird sie rückgängig gemacht, erhält jedes Objekt seinen alten Namen "
-     "zurück, und das Protokoll wird entfernt."},
+     "zurück, und das Protokoll kommt in den Ordner Undone."},
     {"VIEWLOG", "Ansehen"},
 });
 static_assert(is_sorted_by_key(german_sheets));
