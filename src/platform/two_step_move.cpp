@@ -92,10 +92,29 @@ std::string free_aside_name(const Place& place) {
   return {};
 }
 
+constexpr mode_t stand_in_mode = S_ISVTX | S_IRWXU;  // which nobody else gives a new folder
+
+// Disks that keep no modes show the same one everywhere.
+bool is_stand_in(const Seen& seen, const Place& place) {
+  struct stat around {};
+  if (!seen.is_folder() || seen.status.st_uid != ::geteuid() || ::fstat(place.folder, &around) != 0) return false;
+  return (seen.status.st_mode & 07777U) == stand_in_mode || seen.status.st_mode == around.st_mode;
+}
+
+// A mkdir that says ESTALE has made the folder. The system tries once more by itself then, and says EEXIST, as network
+// disks do when an answer got lost; so a stand-in where nothing was a moment ago is ours.
+int make_stand_in(const Place& to) {
+  if (look(to).error != ENOENT) return EEXIST;
+  if (::mkdirat(to.folder, to.name, stand_in_mode) == 0 || errno == ESTALE) return 0;
+  const int error = errno;
+  return error == EEXIST && is_stand_in(look(to), to) ? 0 : error;
+}
+
 // Renaming a folder onto an empty folder is allowed; that the target is our own and empty is seen to by mkdir and the
-// kernel. A mkdir that says ESTALE has made the folder.
+// kernel.
 int move_onto_own_folder(const Place& from, const Place& to) {
-  if (::mkdirat(to.folder, to.name, 0700) != 0 && errno != ESTALE) return errno;
+  const int not_made = make_stand_in(to);
+  if (not_made != 0) return not_made;
   const int error = while_not_stale([&] { return ::renameat(from.folder, from.name, to.folder, to.name); });
   if (error == 0) return 0;
   const bool refused = error == EEXIST || error == ENOTEMPTY;
