@@ -5,6 +5,7 @@ Between the steps an entry has two names, so after each kill there may be more n
 `undo` must leave none.
 """
 
+import concurrent.futures
 import contextlib
 import os
 import pathlib
@@ -41,7 +42,7 @@ def ntfs():
         image, folder = f"{top}/image", pathlib.Path(top) / "disk"
         folder.mkdir()
         with open(image, "wb") as file:
-            file.truncate(64 << 20)
+            file.truncate(256 << 20)
         commands = [["mkntfs", "-F", "-Q", image], ["lowntfs-3g", image, str(folder)]]
         try:
             mounted = all(subprocess.run(command, capture_output=True, check=False).returncode == 0 for command in commands)
@@ -79,6 +80,18 @@ def kill_on(disk, new_tree):
             kill_everywhere(f"{disk}: recover, {what}", half_way, ["recover"], new_tree=new_tree)
 
 
+def beside_one_another(new_tree):
+    """On a busy disk the system asks some calls twice, and the second time says that it is all there already."""
+    def rename_and_undo(_):
+        with tempfile.TemporaryDirectory(prefix="brindle-busy-") as top:
+            tree = new_tree(top)
+            ends = [tree.run("rename", "--yes", "--quiet", *SCENARIOS["folders below folders"]), tree.run("undo", "--yes")]
+            crash_safety.expect(ends == [0, 0] and tree.state() == tree.before, "busy disk", ends, tree.before, tree.state())
+
+    with concurrent.futures.ThreadPoolExecutor(8) as pool:
+        list(pool.map(rename_and_undo, range(400)))
+
+
 def save_anew(what, call, moment):
     """While `call` is held up, another program saves the file that is being renamed anew, as editors do."""
     with tempfile.TemporaryDirectory(prefix="brindle-saved-") as top:
@@ -107,6 +120,7 @@ def main():
     kill_on("renameat2 refused", RefusingTree)
     with ntfs() as new_tree:
         if new_tree:
+            beside_one_another(new_tree)
             kill_on("NTFS", new_tree)
         else:
             print("no NTFS image can be mounted here: that part is left out")
