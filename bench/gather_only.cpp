@@ -4,7 +4,7 @@
 #include <cstdio>
 #include <string>
 
-#include "files/gather.h"
+#include "gather/gather.h"
 
 int main(int argc, char** argv) {
   if (argc != 2) return 2;

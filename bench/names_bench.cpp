@@ -3,8 +3,8 @@
 
 #include <vector>
 
-#include "pipeline/preview.h"
-#include "pipeline/rename_plan.h"
+#include "methods/rename_plan.h"
+#include "run/preview.h"
 #include "sample_list.h"
 #include "settings/rule.h"
 

@@ -1,6 +1,6 @@
 // The list's name order.
 
-#include "pipeline/file_order.h"
+#include "list/file_order.h"
 #include "sample_list.h"
 
 namespace brindle::bench {

@@ -5,9 +5,9 @@
 #include <fstream>
 #include <string>
 
-#include "files/gather.h"
-#include "pipeline/preview.h"
-#include "pipeline/rename_plan.h"
+#include "gather/gather.h"
+#include "methods/rename_plan.h"
+#include "run/preview.h"
 #include "sample_list.h"
 
 namespace brindle::bench {

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "pipeline/item_status.h"
+#include "list/item_status.h"
 
 namespace brindle::bench {
 namespace {

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "pipeline/file_list.h"
+#include "list/file_list.h"
 
 namespace brindle::bench {
 

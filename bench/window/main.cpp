@@ -17,11 +17,11 @@
 #include <string>
 #include <string_view>
 
-#include "app/string_table.h"
-#include "app/window/columns.h"
-#include "app/window/text.h"
+#include "texts/string_table.h"
+#include "window/columns.h"
 #include "window/sample_folder.h"
 #include "window/stage.h"
+#include "window/text.h"
 
 namespace brindle::bench {
 namespace {

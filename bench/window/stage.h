@@ -10,10 +10,10 @@
 #include <vector>
 
 #include "app/brindle_app_controller.h"
-#include "app/window/desktop.h"
-#include "app/window/file_table_view.h"
-#include "app/window/main_thread.h"
-#include "app/window/main_window.h"
+#include "window/desktop.h"
+#include "window/file_table_view.h"
+#include "window/main_thread.h"
+#include "window/main_window.h"
 #include "window/watchdog.h"
 
 namespace brindle::bench {

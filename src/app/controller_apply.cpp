@@ -3,12 +3,12 @@
 #include <utility>
 
 #include "app/brindle_app_controller.h"
-#include "app/shown_text.h"
-#include "app/string_table.h"
-#include "log/recovery.h"
 #include "platform/data_folders.h"
 #include "platform/file_name.h"
 #include "platform/message_log.h"
+#include "run/recovery.h"
+#include "texts/shown_text.h"
+#include "texts/string_table.h"
 
 namespace brindle {
 namespace {

@@ -4,13 +4,13 @@
 #include <utility>
 
 #include "app/brindle_app_controller.h"
-#include "app/shown_text.h"
-#include "app/string_table.h"
-#include "files/gather.h"
-#include "pipeline/rename_row.h"
+#include "gather/gather.h"
 #include "platform/app_info.h"
 #include "platform/file_name.h"
 #include "platform/message_log.h"
+#include "run/rename_row.h"
+#include "texts/shown_text.h"
+#include "texts/string_table.h"
 
 namespace brindle {
 namespace {

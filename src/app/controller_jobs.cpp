@@ -6,10 +6,10 @@
 
 #include "app/brindle_app_controller.h"
 #include "app/progress_relay.h"
-#include "app/string_table.h"
 #include "platform/app_info.h"
 #include "platform/file_name.h"
 #include "platform/message_log.h"
+#include "texts/string_table.h"
 
 namespace brindle {
 namespace {

@@ -4,10 +4,10 @@
 #include <utility>
 
 #include "app/brindle_app_controller.h"
-#include "app/list_titles.h"
-#include "app/string_table.h"
 #include "platform/file_name.h"
 #include "platform/message_log.h"
+#include "texts/list_titles.h"
+#include "texts/string_table.h"
 
 namespace brindle {
 namespace {

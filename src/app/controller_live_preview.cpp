@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "app/brindle_app_controller.h"
-#include "pipeline/rename_plan.h"
+#include "methods/rename_plan.h"
 #include "platform/message_log.h"
 #include "settings/validation.h"
 

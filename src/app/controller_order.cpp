@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "app/brindle_app_controller.h"
-#include "pipeline/file_order.h"
+#include "list/file_order.h"
 #include "platform/file_name.h"
 
 namespace brindle {

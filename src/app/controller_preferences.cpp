@@ -1,8 +1,8 @@
 // The preferences.
 
 #include "app/brindle_app_controller.h"
-#include "app/string_table.h"
 #include "platform/app_info.h"
+#include "texts/string_table.h"
 
 namespace brindle {
 namespace {

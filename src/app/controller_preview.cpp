@@ -4,13 +4,13 @@
 #include <utility>
 
 #include "app/brindle_app_controller.h"
-#include "app/shown_text.h"
-#include "app/string_table.h"
-#include "pipeline/new_name_check.h"
-#include "pipeline/rename_plan.h"
+#include "methods/rename_plan.h"
 #include "platform/app_info.h"
 #include "platform/file_name.h"
+#include "run/new_name_check.h"
 #include "settings/validation.h"
+#include "texts/shown_text.h"
+#include "texts/string_table.h"
 
 namespace brindle {
 namespace {

@@ -4,12 +4,12 @@
 #include <utility>
 
 #include "app/brindle_app_controller.h"
-#include "app/string_table.h"
 #include "platform/app_info.h"
-#include "platform/date_format.h"
 #include "platform/file_name.h"
 #include "platform/message_log.h"
 #include "settings/profile_file.h"
+#include "text/date_format.h"
+#include "texts/string_table.h"
 
 namespace brindle {
 namespace {

@@ -6,10 +6,10 @@
 
 #include "app/brindle_app_controller.h"
 #include "app/document_name.h"
-#include "app/string_table.h"
-#include "pipeline/file_order.h"
+#include "list/file_order.h"
 #include "platform/file_name.h"
 #include "settings/rule_file.h"
+#include "texts/string_table.h"
 
 namespace brindle {
 namespace {

@@ -4,17 +4,17 @@
 #include <utility>
 
 #include "app/brindle_app_controller.h"
-#include "app/shown_text.h"
-#include "app/string_table.h"
-#include "log/recovery.h"
 #include "log/undo_progress.h"
 #include "methods/rename_operation.h"
 #include "platform/app_info.h"
 #include "platform/data_folders.h"
 #include "platform/file_name.h"
 #include "platform/message_log.h"
-#include "settings/keyed_archive.h"
+#include "plist/keyed_archive.h"
+#include "run/recovery.h"
 #include "settings/rule_file.h"
+#include "texts/shown_text.h"
+#include "texts/string_table.h"
 
 namespace brindle {
 namespace {

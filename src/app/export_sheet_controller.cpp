@@ -6,9 +6,9 @@
 #include <optional>
 #include <vector>
 
-#include "app/list_titles.h"
-#include "app/string_table.h"
 #include "platform/file_name.h"
+#include "texts/list_titles.h"
+#include "texts/string_table.h"
 
 namespace brindle {
 namespace {

@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "app/sheet_controller.h"
-#include "files/list_export.h"
+#include "gather/list_export.h"
 
 namespace brindle {
 

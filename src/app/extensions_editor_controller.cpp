@@ -4,10 +4,10 @@
 #include <string>
 #include <utility>
 
-#include "app/string_table.h"
-#include "pipeline/file_system_item.h"
+#include "list/file_system_item.h"
 #include "platform/file_name.h"
-#include "platform/text_case.h"
+#include "text/text_case.h"
+#include "texts/string_table.h"
 
 namespace brindle {
 namespace {

@@ -6,12 +6,12 @@
 #include <string_view>
 #include <utility>
 
-#include "app/string_table.h"
-#include "pipeline/item_metadata.h"
-#include "pipeline/rename_plan.h"
+#include "methods/item_metadata.h"
+#include "methods/rename_plan.h"
 #include "platform/file_name.h"
-#include "platform/text_encoding.h"
 #include "settings/validation.h"
+#include "text/text_encoding.h"
+#include "texts/string_table.h"
 
 namespace brindle {
 namespace {

@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "pipeline/file_list.h"
+#include "list/file_list.h"
 #include "platform/date.h"
 #include "settings/rename_settings.h"
 

@@ -4,10 +4,10 @@
 #include <iterator>
 #include <utility>
 
-#include "app/string_table.h"
-#include "methods/search_text.h"
 #include "platform/file_name.h"
-#include "platform/text_encoding.h"
+#include "text/search_text.h"
+#include "text/text_encoding.h"
+#include "texts/string_table.h"
 
 namespace brindle {
 namespace {

@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "app/sheet_controller.h"
-#include "files/metadata_catalogue.h"
+#include "metadata/metadata_catalogue.h"
 
 namespace brindle {
 

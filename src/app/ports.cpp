@@ -1,6 +1,6 @@
 #include "app/ports.h"
 
-#include "app/string_table.h"
+#include "texts/string_table.h"
 
 namespace brindle {
 Alert alert_of_keys(std::string_view title_key, std::string_view message_key) {

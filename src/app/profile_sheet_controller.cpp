@@ -6,12 +6,9 @@
 #include <cerrno>
 #include <utility>
 
-#include "app/string_table.h"
+#include "list/file_order.h"
 #include "log/log_name.h"
-#include "methods/string_utilities.h"
-#include "pipeline/file_order.h"
 #include "platform/atomic_file.h"
-#include "platform/date_format.h"
 #include "platform/file_dates.h"
 #include "platform/file_name.h"
 #include "platform/folder_handle.h"
@@ -19,6 +16,9 @@
 #include "platform/trash.h"
 #include "settings/preferences.h"
 #include "settings/profile_file.h"
+#include "text/date_format.h"
+#include "text/string_utilities.h"
+#include "texts/string_table.h"
 
 namespace brindle {
 namespace {

@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <utility>
 
-#include "app/string_table.h"
 #include "platform/app_info.h"
 #include "platform/file_version.h"
 #include "settings/preferences.h"
 #include "settings/rule_file.h"
+#include "texts/string_table.h"
 
 namespace brindle {
 

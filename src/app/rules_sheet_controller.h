@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "app/rule_tree.h"
 #include "app/sheet_controller.h"
+#include "texts/rule_tree.h"
 
 namespace brindle {
 

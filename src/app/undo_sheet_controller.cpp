@@ -7,20 +7,20 @@
 #include <memory>
 #include <utility>
 
-#include "app/shown_text.h"
-#include "app/string_table.h"
-#include "log/recovery.h"
-#include "log/undo.h"
+#include "list/file_order.h"
 #include "log/undo_progress.h"
-#include "pipeline/file_order.h"
-#include "pipeline/restored_items.h"
 #include "platform/app_info.h"
-#include "platform/date_format.h"
 #include "platform/file_name.h"
 #include "platform/file_version.h"
 #include "platform/message_log.h"
 #include "platform/trash.h"
+#include "run/recovery.h"
+#include "run/restored_items.h"
+#include "run/undo.h"
 #include "settings/preferences.h"
+#include "text/date_format.h"
+#include "texts/shown_text.h"
+#include "texts/string_table.h"
 
 namespace brindle {
 namespace {

@@ -12,7 +12,7 @@
 #include "cli/command_table.h"
 #include "cli/method_call.h"
 #include "cli/usage_error.h"
-#include "files/list_export.h"
+#include "gather/list_export.h"
 
 namespace brindle {
 

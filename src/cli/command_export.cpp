@@ -8,7 +8,6 @@
 #include <string_view>
 #include <vector>
 
-#include "app/list_titles.h"
 #include "cli/cancellation.h"
 #include "cli/commands.h"
 #include "cli/json_report.h"
@@ -16,7 +15,8 @@
 #include "cli/rename_batch.h"
 #include "cli/settings_files.h"
 #include "cli/summary.h"
-#include "files/list_export.h"
+#include "gather/list_export.h"
+#include "texts/list_titles.h"
 
 namespace brindle {
 namespace {

@@ -7,9 +7,9 @@
 #include "cli/commands.h"
 #include "cli/json_lines.h"
 #include "cli/path_arguments.h"
-#include "files/audio_attributes.h"
-#include "files/metadata_catalogue.h"
-#include "files/photo_renaming.h"
+#include "metadata/audio_attributes.h"
+#include "metadata/metadata_catalogue.h"
+#include "methods/photo_renaming.h"
 #include "platform/file_name.h"
 
 namespace brindle {

@@ -4,15 +4,15 @@
 #include <string>
 #include <vector>
 
-#include "app/string_table.h"
 #include "cli/commands.h"
 #include "cli/json_lines.h"
 #include "cli/log_folder.h"
 #include "log/rename_log.h"
-#include "platform/date_format.h"
 #include "platform/file_name.h"
-#include "settings/iso_date.h"
+#include "plist/iso_date.h"
 #include "settings/preferences.h"
+#include "text/date_format.h"
+#include "texts/string_table.h"
 
 namespace brindle {
 namespace {

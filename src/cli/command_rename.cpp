@@ -5,7 +5,6 @@
 #include <string_view>
 #include <vector>
 
-#include "app/string_table.h"
 #include "cli/cancellation.h"
 #include "cli/commands.h"
 #include "cli/json_report.h"
@@ -13,7 +12,8 @@
 #include "cli/log_folder.h"
 #include "cli/rename_batch.h"
 #include "cli/summary.h"
-#include "pipeline/apply.h"
+#include "run/apply.h"
+#include "texts/string_table.h"
 
 namespace brindle {
 namespace {

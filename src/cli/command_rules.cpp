@@ -6,8 +6,6 @@
 #include <variant>
 #include <vector>
 
-#include "app/rule_tree.h"
-#include "app/string_table.h"
 #include "cli/commands.h"
 #include "cli/display_width.h"
 #include "cli/json_lines.h"
@@ -15,6 +13,8 @@
 #include "cli/settings_files.h"
 #include "platform/file_name.h"
 #include "settings/rule_file.h"
+#include "texts/rule_tree.h"
+#include "texts/string_table.h"
 
 namespace brindle {
 namespace {

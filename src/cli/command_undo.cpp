@@ -5,7 +5,6 @@
 #include <string>
 #include <vector>
 
-#include "app/string_table.h"
 #include "cli/cancellation.h"
 #include "cli/commands.h"
 #include "cli/json_lines.h"
@@ -13,12 +12,13 @@
 #include "cli/log_folder.h"
 #include "cli/path_arguments.h"
 #include "cli/rename_batch.h"
+#include "list/item_status.h"
 #include "log/rename_log.h"
-#include "log/undo.h"
-#include "pipeline/item_status.h"
 #include "platform/file_name.h"
 #include "platform/real_path.h"
+#include "run/undo.h"
 #include "settings/preferences.h"
+#include "texts/string_table.h"
 
 namespace brindle {
 namespace {

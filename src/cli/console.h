@@ -9,7 +9,7 @@
 #include <string_view>
 
 #include "cli/output.h"
-#include "pipeline/job.h"
+#include "platform/job.h"
 
 namespace brindle {
 

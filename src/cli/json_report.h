@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "pipeline/file_list.h"
+#include "list/file_list.h"
 #include "settings/validation.h"
 
 namespace brindle {

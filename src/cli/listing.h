@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "cli/console.h"
-#include "pipeline/file_list.h"
+#include "list/file_list.h"
 
 namespace brindle {
 

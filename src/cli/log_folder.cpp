@@ -9,10 +9,10 @@
 
 #include "cli/arguments.h"
 #include "cli/path_arguments.h"
-#include "log/recovery.h"
 #include "log/rename_log.h"
 #include "log/undo_progress.h"
 #include "platform/data_folders.h"
+#include "run/recovery.h"
 #include "settings/preferences.h"
 
 namespace brindle {

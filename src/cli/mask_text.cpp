@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "files/metadata_catalogue.h"
+#include "metadata/metadata_catalogue.h"
 #include "settings/list_values.h"
 
 namespace brindle {

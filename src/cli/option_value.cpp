@@ -9,7 +9,7 @@
 #include "cli/pattern_pieces.h"
 #include "cli/usage_error.h"
 #include "platform/file_name.h"
-#include "settings/iso_date.h"
+#include "plist/iso_date.h"
 
 namespace brindle {
 namespace {

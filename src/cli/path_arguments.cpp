@@ -10,8 +10,8 @@
 #include <utility>
 
 #include "cli/input_text.h"
-#include "pipeline/rename_row.h"
 #include "platform/real_path.h"
+#include "run/rename_row.h"
 
 namespace brindle {
 namespace {

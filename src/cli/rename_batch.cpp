@@ -7,21 +7,21 @@
 #include <utility>
 #include <vector>
 
-#include "app/list_titles.h"
-#include "app/string_table.h"
 #include "cli/cancellation.h"
 #include "cli/input_text.h"
 #include "cli/json_report.h"
 #include "cli/listing.h"
 #include "cli/path_arguments.h"
 #include "cli/settings_files.h"
-#include "files/gather.h"
-#include "files/list_import.h"
-#include "pipeline/file_order.h"
-#include "pipeline/preview.h"
-#include "pipeline/rename_row.h"
+#include "gather/gather.h"
+#include "gather/list_import.h"
+#include "list/file_order.h"
 #include "platform/file_name.h"
 #include "platform/real_path.h"
+#include "run/preview.h"
+#include "run/rename_row.h"
+#include "texts/list_titles.h"
+#include "texts/string_table.h"
 
 namespace brindle {
 namespace {

@@ -11,8 +11,8 @@
 #include "cli/console.h"
 #include "cli/exit_code.h"
 #include "cli/rename_request.h"
-#include "pipeline/disk_names.h"
-#include "pipeline/file_list.h"
+#include "list/disk_names.h"
+#include "list/file_list.h"
 
 namespace brindle {
 

@@ -8,12 +8,12 @@
 #include <string_view>
 #include <utility>
 
-#include "app/string_table.h"
 #include "cli/mask_text.h"
 #include "cli/settings_files.h"
 #include "cli/suggestion.h"
 #include "platform/file_name.h"
 #include "settings/setting_text.h"
+#include "texts/string_table.h"
 
 namespace brindle {
 namespace {

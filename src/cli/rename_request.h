@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "cli/arguments.h"
-#include "pipeline/rename_plan.h"
+#include "methods/rename_plan.h"
 #include "platform/date.h"
 #include "settings/rename_settings.h"
 #include "settings/rule.h"

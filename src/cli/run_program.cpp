@@ -8,7 +8,6 @@
 #include <string>
 #include <string_view>
 
-#include "app/string_table.h"
 #include "cli/cancellation.h"
 #include "cli/commands.h"
 #include "cli/completion.h"
@@ -16,6 +15,7 @@
 #include "cli/manual.h"
 #include "platform/app_info.h"
 #include "platform/message_log.h"
+#include "texts/string_table.h"
 
 namespace brindle {
 namespace {

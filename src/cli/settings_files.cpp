@@ -8,7 +8,7 @@
 #include <optional>
 
 #include "platform/file_name.h"
-#include "settings/iso_date.h"
+#include "plist/iso_date.h"
 #include "settings/profile_file.h"
 #include "settings/rule_file.h"
 

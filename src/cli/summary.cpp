@@ -7,7 +7,7 @@
 #include <map>
 
 #include "cli/listing.h"
-#include "platform/hash.h"
+#include "text/hash.h"
 
 namespace brindle {
 namespace {

@@ -1,7 +1,7 @@
 #pragma once
 
 // The journal: a whole run as it is meant, on disk before its first rename, and how far it got. Whatever stops the
-// program, recovery (log/recovery.h) finishes the run's log from it.
+// program, recovery (run/recovery.h) finishes the run's log from it.
 //
 // Written in one go (add…, seal), then marked as the run proceeds. The file is locked for the life of the writer, so
 // that a run still going on is known from one that was interrupted.

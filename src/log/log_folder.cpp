@@ -14,8 +14,8 @@
 #include "platform/data_folders.h"
 #include "platform/file_name.h"
 #include "platform/folder_handle.h"
-#include "platform/integer_text.h"
 #include "platform/trash.h"
+#include "text/integer_text.h"
 
 namespace brindle {
 namespace {

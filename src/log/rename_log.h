@@ -16,7 +16,7 @@
 #include "log/log_name.h"
 #include "platform/atomic_file.h"
 #include "platform/date.h"
-#include "platform/text_arena.h"
+#include "text/text_arena.h"
 
 namespace brindle {
 

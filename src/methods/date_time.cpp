@@ -3,8 +3,8 @@
 #include <stdexcept>
 #include <system_error>
 
-#include "methods/string_utilities.h"
 #include "platform/file_dates.h"
+#include "text/string_utilities.h"
 
 namespace brindle {
 namespace {

@@ -8,12 +8,12 @@
 #include <string>
 #include <string_view>
 
-#include "methods/date_pattern.h"
 #include "methods/placement.h"
 #include "methods/rename_operation.h"
-#include "methods/search_text.h"
 #include "platform/date.h"
-#include "platform/date_format.h"
+#include "text/date_format.h"
+#include "text/date_pattern.h"
+#include "text/search_text.h"
 
 namespace brindle {
 

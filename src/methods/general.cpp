@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <stdexcept>
 
-#include "methods/string_utilities.h"
-#include "platform/text_case.h"
+#include "text/string_utilities.h"
+#include "text/text_case.h"
 
 namespace brindle {
 namespace {

@@ -1,6 +1,6 @@
 #include "methods/path_components.h"
 
-#include "methods/string_utilities.h"
+#include "text/string_utilities.h"
 
 namespace brindle {
 namespace {

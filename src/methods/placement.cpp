@@ -1,6 +1,6 @@
 #include "methods/placement.h"
 
-#include "methods/string_utilities.h"
+#include "text/string_utilities.h"
 
 namespace brindle {
 

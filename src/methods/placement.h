@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "methods/rename_operation.h"
-#include "methods/search_text.h"
+#include "text/search_text.h"
 
 namespace brindle {
 

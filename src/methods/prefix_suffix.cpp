@@ -1,7 +1,7 @@
 #include "methods/prefix_suffix.h"
 
-#include "methods/string_utilities.h"
 #include "platform/file_dates.h"
+#include "text/string_utilities.h"
 
 namespace brindle {
 

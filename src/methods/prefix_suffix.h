@@ -8,10 +8,10 @@
 #include <string>
 #include <string_view>
 
-#include "methods/date_pattern.h"
 #include "methods/rename_operation.h"
 #include "platform/date.h"
-#include "platform/date_format.h"
+#include "text/date_format.h"
+#include "text/date_pattern.h"
 
 namespace brindle {
 

@@ -11,7 +11,7 @@
 #include <string_view>
 #include <utility>
 
-#include "pipeline/file_system_item.h"
+#include "list/file_system_item.h"
 
 namespace brindle {
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "methods/string_utilities.h"
+#include "text/string_utilities.h"
 
 namespace brindle {
 

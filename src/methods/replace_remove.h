@@ -8,9 +8,9 @@
 #include <string>
 #include <string_view>
 
-#include "methods/character_set.h"
 #include "methods/rename_operation.h"
-#include "methods/search_text.h"
+#include "text/character_set.h"
+#include "text/search_text.h"
 
 namespace brindle {
 

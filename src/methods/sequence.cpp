@@ -6,8 +6,8 @@
 #include <limits>
 #include <stdexcept>
 
-#include "methods/letter_counter.h"
-#include "methods/string_utilities.h"
+#include "text/letter_counter.h"
+#include "text/string_utilities.h"
 
 namespace brindle {
 namespace {

@@ -6,9 +6,6 @@
 #include <cstdio>
 #include <string_view>
 
-#include "platform/file_name.h"
-#include "platform/unicode_fold.h"
-
 namespace brindle {
 namespace {
 
@@ -38,14 +35,10 @@ int move_changing_case(const FolderHandle& folder, const char* from, const char*
   EntryFacts old_entry;
   EntryFacts new_entry;
   if (!folder.look_up(from, old_entry)) return errno;
-  const bool same_file = differ_in_case_only(from, to) && folder.look_up(to, new_entry) &&
-                         old_entry.inode == new_entry.inode && old_entry.device == new_entry.device;
+  const bool same_file =
+      folder.look_up(to, new_entry) && old_entry.inode == new_entry.inode && old_entry.device == new_entry.device;
   if (!same_file || lists_both(folder, from, to)) return EEXIST;
   return ::renameat(folder.descriptor(), from, folder.descriptor(), to) == 0 ? 0 : errno;
-}
-
-bool differ_in_case_only(std::string_view a, std::string_view b) {
-  return a != b && folded(decode_file_name(a)) == folded(decode_file_name(b));
 }
 
 }  // namespace brindle

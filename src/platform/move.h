@@ -17,11 +17,8 @@ namespace brindle {
                                    const char* to, MoveWatcher* watcher = nullptr);
 
 /// The move for a name that changes in letter case alone, on a disk where both spellings name the same entry:
-/// rename(2). Returns EEXIST unless the two names differ in case only, lead to the same file, and the folder does not
-/// list both (two hard links are two files).
+/// rename(2). The two names must differ in case only. Returns EEXIST unless they lead to the same file, and the folder
+/// does not list both (two hard links are two files).
 [[nodiscard]] int move_changing_case(const FolderHandle& folder, const char* from, const char* to);
-
-/// Whether two names (bytes) differ, and differ in letter case alone.
-bool differ_in_case_only(std::string_view a, std::string_view b);
 
 }  // namespace brindle

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "platform/text_case.h"
-#include "platform/text_encoding.h"
+#include "text/text_case.h"
+#include "text/text_encoding.h"
 
 namespace brindle {
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/integer_text.h"
+#include "text/integer_text.h"
 
 namespace brindle {
 namespace {

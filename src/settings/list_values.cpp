@@ -1,6 +1,6 @@
 #include "settings/list_values.h"
 
-#include "settings/keyed_archive.h"
+#include "plist/keyed_archive.h"
 #include "settings/stored_value.h"
 
 namespace brindle {

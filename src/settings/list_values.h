@@ -5,7 +5,7 @@
 #include <optional>
 #include <vector>
 
-#include "settings/property_value.h"
+#include "plist/property_value.h"
 #include "settings/rename_settings.h"
 
 namespace brindle {

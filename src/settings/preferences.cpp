@@ -2,8 +2,8 @@
 
 #include "platform/data_folders.h"
 #include "platform/file_name.h"
-#include "settings/flag_value.h"
-#include "settings/property_list.h"
+#include "plist/flag_value.h"
+#include "plist/property_list.h"
 
 namespace brindle {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <fmt/format.h>
 
-#include "settings/property_list.h"
+#include "plist/property_list.h"
 
 namespace brindle {
 

@@ -11,16 +11,15 @@
 #include <string>
 #include <vector>
 
-#include "files/meta_data_field.h"
 #include "platform/date.h"
-#include "platform/integer_text.h"
+#include "plist/meta_data_field.h"
+#include "text/integer_text.h"
 
 namespace brindle {
 
 /// A text setting. Absent is a state of its own: it ends a written record (settings_record.h).
 using Text = std::optional<std::u16string>;
 using TextList = std::vector<std::u16string>;
-using FieldList = std::vector<MetaDataField>;
 
 struct RenameSettings {
   // All methods.

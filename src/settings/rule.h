@@ -10,7 +10,7 @@
 #include <string_view>
 #include <variant>
 
-#include "settings/property_value.h"
+#include "plist/property_value.h"
 #include "settings/rename_settings.h"
 #include "settings/settings_table.h"
 #include "settings/validation.h"

@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "platform/app_info.h"
-#include "settings/property_list.h"
+#include "plist/property_list.h"
 
 namespace brindle {
 namespace {

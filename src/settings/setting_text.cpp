@@ -11,8 +11,8 @@
 
 #include "platform/app_info.h"
 #include "platform/file_name.h"
+#include "plist/iso_date.h"
 #include "settings/extension_list.h"
-#include "settings/iso_date.h"
 
 namespace brindle {
 namespace {

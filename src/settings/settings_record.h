@@ -4,7 +4,7 @@
 
 #include <optional>
 
-#include "settings/property_value.h"
+#include "plist/property_value.h"
 #include "settings/rename_settings.h"
 
 namespace brindle {

@@ -6,8 +6,8 @@
 #include <string>
 #include <utility>
 
-#include "platform/integer_text.h"
-#include "settings/scalar_text.h"
+#include "plist/scalar_text.h"
+#include "text/integer_text.h"
 
 namespace brindle {
 namespace {

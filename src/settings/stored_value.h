@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "settings/property_value.h"
+#include "plist/property_value.h"
 #include "settings/rename_settings.h"
 
 namespace brindle {

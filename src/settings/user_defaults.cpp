@@ -14,9 +14,9 @@
 #include "platform/atomic_file.h"
 #include "platform/data_folders.h"
 #include "platform/file_name.h"
-#include "platform/integer_text.h"
-#include "settings/flag_value.h"
-#include "settings/property_list.h"
+#include "plist/flag_value.h"
+#include "plist/property_list.h"
+#include "text/integer_text.h"
 
 namespace brindle {
 namespace {

@@ -11,7 +11,7 @@
 #include <string>
 #include <string_view>
 
-#include "settings/property_value.h"
+#include "plist/property_value.h"
 
 namespace brindle {
 

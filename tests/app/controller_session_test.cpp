@@ -3,7 +3,7 @@
 #include <filesystem>
 
 #include "app/controller_support.h"
-#include "log/run_log.h"
+#include "run/run_log.h"
 #include "settings/profile_file.h"
 #include "settings/rule_file.h"
 

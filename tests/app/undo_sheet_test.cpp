@@ -7,7 +7,7 @@
 #include "app/controller_support.h"
 #include "app/export_sheet_controller.h"
 #include "app/undo_sheet_controller.h"
-#include "files/metadata_catalogue.h"
+#include "metadata/metadata_catalogue.h"
 #include "platform/data_folders.h"
 
 namespace brindle::test {

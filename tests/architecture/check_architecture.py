@@ -12,22 +12,13 @@ import re
 import subprocess
 import sys
 
-# What the files of each folder may include: whole folders (not those below them), or single headers. "app/window" and "cli"
-# stand at the top, and know nothing of each other.
-ALLOWED = {
-    "platform": ["platform/"],
-    "methods": ["platform/", "methods/", "pipeline/file_system_item.h"],
-    "settings": ["platform/", "settings/", "files/meta_data_field.h"],
-    "log": ["platform/", "pipeline/", "log/"],
-    "pipeline": ["platform/", "methods/", "settings/", "log/", "pipeline/", "files/audio_", "files/photo_renaming.h",
-                 "files/meta_data_field.h", "files/metadata_ahead.h"],
-    "files": ["platform/", "methods/", "settings/", "pipeline/", "files/"],
-    "app": ["platform/", "methods/", "settings/", "log/", "pipeline/", "files/", "app/"],
-    "app/window": ["platform/", "methods/", "settings/", "log/", "pipeline/", "files/", "app/", "app/window/"],
-    "cli": ["platform/", "methods/", "settings/", "log/", "pipeline/", "files/", "app/", "cli/"],
-}
+# The rooms of the house from the ground up: each may include what stands before it. The two on top know nothing of each
+# other, and the command line needs nothing of app.
+ROOMS = ["platform", "text", "plist", "settings", "list", "metadata", "methods", "log", "run", "gather", "texts"]
+BELOW = {room: ROOMS[:index + 1] for index, room in enumerate(ROOMS)}
+BELOW |= {"app": [*ROOMS, "app"], "window": [*ROOMS, "app", "window"], "cli": [*ROOMS, "cli"]}
 # The window may use its toolkit and the command line its JSON; the core may not even include them.
-OUTSIDE_THE_CORE = ("app/window/", "cli/")
+OUTSIDE_THE_CORE = ("window/", "cli/")
 TOOLKIT_HEADER = re.compile(r"^(Q[A-Z]\w*|Qt\w*/.*|q[a-z]+\.h|(gtk|gdk|glib|gio|wx|FL|SDL\d?)([/.-].*)?)$")
 TOOLKIT_LIBRARY = re.compile(r"\bQt\d?(::|[A-Z])|Qt\d?Core|\b(lib)?(gtk|gdk|glib|gio|gobject|wx_|fltk|SDL)", re.IGNORECASE)
 TOOLKIT_SYMBOL = re.compile(r"\bU (Q[A-Z]\w*::|q[A-Z]\w*\(|gtk_|gdk_|g_object_|wx[A-Z])")
@@ -42,22 +33,18 @@ def includes_of(folder):
     return {str(path.relative_to(folder)): INCLUDE.findall(path.read_text(encoding="utf-8")) for path in files}
 
 
-def layer_of(name):
-    return "app/window" if name.startswith("app/window/") else name.split("/")[0]
-
-
-def singles(allowed):
-    return tuple(entry for entry in allowed if not entry.endswith("/"))
+def room_of(name):
+    return name.split("/")[0]
 
 
 def upward_includes(includes):
     for name, targets in includes.items():
-        allowed = ALLOWED.get(layer_of(name))
-        if allowed is None:
-            yield f"{name}: its folder has no place in the order of folders (see ALLOWED)"
+        below = BELOW.get(room_of(name))
+        if below is None:
+            yield f"{name}: its folder has no place in the order of rooms (see ROOMS)"
             continue
         for target in targets:
-            if target in includes and layer_of(target) + "/" not in allowed and not target.startswith(singles(allowed)):
+            if target in includes and room_of(target) not in below:
                 yield f"{name} must not include {target}: includes run downwards"
 
 
@@ -73,9 +60,9 @@ def foreign_headers(includes):
 
 
 def guessing_labels(folder):
-    for path in sorted(folder.glob("app/window/**/*.cpp")):
+    for path in sorted(folder.glob("window/**/*.cpp")):
         name = str(path.relative_to(folder))
-        if name != "app/window/plain_text.cpp" and GUESSING_LABEL.search(path.read_text(encoding="utf-8")):
+        if name != "window/plain_text.cpp" and GUESSING_LABEL.search(path.read_text(encoding="utf-8")):
             yield f"{name} makes a label that guesses whether its text is markup: plain_label() makes one that does not"
 
 

@@ -31,7 +31,7 @@ NOT_TEXTS = {
 
 def main():
     source = pathlib.Path(sys.argv[1])
-    tables = source.glob("app/strings_english*.cpp")
+    tables = source.glob("texts/strings_english*.cpp")
     texts = {key for path in tables for key in KEY.findall(path.read_text(encoding="utf-8"))}
     missing = []
     for place in PLACES:

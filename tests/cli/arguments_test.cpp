@@ -6,7 +6,7 @@
 #include "cli/help.h"
 #include "cli/words.h"
 #include "platform/file_name.h"
-#include "settings/case_file.h"
+#include "support/case_file.h"
 
 namespace brindle {
 namespace {

@@ -7,7 +7,7 @@
 #include "cli/rename_request.h"
 #include "cli/words.h"
 #include "platform/file_name.h"
-#include "settings/case_file.h"
+#include "support/case_file.h"
 
 namespace brindle {
 namespace {

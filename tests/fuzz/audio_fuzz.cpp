@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "files/audio_renaming.h"
+#include "methods/audio_renaming.h"
 
 namespace {
 

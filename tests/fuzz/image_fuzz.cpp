@@ -7,8 +7,8 @@
 #include <cstdint>
 #include <string>
 
-#include "files/image_properties.h"
-#include "files/xmp_text.h"
+#include "metadata/image_properties.h"
+#include "metadata/xmp_text.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   static const int file = ::memfd_create("image", MFD_CLOEXEC);

@@ -6,10 +6,10 @@
 #include <string>
 #include <string_view>
 
-#include "settings/binary_property_list.h"
-#include "settings/keyed_archive.h"
+#include "plist/binary_property_list.h"
+#include "plist/keyed_archive.h"
+#include "plist/property_list.h"
 #include "settings/list_values.h"
-#include "settings/property_list.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "files/list_import.h"
+#include "gather/list_import.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "settings/property_list.h"
+#include "plist/property_list.h"
 #include "settings/rule_file.h"
 #include "settings/settings_record.h"
 #include "settings/validation.h"

@@ -5,7 +5,7 @@
 #include <memory>
 
 #include "log/journal_format.h"
-#include "log_support.h"
+#include "support/log_support.h"
 
 namespace brindle::test {
 namespace {

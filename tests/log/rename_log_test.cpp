@@ -6,8 +6,8 @@
 #include <thread>
 
 #include "log/log_name.h"
-#include "log/run_log.h"
-#include "log_support.h"
+#include "run/run_log.h"
+#include "support/log_support.h"
 
 namespace brindle::test {
 namespace {

@@ -12,8 +12,8 @@
 #include "methods/date_time.h"
 #include "methods/prefix_suffix.h"
 #include "methods/sample_item.h"
-#include "methods/string_utilities.h"
-#include "platform/date_format.h"
+#include "text/date_format.h"
+#include "text/string_utilities.h"
 
 namespace brindle::test {
 namespace {

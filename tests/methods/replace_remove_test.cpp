@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "methods/sample_item.h"
-#include "platform/unicode_fold.h"
+#include "text/unicode_fold.h"
 
 namespace brindle::test {
 namespace {

@@ -3,8 +3,8 @@
 // Items for the tests of the rename methods; none of them exists on disk.
 
 #include "case_table.h"
+#include "list/file_system_item.h"
 #include "methods/rename_operation.h"
-#include "pipeline/file_system_item.h"
 
 namespace brindle::test {
 

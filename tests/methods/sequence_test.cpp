@@ -1,7 +1,7 @@
 #include "methods/sequence.h"
 
-#include "methods/letter_counter.h"
 #include "methods/sample_item.h"
+#include "text/letter_counter.h"
 
 namespace brindle::test {
 namespace {

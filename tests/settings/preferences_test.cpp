@@ -8,7 +8,7 @@
 #include <fstream>
 
 #include "platform/data_folders.h"
-#include "settings/property_list.h"
+#include "plist/property_list.h"
 #include "settings/user_defaults.h"
 #include "support/environment.h"
 #include "support/temp_tree.h"

@@ -7,9 +7,9 @@
 
 #include "platform/app_info.h"
 #include "platform/file_version.h"
-#include "settings/case_file.h"
+#include "plist/property_list.h"
 #include "settings/profile_file.h"
-#include "settings/property_list.h"
+#include "support/case_file.h"
 #include "support/temp_tree.h"
 
 namespace brindle {

@@ -2,9 +2,9 @@
 
 #include <gmock/gmock.h>
 
-#include "app/string_table.h"
-#include "settings/case_file.h"
 #include "settings/list_values.h"
+#include "support/case_file.h"
+#include "texts/string_table.h"
 
 namespace brindle {
 namespace {

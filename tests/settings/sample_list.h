@@ -4,7 +4,7 @@
 
 #include <limits>
 
-#include "settings/property_value.h"
+#include "plist/property_value.h"
 
 namespace brindle {
 

@@ -4,9 +4,9 @@
 
 #include <ctime>
 
-#include "app/string_table.h"
-#include "settings/case_file.h"
-#include "settings/iso_date.h"
+#include "plist/iso_date.h"
+#include "support/case_file.h"
+#include "texts/string_table.h"
 
 namespace brindle {
 namespace {

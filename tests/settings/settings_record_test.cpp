@@ -5,9 +5,9 @@
 #include <limits>
 
 #include "platform/app_info.h"
-#include "settings/case_file.h"
 #include "settings/list_values.h"
 #include "settings/settings_store.h"
+#include "support/case_file.h"
 
 namespace brindle {
 namespace {

@@ -4,8 +4,8 @@
 
 #include "platform/app_info.h"
 #include "platform/file_name.h"
-#include "settings/case_file.h"
 #include "settings/rule.h"
+#include "support/case_file.h"
 
 namespace brindle {
 namespace {

@@ -5,9 +5,9 @@
 #include <QPushButton>
 #include <QTreeView>
 
-#include "app/window/application_service.h"
-#include "app/window/open_panel.h"
-#include "app/window/places.h"
+#include "window/application_service.h"
+#include "window/open_panel.h"
+#include "window/places.h"
 #include "window_fixture.h"
 
 namespace brindle::test {

@@ -5,9 +5,9 @@
 #include <QPushButton>
 #include <thread>
 
-#include "app/window/columns.h"
-#include "app/window/file_table_model.h"
-#include "app/window/name_difference.h"
+#include "window/columns.h"
+#include "window/file_table_model.h"
+#include "window/name_difference.h"
 #include "window/window_fixture.h"
 
 namespace brindle::test {

@@ -16,13 +16,13 @@
 #include <QTreeView>
 #include <fstream>
 
-#include "app/shown_text.h"
-#include "app/window/columns.h"
-#include "app/window/dialogs.h"
-#include "app/window/open_panel.h"
-#include "app/window/plain_text.h"
-#include "app/window/sheets.h"
 #include "platform/file_name.h"
+#include "texts/shown_text.h"
+#include "window/columns.h"
+#include "window/dialogs.h"
+#include "window/open_panel.h"
+#include "window/plain_text.h"
+#include "window/sheets.h"
 #include "window/window_fixture.h"
 
 namespace brindle::test {

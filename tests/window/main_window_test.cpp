@@ -9,8 +9,8 @@
 #include <QTimer>
 
 #include "app/undo_sheet_controller.h"
-#include "app/window/columns.h"
-#include "app/window/commands.h"
+#include "window/columns.h"
+#include "window/commands.h"
 #include "window/window_fixture.h"
 
 namespace brindle::test {

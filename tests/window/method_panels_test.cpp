@@ -5,8 +5,8 @@
 #include <QSet>
 #include <QSpinBox>
 
-#include "app/window/token_strip.h"
 #include "window/panel_fixture.h"
+#include "window/token_strip.h"
 
 namespace brindle::test {
 namespace {

@@ -12,11 +12,11 @@
 
 #include "app/brindle_app_controller.h"
 #include "app/scripted_ports.h"
-#include "app/string_table.h"
-#include "app/window/method_panels.h"
-#include "app/window/setting_bindings.h"
-#include "app/window/text.h"
-#include "app/window/theme.h"
+#include "texts/string_table.h"
+#include "window/method_panels.h"
+#include "window/setting_bindings.h"
+#include "window/text.h"
+#include "window/theme.h"
 
 namespace brindle::test {
 

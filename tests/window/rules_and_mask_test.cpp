@@ -8,11 +8,11 @@
 #include <QToolTip>
 #include <QTreeWidget>
 
-#include "app/window/mask_editor.h"
-#include "app/window/mask_table.h"
-#include "app/window/rules_drawer.h"
-#include "files/metadata_catalogue.h"
+#include "metadata/metadata_catalogue.h"
+#include "window/mask_editor.h"
+#include "window/mask_table.h"
 #include "window/panel_fixture.h"
+#include "window/rules_drawer.h"
 
 namespace brindle::test {
 namespace {

@@ -1,4 +1,4 @@
-#include "app/window/sheets.h"
+#include "window/sheets.h"
 
 #include <QAbstractButton>
 #include <QCheckBox>
@@ -20,7 +20,7 @@
 #include <set>
 #include <utility>
 
-#include "app/window/drop_hub.h"
+#include "window/drop_hub.h"
 #include "window/window_fixture.h"
 
 namespace brindle::test {

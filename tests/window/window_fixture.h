@@ -18,14 +18,14 @@
 #include <vector>
 
 #include "app/scripted_ports.h"
-#include "app/string_table.h"
-#include "app/window/desktop.h"
-#include "app/window/file_table_view.h"
-#include "app/window/main_thread.h"
-#include "app/window/main_window.h"
-#include "app/window/text.h"
-#include "app/window/theme.h"
 #include "support/temp_tree.h"
+#include "texts/string_table.h"
+#include "window/desktop.h"
+#include "window/file_table_view.h"
+#include "window/main_thread.h"
+#include "window/main_window.h"
+#include "window/text.h"
+#include "window/theme.h"
 
 namespace brindle::test {
 

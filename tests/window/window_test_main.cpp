@@ -2,8 +2,8 @@
 
 #include <QApplication>
 
-#include "app/window/plain_text.h"
-#include "app/window/window_style.h"
+#include "window/plain_text.h"
+#include "window/window_style.h"
 
 int main(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);

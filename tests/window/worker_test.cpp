@@ -4,8 +4,8 @@
 #include <thread>
 
 #include "app/disposal.h"
-#include "app/window/main_thread.h"
 #include "support/no_more_threads.h"
+#include "window/main_thread.h"
 #include "window/window_fixture.h"
 
 namespace brindle::test {

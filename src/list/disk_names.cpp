@@ -1,0 +1,186 @@
+#include "list/disk_names.h"
+
+#include <linux/fs.h>
+#include <linux/magic.h>
+#include <sys/ioctl.h>
+#include <sys/vfs.h>
+#include <time.h>
+
+#include <algorithm>
+#include <array>
+#include <bit>
+
+#include "settings/preferences.h"
+#include "text/hash.h"
+
+namespace brindle {
+namespace {
+
+// Below so many tests a listing does not pay, and a folder with more than so many other entries a test is not listed
+// whole.
+constexpr std::size_t fewest_tests = 24;
+constexpr std::size_t most_entries_a_test = 40;
+
+// 0 marks a free place in the set.
+std::uint64_t name_hash(std::string_view name) {
+  return hash_bytes(name) | 1U;
+}
+
+// A file system stamps a change with the time of its last tick, so a change right after a listing can leave the stamp
+// as it was. A stamp counts only when it was old already at the time of the listing.
+bool is_settled(const FolderStamp& stamp) {
+  constexpr std::int64_t tick_ns = 20'000'000;
+  timespec now{};
+  ::clock_gettime(CLOCK_REALTIME, &now);
+  const std::int64_t now_ns = std::int64_t{now.tv_sec} * 1'000'000'000 + now.tv_nsec;
+  return std::max(stamp.modified_ns, stamp.changed_ns) + tick_ns < now_ns;
+}
+
+constexpr std::uint32_t casefold_flag = 0x40000000;  // FS_CASEFOLD_FL: ext4, f2fs and tmpfs folders can ignore case
+
+// Disks that tell names apart byte by byte, unless a folder says otherwise.
+bool disk_is_exact(int descriptor) {
+  constexpr std::array<std::uint32_t, 8> exact = {EXT4_SUPER_MAGIC,      XFS_SUPER_MAGIC,  BTRFS_SUPER_MAGIC,
+                                                  TMPFS_MAGIC,           F2FS_SUPER_MAGIC, NFS_SUPER_MAGIC,
+                                                  OVERLAYFS_SUPER_MAGIC, RAMFS_MAGIC};
+  struct statfs disk {};
+  if (::fstatfs(descriptor, &disk) != 0) return false;
+  const auto type = static_cast<std::uint32_t>(disk.f_type);
+  if (std::find(exact.begin(), exact.end(), type) == exact.end()) return false;
+  int flags = 0;
+  return ::ioctl(descriptor, FS_IOC_GETFLAGS, &flags) != 0 || (static_cast<std::uint32_t>(flags) & casefold_flag) == 0;
+}
+
+bool is_letter(char c) {
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+}
+
+}  // namespace
+
+void DiskNames::begin_listing(FolderId folder, const FolderHandle& handle) {
+  if (folder >= listings_.size()) listings_.resize(folder + 1);
+  listings_[folder] = Listing();
+  filling_ = handle.stamp(listings_[folder].stamp) && is_settled(listings_[folder].stamp) ? folder : SIZE_MAX;
+}
+
+void DiskNames::add_listed(std::string_view name) {
+  if (filling_ != SIZE_MAX) listings_[filling_].hashes.push_back(name_hash(name));
+}
+
+void DiskNames::end_listing() {
+  if (filling_ != SIZE_MAX) listings_[filling_].complete = true;
+  filling_ = SIZE_MAX;
+}
+
+void DiskNames::clear() {
+  *this = DiskNames();
+}
+
+void DiskNames::make_set(Listing& listing) {
+  if (listing.hashed) return;
+  const std::size_t size = std::bit_ceil(std::max<std::size_t>(8, listing.hashes.size() + listing.hashes.size() / 2));
+  std::vector<std::uint64_t> set(size, 0);
+  for (const std::uint64_t hash : listing.hashes) {
+    std::size_t place = (hash >> 1U) & (size - 1);
+    while (set[place] != 0 && set[place] != hash) place = (place + 1) & (size - 1);
+    set[place] = hash;
+  }
+  listing.hashes = std::move(set);
+  listing.hashed = true;
+}
+
+bool DiskNames::contains(const Listing& listing, std::uint64_t hash) {
+  const std::size_t mask = listing.hashes.size() - 1;
+  std::size_t place = (hash >> 1U) & mask;
+  while (listing.hashes[place] != 0 && listing.hashes[place] != hash) place = (place + 1) & mask;
+  return listing.hashes[place] == hash;
+}
+
+// A disk that is known to be exact is believed once a name of the folder in other letters is not found (some disks can
+// be made to ignore case without saying so).
+bool DiskNames::is_case_sensitive(const Listing& listing, std::string_view sample) {
+  std::string other(sample);
+  for (char& c : other) c = is_letter(c) ? static_cast<char>(c ^ 0x20) : c;
+  const bool listed_too = contains(listing, name_hash(other));
+  return (listed_too || !ask_disk(other.c_str())) && disk_is_exact(handle().descriptor());
+}
+
+const FolderHandle& DiskNames::handle() {
+  open_.open(*folders_, folder_);
+  return open_.handle();
+}
+
+bool DiskNames::ask_disk(const char* name) {
+  return handle() && handle().exists(name);
+}
+
+bool DiskNames::list_now(Listing& listing, std::size_t most) {
+  listing = Listing();
+  if (!handle().stamp(listing.stamp)) return false;
+  // An unsettled stamp answers for this run, and never again.
+  if (!is_settled(listing.stamp)) listing.stamp = {};
+  FolderEntry entry;
+  for (reader_.start(handle()); reader_.next(entry);) {
+    if (listing.hashes.size() == most) return false;
+    listing.hashes.push_back(name_hash(entry.name));
+  }
+  listing.complete = reader_.error() == 0;
+  return listing.complete;
+}
+
+// Brings a listing up to date for this run. False when there is none and none pays.
+bool DiskNames::refresh(Listing& listing, std::size_t expected_tests) {
+  const bool is_open = static_cast<bool>(handle());
+  error_ = handle().error();
+  name_limit_ = is_open ? handle().name_limit() : name_limit_;
+  FolderStamp stamp;
+  const bool kept = is_open && listing.complete && handle().stamp(stamp) && stamp == listing.stamp;
+  if (!kept) {
+    const bool listed =
+        is_open && expected_tests >= fewest_tests && list_now(listing, expected_tests * most_entries_a_test);
+    if (!listed) listing = Listing();
+    if (!listed) return false;
+  }
+  // A set of a long listing takes longer to make than a few tests take.
+  if (!listing.hashed && expected_tests < fewest_tests) return false;
+  make_set(listing);
+  listing.run = run_;
+  listing.name_limit = name_limit_;
+  return true;
+}
+
+void DiskNames::begin_run(const FolderTable& folders) {
+  folders_ = &folders;
+  own_folders_ = OwnFolders::with_logs_in(default_log_folder());
+  listings_.resize(folders.size());
+  folder_ = FolderTable::none;
+  open_.close();
+  ++run_;
+}
+
+void DiskNames::enter(FolderId folder, std::size_t expected_tests) {
+  if (folder == folder_) return;
+  folder_ = folder;
+  error_ = 0;
+  Listing& listing = listings_[folder];
+  current_ = listing.run == run_ || refresh(listing, expected_tests) ? &listing : nullptr;
+  if (current_ != nullptr) name_limit_ = listing.name_limit;
+}
+
+bool DiskNames::exists(std::string_view name) {
+  if (current_ == nullptr) return ask_disk(name.data());
+  if (contains(*current_, name_hash(name))) {
+    if (!current_->case_known && std::any_of(name.begin(), name.end(), is_letter)) {
+      current_->case_sensitive = is_case_sensitive(*current_, name);
+      current_->case_known = true;
+    }
+    return true;
+  }
+  return !current_->case_sensitive && ask_disk(name.data());
+}
+
+bool DiskNames::holds_own_data(std::string_view name, std::uint64_t inode) {
+  return own_folders_.may_hang_on(name, inode) && own_folders_.hang_on(handle(), name.data());
+}
+
+}  // namespace brindle

@@ -1,0 +1,287 @@
+#include "list/file_list.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/file_name.h"
+#include "text/hash.h"
+
+namespace brindle {
+
+// A million rows are a million of these.
+static_assert(sizeof(ItemRecord) == 40);
+
+std::size_t FileList::PathHash::operator()(const PathKey& key) const {
+  return hash_bytes(key.name, key.folder);
+}
+
+// Adding
+
+bool FileList::is_new_folder(FolderId folder) {
+  if (folder >= folder_has_items_.size()) folder_has_items_.resize(std::max<std::size_t>(folder + 1, folders_.size()));
+  const bool is_new = !folder_has_items_[folder];
+  folder_has_items_[folder] = true;
+  return is_new;
+}
+
+void FileList::append(FolderId folder, std::string_view name, std::uint8_t kind, std::uint64_t inode) {
+  ItemRecord& record = items_.emplace_back();
+  const std::string_view kept = names_.keep(name);
+  record.name_data = kept.data();
+  record.name_size = static_cast<std::uint16_t>(kept.size());
+  record.folder = folder;
+  record.kind = kind;
+  record.inode = inode;
+  if (rest_status_ != ItemStatus::none) named_end_ = items_.size();
+}
+
+void FileList::make_set() {
+  if (set_made_) return;
+  set_made_ = true;
+  filesDic_.reserve(items_.size());
+  for (const ItemRecord& record : items_) filesDic_.insert({record.folder, record.name()});
+  filesDic_.insert(removed_.begin(), removed_.end());
+}
+
+bool FileList::add(FolderId folder, std::string_view name, std::uint8_t kind, std::uint64_t inode) {
+  const bool is_new = is_new_folder(folder);
+  if (!is_new) make_set();
+  if (set_made_ && filesDic_.contains({folder, name})) return false;
+  append(folder, name, kind, inode);
+  if (set_made_) filesDic_.insert({folder, items_.back().name()});
+  return true;
+}
+
+FileList::Listing FileList::begin_listing(FolderId folder) {
+  return {folder, is_new_folder(folder) && !set_made_};
+}
+
+bool FileList::add_listed(const Listing& listing, std::string_view name, std::uint8_t kind, std::uint64_t inode) {
+  // The set may have been made while the listing was open; then it must learn the name.
+  if (!listing.is_new || set_made_) return add(listing.folder, name, kind, inode);
+  append(listing.folder, name, kind, inode);
+  return true;
+}
+
+// Removing
+
+void FileList::remove_if(const std::function<bool(const ItemRecord&)>& leaves) {
+  RowSet removed;
+  std::size_t kept = 0;
+  for (std::size_t row = 0; row < items_.size(); ++row) {
+    const ItemRecord& record = items_[row];
+    if (!leaves(record)) {
+      items_[kept++] = record;
+      continue;
+    }
+    removed.insert(row);
+    removed_.push_back({record.folder, record.name()});
+    if (record.carries_new_name) --renameable_count_;
+  }
+  if (removed.empty()) return;
+  follow_removal(removed);
+  items_.resize(kept);
+  named_end_ = std::min(named_end_, kept);
+  ++order_version_;
+}
+
+void FileList::follow_removal(const RowSet& removed) {
+  followed_.rows.remove(removed, items_.size());
+  if (!followed_.current) return;
+  const std::size_t current = *followed_.current;
+  if (removed.contains(current)) return followed_.current.reset();
+  followed_.current = current - removed.count_before(current);
+}
+
+void FileList::remove_rows(const RowSet& rows) {
+  std::size_t row = 0;
+  remove_if([&](const ItemRecord&) { return rows.contains(row++); });
+}
+
+FileList FileList::release() {
+  FileList held = std::move(*this);
+  *this = FileList();
+  order_version_ = held.order_version_ + 1;
+  return held;
+}
+
+void FileList::resetFilesDic() {
+  filesDic_ = {};
+  set_made_ = false;
+  removed_.clear();
+  folder_has_items_.assign(folders_.size(), false);
+  for (const ItemRecord& record : items_) folder_has_items_[record.folder] = true;
+}
+
+// Reading and writing
+
+void FileList::read_without_new_name(std::size_t row, FileSystemItem& item) const {
+  const ItemRecord& record = items_[row];
+  item.set_path(folders_, record.folder, record.name());
+  item.set_kind((record.kind & 1U) != 0, (record.kind & 2U) != 0, (record.kind & 4U) != 0);
+}
+
+void FileList::read(std::size_t row, FileSystemItem& item) const {
+  read_without_new_name(row, item);
+  const ItemRecord& record = items_[row];
+  if (record.status != ItemStatus::none) item.setNewFilename(new_filename(row));
+  if (record.reason != 0) item.set_reason(decode_file_name(reasons_[record.reason]));
+}
+
+void FileList::write(std::size_t row, const FileSystemItem& item, std::size_t name_limit) {
+  ItemRecord& record = items_[row];
+  // Its name before may have been freed.
+  record.proposed_size = 0;
+  change_status(row, item.status());
+  record.reason = item.reason().empty() ? std::uint16_t{0} : intern_reason(to_utf8(item.reason()));
+  if (record.status != ItemStatus::proposed) return;
+  thread_local std::u16string name;
+  thread_local std::string bytes;
+  name = item.newFilename();
+  std::replace(name.begin(), name.end(), u'/', u':');
+  const NameFault fault = encode_file_name(name, bytes, std::min<std::size_t>(name_limit, UINT16_MAX));
+  if (fault != NameFault::none) {
+    change_status(row, ItemStatus::no_changes);
+    record.reason = intern_reason(describe(fault));
+    return;
+  }
+  const std::string_view kept = proposed_names_.keep(bytes);
+  record.proposed_data = kept.data();
+  record.proposed_size = static_cast<std::uint16_t>(kept.size());
+  set_carries(record, record.proposed() != record.name());
+}
+
+// Every change of a status, and so of a name or a reason, comes through here.
+void FileList::change_status(std::size_t row, ItemStatus status) {
+  ItemRecord& record = items_[row];
+  set_carries(record, status == ItemStatus::proposed && record.proposed() != record.name());
+  record.status = status;
+  named_end_ = std::max(named_end_, row + 1);
+}
+
+void FileList::set_carries(ItemRecord& record, bool carries) {
+  if (record.carries_new_name) --renameable_count_;
+  if (carries) ++renameable_count_;
+  record.carries_new_name = carries;
+}
+
+void FileList::set_status(std::size_t row, ItemStatus status) {
+  change_status(row, status);
+}
+
+void FileList::set_reason(std::size_t row, std::string_view reason) {
+  items_[row].reason = intern_reason(reason);
+  named_end_ = std::max(named_end_, row + 1);
+}
+
+std::uint16_t FileList::intern_reason(std::string_view reason) {
+  if (reason.empty()) return 0;
+  const auto found = reason_ids_.find(std::string(reason));
+  if (found != reason_ids_.end()) return found->second;
+  // Reasons are a handful of sentences; whatever comes beyond the numbers' range shares the last.
+  if (reasons_.size() == UINT16_MAX) return UINT16_MAX - 1;
+  const auto id = static_cast<std::uint16_t>(reasons_.size());
+  reasons_.emplace_back(reason);
+  reason_ids_.emplace(reason, id);
+  return id;
+}
+
+std::u16string FileList::new_filename(std::size_t row) const {
+  const ItemRecord& record = items_[row];
+  if (record.status == ItemStatus::proposed) return decode_file_name(record.proposed());
+  return std::u16string(status_text(record.status));
+}
+
+std::string_view FileList::wanted(std::size_t row) const {
+  const ItemRecord& record = items_[row];
+  const bool is_taken =
+      record.status == ItemStatus::file_already_exists || record.status == ItemStatus::folder_already_exists;
+  const bool has_failed = record.status == ItemStatus::no_changes && record.reason != 0;
+  return is_taken || has_failed ? record.proposed() : std::string_view();
+}
+
+void FileList::begin_new_names() {
+  old_proposed_names_.absorb(std::move(proposed_names_));
+  proposed_names_.clear();
+}
+
+void FileList::end_new_names(bool complete) {
+  if (complete) old_proposed_names_.clear();
+}
+
+void FileList::reset_new_names(ItemStatus status) {
+  proposed_names_.clear();
+  old_proposed_names_.clear();
+  for (ItemRecord& record : std::span(items_).first(rows_to_reset(status))) {
+    record.status = status;
+    record.reason = 0;
+    record.proposed_data = nullptr;
+    record.proposed_size = 0;
+    record.carries_new_name = false;
+  }
+  named_end_ = 0;
+  rest_status_ = status;
+  renameable_count_ = 0;
+}
+
+void FileList::set_renamed(std::size_t row) {
+  ItemRecord& record = items_[row];
+  const std::string_view kept = names_.keep(record.proposed());
+  record.name_data = kept.data();
+  record.name_size = static_cast<std::uint16_t>(kept.size());
+  change_status(row, ItemStatus::renaming_ok);
+  record.reason = 0;
+}
+
+void FileList::set_path(std::size_t row, FolderId folder, std::string_view name) {
+  ItemRecord& record = items_[row];
+  record.folder = folder;
+  if (name == record.name()) return;
+  const std::string_view kept = names_.keep(name);
+  record.name_data = kept.data();
+  record.name_size = static_cast<std::uint16_t>(kept.size());
+}
+
+std::string FileList::path(std::size_t row) const {
+  std::string path = folder_path(row);
+  if (path.back() != '/') path.push_back('/');
+  return path.append(items_[row].name());
+}
+
+// In place, one cycle of the permutation after the other: a list of a million has no room for a second copy of itself.
+void FileList::reorder(std::vector<std::uint32_t> order, std::size_t first) {
+  if (!follow_order(order, first)) return;
+  const std::span<ItemRecord> items = std::span(items_).subspan(first);
+  for (std::uint32_t start = 0; start < order.size(); ++start) {
+    if (order[start] == start) continue;
+    const ItemRecord moved = items[start];
+    std::uint32_t row = start;
+    while (order[row] != start) {
+      items[row] = items[order[row]];
+      row = std::exchange(order[row], row);
+    }
+    items[row] = moved;
+    order[row] = row;
+  }
+}
+
+// What the list keeps about its rows goes with them. False when the order is the one there is.
+bool FileList::follow_order(std::span<const std::uint32_t> order, std::size_t first) {
+  bool changes = false;
+  const std::optional<std::size_t> old_current = followed_.current;
+  for (std::size_t i = 0; i < order.size(); ++i) {
+    changes = changes || order[i] != i;
+    if (old_current == first + order[i]) followed_.current = first + i;
+  }
+  if (!changes) return false;
+  followed_.rows.reorder(first, order);
+  if (named_end_ > first) named_end_ = std::max(named_end_, first + order.size());
+  ++order_version_;
+  return true;
+}
+
+std::size_t FileList::memory() const {
+  return items_.capacity() * sizeof(ItemRecord) + names_.bytes() + proposed_names_.bytes();
+}
+
+}  // namespace brindle

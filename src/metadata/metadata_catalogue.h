@@ -1,0 +1,56 @@
+#pragma once
+
+// The fields that a photo mask is made of, in the groups and the order in which the mask editor shows them.
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "metadata/field_source.h"
+#include "plist/meta_data_field.h"
+
+namespace brindle {
+
+struct MetadataGroup {
+  std::u16string NAME;                ///< the group's title
+  std::vector<MetaDataField> FIELDS;  ///< without values
+};
+
+/// All groups, built on first use. Immutable; any thread.
+const std::vector<MetadataGroup>& metadata_catalogue();
+
+/// Kept for mask editors that ask for it: always empty. find_field is what finds the fields of tokens.
+std::vector<MetaDataField> getFieldsList(const std::vector<MetadataGroup>& groups,
+                                         const std::vector<std::u16string>& tags);
+
+/// The field of a token, or null for a token that is in no group. Constant time; any thread.
+const MetaDataField* find_field(std::u16string_view token);
+
+/// A token that is no field: the text between its brackets, "" for a token without brackets. `isCustomTag` tells
+/// whether it had any.
+std::u16string_view custom_text(std::u16string_view token, bool& isCustomTag);
+
+/// The catalogue with the values of one file. An object belongs to one thread at a time.
+class MetaDataList {
+ public:
+  MetaDataList() : groups_(metadata_catalogue()) {}
+
+  const std::vector<MetadataGroup>& groups() const { return groups_; }
+
+  /// Refreshes the value of every field whose source is IPTC or XMP, and empties all others. Where `mask` is given,
+  /// each of those fields' tokens in it is replaced by the value, whose colons become `photoRenamingColonReplace`
+  /// unless that is empty. A field that cannot be read is a line in the program's messages, and empty.
+  void resetMetaDataList(std::u16string* mask, const FieldInputs& inputs,
+                         std::u16string_view photoRenamingColonReplace);
+
+  /// Sets the value of the field of a token, if there is one.
+  void set_value(std::u16string_view token, std::u16string_view value);
+
+  /// The value of the field of a token. A token that is no field stands for the text between its brackets.
+  std::u16string getTagValue(std::u16string_view token, bool& isCustomTag) const;
+
+ private:
+  std::vector<MetadataGroup> groups_;
+};
+
+}  // namespace brindle

@@ -1,0 +1,142 @@
+#include "methods/audio_renaming.h"
+
+#include <algorithm>
+
+#include "text/string_utilities.h"
+#include "text/text_case.h"
+
+namespace brindle {
+namespace {
+
+// Values may hold tokens, which are replaced in their turn. What grows beyond this is no name any more.
+constexpr std::size_t length_limit = 65536;
+
+// Tokens come in the order of the tags.
+constexpr AudioTags tag_bit(std::size_t token) {
+  return audio_tags(static_cast<AudioTag>(token));
+}
+
+constexpr bool may_hold_colons(std::size_t token) {
+  return audio_tokens[token] != u"<Year>" && audio_tokens[token] != u"<TrackNumber>";
+}
+
+}  // namespace
+
+AudioParameters::AudioParameters(const AudioArguments& arguments)
+    : mask_(on_disk(arguments.id3RenamingMask)),
+      separator_(arguments.isID3RenamingSeperator ? on_disk(arguments.id3RenamingSeperator) : std::u16string()),
+      replaces_colons_(arguments.isID3RenamingColonReplace),
+      colon_replacement_(on_disk(arguments.id3RenamingColonReplace)),
+      extensions_(arguments.allowedExtensions.begin(), arguments.allowedExtensions.end()) {
+  for (const std::u16string& tag : arguments.tags) entries_.push_back(entry_of(tag));
+  for (std::size_t i = 0; i < tokens_.size(); ++i) tokens_[i] = SearchText(audio_tokens[i], true);
+  if (separator_.empty()) {
+    want_for_mask();
+  } else {
+    for (const Entry& entry : entries_) {
+      if (entry.token) wanted_ |= tag_bit(*entry.token);
+    }
+  }
+}
+
+void AudioParameters::want_for_mask() {
+  for (std::size_t i = 0; i < tokens_.size(); ++i) {
+    if (tokens_[i].find(mask_) != SearchText::npos) wanted_ |= tag_bit(i);
+  }
+}
+
+AudioParameters::Entry AudioParameters::entry_of(std::u16string_view tag) {
+  const auto found = std::ranges::find(audio_tokens, tag);
+  if (found != audio_tokens.end()) return {static_cast<std::size_t>(found - audio_tokens.begin()), {}};
+  const bool is_bracketed = tag.size() >= 2 && tag.front() == u'<' && tag.back() == u'>';
+  return {std::nullopt, is_bracketed ? std::u16string(tag.substr(1, tag.size() - 2)) : std::u16string()};
+}
+
+bool AudioParameters::takes_part(std::u16string_view extension) const {
+  if (mask_.empty()) return false;
+  std::u16string key = u".";
+  append_upper_case(extension, key);
+  return extensions_.contains(key);
+}
+
+void AudioParameters::append_value(const AudioAttributes& attributes, std::size_t token, std::u16string& out) const {
+  const std::u16string& value = attributes[token];
+  if (!replaces_colons_ || !may_hold_colons(token)) {
+    out += value;
+    return;
+  }
+  for (const char16_t unit : value) {
+    if (unit == u':') {
+      out += colon_replacement_;
+    } else {
+      out += unit;
+    }
+  }
+}
+
+// A separator stands before a text of the user's own, but never straight behind it.
+void AudioParameters::write_separated(const AudioAttributes& attributes, std::u16string& out) const {
+  bool after_text = false;
+  for (const Entry& entry : entries_) {
+    const std::size_t start = out.size();
+    if (start > 0 && !after_text) out += separator_;
+    const std::size_t value = out.size();
+    if (entry.token) {
+      append_value(attributes, *entry.token, out);
+      if (out.size() == value) out.resize(start);
+    } else {
+      out += entry.text;
+    }
+    after_text = !entry.token;
+  }
+}
+
+// One token after the other, so that a token in a value counts when its turn is still to come.
+void AudioParameters::write_mask(const AudioAttributes& attributes, WorkingName& name) const {
+  name.result = mask_;
+  std::u16string value;
+  for (std::size_t i = 0; i < tokens_.size(); ++i) {
+    if (tokens_[i].find(name.result) == SearchText::npos) continue;
+    value.clear();
+    append_value(attributes, i, value);
+    name.scratch.clear();
+    std::size_t done = 0;
+    for (std::size_t at = 0; (at = tokens_[i].find(name.result, done)) != SearchText::npos;) {
+      name.scratch.append(name.result, done, at - done).append(value);
+      done = at + tokens_[i].size();
+      if (name.scratch.size() > length_limit) break;
+    }
+    name.scratch.append(name.result, done);
+    name.result.assign(name.scratch, 0, length_limit);
+  }
+}
+
+void AudioParameters::write_name(const AudioAttributes& attributes, WorkingName& name) const {
+  if (separator_.empty()) {
+    write_mask(attributes, name);
+  } else {
+    write_separated(attributes, name.result);
+  }
+  if (name.result.empty()) name.result = name.base;
+}
+
+NameOutcome audio_name(const AudioParameters& parameters, const FileSystemItem& item, const AudioAttributes* read,
+                       WorkingName& name) {
+  if (!parameters.takes_part(name.extension)) {
+    name.result = name.base;
+  } else if (read != nullptr || !parameters.reads_files()) {
+    static const AudioAttributes nothing;
+    parameters.write_name(read != nullptr ? *read : nothing, name);
+  } else {
+    parameters.write_name(read_audio_attributes(item.disk_path(), parameters.wanted()), name);
+  }
+  return NameOutcome::base;
+}
+
+bool renameByID3Tags(FileSystemItem& item, const AudioParameters& parameters, WorkingName& name, std::u16string& error,
+                     const AudioAttributes* read) {
+  return rename_operation(item, name, error,
+                          [&](WorkingName& working) { return audio_name(parameters, item, read, working); });
+}
+
+}  // namespace brindle

@@ -1,0 +1,267 @@
+#include "run/recovery.h"
+
+#include <fmt/format.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <new>
+#include <optional>
+#include <stdexcept>
+#include <string_view>
+#include <tuple>
+#include <unordered_set>
+
+#include "list/file_list.h"
+#include "list/path_follower.h"
+#include "log/journal.h"
+#include "log/rename_log.h"
+#include "log/undo_progress.h"
+#include "platform/atomic_file.h"
+#include "platform/folder_handle.h"
+#include "platform/move.h"
+#include "run/disk_evidence.h"
+
+namespace brindle {
+namespace {
+
+/// The folder and the name that each entry had when its turn came. In most runs they are what the journal says; where
+/// paths follow renamed folders, the run is gone through once more.
+class Replay {
+ public:
+  explicit Replay(const JournalReader& journal) : journal_(journal) {
+    old_names_.reserve(journal.entries().size());
+    for (const JournalEntry& entry : journal.entries()) old_names_.insert(entry.old_name);
+    if (!journal.info().paths_follow) return;
+    for (const JournalEntry& entry : journal.entries()) {
+      const FolderId folder = files_.folders().intern(journal.folders()[entry.folder]);
+      // Every entry is a row, or the rows would not be the entries any more; a run never holds a path twice.
+      if (!files_.add(folder, entry.old_name, 0, entry.inode)) throw std::invalid_argument("a path stands in it twice");
+    }
+    follower_.emplace(files_);
+  }
+
+  IntendedRenaming at(std::size_t index) {
+    const JournalEntry& entry = journal_.entries()[index];
+    const bool was_cut_off = entry.mark != JournalMark::done && entry.mark != JournalMark::failed;
+    const bool may_be_half = was_cut_off && !old_names_.contains(entry.new_name);
+    if (!follower_) return {journal_.folders()[entry.folder], entry.old_name, entry.new_name, entry.inode, may_be_half};
+    path_.clear();
+    files_.folders().append_path(files_[index].folder, path_);
+    return {path_, files_[index].name(), entry.new_name, entry.inode, may_be_half};
+  }
+  void renamed(std::size_t index, const IntendedRenaming& renaming) {
+    if (follower_) follower_->follow(files_[index].folder, renaming.old_name, renaming.new_name);
+  }
+
+ private:
+  const JournalReader& journal_;
+  FileList files_;
+  std::optional<PathFollower> follower_;
+  std::string path_;
+  std::unordered_set<std::string_view> old_names_;
+};
+
+/// Says of each entry, in order, whether it was renamed. The disk is asked, always: a mark may never have reached the
+/// journal's disk, or may have, and the rename not its own.
+class Judge {
+ public:
+  bool is_renamed(JournalMark mark, const IntendedRenaming& renaming) {
+    switch (mark == JournalMark::half ? disk_.settle_half_step(renaming) : disk_.ask(renaming)) {
+      case Evidence::renamed:
+        return true;
+      case Evidence::not_renamed:
+        return false;
+      case Evidence::cannot_tell:
+        return mark == JournalMark::done;
+      case Evidence::unreachable:
+        break;
+    }
+    return mark != JournalMark::failed;  // undoing what was never done does nothing
+  }
+
+ private:
+  DiskEvidence disk_;
+};
+
+std::string write_log(const JournalReader& journal, const std::string& path, RecoveredRun& run) {
+  RenameLogWriter log;
+  std::string error = log.take_over(path, journal.info().isFolders ? "FOLDERS" : "FILES", journal.info().appversion);
+  if (!error.empty()) return error;
+  Replay replay(journal);
+  Judge judge;
+  for (std::size_t i = 0; i < journal.entries().size(); ++i) {
+    const IntendedRenaming renaming = replay.at(i);
+    if (!judge.is_renamed(journal.entries()[i].mark, renaming)) continue;
+    log.addLogEntry(renaming.folder, renaming.old_name, renaming.folder, renaming.new_name);
+    replay.renamed(i, renaming);
+  }
+  error = log.saveLog();
+  run = {log.saved_path(), log.count()};
+  return error;
+}
+
+// Whether a finished log is this run's: its entries are some of the journal's, in the same order.
+bool is_log_of(const JournalReader& journal, const LogFile& log) {
+  if (!log.error.empty() || log.type != (journal.info().isFolders ? "FOLDERS" : "FILES")) return false;
+  // Following a renamed folder may have changed the old name as well, where the folder's whole path recurs in the
+  // item's.
+  const bool follows = journal.info().paths_follow;
+  auto intended = journal.entries().begin();
+  const auto end = journal.entries().end();
+  for (const LogEntry& entry : log.entries) {
+    intended = std::find_if(intended, end, [&](const JournalEntry& candidate) {
+      return candidate.new_name == entry.target_name && (follows || candidate.old_name == entry.source_name);
+    });
+    if (intended == end) return false;
+    ++intended;
+  }
+  return true;
+}
+
+// The program may have been stopped between the finished log and the end of its journal.
+bool has_log_already(const JournalReader& journal, std::string path, RecoveredRun& run) {
+  for (; !path.empty(); path = next_log_path(path)) {
+    const std::vector<std::string> logs = find_finished_logs(path);
+    if (logs.empty()) return false;
+    for (const std::string& candidate : logs) {
+      const LogFile log = readLogFile(candidate);
+      if (!is_log_of(journal, log)) continue;
+      run = {candidate, log.entries.size()};
+      return true;
+    }
+  }
+  return false;
+}
+
+void remove_traces(const std::string& log_path) {
+  ::unlink(log_path.c_str());
+  ::unlink(unfinished_log_path(log_path).c_str());
+  ::unlink(journal_path(log_path).c_str());  // the last: as long as it is there, the rest can be done again
+}
+
+// A journal that cannot be read is kept under a name that recovery passes over; the other traces go, since without it
+// they mean nothing.
+std::string set_journal_aside(const std::string& log_path, const std::string& problem) {
+  const std::string journal = journal_path(log_path);
+  const PathParts from = split_path(journal);
+  const FolderHandle folder = FolderHandle::open(from.folder);
+  int error = folder ? EEXIST : folder.error();
+  std::string name;
+  for (int number = 1; error == EEXIST; ++number) {
+    name = number == 1 ? from.name + ".damaged" : fmt::format("{}.damaged-{}", from.name, number);
+    error = move_exclusively(folder, from.name.c_str(), folder, name.c_str());
+  }
+  if (error != 0) return fmt::format("{}, nor can it be set aside: {}", problem, system_error_text(error));
+  ::unlink(log_path.c_str());
+  ::unlink(unfinished_log_path(log_path).c_str());
+  return fmt::format("{}; what its run renamed cannot be undone any more. It is kept as “{}”", problem, name);
+}
+
+void recover_run(const std::string& log_path, RecoveryResult& result) {
+  JournalReader journal;
+  RecoveredRun run;
+  std::string problem;
+  switch (journal.open(journal_path(log_path))) {
+    case JournalReader::State::in_progress:
+      result.going_on.push_back(log_path);
+      return;
+    case JournalReader::State::damaged:
+      result.set_aside.push_back(set_journal_aside(log_path, journal.error()));
+      return;
+    case JournalReader::State::missing:
+      if (!journal.error().empty()) result.problems.push_back(journal.error());
+      return;
+    case JournalReader::State::sealed:
+      if (!has_log_already(journal, log_path, run)) problem = write_log(journal, log_path, run);
+      break;
+    case JournalReader::State::unsealed:
+      break;
+  }
+  if (!problem.empty()) {
+    result.problems.push_back(problem);
+  } else {
+    remove_traces(log_path);
+    result.runs.push_back(run);
+  }
+}
+
+struct Leftovers {
+  std::vector<std::string> journals;  // the "#" paths they belong to, oldest first
+  std::vector<std::string> others;    // names that only make sense beside another file
+};
+
+Leftovers find_leftovers(const std::string& folder_path) {
+  Leftovers found;
+  const FolderHandle folder = FolderHandle::open(folder_path);
+  if (!folder) return found;
+  FolderReader reader;
+  FolderEntry entry;
+  for (reader.start(folder); reader.next(entry);) {
+    const std::string path = fmt::format("{}/{}", folder_path, entry.name);
+    if (is_journal_name(entry.name)) found.journals.push_back(log_path_of_journal(path));
+    const bool is_trace = is_open_log_name(entry.name) || ends_ignoring_case(entry.name, "-#.xml.part") ||
+                          ends_ignoring_case(entry.name, ".xml.undo");
+    if (is_trace && begins_ignoring_case(entry.name, "Log ")) found.others.push_back(path);
+  }
+  std::sort(found.journals.begin(), found.journals.end(), [](const std::string& a, const std::string& b) {
+    return std::tuple(log_time(a), a) < std::tuple(log_time(b), b);
+  });
+  return found;
+}
+
+bool exists(const std::string& path) {
+  struct stat status {};
+  return ::lstat(path.c_str(), &status) == 0;
+}
+
+bool is_empty_log(const std::string& path) {
+  struct stat status {};
+  if (::lstat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) && status.st_size == 0) return true;
+  const LogFile log = readLogFile(path);
+  return log.error.empty() && log.entries.empty();
+}
+
+// Traces of a run without its journal: the run is over, or never came to anything.
+void remove_orphan(const std::string& path) {
+  const std::string_view name = path;
+  if (ends_ignoring_case(name, ".undo")) {
+    if (!exists(path.substr(0, path.size() - 5))) ::unlink(path.c_str());
+  } else if (ends_ignoring_case(name, ".part")) {
+    if (!exists(journal_path(path.substr(0, path.size() - 5)))) ::unlink(path.c_str());
+  } else if (!exists(journal_path(path)) && is_empty_log(path)) {
+    ::unlink(path.c_str());
+  }
+}
+
+}  // namespace
+
+RecoveryResult recover(const std::string& log_folder) {
+  RecoveryResult result;
+  const Leftovers leftovers = find_leftovers(log_folder);
+  for (const std::string& log_path : leftovers.journals) {
+    try {
+      recover_run(log_path, result);
+    } catch (const std::bad_alloc&) {
+      result.problems.push_back(fmt::format("there is not enough memory for the journal of “{}”", log_path));
+    } catch (const std::logic_error& error) {
+      result.problems.push_back(fmt::format("the journal of “{}” cannot be used: {}", log_path, error.what()));
+    }
+  }
+  for (const std::string& path : leftovers.others) remove_orphan(path);
+  return result;
+}
+
+std::string reason_to_wait(const RecoveryResult& recovery) {
+  if (!recovery.going_on.empty()) {
+    return fmt::format("a renaming is going on (“{}”): undo when it is over", recovery.going_on.front());
+  }
+  if (!recovery.problems.empty()) {
+    return fmt::format("an interrupted renaming could not be finished, and nothing is undone before it is: {}",
+                       recovery.problems.front());
+  }
+  return recovery.set_aside.empty() ? std::string() : recovery.set_aside.front();
+}
+
+}  // namespace brindle

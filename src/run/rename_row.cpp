@@ -1,0 +1,70 @@
+#include "run/rename_row.h"
+
+#include <cerrno>
+#include <cstring>
+
+#include "platform/move.h"
+#include "text/unicode_fold.h"
+
+namespace brindle {
+namespace {
+
+/// A row's entry of the journal.
+class RowMarks final : public MoveWatcher {
+ public:
+  RowMarks(JournalWriter* journal, std::size_t index) : journal_(journal), index_(index) {}
+  void set(JournalMark mark) noexcept {
+    if (journal_ != nullptr) journal_->mark(index_, mark);
+  }
+  void half_step() noexcept override { set(JournalMark::half); }
+
+ private:
+  JournalWriter* journal_;
+  std::size_t index_;
+};
+
+// For a folder only another folder counts as taking the name; a file there is a move that failed.
+bool is_taken(const ItemRecord& record, const FolderHandle& folder) {
+  if (record.type() != ItemType::folder) return true;
+  EntryFacts facts;
+  return folder.look_up(record.proposed_data, facts) && facts.kind == EntryKind::folder;
+}
+
+RowOutcome refused(const ItemRecord& record, const FolderHandle& folder, const RowRules& rules) {
+  // On a disk that ignores case, the name in other letters is taken by the very entry that is to be renamed.
+  if (differ_in_case_only(record.name(), record.proposed()) &&
+      move_changing_case(folder, record.name_data, record.proposed_data) == 0) {
+    return {ItemStatus::renaming_ok, 0};
+  }
+  if (!rules.case_method && is_taken(record, folder)) return {already_exists(record.type()), 0};
+  return {ItemStatus::no_changes, EEXIST};
+}
+
+RowOutcome attempt(const ItemRecord& record, const FolderHandle& folder, const RowRules& rules, MoveWatcher& watcher) {
+  if (!folder) return {ItemStatus::no_changes, folder.error()};
+  const int error = move_exclusively(folder, record.name_data, folder, record.proposed_data, &watcher);
+  if (error == 0) return {ItemStatus::renaming_ok, 0};
+  if (error == EEXIST) return refused(record, folder, rules);
+  return {ItemStatus::no_changes, error};
+}
+
+}  // namespace
+
+RowOutcome rename_row(const ItemRecord& record, const FolderHandle& folder, const RowRules& rules,
+                      JournalWriter* journal, std::size_t index) {
+  RowMarks marks(journal, index);
+  marks.set(JournalMark::begun);
+  const RowOutcome outcome = attempt(record, folder, rules, marks);
+  marks.set(outcome.status == ItemStatus::renaming_ok ? JournalMark::done : JournalMark::failed);
+  return outcome;
+}
+
+std::string_view describe_error(int error) {
+  if (error == 0) return {};
+  if (error == ESTALE) return "its folder is not the one that was listed any more";
+  if (error == ELOOP) return "a symbolic link stands in the way to it";
+  if (error == ENOTSUP) return "this disk cannot rename without the risk of replacing another file";
+  return ::strerrordesc_np(error);
+}
+
+}  // namespace brindle

@@ -1,0 +1,36 @@
+#pragma once
+
+// One row's rename on disk, and what comes of it. The part of a run that several threads may do at once, each in
+// folders of its own.
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+#include "list/file_list.h"
+#include "log/journal.h"
+#include "platform/folder_handle.h"
+
+namespace brindle {
+
+/// What became of one attempt.
+struct RowOutcome {
+  ItemStatus status = ItemStatus::none;  ///< none: not attempted
+  int error = 0;                         ///< errno behind "No Changes"; see describe_error
+};
+
+struct RowRules {
+  bool case_method =
+      false;  ///< the General method with an option that changes letter case: a taken name is a failed move
+};
+
+/// Moves the row's entry to its proposed name, in the folder it lies in (as OpenFolder opens it), and keeps its entry
+/// of the journal up to date meanwhile (`journal` may be null).
+RowOutcome rename_row(const ItemRecord& record, const FolderHandle& folder, const RowRules& rules,
+                      JournalWriter* journal, std::size_t index);
+
+/// The reason of a failed attempt, in words. Of folders that OpenFolder opens, ESTALE says that another one stands
+/// there, and ELOOP that a symbolic link does.
+std::string_view describe_error(int error);
+
+}  // namespace brindle

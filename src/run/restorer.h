@@ -1,0 +1,68 @@
+#pragma once
+
+// Moving the entries of a log back on disk. One thread.
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "log/rename_log.h"
+#include "platform/disk_sync.h"
+#include "platform/folder_handle.h"
+#include "platform/own_folders.h"
+#include "platform/two_step_move.h"
+#include "run/entry_places.h"
+
+namespace brindle {
+
+class Restorer {
+ public:
+  /// `was_tried_before`: an undo of the same log came before this one. `log_folder` is one of the folders that must not
+  /// be moved away from under the program.
+  Restorer(EntryPlaces& places, bool was_tried_before, const std::string& log_folder)
+      : places_(places), own_folders_(OwnFolders::with_logs_in(log_folder)), was_tried_before_(was_tried_before) {}
+
+  /// Moves an entry from its target to its source. Empty when that was done, else why not (valid until the next call).
+  std::string_view restore(const LogEntry& entry, std::size_t number, MoveWatcher& watcher);
+  /// Settles what an undo before this one left half done; true when that one had come through.
+  bool settle_half_step(const LogEntry& entry, std::size_t number);
+  /// Whether an entry that restore() left alone has its old name already.
+  bool is_back(const LogEntry& entry, std::size_t number);
+  /// Whether the disk has the new name and not the old one.
+  bool is_forth(const LogEntry& entry, std::size_t number);
+
+  /// Brings all that was moved to the disks it lies on. 0 or errno.
+  [[nodiscard]] int sync();
+
+ private:
+  /// A folder held open as long as entry after entry lies in it.
+  ///
+  /// A path that is held cannot come to mean another folder by our own moves: an entry's move changes what is below its
+  /// target and its source only, the held folders are always those of the entry at hand, and neither can lie below
+  /// either (the move into itself is refused, and so is the one onto a source that is there).
+  struct HeldFolder {
+    std::string path;
+    FolderHandle handle;
+    bool has_changed = false;
+  };
+
+  const FolderHandle& open(HeldFolder& held, std::string_view path);
+  const FolderHandle& find(HeldFolder& held, std::string_view logged, std::size_t number);
+  /// Which of an entry's names are there; neither where a folder cannot be opened.
+  struct Names {
+    bool old_name = false;
+    bool new_name = false;
+  };
+  Names look(const LogEntry& entry, std::size_t number);
+  std::string_view describe(int error, std::string_view folder, std::string_view when_missing);
+
+  EntryPlaces& places_;
+  OwnFolders own_folders_;
+  bool was_tried_before_;
+  HeldFolder targets_;
+  HeldFolder sources_;
+  TouchedDisks disks_;
+  std::string text_;
+};
+
+}  // namespace brindle

@@ -1,0 +1,150 @@
+#include "run/undo.h"
+
+#include <fmt/format.h>
+
+#include "log/undo_progress.h"
+#include "platform/atomic_file.h"
+#include "run/entry_places.h"
+#include "run/recovery.h"
+#include "run/restorer.h"
+#include "run/undone_logs.h"
+
+namespace brindle {
+namespace {
+
+constexpr std::string_view leaves_folder = "the log is from elsewhere, and would move it to another folder";
+
+/// An entry's mark, for a move that takes two steps.
+class HalfMark final : public MoveWatcher {
+ public:
+  HalfMark(UndoProgress& progress, std::size_t index) : progress_(progress), index_(index) {}
+  void half_step() noexcept override { progress_.set(index_, UndoMark::half); }
+
+ private:
+  UndoProgress& progress_;
+  std::size_t index_;
+};
+
+class Undoing {
+ public:
+  Undoing(const LogFile& log, const std::string& log_folder, UndoProgress& progress, const UndoReport& report,
+          UndoResult& result)
+      : log_(log),
+        progress_(progress),
+        report_(report),
+        result_(result),
+        places_(log, progress),
+        restorer_(places_, progress.goes_on(), log_folder) {}
+
+  /// Leaves alone what would change its folder.
+  void stay_in_folders() { stays_in_folders_ = true; }
+
+  void run(const JobControl& control) {
+    ProgressThrottle throttle(control, log_.entries.size());
+    for (std::size_t i = log_.entries.size(); i > 0; --i) {
+      result_.cancelled = control.cancelled();
+      if (result_.cancelled) break;
+      const LogEntry& entry = log_.entries[i - 1];
+      count(entry, undo(i - 1, entry));
+      throttle.step(result_.reached, [&] { return fmt::format("{}/{}", entry.source_folder, entry.source_name); });
+    }
+    // The log may be on another disk, and must not go before the names are safe.
+    if (const int error = restorer_.sync(); error != 0) {
+      result_.error =
+          fmt::format("the disk did not take all of the old names ({}); undo again", system_error_text(error));
+    }
+    throttle.finish(result_.reached);
+  }
+
+ private:
+  void count(const LogEntry& entry, UndoOutcome outcome) {
+    ++result_.reached;
+    if (outcome == UndoOutcome::moved || outcome == UndoOutcome::restored) ++result_.restored;
+    if (outcome == UndoOutcome::already) ++result_.already;
+    if (report_) report_(entry, outcome, reason_);
+  }
+
+  UndoOutcome undo(std::size_t number, const LogEntry& entry) {
+    reason_ = entry.fault;
+    if (reason_.empty() && stays_in_folders_ && entry.source_folder != entry.target_folder) reason_ = leaves_folder;
+    if (!reason_.empty()) return UndoOutcome::left;
+    const UndoMark before = progress_.get(number);
+    if (before == UndoMark::restored && !restorer_.is_forth(entry, number)) return restored_before(before);
+    const bool came_through = before == UndoMark::half && restorer_.settle_half_step(entry, number);
+    progress_.set(number, came_through ? UndoMark::restored : UndoMark::begun);
+    if (came_through) return restored_before(before);
+    HalfMark half(progress_, number);
+    reason_ = restorer_.restore(entry, number, half);
+    const bool moved = reason_.empty();
+    if (!moved && restorer_.is_back(entry, number)) reason_ = {};
+    progress_.set(number, reason_.empty() ? UndoMark::restored : UndoMark::left);
+    if (moved) return UndoOutcome::moved;
+    return reason_.empty() ? restored_before(before) : UndoOutcome::left;
+  }
+
+  // Whose doing it is that an entry has its old name.
+  UndoOutcome restored_before(UndoMark before) const {
+    const bool by_undo = before != UndoMark::none && before != UndoMark::left;
+    return by_undo && progress_.end_before() != UndoEnd::complete ? UndoOutcome::restored : UndoOutcome::already;
+  }
+
+  const LogFile& log_;
+  UndoProgress& progress_;
+  const UndoReport& report_;
+  UndoResult& result_;
+  EntryPlaces places_;
+  Restorer restorer_;
+  std::string_view reason_;  // why the entry at hand was left alone
+  bool stays_in_folders_ = false;
+};
+
+// The room that the progress took may be all the disk had.
+void put_away(const std::string& log_folder, UndoProgress& progress, UndoResult& result) {
+  std::string place;
+  int error = put_undone_log_away(result.log_path, log_folder, place);
+  if (error == ENOSPC || error == EDQUOT) {
+    progress.remove();
+    error = put_undone_log_away(result.log_path, log_folder, place);
+  }
+  result.put_away = error == 0;
+  if (result.put_away) {
+    progress.remove();
+    result.log_path = place;
+    return;
+  }
+  progress.finish(UndoEnd::complete);
+  result.error =
+      fmt::format("the log “{}” is undone, but cannot be put away: {}", result.log_path, system_error_text(error));
+}
+
+}  // namespace
+
+UndoResult undoRenaming(const std::string& log_path, const JobControl& control, const UndoReport& report,
+                        const UndoOptions& options) {
+  return undoRenaming(log_path, readLogFile(log_path), control, report, options);
+}
+
+UndoResult undoRenaming(const std::string& log_path, const LogFile& log, const JobControl& control,
+                        const UndoReport& report, const UndoOptions& options) {
+  UndoResult result;
+  result.log_path = log_path;
+  result.entries = log.entries.size();
+  result.error = log.error;
+  if (result.error.empty() && !options.log_folder.empty()) result.error = reason_to_wait(recover(options.log_folder));
+  UndoProgress progress;
+  if (result.error.empty()) result.error = progress.open(log_path, log.checksum, log.entries.size());
+  if (!result.error.empty()) return result;
+  const std::string log_folder = options.log_folder.empty() ? split_path(log_path).folder : options.log_folder;
+  Undoing undoing(log, log_folder, progress, report, result);
+  if (!options.from_elsewhere && !is_own_log(log_path, log_folder)) undoing.stay_in_folders();
+  undoing.run(control);
+  if (result.cancelled || !result.error.empty()) return result;
+  if (result.left_alone() > 0) {
+    progress.finish(UndoEnd::partial);
+  } else {
+    put_away(log_folder, progress, result);
+  }
+  return result;
+}
+
+}  // namespace brindle

@@ -1,0 +1,86 @@
+#include "run/undone_logs.h"
+
+#include <fcntl.h>
+#include <fmt/format.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdint>
+#include <string_view>
+#include <tuple>
+#include <utility>
+#include <vector>
+
+#include "log/log_name.h"
+#include "platform/atomic_file.h"
+#include "platform/folder_handle.h"
+#include "platform/move.h"
+#include "platform/trash.h"
+
+namespace brindle {
+namespace {
+
+constexpr std::size_t most_logs = 50;
+
+// "Log … 3.xml", then "Log … 3 (2).xml": the number of items stays in its place.
+std::string numbered(const std::string& name, int number) {
+  if (number == 1) return name;
+  const std::size_t dot = std::min(name.rfind('.'), name.size());
+  return fmt::format("{} ({}){}", name.substr(0, dot), number, name.substr(dot));
+}
+
+void send_old_ones_to_trash(const FolderHandle& folder, const std::string& path) {
+  std::vector<std::pair<std::int64_t, std::string>> logs;
+  FolderReader reader;
+  FolderEntry entry;
+  for (reader.start(folder); reader.next(entry);) {
+    struct stat facts {};
+    if (!ends_ignoring_case(entry.name, ".xml")) continue;
+    if (::fstatat(folder.descriptor(), entry.name.data(), &facts, AT_SYMLINK_NOFOLLOW) != 0) continue;
+    logs.emplace_back(facts.st_mtim.tv_sec * 1'000'000'000 + facts.st_mtim.tv_nsec, entry.name);
+  }
+  std::sort(logs.begin(), logs.end(), std::greater<>());
+  for (std::size_t i = most_logs; i < logs.size(); ++i) {
+    if (move_to_trash(fmt::format("{}/{}", path, logs[i].second)) != 0) return;
+  }
+}
+
+int move_to_undone(const PathParts& from, const std::string& undone, std::string& place) {
+  if (::mkdir(undone.c_str(), 0700) != 0 && errno != EEXIST) return errno;
+  const FolderHandle old_folder = FolderHandle::open(from.folder);
+  const FolderHandle new_folder = FolderHandle::open(undone);
+  if (!old_folder || !new_folder) return old_folder ? new_folder.error() : old_folder.error();
+  std::string name;
+  int error = EEXIST;
+  for (int number = 1; error == EEXIST; ++number) {
+    name = numbered(from.name, number);
+    error = move_exclusively(old_folder, from.name.c_str(), new_folder, name.c_str());
+  }
+  if (error != 0) return error;
+  place = fmt::format("{}/{}", undone, name);
+  ::utimensat(new_folder.descriptor(), name.c_str(), nullptr, AT_SYMLINK_NOFOLLOW);  // the time of the undo
+  send_old_ones_to_trash(new_folder, undone);
+  return 0;
+}
+
+}  // namespace
+
+bool is_own_log(const std::string& log_path, const std::string& log_folder) {
+  struct stat folder {};
+  struct stat own_folder {};
+  struct stat log {};
+  return ::stat(split_path(log_path).folder.c_str(), &folder) == 0 && ::stat(log_folder.c_str(), &own_folder) == 0 &&
+         folder.st_ino == own_folder.st_ino && folder.st_dev == own_folder.st_dev &&
+         ::lstat(log_path.c_str(), &log) == 0 && S_ISREG(log.st_mode) && log.st_uid == ::geteuid();
+}
+
+int put_undone_log_away(const std::string& log_path, const std::string& log_folder, std::string& place) {
+  place.clear();
+  const int error = move_to_undone(split_path(log_path), log_folder + "/Undone", place);
+  if (error == 0 || move_to_trash(log_path) == 0) return 0;
+  return error;
+}
+
+}  // namespace brindle

@@ -1,0 +1,56 @@
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QRadioButton>
+
+#include "window/example_line.h"
+#include "window/panels/panels.h"
+#include "window/placement_rows.h"
+
+namespace brindle {
+namespace {
+
+constexpr PlacementKeys insert_places = {"insertDeleteInsertOptionIndex",        "insertDeleteAtCharacterPositions",
+                                         "insertDeleteInsertAtPostionDirection", "insertDeleteInsertAtBeforeText",
+                                         "insertDeleteInsertAtBeforeOccurrence", "insertDeleteInsertAtAfterText",
+                                         "insertDeleteInsertAtAfterOccurrence"};
+
+bool deletes(const RenameSettings& settings) {
+  return settings.isInsertDeleteDelete;
+}
+bool inserts(const RenameSettings& settings) {
+  return !settings.isInsertDeleteDelete;
+}
+
+}  // namespace
+
+QWidget* make_insert_delete_panel(const PanelContext& context, QWidget* parent) {
+  PanelFrame panel(insert_delete_tab, parent);
+  QWidget* owner = panel.widget();
+  BrindleAppController& controller = context.controller;
+  const auto kinds = radio_buttons(context, owner, "isInsertDeleteDelete", {"INSERTTEXT", "DELETECHARACTERS"},
+                                   [&controller](int id) { controller.insertDeleteChanged(id == 1); });
+
+  FormColumn left(panel.columns(), 3);
+  QLineEdit* text = text_field(context, "insertDeleteInsert", "INSERTTEXT");
+  left.row(kinds[0], text);
+  left.indent();
+  enable_when(context, {"isInsertDeleteDelete"}, {text}, inserts);
+  add_placement_rows(
+      context, left, owner, insert_places, [&controller](int option) { controller.insertOptionChanged(option); },
+      {"isInsertDeleteDelete"}, inserts);
+
+  FormColumn right(panel.columns(), 2);
+  NumberField* position = number_field(context, "insertDeleteFromCharacterPosition", "FROMCHARACTER");
+  NumberField* count = number_field(context, "insertDeleteNumberOfCharacters", "NUMBEROFCHARACTERS");
+  QCheckBox* backwards = check_box(context, "isInsertDeleteDeleteFromBackWard", "COUNTFROMEND");
+  right.row(kinds[1]);
+  right.indent();
+  right.row("FROMCHARACTER", line({position}));
+  right.row("NUMBEROFCHARACTERS", line({count}));
+  right.row(backwards);
+  enable_when(context, {"isInsertDeleteDelete"}, {position, count, backwards}, deletes);
+  panel.foot(new ExampleLine(insert_delete_tab, controller));
+  return owner;
+}
+
+}  // namespace brindle

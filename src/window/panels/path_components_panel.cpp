@@ -1,0 +1,35 @@
+#include <QLineEdit>
+
+#include "window/example_line.h"
+#include "window/panels/panels.h"
+#include "window/placement_rows.h"
+#include "window/text.h"
+
+namespace brindle {
+namespace {
+
+constexpr PlacementKeys path_places = {"pathComponentsOptionsIndex",        "pathComponentsAtPositionNo",
+                                       "pathComponentsAtPositionDirection", "pathComponentsAtBeforeText",
+                                       "pathComponentsAtBeforeOccurrence",  "pathComponentsAtAfterText",
+                                       "pathComponentsAtAfterOccurrence"};
+
+}  // namespace
+
+QWidget* make_path_components_panel(const PanelContext& context, QWidget* parent) {
+  PanelFrame panel(path_components_tab, parent);
+  BrindleAppController& controller = context.controller;
+  FormColumn left(panel.columns(), 2);
+  NumberField* levels = number_field(context, "pathComponentsLevelNo", "FOLDERLEVELS");
+  levels->setToolTip(localized_text("FOLDERLEVELSTIP"));
+  left.row("FOLDERLEVELS", line({levels}));
+  left.row("BETWEENFOLDERS", text_field(context, "pathComponentsSeparator", "BETWEENFOLDERS", 6));
+  left.row("FOLDERPREFIX", text_field(context, "pathComponentsPrefix", "FOLDERPREFIX", 6));
+  left.row("FOLDERSUFFIX", text_field(context, "pathComponentsSuffix", "FOLDERSUFFIX", 6));
+  FormColumn right(panel.columns(), 3);
+  add_placement_rows(context, right, panel.widget(), path_places,
+                     [&controller](int option) { controller.pathComponentsOptionsChanged(option); });
+  panel.foot(new ExampleLine(path_components_tab, controller));
+  return panel.widget();
+}
+
+}  // namespace brindle

@@ -1,0 +1,86 @@
+#include <QButtonGroup>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QRadioButton>
+
+#include "window/example_line.h"
+#include "window/panels/panels.h"
+#include "window/text.h"
+
+namespace brindle {
+namespace {
+
+enum Choice { replace, remove_text, remove_characters };
+constexpr std::int32_t single_characters = 0;  // of the remove type
+
+Choice choice_of(const RenameSettings& settings) {
+  if (settings.isReplaceRemoveReplace) return replace;
+  return settings.isReplaceRemoveRemoveCharacters ? remove_characters : remove_text;
+}
+bool replaces(const RenameSettings& settings) {
+  return choice_of(settings) == replace;
+}
+bool removes_characters(const RenameSettings& settings) {
+  return choice_of(settings) == remove_characters;
+}
+// Whether occurrences are counted at all, and whether from one to another.
+bool counts(const RenameSettings& settings) {
+  return !removes_characters(settings) || settings.replaceRemoveRemoveType != single_characters;
+}
+bool counts_some(const RenameSettings& settings) {
+  return counts(settings) && (removes_characters(settings) || !settings.isReplaceRemoveAllOccurrence);
+}
+const std::vector<SettingKey> choice_keys = {"isReplaceRemoveReplace", "isReplaceRemoveRemove",
+                                             "isReplaceRemoveRemoveCharacters", "replaceRemoveRemoveType",
+                                             "isReplaceRemoveAllOccurrence"};
+
+void add_text_rows(const PanelContext& context, FormColumn& column) {
+  column.row("FINDTHIS", text_field(context, "replaceRemoveThis", "FINDTHIS"));
+  QLineEdit* with = text_field(context, "replaceRemoveWith", "REPLACEWITH");
+  column.row("REPLACEWITH", with);
+  BrindleAppController& controller = context.controller;
+  QComboBox* type = choice_box(context, "replaceRemoveRemoveType", "REMOVETYPE",
+                               {{"REMOVEEACH", {}}, {"REMOVEBETWEEN", {}}, {"REMOVEBETWEENTOO", {}}});
+  QObject::connect(type, &QComboBox::activated, type,
+                   [&controller](int index) { controller.replaceRemoveRemoveTypeChanged(index); });
+  column.row("REMOVETYPE", type);
+  column.row(check_box(context, "isReplaceRemoveCaseSensitive", "CASESENSITIVE"));
+  enable_when(context, choice_keys, {with}, replaces);
+  enable_when(context, choice_keys, {type}, removes_characters);
+}
+
+void add_range_rows(const PanelContext& context, FormColumn& column) {
+  column.row("COUNTFROM", line({direction_box(context, "replaceRemovePositionDirection")}));
+  column.row("STARTATCHARACTER", line({number_field(context, "replaceRemoveStartFromCharacter", "STARTATCHARACTER")}));
+  QCheckBox* all = check_box(context, "isReplaceRemoveAllOccurrence", "ALLOCCURRENCES");
+  NumberField* first = number_field(context, "replaceRemoveStartOnOccurrence", "FIRSTOCCURRENCE");
+  NumberField* count = number_field(context, "replaceRemoveOccuranceCount", "OCCURRENCECOUNT");
+  column.row(all);
+  column.row("FIRSTOCCURRENCE", line({first}));
+  column.row("OCCURRENCECOUNT", line({count}));
+  enable_when(context, choice_keys, {all}, [](const RenameSettings& s) { return !removes_characters(s); });
+  enable_when(context, choice_keys, {first, count}, counts_some);
+}
+
+}  // namespace
+
+QWidget* make_replace_remove_panel(const PanelContext& context, QWidget* parent) {
+  PanelFrame panel(replace_remove_tab, parent);
+  BrindleAppController& controller = context.controller;
+  const auto kinds =
+      radio_buttons(context, panel.widget(), "removeReplaceIndex", {"REPLACETEXT", "REMOVETEXT", "REMOVECHARACTERS"},
+                    [&controller](int choice) { controller.replaceRemoveChanged(choice); });
+  // The flags decide what is done, not the index.
+  context.bindings.follow({"removeReplaceIndex", "isReplaceRemoveReplace", "isReplaceRemoveRemoveCharacters"},
+                          [kinds](const RenameSettings& settings) { kinds[choice_of(settings)]->setChecked(true); });
+  panel.head(line({kinds[0], kinds[1], kinds[2]}));
+  FormColumn left(panel.columns());
+  add_text_rows(context, left);
+  FormColumn right(panel.columns());
+  add_range_rows(context, right);
+  panel.foot(new ExampleLine(replace_remove_tab, controller));
+  return panel.widget();
+}
+
+}  // namespace brindle
