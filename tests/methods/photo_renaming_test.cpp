@@ -47,7 +47,7 @@ PhotoMetadata metadata_of(const Case& c) {
   return metadata;
 }
 
-DateParts parts_of(const Case& c) {
+DateParts photo_parts(const Case& c) {
   const auto part = [&c](const char* column, std::u16string_view usual) {
     return c.has(column) ? std::u16string_view(c[column]) : usual;
   };
@@ -71,7 +71,7 @@ TEST(PhotoRenaming, DoesAsTheTableSays) {
                                       .photoRenamingSeperator = c["separator"],
                                       .isPhotoRenamingColonReplace = c.has("colon"),
                                       .photoRenamingColonReplace = c["colon"],
-                                      .parts = parts_of(c),
+                                      .parts = photo_parts(c),
                                       .photoPaddingMask = c["padding"],
                                       .tags = tags,
                                       .allowedExtensions = usual_extensions});
