@@ -9,6 +9,7 @@
 #include "cli/method_call.h"
 #include "cli/option_value.h"
 #include "cli/suggestion.h"
+#include "platform/translation.h"
 
 namespace brindle {
 namespace {
@@ -25,7 +26,7 @@ bool exists_on_disk(std::string_view path) {
 std::string meant(std::string_view word, const std::vector<std::string_view>& candidates,
                   std::string_view dashes = "") {
   const std::string_view closest = closest_word(word, candidates);
-  return closest.empty() ? std::string() : fmt::format("; did you mean {}{}?", dashes, closest);
+  return closest.empty() ? std::string() : translated("; did you mean {}{}?", dashes, closest);
 }
 
 std::vector<std::string_view> method_words() {
@@ -60,11 +61,11 @@ OptionWord split_option(std::string_view word) {
 std::string where_option_belongs(std::string_view name) {
   for (const MethodRow& method : method_table()) {
     if (find_option(method, name) != nullptr) {
-      return fmt::format("; it belongs to methods such as {}: write it behind the method's word", method.word);
+      return translated("; it belongs to methods such as {}: write it behind the method's word", method.word);
     }
   }
   for (const CommandRow& command : command_table()) {
-    if (find_option(command, name) != nullptr) return fmt::format("; it belongs to brindle {}", command.word);
+    if (find_option(command, name) != nullptr) return translated("; it belongs to brindle {}", command.word);
   }
   return {};
 }
@@ -77,16 +78,16 @@ void set_column(ExportOptions& columns, OptionId id) {
   if (id == OptionId::no_header) columns.addColumnNamesInHeader = false;
 }
 
-void choose(std::optional<bool>& choice, bool value, std::string_view names) {
-  if (choice && *choice != value) throw UsageError(fmt::format("give either {}", names));
+void choose(std::optional<bool>& choice, bool value, std::string_view complaint) {
+  if (choice && *choice != value) throw UsageError(translated(complaint));
   choice = value;
 }
 
 void set_choice_of_items(Options& options, OptionId id) {
   if (id == OptionId::files || id == OptionId::folders) {
-    return choose(options.folders, id == OptionId::folders, "--files or --folders");
+    return choose(options.folders, id == OptionId::folders, to_translate("give either --files or --folders"));
   }
-  choose(options.subfolders, id == OptionId::subfolders, "--subfolders or --no-subfolders");
+  choose(options.subfolders, id == OptionId::subfolders, to_translate("give either --subfolders or --no-subfolders"));
 }
 
 /// The options that are either given or not.
@@ -192,7 +193,8 @@ CommandLine ArgumentParser::parse() {
 
 void ArgumentParser::take_command() {
   if (at_end())
-    throw UsageError("say what to do, such as: brindle preview FOLDER insert TEXT (brindle --help tells more)");
+    throw UsageError(
+        translated("say what to do, such as: brindle preview FOLDER insert TEXT (brindle --help tells more)"));
   const std::string_view word = take();
   line_.options.help = word == "--help" || word == "-h";
   line_.options.version = word == "--version";
@@ -205,13 +207,12 @@ void ArgumentParser::take_command() {
     line_.options.help =
         std::ranges::any_of(words_, [](std::string_view each) { return each == "--help" || each == "-h"; });
     if (line_.options.help) return;
-    throw UsageError(fmt::format("{} is a method; say what to do with it: brindle preview PATH... {} ...", word, word));
+    throw UsageError(translated("{} is a method; say what to do with it: brindle preview PATH... {} ...", word, word));
   }
-  if (is_option_word(word))
-    throw UsageError(fmt::format("{} comes behind a command (brindle --help lists them)", word));
+  if (is_option_word(word)) throw UsageError(translated("{} comes behind a command (brindle --help lists them)", word));
   std::vector<std::string_view> words = method_words();
   for (const CommandRow& row : command_table()) words.push_back(row.word);
-  throw UsageError(fmt::format("there is no command {}{} (brindle --help lists them)", word, meant(word, words)));
+  throw UsageError(translated("there is no command {}{} (brindle --help lists them)", word, meant(word, words)));
 }
 
 void ArgumentParser::take_second_word(std::string_view first) {
@@ -225,8 +226,8 @@ void ArgumentParser::take_second_word(std::string_view first) {
   line_.options.help = second == "--help" || second == "-h";
   line_.help_group = first;
   if (line_.options.help) return;
-  const std::string what = second.empty() ? fmt::format("{} needs a second word", first)
-                                          : fmt::format("there is no command {} {}", first, second);
+  const std::string what = second.empty() ? translated("{} needs a second word", first)
+                                          : translated("there is no command {} {}", first, second);
   throw UsageError(fmt::format("{}: brindle {} {} FILE", what, first, fmt::join(words, "|")));
 }
 
@@ -261,24 +262,24 @@ void ArgumentParser::take_operand(std::string_view word) {
   }
   if (operands == Operands::file_and_methods && !word.empty()) {
     throw UsageError(
-        fmt::format("there is no method {}{} (brindle --help lists them)", word, meant(word, method_words())));
+        translated("there is no method {}{} (brindle --help lists them)", word, meant(word, method_words())));
   }
   const bool one_at_most = operands == Operands::log || operands == Operands::optional_file;
   if (operands == Operands::none || operands == Operands::file || (one_at_most && !line_.operands.empty())) {
-    throw UsageError(fmt::format("{} takes no {}; usage: brindle {} {}", line_.command->word, word, line_.command->word,
-                                 line_.command->synopsis));
+    throw UsageError(translated("{} takes no {}; usage: brindle {} {}", line_.command->word, word, line_.command->word,
+                                line_.command->synopsis));
   }
-  if (word.empty()) throw UsageError("an argument is empty; a path or name cannot be");
+  if (word.empty()) throw UsageError(translated("an argument is empty; a path or name cannot be"));
   line_.operands.emplace_back(word);
 }
 
 std::string_view ArgumentParser::value_of(const OptionWord& word, std::string_view value_name) {
   if (value_name.empty()) {
-    if (word.value) throw UsageError(fmt::format("--{} takes no value", word.name));
+    if (word.value) throw UsageError(translated("--{} takes no value", word.name));
     return {};
   }
   if (word.value) return *word.value;
-  if (at_end()) throw UsageError(fmt::format("--{} needs a value: --{} {}", word.name, word.name, value_name));
+  if (at_end()) throw UsageError(translated("--{} needs a value: --{} {}", word.name, word.name, value_name));
   return take();
 }
 
@@ -288,7 +289,7 @@ void ArgumentParser::take_option(std::string_view word, const MethodRow* method)
   if (row == nullptr) refuse_option(parts.name, method);
   const std::string_view value = value_of(parts, row->value);
   if (row->value.find('|') != std::string_view::npos) read_value(ValueKind::choice, row->name, row->value, value);
-  if (row->value == "FILE" && value.empty()) throw UsageError(fmt::format("--{} needs a FILE", row->name));
+  if (row->value == "FILE" && value.empty()) throw UsageError(translated("--{} needs a FILE", row->name));
   set_option(line_.options, row->id, value);
   if (row->id == OptionId::help) line_.help_method = method;
 }
@@ -298,8 +299,8 @@ void ArgumentParser::take_letters(std::string_view word) {
     const OptionRow* row = find_letter(*line_.command, letter);
     if (row == nullptr) {
       throw UsageError(
-          fmt::format("{} has no option {}; write a path that begins with \"-\" as ./{} (brindle {} --help)",
-                      line_.command->word, word, word, line_.command->word));
+          translated("{} has no option {}; write a path that begins with \"-\" as ./{} (brindle {} --help)",
+                     line_.command->word, word, word, line_.command->word));
     }
     set_option(line_.options, row->id, {});
   }
@@ -309,8 +310,8 @@ void ArgumentParser::refuse_option(std::string_view name, const MethodRow* metho
   const std::string_view owner = method != nullptr ? method->word : line_.command->word;
   std::string advice = meant(name, option_names(*line_.command, method), "--");
   if (advice.empty()) advice = where_option_belongs(name);
-  if (advice.empty() && method != nullptr) advice = "; write -- before a text that begins with \"--\"";
-  throw UsageError(fmt::format("{} has no option --{}{} (brindle {} --help lists them)", owner, name, advice, owner));
+  if (advice.empty() && method != nullptr) advice = translated("; write -- before a text that begins with \"--\"");
+  throw UsageError(translated("{} has no option --{}{} (brindle {} --help lists them)", owner, name, advice, owner));
 }
 
 void ArgumentParser::take_methods(std::string_view first) {
@@ -319,12 +320,12 @@ void ArgumentParser::take_methods(std::string_view first) {
 }
 
 const MethodRow& ArgumentParser::method_behind_then() {
-  if (at_end()) throw UsageError("a method is missing behind then (brindle --help lists them)");
+  if (at_end()) throw UsageError(translated("a method is missing behind then (brindle --help lists them)"));
   const std::string_view word = take();
   const MethodRow* method = find_method(word);
   if (method != nullptr) return *method;
   throw UsageError(
-      fmt::format("there is no method {}{} (brindle --help lists them)", word, meant(word, method_words())));
+      translated("there is no method {}{} (brindle --help lists them)", word, meant(word, method_words())));
 }
 
 bool ArgumentParser::take_method(const MethodRow& method) {
@@ -362,9 +363,9 @@ bool ArgumentParser::take_method_option(MethodCall& call, std::string_view word)
 void ArgumentParser::take_method_operand(MethodCall& call, std::string_view word) {
   const MethodRow& method = *call.method;
   if (call.operands.size() == method.operands.size()) {
-    const std::string_view advice =
-        find_method(word) != nullptr ? "; methods are joined by then" : "; put quotes round a text with spaces";
-    throw UsageError(fmt::format("{} does not take {} as well{}", method.word, word, advice));
+    const std::string_view advice = find_method(word) != nullptr ? translated("; methods are joined by then")
+                                                                 : translated("; put quotes round a text with spaces");
+    throw UsageError(translated("{} does not take {} as well{}", method.word, word, advice));
   }
   const MethodOperand& operand = method.operands[call.operands.size()];
   call.operands.push_back(read_value(operand.kind, operand.name, operand.name, word));
@@ -373,24 +374,24 @@ void ArgumentParser::take_method_operand(MethodCall& call, std::string_view word
 // A list and a rule file say by themselves how to rename, and a list what.
 void ArgumentParser::check_sources() const {
   const Options& options = line_.options;
-  if (!options.list.empty() && !options.rules.empty()) throw UsageError("give either --list or --rules");
+  if (!options.list.empty() && !options.rules.empty()) throw UsageError(translated("give either --list or --rules"));
   const std::string_view source = options.list.empty() ? "--rules" : "--list";
   if (options.list.empty() && options.rules.empty()) return;
   if (!line_.methods.empty()) {
-    throw UsageError(fmt::format("{} says how to rename; leave {} out", source, line_.methods.front().method->word));
+    throw UsageError(translated("{} says how to rename; leave {} out", source, line_.methods.front().method->word));
   }
   if (!options.list.empty() && !(line_.operands.empty() && options.from.empty())) {
-    throw UsageError("--list names the items itself; leave the PATHs out");
+    throw UsageError(translated("--list names the items itself; leave the PATHs out"));
   }
 }
 
 void ArgumentParser::check_line() const {
   if (takes_file(line_.command->operands) && line_.file.empty()) {
-    throw UsageError(fmt::format("say which file: brindle {} {}", line_.command->word, line_.command->synopsis));
+    throw UsageError(translated("say which file: brindle {} {}", line_.command->word, line_.command->synopsis));
   }
   check_sources();
   if (line_.options.nul && line_.options.from.empty()) {
-    throw UsageError("-0 says how --from reads PATHs; write --from - to read them from standard input");
+    throw UsageError(translated("-0 says how --from reads PATHs; write --from - to read them from standard input"));
   }
 }
 

@@ -1,4 +1,3 @@
-#include <fmt/format.h>
 #include <poll.h>
 #include <unistd.h>
 
@@ -16,6 +15,7 @@
 #include "cli/settings_files.h"
 #include "cli/summary.h"
 #include "gather/list_export.h"
+#include "platform/translation.h"
 #include "texts/list_titles.h"
 
 namespace brindle {
@@ -42,11 +42,12 @@ bool reader_has_left() {
 
 using Rows = std::vector<std::uint32_t>;
 
-constexpr std::string_view no_place_in_list = "a list cannot hold a tab or a line break in a name";
+constexpr std::string_view no_place_in_list = to_translate("a list cannot hold a tab or a line break in a name");
 
 void report_left_out(const CommandLine& line, const RenameBatch& batch, const Rows& left_out, Console& console) {
   if (left_out.empty()) return;
-  console.error(fmt::format("{} {} left out: {}", left_out.size(), batch.noun(left_out.size()), no_place_in_list));
+  console.error(
+      translated("{} {} left out: {}", left_out.size(), batch.noun(left_out.size()), translated(no_place_in_list)));
   for (const std::uint32_t row : left_out) {
     const std::string path = batch.files.path(row);
     console.append_error_line("  ", relative_path(path, batch.folder));
@@ -64,7 +65,7 @@ void report(const CommandLine& line, const RenameBatch& batch, const Tally& tall
   report_problems(batch, {}, console);
   if (!console.quiet() && line.file != standard_output) {
     const std::size_t written = tally.items - left_out.size();
-    console.out() << fmt::format("{} {} written to {}.\n", written, batch.noun(written), console.shown(line.file));
+    console.out() << translated("{} {} written to {}.\n", written, batch.noun(written), console.shown(line.file));
   }
 }
 
@@ -74,7 +75,7 @@ ExitCode run_export(const CommandLine& line, Console& console) {
   const Stopwatch watch;
   const bool is_piped = line.file == standard_output;
   if (is_piped && line.options.json) {
-    throw UsageError("the list and --json cannot share standard output; name a file for the list");
+    throw UsageError(translated("the list and --json cannot share standard output; name a file for the list"));
   }
   if (const auto refusal = refusal_of(line.options.columns)) return report_refusal(line, console, *refusal);
   RenameBatch batch;
@@ -83,7 +84,7 @@ ExitCode run_export(const CommandLine& line, Console& console) {
   std::string error;
   Rows left_out;
   {
-    ProgressLine progress(console, "Writing");
+    ProgressLine progress(console, translated("Writing"));
     const std::string path = is_piped ? "/dev/stdout" : line.file;
     error =
         export_list(batch.files, line.options.columns, export_titles(), path, {&cancel_flag(), &progress}, left_out);

@@ -11,6 +11,7 @@
 #include "metadata/metadata_catalogue.h"
 #include "methods/photo_renaming.h"
 #include "platform/file_name.h"
+#include "platform/translation.h"
 
 namespace brindle {
 namespace {
@@ -54,8 +55,8 @@ class FieldPrinter {
 std::string readable_file(const CommandLine& line) {
   std::string path = real_path(line.operands.front());
   struct stat facts {};
-  if (::stat(path.c_str(), &facts) != 0) throw UsageError(fmt::format("there is no file {}", line.operands.front()));
-  if (!S_ISREG(facts.st_mode)) throw UsageError(fmt::format("{} is not a file with metadata", line.operands.front()));
+  if (::stat(path.c_str(), &facts) != 0) throw UsageError(translated("there is no file {}", line.operands.front()));
+  if (!S_ISREG(facts.st_mode)) throw UsageError(translated("{} is not a file with metadata", line.operands.front()));
   return path;
 }
 

@@ -9,6 +9,7 @@
 #include "cli/log_folder.h"
 #include "log/rename_log.h"
 #include "platform/file_name.h"
+#include "platform/translation.h"
 #include "plist/iso_date.h"
 #include "settings/preferences.h"
 #include "text/date_format.h"
@@ -30,19 +31,19 @@ void print_json(const std::vector<LogRecord>& logs, const std::string& folder, C
 
 void print_table(const std::vector<LogRecord>& logs, const std::string& folder, Console& console) {
   if (logs.empty()) {
-    console.note(fmt::format("No logs in {}", folder));
+    console.note(translated("No logs in {}", folder));
     return;
   }
   const auto longest = std::ranges::max(logs, {}, &LogRecord::filesCount).filesCount;
   const std::size_t column = std::to_string(longest).size();
   const DateFormatter format(u"yyyy-MM-dd HH:mm:ss");
   for (const LogRecord& log : logs) {
-    console.out() << fmt::format("{}  {:>{}} renamed  ", to_utf8(format.format(log.dateCreated)), log.filesCount,
-                                 column)
+    console.out() << fmt::format("{}  {:>{}} {}  ", to_utf8(format.format(log.dateCreated)), log.filesCount, column,
+                                 translated("renamed"))
                   << console.shown(log.logFileName) << "\n";
   }
   console.out().flush();
-  console.note(fmt::format("{} in {}", localized_format("TOTALLOGFILES", logs.size()), folder));
+  console.note(translated("{} in {}", localized_format("TOTALLOGFILES", logs.size()), folder));
 }
 
 }  // namespace
@@ -61,7 +62,7 @@ ExitCode run_logs(const CommandLine& line, Console& console) {
 
 ExitCode run_recover(const CommandLine&, Console& console) {
   const FinishedRuns finished = finish_interrupted_runs(console);
-  if (finished.count == 0) console.note("No run was interrupted.");
+  if (finished.count == 0) console.note(translated("No run was interrupted."));
   return finished.complete ? ExitCode::done : ExitCode::incomplete;
 }
 

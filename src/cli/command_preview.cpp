@@ -1,10 +1,10 @@
-#include <fmt/format.h>
 
 #include "cli/commands.h"
 #include "cli/json_report.h"
 #include "cli/listing.h"
 #include "cli/rename_batch.h"
 #include "cli/summary.h"
+#include "platform/translation.h"
 
 namespace brindle {
 namespace {
@@ -22,7 +22,8 @@ void print_for_people(const CommandLine& line, const RenameBatch& batch, const T
   print_listing(batch.files, batch.folder, line.options.all, console);
   console.out() << preview_sentence(batch, tally) << ".";
   if (tally.proposed > 0) {
-    console.out() << (console.out_is_terminal() ? "\n" : " ") << "To do it, write rename instead of preview.";
+    console.out() << (console.out_is_terminal() ? "\n" : " ")
+                  << translated("To do it, write rename instead of preview.");
   }
   console.out() << "\n";
   console.out().flush();

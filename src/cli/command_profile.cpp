@@ -10,6 +10,7 @@
 #include "cli/rename_batch.h"
 #include "cli/settings_files.h"
 #include "platform/file_name.h"
+#include "platform/translation.h"
 #include "settings/profile_file.h"
 #include "settings/setting_text.h"
 
@@ -56,7 +57,7 @@ void print_json(const ShownSetting& setting, std::string& buffer) {
 
 ExitCode run_profile_save(const CommandLine& line, Console& console) {
   if (line.methods.size() > 1) {
-    throw UsageError("a profile holds one method; brindle rules save keeps a chain of them");
+    throw UsageError(translated("a profile holds one method; brindle rules save keeps a chain of them"));
   }
   const auto request = make_request(line, current_time(), Demand::method_or_none);
   if (const auto* refusal = std::get_if<Refusal>(&request)) return report_refusal(line, console, *refusal);
@@ -84,7 +85,7 @@ ExitCode run_profile_show(const CommandLine& line, Console& console) {
                                    console.shown(setting.value));
     }
   }
-  if (left_out > 0) console.note(fmt::format("{} more are as brindle starts with; --all shows them.", left_out));
+  if (left_out > 0) console.note(translated("{} more are as brindle starts with; --all shows them.", left_out));
   return ExitCode::done;
 }
 

@@ -12,6 +12,7 @@
 #include "cli/log_folder.h"
 #include "cli/rename_batch.h"
 #include "cli/summary.h"
+#include "platform/translation.h"
 #include "run/apply.h"
 #include "texts/string_table.h"
 
@@ -67,7 +68,8 @@ class RenameCommand {
 
 ExitCode RenameCommand::run() {
   if (!options_.yes && !console_.in_is_terminal()) {
-    throw UsageError("rename asks before it renames, and standard input is no terminal; --yes renames without asking");
+    throw UsageError(
+        translated("rename asks before it renames, and standard input is no terminal; --yes renames without asking"));
   }
   finish_interrupted_runs(console_);
   if (const auto answer = prepare_batch(line_, console_, batch_)) return *answer;
@@ -114,14 +116,14 @@ ExitCode RenameCommand::give_up(ExitCode code) {
   } else if (console_.quiet()) {
     report_problems(batch_, {}, console_);
   }
-  if (before_.proposed > 0) console_.note("Nothing was renamed.");
+  if (before_.proposed > 0) console_.note(translated("Nothing was renamed."));
   const bool incomplete = before_.problems() + batch_.left_out > 0;
   return code == ExitCode::done && incomplete ? ExitCode::incomplete : code;
 }
 
 bool RenameCommand::goes_on_without_log(const std::string& error) {
   if (options_.yes || !console_.in_is_terminal()) {
-    console_.error(fmt::format("{}; nothing was renamed, since it could not be undone", error));
+    console_.error(translated("{}; nothing was renamed, since it could not be undone", error));
     return false;
   }
   console_.error(error);
@@ -147,7 +149,7 @@ ApplyResult RenameCommand::apply() {
   result.error = make_log_folder(options.log_folder);
   result.log_failed = !result.error.empty();
   const auto attempt = [&] {
-    ProgressLine progress(console_, "Renaming");
+    ProgressLine progress(console_, translated("Renaming"));
     return applyRenames(batch_.files, options, {&cancel_flag(), &progress});
   };
   if (!result.log_failed) result = attempt();
@@ -179,10 +181,10 @@ void RenameCommand::print_for_people(const ApplyResult& result, const std::vecto
   if (!result.error.empty() && !result.log_failed) console_.error(result.error);
   const bool was_given_up = result.log_failed && after_.renamed == 0;  // and that has been said
   if (console_.quiet() || was_given_up) return;
-  console_.out() << (result.cancelled ? "Cancelled: " : "") << rename_sentence(batch_, after_) << ".\n";
+  console_.out() << (result.cancelled ? translated("Cancelled: ") : "") << rename_sentence(batch_, after_) << ".\n";
   if (!result.log_path.empty()) {
-    console_.out() << "Log: " << console_.shown(result.log_path) << "\n";
-    if (after_.renamed > 0) console_.out() << "brindle undo takes it back.\n";
+    console_.out() << translated("Log: ") << console_.shown(result.log_path) << "\n";
+    if (after_.renamed > 0) console_.out() << translated("brindle undo takes it back.") << "\n";
   }
 }
 

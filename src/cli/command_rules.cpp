@@ -12,6 +12,7 @@
 #include "cli/rename_batch.h"
 #include "cli/settings_files.h"
 #include "platform/file_name.h"
+#include "platform/translation.h"
 #include "settings/rule_file.h"
 #include "texts/rule_tree.h"
 #include "texts/string_table.h"
@@ -34,7 +35,7 @@ std::string title_of(const Rule& rule, const Console& console) {
 void print_tree(const RuleNode& node, std::size_t number, Console& console) {
   const Style& style = console.style();
   console.out() << fmt::format("{}{}. {}{}", style.heading, number, title_of(*node.rule(), console), style.plain);
-  if (!node.rule()->isActive) console.out() << style.problem << ", switched off" << style.plain;
+  if (!node.rule()->isActive) console.out() << style.problem << translated(", switched off") << style.plain;
   console.out() << '\n';
   std::size_t width = 0;
   for (const RuleNode& row : node.children()) width = std::max(width, display_width(row.option()));
@@ -61,7 +62,7 @@ void print_json(const RuleNode& node, std::size_t number, std::string& buffer) {
 
 ExitCode run_rules_save(const CommandLine& line, Console& console) {
   if (line.methods.empty()) {
-    throw UsageError(fmt::format("say which methods: brindle {} {}", line.command->word, line.command->synopsis));
+    throw UsageError(translated("say which methods: brindle {} {}", line.command->word, line.command->synopsis));
   }
   const auto rules = make_rules(line, common_settings(line.options, current_time()).settings);
   if (const auto* refusal = std::get_if<Refusal>(&rules)) return report_refusal(line, console, *refusal);
@@ -90,7 +91,7 @@ ExitCode run_rules_show(const CommandLine& line, Console& console) {
       print_tree(node, number, console);
     }
   }
-  if (rules.empty()) console.note(fmt::format("{} holds no rules.", line.file));
+  if (rules.empty()) console.note(translated("{} holds no rules.", line.file));
   return ExitCode::done;
 }
 

@@ -9,6 +9,7 @@
 #include "cli/json_lines.h"
 #include "cli/suggestion.h"
 #include "cli/text_wrap.h"
+#include "platform/translation.h"
 #include "settings/setting_text.h"
 #include "settings/settings_table.h"
 
@@ -21,8 +22,8 @@ void check_keys(const std::vector<std::string>& keys) {
   for (const std::string& key : keys) {
     if (find_setting(key) != nullptr) continue;
     const std::string_view closest = closest_word(key, known);
-    const std::string advice = closest.empty() ? "" : fmt::format("; did you mean {}?", closest);
-    throw UsageError(fmt::format("there is no key {}{} (brindle settings lists them)", key, advice));
+    const std::string advice = closest.empty() ? "" : translated("; did you mean {}?", closest);
+    throw UsageError(translated("there is no key {}{} (brindle settings lists them)", key, advice));
   }
 }
 
@@ -44,7 +45,7 @@ void print_row(const SettingDescription& setting, Console& console) {
     console.out() << fmt::format("{}\t{}\t{}\t{}\n", setting.key, setting.type, setting.default_text, setting.meaning);
     return;
   }
-  const std::string value = setting.default_text.empty() ? "" : fmt::format(", default {}", setting.default_text);
+  const std::string value = setting.default_text.empty() ? "" : translated(", default {}", setting.default_text);
   const Style& style = console.style();
   console.out() << fmt::format("{}{}{}  {}{}{}{}\n    ", style.heading, setting.key, style.plain, style.faint,
                                setting.type, value, style.plain);

@@ -16,6 +16,7 @@
 #include "log/rename_log.h"
 #include "platform/file_name.h"
 #include "platform/real_path.h"
+#include "platform/translation.h"
 #include "run/undo.h"
 #include "settings/preferences.h"
 #include "texts/string_table.h"
@@ -40,15 +41,15 @@ class UndoReporter {
     } else if (outcome == UndoOutcome::left) {
       const bool usable = entry.fault.empty();
       left_alone_[std::string(reason)].push_back(usable ? path_of(entry.target_folder, entry.target_name)
-                                                        : "(an unusable entry)");
+                                                        : std::string(translated("(an unusable entry)")));
     }
   }
 
   void report_left_alone() {
     const std::string folder = left_alone_.empty() ? "" : current_folder();
     for (const auto& [reason, paths] : left_alone_) {
-      console_.error(fmt::format("{} left alone: {}",
-                                 paths.size() == 1 ? "1 item" : fmt::format("{} items", paths.size()), reason));
+      console_.error(translated_count(paths.size(), "{} item left alone: {}", "{} items left alone: {}", paths.size(),
+                                      translated(reason)));
       for (const std::string& path : paths) console_.append_error_line("  ", relative_path(path, folder));
     }
   }
@@ -90,20 +91,22 @@ void print_json_summary(const UndoResult& result, double seconds, Console& conso
 void print_summary_for_people(const UndoResult& result, Console& console) {
   if (console.quiet()) return;
   if (result.cancelled) {
-    console.out() << fmt::format("Cancelled before {} of the {} items: undoing again goes on from here.\n",
-                                 result.entries - result.reached, result.entries);
+    console.out() << translated("Cancelled before {} of the {} items: undoing again goes on from here.\n",
+                                result.entries - result.reached, result.entries);
   }
   console.out() << localized_format("UNDOTOTALNOSITEMSFOUND", result.entries)
                 << localized_format("UNDOTOTALNOSITEMSRENAMED", result.restored);
   if (result.already > 0) console.out() << localized_format("UNDOTOTALNOSITEMSALREADY", result.already);
   console.out() << localized_format("UNDOTOTALNOSITEMDOESNOTEXISTS", result.left_alone()) << "\n";
-  if (result.left_alone() > 0) console.note("The log stays: undoing it again tries what was left alone once more.");
+  if (result.left_alone() > 0)
+    console.note(translated("The log stays: undoing it again tries what was left alone once more."));
 }
 
 bool is_wanted(const std::string& log, std::size_t entries, const Options& options, Console& console) {
   if (options.yes) return !is_cancelled();
   console.note(fmt::format("{}: {}", localized("UNDOFILESFOLDERSTITLE"), log));
-  return console.ask(fmt::format("Give {} {} back the old name? [y/N]", entries, entries == 1 ? "item" : "items"));
+  return console.ask(translated_count(entries, "Give {} item back the old name? [y/N]",
+                                      "Give {} items back the old name? [y/N]", entries));
 }
 
 }  // namespace
@@ -111,7 +114,8 @@ bool is_wanted(const std::string& log, std::size_t entries, const Options& optio
 ExitCode run_undo(const CommandLine& line, Console& console) {
   const Stopwatch watch;
   if (!line.options.yes && !console.in_is_terminal()) {
-    throw UsageError("undo asks before it renames, and standard input is no terminal; --yes undoes without asking");
+    throw UsageError(
+        translated("undo asks before it renames, and standard input is no terminal; --yes undoes without asking"));
   }
   const FinishedRuns finished = finish_interrupted_runs(console);
   if (!finished.reason_to_wait.empty()) {
@@ -126,13 +130,13 @@ ExitCode run_undo(const CommandLine& line, Console& console) {
     entries = file.entries.size();
   }
   if (!is_wanted(log, entries, line.options, console)) {
-    console.note("Nothing was undone.");
+    console.note(translated("Nothing was undone."));
     return is_cancelled() ? ExitCode::cancelled : ExitCode::done;
   }
   UndoReporter reporter(line.options.json, console);
   UndoResult result;
   {
-    ProgressLine progress(console, "Restoring");
+    ProgressLine progress(console, translated("Restoring"));
     const UndoOptions options{default_log_folder(), line.options.from_elsewhere};
     result = undoRenaming(log, {&cancel_flag(), &progress}, std::ref(reporter), options);
   }

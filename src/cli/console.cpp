@@ -10,6 +10,7 @@
 #include "cli/cancellation.h"
 #include "cli/display_width.h"
 #include "cli/terminal_text.h"
+#include "platform/translation.h"
 
 namespace brindle {
 namespace {
@@ -110,7 +111,7 @@ void ProgressLine::report(const Progress& progress) {
   if (!on_ || progress.last) return;
   shown_ = true;
   const std::string count = progress.total == 0 ? fmt::format("{} {}", what_, progress.done)
-                                                : fmt::format("{} {} of {}", what_, progress.done, progress.total);
+                                                : translated("{} {} of {}", what_, progress.done, progress.total);
   const std::size_t columns = columns_of(STDERR_FILENO);
   const std::size_t room = columns > count.size() + 4 ? columns - count.size() - 4 : 0;
   const std::string path = fit_end(escape_for_terminal(progress.path), room);

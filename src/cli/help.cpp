@@ -7,6 +7,7 @@
 
 #include "cli/display_width.h"
 #include "cli/text_wrap.h"
+#include "platform/translation.h"
 
 namespace brindle {
 namespace {
@@ -140,7 +141,7 @@ std::string group_help(std::string_view first_word, const Style& style, std::siz
   std::vector<Row> rows;
   for (const CommandRow& row : command_table()) {
     if (!row.word.starts_with(fmt::format("{} ", first_word))) continue;
-    writer.plain(fmt::format("usage: brindle {} {}\n", row.word, row.synopsis));
+    writer.plain(translated("usage: brindle {} {}\n", row.word, row.synopsis));
     rows.push_back({std::string(row.word), std::string(row.summary)});
   }
   writer.plain("\n");
@@ -150,7 +151,7 @@ std::string group_help(std::string_view first_word, const Style& style, std::siz
 
 std::string command_help(const CommandRow& command, const Style& style, std::size_t width) {
   HelpWriter writer(style, width);
-  writer.plain(fmt::format("usage: brindle {} {}\n", command.word, command.synopsis));
+  writer.plain(translated("usage: brindle {} {}\n", command.word, command.synopsis));
   writer.paragraphs(sentence(command.summary));
   writer.heading("Options");
   writer.rows(option_rows(command));
@@ -165,7 +166,7 @@ std::string command_help(const CommandRow& command, const Style& style, std::siz
 
 std::string method_help(const MethodRow& method, const Style& style, std::size_t width) {
   HelpWriter writer(style, width);
-  writer.plain(fmt::format("usage: brindle preview PATH... {}\n", method_usage(method)));
+  writer.plain(translated("usage: brindle preview PATH... {}\n", method_usage(method)));
   writer.paragraphs(sentence(method.summary));
   std::vector<Row> rows;
   for (const MethodOperand& operand : method.operands)

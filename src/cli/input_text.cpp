@@ -1,7 +1,6 @@
 #include "cli/input_text.h"
 
 #include <fcntl.h>
-#include <fmt/format.h>
 #include <poll.h>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
@@ -14,12 +13,13 @@
 
 #include "cli/cancellation.h"
 #include "cli/usage_error.h"
+#include "platform/translation.h"
 
 namespace brindle {
 namespace {
 
 [[noreturn]] void refuse(std::string_view name, std::string_view reason) {
-  throw UsageError(fmt::format("cannot read {}: {}", name, reason));
+  throw UsageError(translated("cannot read {}: {}", name, translated(reason)));
 }
 
 // By the numbers that Linux gives out for good. Merely opening some of the others does something.
@@ -30,7 +30,7 @@ bool is_null_or_terminal(dev_t device) {
 
 void refuse_devices(const struct stat& status, std::string_view name) {
   const bool is_other_device = S_ISCHR(status.st_mode) && !is_null_or_terminal(status.st_rdev);
-  if (S_ISBLK(status.st_mode) || is_other_device) refuse(name, "it is a device");
+  if (S_ISBLK(status.st_mode) || is_other_device) refuse(name, to_translate("it is a device"));
 }
 
 /// An open input. The descriptor is closed if it was opened here.
@@ -48,7 +48,7 @@ class Input {
  private:
   bool is_standard() const { return descriptor_ == STDIN_FILENO; }
   bool is_terminal() const { return ::isatty(descriptor_) == 1; }
-  std::string_view shown_name() const { return is_standard() ? "standard input" : std::string_view(name_); }
+  std::string_view shown_name() const { return is_standard() ? translated("standard input") : std::string_view(name_); }
   void open();
   void wait();
 
@@ -79,8 +79,8 @@ void Input::wait() {
   constexpr int patience_ms = 1000;
   pollfd input{descriptor_, POLLIN, 0};
   if (!has_told_ && (is_terminal() || ::poll(&input, 1, patience_ms) == 0)) {
-    console_.note(is_terminal() ? fmt::format("Reading from {} (Ctrl-D ends it).", shown_name())
-                                : fmt::format("Waiting for text from {} (Ctrl-C gives up).", shown_name()));
+    console_.note(is_terminal() ? translated("Reading from {} (Ctrl-D ends it).", shown_name())
+                                : translated("Waiting for text from {} (Ctrl-C gives up).", shown_name()));
     has_told_ = true;
   }
   if (!is_cancelled()) ::poll(&input, 1, -1);
@@ -95,7 +95,7 @@ std::string Input::read_all() {
     if (got < 0 && errno != EINTR && errno != EAGAIN) refuse(shown_name(), std::strerror(errno));
     if (got < 0) continue;
     if (bytes.size() + static_cast<std::size_t>(got) > input_text_limit)
-      refuse(shown_name(), "it is longer than 1 GiB");
+      refuse(shown_name(), to_translate("it is longer than 1 GiB"));
     bytes.append(piece.data(), static_cast<std::size_t>(got));
   }
   return bytes;

@@ -8,6 +8,7 @@
 #include "cli/name_change.h"
 #include "cli/rename_batch.h"
 #include "platform/file_name.h"
+#include "platform/translation.h"
 
 namespace brindle {
 namespace {
@@ -228,9 +229,10 @@ std::string_view relative_path(std::string_view path, std::string_view folder) {
 }
 
 std::string status_and_reason(const FileList& files, std::size_t row) {
-  std::string text = to_utf8(status_text(files[row].status));
+  const std::string status = to_utf8(status_text(files[row].status));
+  std::string text(translated(status));
   const std::string_view reason = files.reason(row);
-  if (!reason.empty()) text.append(": ").append(reason);
+  if (!reason.empty()) text.append(": ").append(translated(reason));
   return text;
 }
 

@@ -1,6 +1,5 @@
 #include "cli/log_folder.h"
 
-#include <fmt/format.h>
 #include <sys/stat.h>
 
 #include <cerrno>
@@ -12,6 +11,7 @@
 #include "log/rename_log.h"
 #include "log/undo_progress.h"
 #include "platform/data_folders.h"
+#include "platform/translation.h"
 #include "run/recovery.h"
 #include "settings/preferences.h"
 
@@ -27,10 +27,14 @@ bool exists(const std::string& path) {
 
 std::string make_log_folder(std::string& folder) {
   folder = default_log_folder();
-  if (folder.empty()) return "there is no folder for logs: neither HOME nor XDG_DATA_HOME names one";
+  if (folder.empty()) {
+    return std::string(translated("there is no folder for logs: neither HOME nor XDG_DATA_HOME names one"));
+  }
   std::string error;
   if (folder == getAppPath() + "/Logs") return createApplicationUsersFolder("Logs", error) ? "" : error;
-  return exists(folder) ? "" : fmt::format("the folder for logs cannot be used: {}: {}", folder, std::strerror(errno));
+  return exists(folder)
+             ? ""
+             : translated("the folder for logs cannot be used: {}: {}", folder, translated(std::strerror(errno)));
 }
 
 FinishedRuns finish_interrupted_runs(Console& console) {
@@ -39,7 +43,7 @@ FinishedRuns finish_interrupted_runs(Console& console) {
   const RecoveryResult result = recover(folder);
   for (const RecoveredRun& run : result.runs) {
     if (run.log_path.empty()) continue;
-    console.note(fmt::format("The log of an interrupted run was finished: {} ({} renamed)", run.log_path, run.renamed));
+    console.note(translated("The log of an interrupted run was finished: {} ({} renamed)", run.log_path, run.renamed));
   }
   for (const std::string& problem : result.problems) console.error(problem);
   for (const std::string& journal : result.set_aside) console.error(journal);
@@ -55,12 +59,12 @@ std::string find_log(const std::string& given) {
       // One that is undone already, and could not be put away, is not what a person means.
       if (broken_off_undo(path).end != UndoEnd::complete) return path;
     }
-    throw UsageError(fmt::format("there is nothing to undo: no logs in {}", folder));
+    throw UsageError(translated("there is nothing to undo: no logs in {}", folder));
   }
   std::string beside_the_others = folder + "/" + given;
   if (given.find('/') == std::string::npos && exists(beside_the_others)) return beside_the_others;
   if (exists(given)) return real_path(given);
-  throw UsageError(fmt::format("there is no log {} (brindle logs lists those in {})", given, folder));
+  throw UsageError(translated("there is no log {} (brindle logs lists those in {})", given, folder));
 }
 
 }  // namespace brindle

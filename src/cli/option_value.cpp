@@ -1,7 +1,5 @@
 #include "cli/option_value.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <charconv>
 #include <optional>
@@ -9,6 +7,7 @@
 #include "cli/pattern_pieces.h"
 #include "cli/usage_error.h"
 #include "platform/file_name.h"
+#include "platform/translation.h"
 #include "plist/iso_date.h"
 
 namespace brindle {
@@ -45,23 +44,23 @@ class Reading {
       case ValueKind::text:
         break;
       case ValueKind::number:
-        value.number = demand(whole_number(text_), "a whole number");
+        value.number = demand(whole_number(text_), to_translate("a whole number"));
         break;
       case ValueKind::letters:
-        demand(is_letters(text_) ? std::optional(true) : std::nullopt, "letters from a to z");
+        demand(is_letters(text_) ? std::optional(true) : std::nullopt, to_translate("letters from a to z"));
         break;
       case ValueKind::choice:
         value.number = demand(place_of(text_, form_), form_);
         break;
       case ValueKind::moment:
-        value.date = demand(date_of_iso_text(text_), "a date such as 2026-11-21 or 2026-11-21T10:00");
+        value.date = demand(date_of_iso_text(text_), to_translate("a date such as 2026-11-21 or 2026-11-21T10:00"));
         break;
       case ValueKind::pattern_or_none:
         if (text_ == "none") break;
         [[fallthrough]];
       case ValueKind::pattern:
-        value.pieces =
-            demand(split_pattern(value.text), "up to three parts with separators between, such as yyyy-MM-dd");
+        value.pieces = demand(split_pattern(value.text),
+                              to_translate("up to three parts with separators between, such as yyyy-MM-dd"));
         break;
     }
     return value;
@@ -72,8 +71,8 @@ class Reading {
   T demand(std::optional<T> value, std::string_view wanted) const {
     if (value) return *std::move(value);
     const bool is_operand = name_ == form_;
-    throw UsageError(
-        fmt::format("{}{} is {}, not {}", is_operand ? "" : "--", name_, wanted, text_.empty() ? "empty" : text_));
+    throw UsageError(translated("{}{} is {}, not {}", is_operand ? "" : "--", name_, translated(wanted),
+                                text_.empty() ? translated("empty") : text_));
   }
 
   std::string_view name_;

@@ -11,14 +11,15 @@
 
 #include "cli/input_text.h"
 #include "platform/real_path.h"
+#include "platform/translation.h"
 #include "run/rename_row.h"
 
 namespace brindle {
 namespace {
 
 std::string meaningful(std::string_view path, const std::string& folder) {
-  if (path.empty()) throw UsageError("an argument is empty; a path or name cannot be");
-  if (path.front() != '/' && folder.empty()) throw UsageError(fmt::format("{}: the current folder is gone", path));
+  if (path.empty()) throw UsageError(translated("an argument is empty; a path or name cannot be"));
+  if (path.front() != '/' && folder.empty()) throw UsageError(translated("{}: the current folder is gone", path));
   return std::string(path);
 }
 
@@ -27,7 +28,7 @@ std::string meaningful(std::string_view path, const std::string& folder) {
 std::string real_path(std::string_view given) {
   const std::string folder = current_folder();
   RealPath real = RealPaths(folder).of(meaningful(given, folder));
-  if (real.error != 0) throw UsageError(fmt::format("{}: {}", given, describe_error(real.error)));
+  if (real.error != 0) throw UsageError(fmt::format("{}: {}", given, translated(describe_error(real.error))));
   return std::move(real.path);
 }
 
@@ -41,11 +42,11 @@ void append_paths(std::string_view text, const std::string& name, const CommandL
     const std::string_view path = text.substr(0, size);
     text.remove_prefix(std::min(size + 1, text.size()));
     if (path.find('\0') != std::string_view::npos) {
-      throw UsageError(fmt::format("{} holds NUL bytes; add -0 to read it", name));
+      throw UsageError(translated("{} holds NUL bytes; add -0 to read it", name));
     }
     if (path.empty()) continue;
     if (paths.size() == most_paths)
-      throw UsageError(fmt::format("more than {} PATHs are too many for one run", most_paths));
+      throw UsageError(translated("more than {} PATHs are too many for one run", most_paths));
     paths.push_back(meaningful(path, folder));
   }
 }
@@ -56,7 +57,8 @@ std::vector<std::string> read_paths(const CommandLine& line, const std::string& 
   std::vector<std::string> paths;
   for (const std::string& path : line.operands) paths.push_back(meaningful(path, folder));
   for (const std::string& name : line.options.from) {
-    append_paths(read_input_text(name, console), name == "-" ? "standard input" : name, line, folder, paths);
+    append_paths(read_input_text(name, console), name == "-" ? std::string(translated("standard input")) : name, line,
+                 folder, paths);
   }
   return paths;
 }

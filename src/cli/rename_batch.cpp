@@ -18,6 +18,7 @@
 #include "list/file_order.h"
 #include "platform/file_name.h"
 #include "platform/real_path.h"
+#include "platform/translation.h"
 #include "run/preview.h"
 #include "run/rename_row.h"
 #include "texts/list_titles.h"
@@ -31,7 +32,7 @@ constexpr std::size_t most_lines_a_reason = 10;
 void tell_hidden(const std::vector<std::string>& paths, RenameBatch& batch, Console& console) {
   batch.left_out += paths.size();
   for (const std::string& path : paths)
-    console.error(fmt::format("{} is hidden and left out; --hidden takes it in", relative_path(path, batch.folder)));
+    console.error(translated("{} is hidden and left out; --hidden takes it in", relative_path(path, batch.folder)));
 }
 
 void print_all_unreadable(const std::vector<UnreadablePath>& paths, const RenameBatch& batch, Console& console) {
@@ -51,11 +52,13 @@ void tell_unreadable(const CommandLine& line, const std::vector<UnreadablePath>&
   for (const UnreadablePath& unreadable : paths) {
     if (++counts[unreadable.error] > most_lines_a_reason) continue;
     const std::string path = batch.files.folders().path(unreadable.path);
-    console.error(fmt::format("{}: {}", relative_path(path, batch.folder), describe_error(unreadable.error)));
+    console.error(
+        fmt::format("{}: {}", relative_path(path, batch.folder), translated(describe_error(unreadable.error))));
   }
   for (const auto& [error, count] : counts) {
     if (count > most_lines_a_reason)
-      console.error(fmt::format("{} more like that: {}", count - most_lines_a_reason, describe_error(error)));
+      console.error(
+          translated("{} more like that: {}", count - most_lines_a_reason, translated(describe_error(error))));
   }
 }
 
@@ -69,7 +72,8 @@ void refuse_whole_system(const CommandLine& line, const std::vector<std::string>
     return (path.ends_with('/') || path.ends_with('.')) && real_paths.of(path).path == "/";
   });
   if (!has_root) return;
-  throw UsageError("one of the PATHs is /, which is everything on this machine; --no-preserve-root renames it all");
+  throw UsageError(
+      translated("one of the PATHs is /, which is everything on this machine; --no-preserve-root renames it all"));
 }
 
 void gather(const CommandLine& line, Console& console, RenameBatch& batch) {
@@ -79,7 +83,7 @@ void gather(const CommandLine& line, Console& console, RenameBatch& batch) {
   if (settings.isIncludeSubFolders) refuse_whole_system(line, paths, batch.folder);
   const GatherOptions options{settings.isFolders, settings.isIncludeSubFolders, line.options.hidden, false,
                               batch.folder};
-  std::optional<ProgressLine> progress(std::in_place, console, "Found");
+  std::optional<ProgressLine> progress(std::in_place, console, translated("Found"));
   const GatherResult result = addFiles(batch.files, paths, options, &batch.disk_names, {&cancel_flag(), &*progress});
   progress.reset();
   tell_hidden(result.hidden_paths, batch, console);
@@ -91,7 +95,7 @@ bool has_paths(const CommandLine& line) {
 }
 
 [[noreturn]] void ask_for_paths(const CommandLine& line) {
-  throw UsageError(fmt::format("say which files: brindle {} {}", line.command->word, line.command->synopsis));
+  throw UsageError(translated("say which files: brindle {} {}", line.command->word, line.command->synopsis));
 }
 
 FileRenameItem read_list(const std::string& file, bool folders, Console& console) {
@@ -103,40 +107,41 @@ FileRenameItem read_list(const std::string& file, bool folders, Console& console
                               : loadRenameFile(file, type, list_titles(), item, reason);
   if (error == ListError::none) return item;
   const bool unreadable = error == ListError::unreadable;
-  const std::string why = unreadable && !reason.empty() ? fmt::format(" ({})", reason) : "";
-  throw UsageError(fmt::format("{}: {}{}", file == "-" ? "standard input" : file,
+  const std::string why = unreadable && !reason.empty() ? fmt::format(" ({})", translated(reason)) : "";
+  throw UsageError(fmt::format("{}: {}{}", file == "-" ? translated("standard input") : file,
                                localized(unreadable ? "UNABLETOOPENFILE" : "RENAMEFROMFILEMESSAGE"), why));
 }
 
 std::string lines(std::size_t count) {
-  return fmt::format("{} {} of the list", count, count == 1 ? "line" : "lines");
+  return translated_count(count, "{} line of the list", "{} lines of the list", count);
 }
 
 // Says how many lines of a list are of the other kind, or hidden.
 void explain_left_out(std::size_t hidden, RenameBatch& batch, Console& console) {
-  if (hidden > 0) console.error(fmt::format("{} left out: hidden names; --hidden takes them in", lines(hidden)));
+  if (hidden > 0) console.error(translated("{} left out: hidden names; --hidden takes them in", lines(hidden)));
   if (const std::size_t others = batch.left_out - hidden; others > 0) {
-    console.error(batch.is_folders() ? fmt::format("{} left out: not folders; --files renames files", lines(others))
-                                     : fmt::format("{} left out: folders; --folders renames them", lines(others)));
+    console.error(batch.is_folders() ? translated("{} left out: not folders; --files renames files", lines(others))
+                                     : translated("{} left out: folders; --folders renames them", lines(others)));
   }
 }
 
 void import_list(const CommandLine& line, Console& console, RenameBatch& batch) {
   if (!line.operands.empty() || !line.options.from.empty()) {
-    throw UsageError("a list names the items itself; leave the PATHs out");
+    throw UsageError(translated("a list names the items itself; leave the PATHs out"));
   }
   const Text& file = batch.request.settings.renameFile;
-  if (!file || file->empty()) throw UsageError("the method is to rename from a list; --list FILE says which");
+  if (!file || file->empty())
+    throw UsageError(translated("the method is to rename from a list; --list FILE says which"));
   std::string path;
-  if (!encode_path(*file, path)) throw UsageError(fmt::format("{} cannot be the path of a list", to_utf8(*file)));
+  if (!encode_path(*file, path)) throw UsageError(translated("{} cannot be the path of a list", to_utf8(*file)));
   const FileRenameItem item = read_list(path, batch.is_folders(), console);
-  ProgressLine progress(console, "Found");
+  ProgressLine progress(console, translated("Found"));
   const ImportResult result =
       importFiles(batch.files, item, line.options.hidden, batch.disk_names, {&cancel_flag(), &progress});
   batch.paths = batch.files.size();
   if (result.cancelled) return;
   if (item.odd_lines > 0) {
-    console.note(fmt::format("{} passed over: not three fields with tabs between them", lines(item.odd_lines)));
+    console.note(translated("{} passed over: not three fields with tabs between them", lines(item.odd_lines)));
   }
   batch.left_out = item.paths.size() - batch.files.size();
   explain_left_out(result.hidden_paths, batch, console);
@@ -148,15 +153,15 @@ void sort_list(FileList& files, ListOrder order) {
 }
 
 std::string_view why_empty(const RenameRequest& request) {
-  if (request.is_from_list()) return "no items in the list";
+  if (request.is_from_list()) return to_translate("no items in the list");
   const RenameSettings& settings = request.settings;
   if (settings.isFolders && settings.isIncludeSubFolders) {
-    return "no folders below the PATHs (--no-subfolders renames the PATHs themselves)";
+    return to_translate("no folders below the PATHs (--no-subfolders renames the PATHs themselves)");
   }
-  if (settings.isFolders) return "none of the PATHs is a folder";
+  if (settings.isFolders) return to_translate("none of the PATHs is a folder");
   if (!settings.isIncludeSubFolders)
-    return "no files among the PATHs (folders are not looked into; --folders renames them)";
-  return "no files in the PATHs (--folders renames folders, --hidden takes hidden names)";
+    return to_translate("no files among the PATHs (folders are not looked into; --folders renames them)");
+  return to_translate("no files in the PATHs (--folders renames folders, --hidden takes hidden names)");
 }
 
 void report_nothing_done(const CommandLine& line, Console& console, const RenameBatch& batch, double seconds) {
@@ -165,7 +170,7 @@ void report_nothing_done(const CommandLine& line, Console& console, const Rename
 }
 
 ExitCode report_empty(Console& console, const RenameBatch& batch) {
-  if (batch.left_out == 0) console.note(fmt::format("Nothing to rename: {}", why_empty(batch.request)));
+  if (batch.left_out == 0) console.note(translated("Nothing to rename: {}", translated(why_empty(batch.request))));
   return batch.left_out > 0 ? ExitCode::incomplete : ExitCode::done;
 }
 
@@ -220,8 +225,8 @@ Tally count_rows(const FileList& files) {
 }
 
 std::string_view RenameBatch::noun(std::size_t count) const {
-  if (is_folders()) return count == 1 ? "folder" : "folders";
-  return count == 1 ? "file" : "files";
+  if (is_folders()) return form_for(count, "folder", "folders");
+  return form_for(count, "file", "files");
 }
 
 namespace {
@@ -230,7 +235,7 @@ namespace {
 void make_names(const CommandLine& line, Console& console, RenameBatch& batch) {
   if (batch.request.is_from_list() || !says_how(line)) return;
   RenamePlan plan = batch.request.plan();
-  ProgressLine progress(console, "Naming");
+  ProgressLine progress(console, translated("Naming"));
   preview(batch.files, plan, batch.disk_names, {&cancel_flag(), &progress});
 }
 

@@ -12,6 +12,7 @@
 #include "cli/settings_files.h"
 #include "cli/suggestion.h"
 #include "platform/file_name.h"
+#include "platform/translation.h"
 #include "settings/setting_text.h"
 #include "texts/string_table.h"
 
@@ -46,11 +47,11 @@ std::string_view closest_method(std::string_view word) {
   for (const std::string& word : line.operands) {
     struct stat facts {};
     const std::string_view method = ::lstat(word.c_str(), &facts) == 0 ? "" : closest_method(word);
-    if (!method.empty()) throw UsageError(fmt::format("there is no method {}; did you mean {}?", word, method));
+    if (!method.empty()) throw UsageError(translated("there is no method {}; did you mean {}?", word, method));
   }
   throw UsageError(
-      fmt::format("say how to rename: brindle {} PATH... insert TEXT, for one (brindle --help lists the methods)",
-                  line.command->word));
+      translated("say how to rename: brindle {} PATH... insert TEXT, for one (brindle --help lists the methods)",
+                 line.command->word));
 }
 
 // What the line says about files and folders counts more than a profile.
@@ -88,7 +89,7 @@ bool runs_method_of_profile(const CommandLine& line) {
 void check_assignments(const Options& options, std::string_view source) {
   const auto found = std::ranges::find_if(options.set, chooses_method);
   if (found == options.set.end()) return;
-  throw UsageError(fmt::format("--set {} says how to rename, and so does {}; give one of them", *found, source));
+  throw UsageError(translated("--set {} says how to rename, and so does {}; give one of them", *found, source));
 }
 
 void take_rules(RenameRequest& request, const Options& options) {

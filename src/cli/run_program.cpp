@@ -15,6 +15,7 @@
 #include "cli/manual.h"
 #include "platform/app_info.h"
 #include "platform/message_log.h"
+#include "platform/translation.h"
 #include "texts/string_table.h"
 
 namespace brindle {
@@ -62,7 +63,7 @@ ExitCode run_line(const CommandLine& line, Console& console) {
 ExitCode finish(ExitCode code, Console& console) {
   console.out().flush();
   if (console.out().error() == 0) return code;
-  console.error(fmt::format("cannot write the output: {}", std::strerror(console.out().error())));
+  console.error(translated("cannot write the output: {}", translated(std::strerror(console.out().error()))));
   return code == ExitCode::done ? ExitCode::incomplete : code;
 }
 
@@ -82,7 +83,7 @@ ExitCode run_help(const CommandLine& line, Console& console) {
     if (!topic.help_group.empty()) return show_help(topic, console);
     topic.help_method = topic.command == nullptr ? find_method(word) : nullptr;
     if (topic.command == nullptr && topic.help_method == nullptr) {
-      throw UsageError(fmt::format("there is no command or method {} (brindle --help lists them)", word));
+      throw UsageError(translated("there is no command or method {} (brindle --help lists them)", word));
     }
   }
   return show_help(topic, console);
@@ -97,7 +98,7 @@ ExitCode run_words(std::span<const char* const> words, Console& console) {
     console.error(error.what());
     return ExitCode::usage;
   } catch (const std::exception& error) {
-    console.error(fmt::format("this should not have happened: {}", error.what()));
+    console.error(translated("this should not have happened: {}", error.what()));
     return ExitCode::incomplete;
   }
 }

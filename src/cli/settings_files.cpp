@@ -1,6 +1,5 @@
 #include "cli/settings_files.h"
 
-#include <fmt/format.h>
 #include <sys/stat.h>
 
 #include <algorithm>
@@ -8,6 +7,7 @@
 #include <optional>
 
 #include "platform/file_name.h"
+#include "platform/translation.h"
 #include "plist/iso_date.h"
 #include "settings/profile_file.h"
 #include "settings/rule_file.h"
@@ -28,9 +28,9 @@ void note_date_left_out(const std::optional<Date>& date, Console& console) {
   if (!date) return;
   const std::string text = iso_text(*date);
   console.note(
-      fmt::format("The profile's fixed date, {}, is not taken over: the date of this run stands in its place. "
-                  "To keep it, add --set dateTimeCustomDate={}",
-                  text, text));
+      translated("The profile's fixed date, {}, is not taken over: the date of this run stands in its place. "
+                 "To keep it, add --set dateTimeCustomDate={}",
+                 text, text));
 }
 
 void check_method(const SettingsRecord& record, const std::string& file) {
@@ -38,7 +38,7 @@ void check_method(const SettingsRecord& record, const std::string& file) {
   settings.selectedTab = -1;
   setSettings(settings, record);
   if (settings.selectedTab >= sequence_tab && settings.selectedTab <= rename_from_list_tab) return;
-  throw UsageError(fmt::format("{} does not say how to rename; write a method behind the PATHs", file));
+  throw UsageError(translated("{} does not say how to rename; write a method behind the PATHs", file));
 }
 
 std::vector<Rule> read_rules(const std::string& file) {
@@ -50,13 +50,13 @@ std::vector<Rule> read_rules(const std::string& file) {
 }
 
 void check_chain(const std::vector<Rule>& rules, const std::string& file) {
-  if (rules.empty()) throw UsageError(fmt::format("{} holds no rules", file));
+  if (rules.empty()) throw UsageError(translated("{} holds no rules", file));
   if (std::ranges::none_of(rules, &Rule::isActive)) {
-    throw UsageError(fmt::format("all rules of {} are switched off; switch them on in the window", file));
+    throw UsageError(translated("all rules of {} are switched off; switch them on in the window", file));
   }
   for (std::size_t i = 0; i < rules.size(); ++i) {
     if (!rules[i].isActive || variant_of(rules[i])) continue;
-    throw UsageError(fmt::format("rule {} of {} is of an unknown method, “{}”", i + 1, file, to_utf8(rules[i].rule)));
+    throw UsageError(translated("rule {} of {} is of an unknown method, “{}”", i + 1, file, to_utf8(rules[i].rule)));
   }
 }
 
@@ -64,14 +64,14 @@ bool may_write(const CommandLine& line, Console& console) {
   struct stat facts {};
   if (::lstat(line.file.c_str(), &facts) != 0) return true;
   if (::stat(line.file.c_str(), &facts) == 0 && !S_ISREG(facts.st_mode)) {
-    throw UsageError(fmt::format("{} is no file that could be replaced", line.file));
+    throw UsageError(translated("{} is no file that could be replaced", line.file));
   }
   if (line.options.yes) return true;
   if (!console.in_is_terminal()) {
-    throw UsageError(fmt::format("{} is there already; --yes replaces it", line.file));
+    throw UsageError(translated("{} is there already; --yes replaces it", line.file));
   }
-  if (console.ask(fmt::format("{} is there already. Replace it? [y/N]", console.shown(line.file)))) return true;
-  console.note("Nothing was written.");
+  if (console.ask(translated("{} is there already. Replace it? [y/N]", console.shown(line.file)))) return true;
+  console.note(translated("Nothing was written."));
   return false;
 }
 
@@ -80,7 +80,7 @@ void note_extension(const std::string& file, std::string_view extension, Console
   const std::string_view given = dot == std::string::npos ? "" : std::string_view(file).substr(dot + 1);
   const auto same = [](char a, char b) { return std::tolower(static_cast<unsigned char>(a)) == b; };
   if (std::ranges::equal(given, extension, same)) return;
-  console.note(fmt::format("The window lists only files whose names end in .{}.", extension));
+  console.note(translated("The window lists only files whose names end in .{}.", extension));
 }
 
 }  // namespace brindle

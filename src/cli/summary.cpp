@@ -7,6 +7,7 @@
 #include <map>
 
 #include "cli/listing.h"
+#include "platform/translation.h"
 #include "text/hash.h"
 
 namespace brindle {
@@ -15,16 +16,16 @@ namespace {
 // "; 2 unchanged; 1 cannot be (new name taken)".
 std::string rest_of_sentence(const Tally& tally, std::string_view cannot) {
   std::string text;
-  if (tally.unchanged > 0) text += fmt::format("; {} unchanged", tally.unchanged);
+  if (tally.unchanged > 0) text += translated("; {} unchanged", tally.unchanged);
   if (tally.problems() == 0) return text;
   std::vector<std::string> causes;
   const auto add_cause = [&](std::size_t count, std::string_view cause) {
     if (count == 0) return;
     causes.push_back(count == tally.problems() ? std::string(cause) : fmt::format("{} {}", count, cause));
   };
-  add_cause(tally.taken, "new name taken");
-  add_cause(tally.missing, "not found");
-  add_cause(tally.failed, "for the reason given");
+  add_cause(tally.taken, translated("new name taken"));
+  add_cause(tally.missing, translated("not found"));
+  add_cause(tally.failed, translated("for the reason given"));
   return text + fmt::format("; {} {} ({})", tally.problems(), cannot, fmt::join(causes, ", "));
 }
 
@@ -56,24 +57,27 @@ bool counts_items(const RenameRequest& request) {
 }  // namespace
 
 std::string preview_sentence(const RenameBatch& batch, const Tally& tally) {
-  return fmt::format("{} of {} {} would be renamed{}", tally.proposed, tally.items, batch.noun(tally.items),
-                     rest_of_sentence(tally, "cannot be"));
+  return translated_count(tally.proposed, "{} of {} {} would be renamed{}", "{} of {} {} would be renamed{}",
+                          tally.proposed, tally.items, batch.noun(tally.items),
+                          rest_of_sentence(tally, translated("cannot be")));
 }
 
 std::string rename_sentence(const RenameBatch& batch, const Tally& tally) {
-  std::string text = fmt::format("{} of {} {} renamed{}", tally.renamed, tally.items, batch.noun(tally.items),
-                                 rest_of_sentence(tally, "could not be"));
-  if (tally.proposed > 0) text += fmt::format("; {} not reached", tally.proposed);
+  std::string text = translated("{} of {} {} renamed{}", tally.renamed, tally.items, batch.noun(tally.items),
+                                rest_of_sentence(tally, translated("could not be")));
+  if (tally.proposed > 0) text += translated("; {} not reached", tally.proposed);
   return text;
 }
 
 void warn_of_surprises(const CommandLine& line, const RenameBatch& batch, Console& console) {
   if (const std::size_t twice = count_given_twice(batch.files); twice > 0) {
-    console.note(fmt::format("{} would get a name that another one gets too, and keep the old one.", twice));
+    console.note(translated_count(twice, "{} would get a name that another one gets too, and keep the old one.",
+                                  "{} would get a name that another one gets too, and keep the old one.", twice));
   }
   const bool in_disk_order = line.options.sort == ListOrder::as_found && batch.files.size() > batch.paths;
   if (in_disk_order && counts_items(batch.request)) {
-    console.note("Counted in the order in which the disk lists them; --sort name or --sort folder counts by name.");
+    console.note(
+        translated("Counted in the order in which the disk lists them; --sort name or --sort folder counts by name."));
   }
 }
 
@@ -85,7 +89,7 @@ void report_problems(const RenameBatch& batch, const std::vector<bool>& known, C
       rows_by_reason[status_and_reason(batch.files, row)].push_back(row);
   }
   for (const auto& [reason, rows] : rows_by_reason) {
-    console.error(fmt::format("{} {} not renamed: {}", rows.size(), batch.noun(rows.size()), reason));
+    console.error(translated("{} {} not renamed: {}", rows.size(), batch.noun(rows.size()), reason));
     for (const std::size_t row : rows) {
       const std::string path = batch.files.path(row);
       std::string line(relative_path(path, batch.folder));

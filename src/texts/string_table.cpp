@@ -1,39 +1,53 @@
 #include "texts/string_table.h"
 
 #include <algorithm>
-#include <array>
 #include <atomic>
 #include <charconv>
 #include <cstddef>
 #include <cstdlib>
 #include <optional>
 
+#include "platform/translation.h"
+#include "texts/strings_english.h"
+
 namespace brindle {
 namespace {
 
-bool is_just_one(std::int64_t number) {
-  return number == 1;
+std::vector<Language> known_languages() {
+  std::vector<Language> known = {{"en", "English", {}}};
+  for (const std::string_view mo : compiled_catalogues()) {
+    const Catalogue catalogue(mo);
+    known.push_back({catalogue.header("Language"), catalogue.header("X-Language-Name"), catalogue});
+  }
+  return known;
 }
 
-constexpr auto known_languages = std::to_array<Language>({
-    {"en", "English", is_just_one, english_strings},
-    {"de", "Deutsch", is_just_one, german_strings},
-});
+std::atomic<const Language*> language_in_use = nullptr;
 
-std::atomic<const Language*> language_in_use = &known_languages.front();
+const EnglishText* find_text(std::string_view key) {
+  const auto texts = english_texts();
+  const auto found = std::ranges::lower_bound(texts, key, {}, &EnglishText::key);
+  return found == texts.end() || found->key != key || found->text.empty() ? nullptr : &*found;
+}
 
-const StringEntry* find_entry(const Language& language, std::string_view key) {
-  for (const StringSection section : language.strings().all()) {
-    const auto found = std::ranges::lower_bound(section, key, {}, &StringEntry::key);
-    if (found != section.end() && found->key == key) return &*found;
-  }
-  return nullptr;
+// `english` is for 1 where there is an `other`, the English for all other numbers.
+std::string_view text_in(const Language& language, std::string_view context, std::string_view english,
+                         std::string_view other, std::optional<std::uint64_t> number) {
+  const auto forms = language.catalogue.find(context, english);
+  if (forms) return language.catalogue.form(*forms, number);
+  return other.empty() || number == 1U ? english : other;
 }
 
 std::string_view text_in(const Language& language, std::string_view key, std::optional<std::int64_t> number = {}) {
-  const StringEntry* entry = find_entry(language, key);
-  if (entry == nullptr || entry->text.empty()) return key;
-  return number && !entry->one.empty() && language.is_one(*number) ? entry->one : entry->text;
+  const EnglishText* row = find_text(key);
+  if (row == nullptr) return text_in(language, {}, key, {}, {});
+  if (row->one.empty()) return text_in(language, key, row->text, {}, {});
+  return text_in(language, key, row->one, row->text,
+                 number ? std::optional(static_cast<std::uint64_t>(*number)) : std::nullopt);
+}
+
+std::string_view translate(std::string_view english, std::string_view other, std::uint64_t number) {
+  return text_in(current_language(), {}, english, other, other.empty() ? std::nullopt : std::optional(number));
 }
 
 std::string_view variable(const char* name) {
@@ -46,13 +60,6 @@ std::string_view locale_of_messages() {
     if (const std::string_view value = variable(name); !value.empty()) return value;
   }
   return {};
-}
-
-// The language of a locale's name, such as "de_AT.UTF-8@euro"; "C" and "POSIX" speak none.
-const Language* find_language(std::string_view locale) {
-  const std::string_view code = locale.substr(0, locale.find_first_of("_.@-"));
-  const auto found = std::ranges::find(known_languages, code, &Language::code);
-  return found == known_languages.end() ? nullptr : &*found;
 }
 
 bool speaks_no_language(std::string_view locale) {
@@ -88,27 +95,39 @@ std::optional<Placeholder> placeholder_at(std::string_view format) {
 }  // namespace
 
 std::span<const Language> languages() {
-  return known_languages;
+  static const std::vector<Language> known = known_languages();
+  return known;
+}
+
+const Language* find_language(std::string_view locale) {
+  const std::string_view with_country = locale.substr(0, locale.find_first_of(".@"));
+  for (const std::string_view code : {with_country, with_country.substr(0, with_country.find_first_of("_-"))}) {
+    const auto found = std::ranges::find(languages(), code, &Language::code);
+    if (found != languages().end()) return &*found;
+  }
+  return nullptr;
 }
 
 const Language& language_of_environment() {
   const std::string_view locale = locale_of_messages();
-  if (speaks_no_language(locale)) return known_languages.front();
+  if (speaks_no_language(locale)) return languages().front();
   for (std::string_view wishes = variable("LANGUAGE"); !wishes.empty();) {
     const std::size_t end = std::min(wishes.find(':'), wishes.size());
     if (const Language* language = find_language(wishes.substr(0, end))) return *language;
     wishes.remove_prefix(std::min(end + 1, wishes.size()));
   }
   const Language* language = find_language(locale);
-  return language == nullptr ? known_languages.front() : *language;
+  return language == nullptr ? languages().front() : *language;
 }
 
 void set_language(const Language& language) {
   language_in_use = &language;
+  set_translation(translate);
 }
 
 const Language& current_language() {
-  return *language_in_use;
+  const Language* language = language_in_use;
+  return language == nullptr ? languages().front() : *language;
 }
 
 std::string localized(std::string_view key) {
@@ -117,8 +136,8 @@ std::string localized(std::string_view key) {
 
 std::vector<std::string> localized_in_all_languages(std::string_view key) {
   std::vector<std::string> texts;
-  texts.reserve(known_languages.size());
-  for (const Language& language : known_languages) texts.emplace_back(text_in(language, key));
+  texts.reserve(languages().size());
+  for (const Language& language : languages()) texts.emplace_back(text_in(language, key));
   return texts;
 }
 

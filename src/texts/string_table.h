@@ -1,7 +1,7 @@
 #pragma once
 
-// The texts shown to the user, by key, in the user's language: English or German, UTF-8. Any thread, but the language
-// is chosen once, at the start, before texts are asked for.
+// The texts shown to the user, by key, in the user's language, UTF-8: English (strings_english.cpp) or a language that
+// has a catalogue (po/). Any thread, but the language is chosen once, at the start, before texts are asked for.
 
 #include <concepts>
 #include <cstdint>
@@ -12,30 +12,33 @@
 #include <variant>
 #include <vector>
 
-#include "texts/string_sections.h"
+#include "texts/catalogue.h"
 
 namespace brindle {
 
 struct Language {
-  std::string_view code;                ///< ISO 639: "en"
-  std::string_view name;                ///< in itself: "English"
-  bool (*is_one)(std::int64_t number);  ///< CLDR's plural rule: whether a number takes the form "one"
-  const StringSections& (*strings)();
+  std::string_view code;  ///< ISO 639, with a country where that matters: "en", "pt_BR"
+  std::string_view name;  ///< in itself: "English"
+  Catalogue catalogue;    ///< English has none
 };
 
-/// English first, then the others.
+/// English first, then those of the catalogues.
 std::span<const Language> languages();
+
+/// The language of a locale's name, such as "de_AT.UTF-8@euro", or null.
+const Language* find_language(std::string_view locale);
 
 /// The language that the environment asks for. As gettext has it: LC_ALL, LC_MESSAGES or LANG, the first that is not
 /// empty, names the locale; unless that is "C" or "POSIX", the languages of LANGUAGE ("de_AT:en") come before it.
 /// English when none of them is known.
 const Language& language_of_environment();
 
-/// The language of all texts from here on; English until this is called.
+/// The language of all texts from here on, those of platform/translation.h included; English until this is called.
 void set_language(const Language& language);
 const Language& current_language();
 
-/// The text of a key; an unknown key is its own text. Of texts that depend on a number, the form "other".
+/// The text of a key; an unknown key is taken for an English sentence, as translated() does. Of texts that depend on a
+/// number, the form for most numbers.
 std::string localized(std::string_view key);
 /// The text of a key in each language, in the order of languages().
 std::vector<std::string> localized_in_all_languages(std::string_view key);

@@ -1,18 +1,19 @@
-"""Fails when the sources name a text that the string table lacks.
+"""Fails when the sources name a text that the string table lacks, or the table holds a text that no source names.
 
 usage: check_texts.py SOURCE_FOLDER
 
 Every literal in capitals is taken for a key unless it is one of the words below; where rules are shown as trees, every literal is
-one. That the languages have the same keys is the affair of another test.
+one. That the other languages have the texts of English is the affair of tools/translate.
 """
 
 import pathlib
 import re
 import sys
 
+LITERAL = re.compile(r'"((?:[^"\\\n]|\\.)*)"')
 CAPITALS = re.compile(r'"([A-Z][A-Z0-9]{2,})"')
 LABEL = re.compile(r'(?<![\w"])"([A-Z][^"\n]+)"')
-KEY = re.compile(r'^    \{"((?:[^"\\]|\\.)*)"', re.MULTILINE)
+ROW = re.compile(r'^    (keyed|counted|unkeyed)\(\s*"((?:[^"\\]|\\.)*)"', re.MULTILINE)
 # Where texts are asked for. Elsewhere capitals are tags of files, names of variables, kinds of fields.
 PLACES = ("app/**/*", "cli/*", "settings/validation.*", "settings/settings_record.*")
 NOT_TEXTS = {
@@ -31,9 +32,15 @@ NOT_TEXTS = {
 
 def main():
     source = pathlib.Path(sys.argv[1])
-    tables = source.glob("texts/strings_english*.cpp")
-    texts = {key for path in tables for key in KEY.findall(path.read_text(encoding="utf-8"))}
+    rows = ROW.findall((source / "texts/strings_english.cpp").read_text(encoding="utf-8"))
+    texts = {key for kind, key in rows}
     missing = []
+    named = set()
+    for path in sorted(source.rglob("*.cpp")) + sorted(source.rglob("*.h")):
+        if not path.name.startswith("strings_"):
+            named |= {literal.strip("<>") for literal in LITERAL.findall(path.read_text(encoding="utf-8"))}
+    # What is no key is said by others as well: the system, the tables of metadata.
+    missing += [f"no source names the text {key}" for kind, key in rows if kind != "unkeyed" and key not in named]
     for place in PLACES:
         for path in sorted(source.glob(place)):
             if path.suffix not in (".h", ".cpp") or path.name.startswith("strings_"):

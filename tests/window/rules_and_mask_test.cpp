@@ -77,7 +77,7 @@ TEST_F(RulesDrawerTest, TheChainIsMadeByButtonsAndKeys) {
 }
 
 TEST_F(RulesDrawerTest, AFileIsSavedAndOpened) {
-  set_language(languages()[1]);
+  set_language(*find_language("de"));
   show_drawer();
   add_prefix(u"x");
   add_prefix(u"y");
@@ -168,7 +168,7 @@ TEST_F(MaskEditorTest, FieldsAreAddedFoundDroppedAndPutInOrder) {
 }
 
 TEST_F(MaskEditorTest, CancelLeavesTheMaskAndTheSearchSpeaksTheLanguageOfTheWindow) {
-  set_language(languages()[1]);
+  set_language(*find_language("de"));
   open();
   double_click("Kameramodell");
   picture(editor.get(), "mask_editor_german");

@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QCheckBox>
 #include <QDialog>
+#include <QDir>
 #include <QDirIterator>
 #include <QFile>
 #include <QHeaderView>
@@ -17,7 +18,7 @@
 #include <fstream>
 #include <functional>
 #include <iterator>
-#include <set>
+#include <map>
 #include <utility>
 
 #include "window/drop_hub.h"
@@ -397,26 +398,29 @@ TEST_F(SheetsTest, HelpIsReadBesideASheet) {
   EXPECT_EQ(help_window(), nullptr);
 }
 
-TEST(HelpPages, AreTheSameInEveryLanguageAndTheirLinksLeadSomewhere) {
-  std::set<QString> first;
+QString page_of(const QString& language, const QString& name) {
+  return QStringLiteral(":/brindle/help/%1/%2").arg(language, name);
+}
+
+TEST(HelpPages, AreThoseOfEnglishAndTheirLinksLeadSomewhere) {
   static const QRegularExpression link(QStringLiteral("(?:href|src)=\"([^\"]+)\""));
-  for (const Language& language : languages()) {
-    const QString folder = QStringLiteral(":/brindle/help/%1/").arg(qt_text(language.code));
-    std::set<QString> files;
+  std::map<QString, int> sizes;
+  for (const QString& language : QDir(QStringLiteral(":/brindle/help")).entryList(QDir::Dirs)) {
+    const QString folder = page_of(language, {});
     QDirIterator pages(folder, {"*.html", "*.png"}, QDir::Files, QDirIterator::Subdirectories);
     while (pages.hasNext()) {
       QFile page(pages.next());
-      files.insert(page.fileName().mid(folder.size()));
+      ++sizes[language];
+      EXPECT_TRUE(QFile::exists(page_of("en", page.fileName().mid(folder.size())))) << page.fileName().toStdString();
       if (!page.fileName().endsWith(".html")) continue;
       ASSERT_TRUE(page.open(QIODevice::ReadOnly));
       for (const auto& match : link.globalMatch(QString::fromUtf8(page.readAll())))
-        EXPECT_TRUE(QFile::exists(folder + match.captured(1)))
+        EXPECT_TRUE(QFile::exists(folder + match.captured(1)) || QFile::exists(page_of("en", match.captured(1))))
             << page.fileName().toStdString() << ": " << match.captured(1).toStdString();
     }
-    EXPECT_GT(files.size(), 20U);
-    if (first.empty()) first = files;
-    EXPECT_EQ(files, first);
   }
+  EXPECT_GT(sizes["en"], 20);
+  EXPECT_EQ(sizes["de"], sizes["en"]);
 }
 
 }  // namespace

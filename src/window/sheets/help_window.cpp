@@ -36,13 +36,24 @@ constexpr std::array<const char*, 21> pages = {
     "Preferences.html",
 };
 
+// In English where the language has no such page.
 QString page_file(const QString& page) {
-  return QStringLiteral(":/brindle/help/%1/%2").arg(qt_text(current_language().code), page);
+  const QString translated = QStringLiteral(":/brindle/help/%1/%2").arg(qt_text(current_language().code), page);
+  return QFile::exists(translated) ? translated : QStringLiteral(":/brindle/help/en/%1").arg(page);
 }
 
 QUrl page_url(const QString& page) {
   return QUrl(QStringLiteral("qrc") + page_file(page));
 }
+
+// Also of what a page refers to the English where the language has none.
+class HelpBrowser final : public QTextBrowser {
+ public:
+  QVariant loadResource(int type, const QUrl& name) override {
+    const QString path = source().resolved(name).path();
+    return QTextBrowser::loadResource(type, page_url(path.section('/', 4)));  // behind "/brindle/help/LANGUAGE/"
+  }
+};
 
 // Titles stand in the pages, and nowhere else.
 QString title_of(const QString& page) {
@@ -103,7 +114,7 @@ class PictureFitter final : public QObject {
 
 }  // namespace
 
-HelpWindow::HelpWindow() : contents_(new QListWidget), browser_(new QTextBrowser) {
+HelpWindow::HelpWindow() : contents_(new QListWidget), browser_(new HelpBrowser) {
   setObjectName(QStringLiteral("helpWindow"));
   setWindowIcon(application_icon());
   setAttribute(Qt::WA_DeleteOnClose);
