@@ -20,10 +20,10 @@ std::string path_here(const std::string& name) {
 
 std::string write_log(const std::vector<std::string>& names) {
   RenameLogWriter log;
-  std::string error = log.createLogFile(path_here("Log bench-#.xml"), "FILES");
+  Status status = log.createLogFile(path_here("Log bench-#.xml"), "FILES");
   for (const std::string& name : names) log.addLogEntry(folder, name, folder, "x" + name);
-  if (error.empty()) error = log.saveLog();
-  return error.empty() ? log.saved_path() : std::string();
+  if (status.ok()) status = log.saveLog();
+  return status.ok() ? log.saved_path() : std::string();
 }
 
 void write_a_log(benchmark::State& state) {
@@ -42,8 +42,8 @@ void read_a_log(benchmark::State& state) {
   const auto count = static_cast<std::size_t>(state.range(0));
   const std::string path = write_log(sample_names(count));
   for (auto _ : state) {
-    const LogFile log = readLogFile(path);
-    if (log.entries.size() != count) return state.SkipWithError("the log could not be read");
+    const Result<LogFile> log = readLogFile(path);
+    if (!log.ok() || log->entries.size() != count) return state.SkipWithError("the log could not be read");
   }
   unlink(path.c_str());
   report_time_an_item(state, count);
@@ -53,16 +53,16 @@ void write_a_journal(benchmark::State& state) {
   const auto names = sample_names(static_cast<std::size_t>(state.range(0)));
   for (auto _ : state) {
     JournalWriter journal;
-    std::string error = journal.create(path_here("bench.journal"), {});
+    Status status = journal.create(path_here("bench.journal"), {});
     journal.add_folder(1, folder);
     for (const std::string& name : names) journal.add(1, name, "x" + name, 1);
-    if (error.empty()) error = journal.seal();
+    if (status.ok()) status = journal.seal();
     for (std::size_t at = 0; at < names.size(); ++at) {
       journal.mark(at, JournalMark::begun);
       journal.mark(at, JournalMark::done);
     }
     journal.remove();
-    if (!error.empty()) return state.SkipWithError("the journal could not be written");
+    if (!status.ok()) return state.SkipWithError("the journal could not be written");
   }
   report_time_an_item(state, names.size());
 }

@@ -50,8 +50,10 @@ void BrindleAppController::actionApply() {
   options.generalOptionIndex = names_made_with_.generalOptionIndex;
   options.is_chain = state_.isRulePreview;
   options.log_folder = preferences_.defaultLogFolderPath;
-  std::string error;
-  if (options.log_folder == default_preferences().defaultLogFolderPath) createApplicationUsersFolder("Logs", error);
+  if (options.log_folder == default_preferences().defaultLogFolderPath) {
+    // That it cannot be made is told by the log that cannot be.
+    static_cast<void>(createApplicationUsersFolder("Logs"));
+  }
   names_made_with_.is_live = false;
   apply_names(options);
 }

@@ -222,8 +222,8 @@ void BrindleAppController::setIncludeSubFolders(bool include) {
 void BrindleAppController::setIncludeHidden(bool include) {
   include_hidden_ = include;
   defaults_.set(user_default::include_hidden, include);
-  const std::string error = defaults_.flush();
-  if (!error.empty()) log_failure("flush", error);
+  const Status status = defaults_.flush();
+  if (!status.ok()) log_failure("flush", status.reason());
   tell(Changed::preferences);
 }
 

@@ -12,20 +12,15 @@
 namespace brindle {
 namespace {
 
-/// A list file that has been read, or why it could not be.
-struct ReadList {
-  ListError error = ListError::unreadable;
-  std::string reason;
-  FileRenameItem item;
-};
+using ReadList = Result<FileRenameItem>;
 
 void tell_list_error(const Ports& ports, const ReadList& list) {
   Alert alert;
   alert.title_key = "RENAMEFROMFILETITLE";
-  alert.message_key = list.error == ListError::unreadable ? "UNABLETOOPENFILE" : "RENAMEFROMFILEMESSAGE";
+  alert.message_key = list.ok() ? "RENAMEFROMFILEMESSAGE" : "UNABLETOOPENFILE";
   alert.title = localized(alert.title_key);
   alert.message = localized(alert.message_key);
-  alert.informative_text = list.reason;
+  alert.informative_text = list.reason();
   alert.style = AlertStyle::critical;
   ports.alerts.show(alert);
 }
@@ -52,7 +47,7 @@ void BrindleAppController::drop_rename_file() {
 void BrindleAppController::loadRenameFile(bool folders) {
   if (defer([this, folders] { loadRenameFile(folders); })) return;
   ports_.desktop.end_editing();
-  const auto list = std::make_shared<ReadList>();
+  const auto list = std::make_shared<ReadList>(Status());
   std::string path;
   const bool has_path = encode_path(values().renameFile.value_or(u""), path);
   JobCall call;
@@ -60,18 +55,18 @@ void BrindleAppController::loadRenameFile(bool folders) {
   call.work = [list, path, has_path, folders, titles = list_titles()](const JobControl&) {
     if (!has_path) return;
     try {
-      list->error = brindle::loadRenameFile(path, folders ? 1 : 0, titles, list->item, list->reason);
+      *list = brindle::loadRenameFile(path, folders ? 1 : 0, titles);
     } catch (const std::exception& failure) {
       log_failure("browseRenameFile", failure.what());
-      list->reason = failure.what();
+      *list = Status(failure.what());
     }
   };
   call.afterwards = [this, list] {
-    if (list->error != ListError::none) {
+    if (!list->ok() || (*list)->paths.empty()) {
       drop_rename_file();
       return tell_list_error(ports_, *list);
     }
-    import_list(std::make_shared<FileRenameItem>(std::move(list->item)));
+    import_list(std::make_shared<FileRenameItem>(*std::move(*list)));
   };
   start_job(std::move(call));
 }

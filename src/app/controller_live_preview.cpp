@@ -136,8 +136,8 @@ void BrindleAppController::setLivePreviewPreferences(const LivePreviewPreference
   defaults_.set(user_default::live_preview, preferences.isLivePreviewEnabled);
   defaults_.set(user_default::live_preview_all_files, preferences.isLivePreviewAllFiles);
   defaults_.set(user_default::live_preview_files_limit, preferences.livePreviewFilesLimit);
-  const std::string error = defaults_.flush();
-  if (!error.empty()) log_failure("flush", error);
+  const Status status = defaults_.flush();
+  if (!status.ok()) log_failure("flush", status.reason());
   tell(Changed::preferences);
   ports_.main_thread.cancel_timer(quickPreviewTimer_);
   if (preferences.isLivePreviewEnabled) schedule_quick_preview(after_preferences);

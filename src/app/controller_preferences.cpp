@@ -21,12 +21,12 @@ std::optional<std::string> choose_folder(const Ports& ports, std::string_view ti
 
 void BrindleAppController::setPreferences(const Preferences& preferences) {
   preferences_ = preferences;
-  const std::string error = savePreferences(preferences_);
+  const Status status = savePreferences(preferences_);
   tell(Changed::preferences);
-  if (error.empty()) return;
+  if (status.ok()) return;
   Alert alert;
   alert.title = getAppTitle();
-  alert.message = error;
+  alert.message = status.reason();
   ports_.alerts.show(alert);
 }
 

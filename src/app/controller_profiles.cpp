@@ -69,17 +69,16 @@ void BrindleAppController::setCurrentSettings(const std::string& path) {
 }
 
 bool BrindleAppController::open_profile(const std::string& path) {
-  SettingsRecord record;
-  const std::string error = read_profile_file(path, record);
-  if (error.empty() && !isFileVersionMatch(version_of(record))) {
+  const Result<SettingsRecord> record = read_profile_file(path);
+  if (record.ok() && !isFileVersionMatch(version_of(*record))) {
     tell_profile_failure(ports_, "LOADPROFILETITLE", "PROFILEINCOMPATIBLE", path);
     return false;
   }
   isProfileLoading_ = true;
-  const bool is_open = error.empty() && setSettings(record);
+  const bool is_open = record.ok() && setSettings(*record);
   isProfileLoading_ = false;
   if (!is_open) {
-    tell_profile_failure(ports_, "LOADPROFILETITLE", "PROFILELOADFAILED", error);
+    tell_profile_failure(ports_, "LOADPROFILETITLE", "PROFILELOADFAILED", record.reason());
     return false;
   }
   set_curr_profile(path);
@@ -132,9 +131,9 @@ void BrindleAppController::replace_settings(RenameSettings settings) {
 // Saving
 
 bool BrindleAppController::write_profile(const std::string& path) {
-  const std::string error = write_profile_file(path, getCurrentSettings(values()));
-  if (!error.empty()) tell_profile_failure(ports_, "PROFILETITLE", "PROFILESAVEDFAILED", error);
-  return error.empty();
+  const Status status = write_profile_file(path, getCurrentSettings(values()));
+  if (!status.ok()) tell_profile_failure(ports_, "PROFILETITLE", "PROFILESAVEDFAILED", status.reason());
+  return status.ok();
 }
 
 bool BrindleAppController::saveProfile() {
@@ -157,9 +156,9 @@ bool BrindleAppController::saveAsProfile() {
 
 bool BrindleAppController::saveNewProfile(const std::string& path) {
   ports_.desktop.end_editing();
-  const std::string error = write_profile_file(path, getCurrentSettings(values()));
-  if (!error.empty()) log_failure("saveNewProfile", error);
-  return error.empty();
+  const Status status = write_profile_file(path, getCurrentSettings(values()));
+  if (!status.ok()) log_failure("saveNewProfile", status.reason());
+  return status.ok();
 }
 
 // Before the open profile is left.
@@ -196,8 +195,8 @@ void BrindleAppController::loadDefaultProfile() {
 void BrindleAppController::close_profile() {
   set_curr_profile("");
   defaults_.set(user_default::last_profile, u"");
-  const std::string error = defaults_.flush();
-  if (!error.empty()) log_failure("flush", error);
+  const Status status = defaults_.flush();
+  if (!status.ok()) log_failure("flush", status.reason());
 }
 
 }  // namespace brindle

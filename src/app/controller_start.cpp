@@ -39,8 +39,8 @@ bool BrindleAppController::awakeFromNib() {
   if (!make_data_folders()) return false;
   preferences_ = default_preferences();
   if (!loadPreferences(preferences_)) {
-    const std::string error = savePreferences(preferences_);
-    if (!error.empty()) log_failure("savePreferences", error);
+    const Status status = savePreferences(preferences_);
+    if (!status.ok()) log_failure("savePreferences", status.reason());
   }
   read_defaults();
   RenameSettings empty;
@@ -54,14 +54,14 @@ bool BrindleAppController::awakeFromNib() {
 
 bool BrindleAppController::make_data_folders() {
   for (const std::string_view name : {"", "Logs", "Profiles", "Rules"}) {
-    std::string error;
-    if (createApplicationUsersFolder(name, error)) continue;
+    const Status status = createApplicationUsersFolder(name);
+    if (status.ok()) continue;
     Alert alert;
     alert.title_key = "APPLICATIONINITTITLE";
     alert.message_key = "APPLICATIONCREATEFOLDERFAILED";
     alert.title = localized(alert.title_key);
     alert.message = localized(alert.message_key);
-    alert.informative_text = error;
+    alert.informative_text = status.reason();
     alert.style = AlertStyle::critical;
     ports_.alerts.show(alert);
     ports_.desktop.quit();
@@ -132,13 +132,13 @@ void BrindleAppController::restore_rules() {
   if (!stored) return;
   const auto* data = stored->get_if<PropertyValue::Data>();
   const auto chain = data ? unarchive_value(bytes_of(*data)) : std::nullopt;
-  std::vector<Rule> rules;
-  const bool usable = chain && rules_from_property_value(*chain, MethodNames::as_read, rules);
-  rules_.setRules(std::move(rules));
-  if (usable) return;
+  Result<std::vector<Rule>> rules =
+      chain ? rules_from_property_value(*chain, MethodNames::as_read) : Status("it is no keyed archive");
+  rules_.setRules(rules.ok() ? *std::move(rules) : std::vector<Rule>());
+  if (rules.ok()) return;
   defaults_.remove(user_default::last_rule);
-  const std::string error = defaults_.flush();
-  if (!error.empty()) log_failure("flush", error);
+  const Status status = defaults_.flush();
+  if (!status.ok()) log_failure("flush", status.reason());
 }
 
 bool BrindleAppController::applicationShouldTerminate() {
@@ -156,8 +156,8 @@ void BrindleAppController::keep_session() {
   defaults_.set(user_default::recent_items, recent_.to_property_value());
   defaults_.set(user_default::last_profile, decode_file_name(currProfileFile_));
   defaults_.set(user_default::last_rule, archive_value(rules_to_property_value(rules_.rules())));
-  const std::string error = defaults_.flush();
-  if (!error.empty()) log_failure("flush", error);
+  const Status status = defaults_.flush();
+  if (!status.ok()) log_failure("flush", status.reason());
 }
 
 }  // namespace brindle

@@ -71,7 +71,9 @@ void ExportSheetController::write(const std::string& path) {
   const auto outcome = std::make_shared<Outcome>();
   const auto work = [&files = app().files(), options = options_, path, outcome](const JobControl& control) {
     try {
-      outcome->error = export_list(files, options, export_titles(), path, control, outcome->left_out);
+      const auto exported = export_list(files, options, export_titles(), path, control);
+      outcome->error = exported.reason();
+      if (exported.ok()) outcome->left_out = *exported;
     } catch (const std::exception& error) {
       outcome->error = error.what();
     }

@@ -32,8 +32,7 @@ bool is_profile_name(std::string_view name) {
 
 // Whether anything stands there; what cannot be told counts as there.
 bool exists(const std::string& path) {
-  int error = 0;
-  return file_dates(path, error) || error != ENOENT;
+  return file_dates(path).status().error() != ENOENT;
 }
 
 std::string remove_file(const std::string& path) {
@@ -60,9 +59,8 @@ void ProfileSheetController::loadProfiles() {
   if (folder) reader.start(folder);
   while (folder && reader.next(entry)) {
     if (entry.kind == EntryKind::folder || !is_profile_name(entry.name)) continue;
-    int error = 0;
-    const std::optional<FileDates> dates = file_dates(path + "/" + std::string(entry.name), error);
-    if (!dates) continue;
+    const Result<FileDates> dates = file_dates(path + "/" + std::string(entry.name));
+    if (!dates.ok()) continue;
     const std::string created = to_utf8(format_date(dates->creation, u"yyyy-MM-dd HH:mm:ss"));
     profiles_.push_back({std::string(entry.name), created, dates->creation});
   }

@@ -153,9 +153,12 @@ OpenRequest rule_file_request(const std::string& folder) {
 }
 
 bool read_rules(const Ports& ports, const std::string& path, MethodNames names, std::vector<Rule>& rules) {
-  const std::string error = read_rule_file(path, names, rules);
-  if (error.empty()) return true;
-  Alert alert{"OPENRULETITLE", "", localized("OPENRULETITLE"), error, ""};
+  Result<std::vector<Rule>> read = read_rule_file(path, names);
+  if (read.ok()) {
+    rules = *std::move(read);
+    return true;
+  }
+  Alert alert{"OPENRULETITLE", "", localized("OPENRULETITLE"), read.reason(), ""};
   alert.style = AlertStyle::critical;
   ports.alerts.show(alert);
   return false;
@@ -168,13 +171,13 @@ bool save_rules(const Ports& ports, const std::string& folder, const std::vector
   request.extension = rule_extension;
   const std::optional<std::string> path = ports.chooser.choose(request);
   if (!path) return false;
-  const std::string error = write_rule_file(*path, rules);
-  if (!error.empty()) log_failure("addAppVersionToRuleFile", error);
-  const std::string_view key = error.empty() ? "RULESETTINGSFILESAVEDSUCCESS" : "RULESETTINGSFILEUNABLETOSAVE";
-  Alert alert{"RULESETTINGSFILETITLE", key, localized("RULESETTINGSFILETITLE"), localized(key), error};
-  alert.style = error.empty() ? AlertStyle::informational : AlertStyle::warning;
+  const Status status = write_rule_file(*path, rules);
+  if (!status.ok()) log_failure("addAppVersionToRuleFile", status.reason());
+  const std::string_view key = status.ok() ? "RULESETTINGSFILESAVEDSUCCESS" : "RULESETTINGSFILEUNABLETOSAVE";
+  Alert alert{"RULESETTINGSFILETITLE", key, localized("RULESETTINGSFILETITLE"), localized(key), status.reason()};
+  alert.style = status.ok() ? AlertStyle::informational : AlertStyle::warning;
   ports.alerts.show(alert);
-  return error.empty();
+  return status.ok();
 }
 
 }  // namespace brindle

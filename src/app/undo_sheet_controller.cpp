@@ -155,10 +155,10 @@ void UndoSheetController::verifyLogFile() {
   const auto outcome = std::make_shared<Outcome>();
   const auto work = [path = currLogFilePath_, outcome](const JobControl&) {
     try {
-      const LogFile log = readLogFile(path);
-      outcome->result.entries = log.entries.size();
-      outcome->result.error = log.error;
-      if (!log.error.empty()) log_failure("readLogFile", log.error);
+      const Result<LogFile> log = readLogFile(path);
+      outcome->result.entries = log.ok() ? log->entries.size() : 0;
+      outcome->result.error = log.reason();
+      if (!log.ok()) log_failure("readLogFile", log.reason());
     } catch (const std::exception& error) {
       log_failure("verifyLogFile", std::string(" ") + error.what());
       outcome->result.error = error.what();
@@ -208,16 +208,18 @@ void UndoSheetController::start_undo() {
 
 // On the job's thread.
 void UndoSheetController::undo(const std::string& path, FileList& files, const JobControl& control, Outcome& outcome) {
-  const LogFile log = readLogFile(path);
-  outcome.unreadable = !log.error.empty();
-  if (outcome.unreadable) log_failure("readLogFile", log.error);
+  const Result<LogFile> log = readLogFile(path);
+  outcome.unreadable = !log.ok();
+  outcome.result.log_path = path;
+  outcome.result.error = log.reason();
+  if (outcome.unreadable) return log_failure("readLogFile", log.reason());
   RestoredItems listed(files);
   const auto report = [&](const LogEntry& entry, UndoOutcome what, std::string_view reason) {
     outcome.first_reason.hear(entry, reason);
     if (what == UndoOutcome::moved)
       listed.moved(entry.target_folder, entry.target_name, entry.source_folder, entry.source_name);
   };
-  outcome.result = brindle::undoRenaming(path, log, control, report, {defaultLogFolderPath(), false});
+  outcome.result = brindle::undoRenaming(path, *log, control, report, {defaultLogFolderPath(), false});
 }
 
 void UndoSheetController::undone(const Outcome& outcome) {
@@ -257,10 +259,10 @@ void UndoSheetController::cancel() {
 }
 
 void UndoSheetController::removeSelectedFileFromList() {
-  const std::string error = brindle::deleteLogFile(currLogFilePath_);
-  if (!error.empty()) {
-    log_failure("deleteLogFile", error);
-    ports().alerts.show({undo_title, "", localized(undo_title), error, ""});
+  const Status status = brindle::deleteLogFile(currLogFilePath_);
+  if (!status.ok()) {
+    log_failure("deleteLogFile", status.reason());
+    ports().alerts.show({undo_title, "", localized(undo_title), status.reason(), ""});
     return;
   }
   drop_from_list();

@@ -81,16 +81,14 @@ ExitCode run_export(const CommandLine& line, Console& console) {
   RenameBatch batch;
   if (const auto answer = prepare_batch(line, console, batch, Demand::method_or_none)) return *answer;
   if (!is_piped && !may_write(line, console)) return is_cancelled() ? ExitCode::cancelled : ExitCode::done;
-  std::string error;
-  Rows left_out;
-  {
+  const Result<Rows> exported = [&] {
     ProgressLine progress(console, translated("Writing"));
     const std::string path = is_piped ? "/dev/stdout" : line.file;
-    error =
-        export_list(batch.files, line.options.columns, export_titles(), path, {&cancel_flag(), &progress}, left_out);
-  }
+    return export_list(batch.files, line.options.columns, export_titles(), path, {&cancel_flag(), &progress});
+  }();
   if (is_cancelled()) return ExitCode::cancelled;
-  if (!error.empty() && !(is_piped && reader_has_left())) throw UsageError(error);
+  if (!exported.ok() && !(is_piped && reader_has_left())) throw UsageError(exported.reason());
+  const Rows left_out = exported.ok() ? *exported : Rows();
   const Tally tally = count_rows(batch.files);
   report(line, batch, tally, left_out, watch.seconds(), console);
   return tally.problems() + batch.left_out + left_out.size() > 0 ? ExitCode::incomplete : ExitCode::done;

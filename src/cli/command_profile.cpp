@@ -64,7 +64,7 @@ ExitCode run_profile_save(const CommandLine& line, Console& console) {
   note_date_left_out(std::get<RenameRequest>(request).date_left_out, console);
   if (!may_write(line, console)) return ExitCode::done;
   const SettingsRecord record = getCurrentSettings(std::get<RenameRequest>(request).settings);
-  if (const std::string error = write_profile_file(line.file, record); !error.empty()) throw UsageError(error);
+  if (const Status status = write_profile_file(line.file, record); !status.ok()) throw UsageError(status.reason());
   if (line.options.json) {
     JsonLine(console.out().buffer(), "summary").text("command", line.command->word).bytes("file", line.file);
   }

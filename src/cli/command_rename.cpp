@@ -146,13 +146,17 @@ ApplyOptions RenameCommand::apply_options() const {
 ApplyResult RenameCommand::apply() {
   ApplyOptions options = apply_options();
   ApplyResult result;
-  result.error = make_log_folder(options.log_folder);
-  result.log_failed = !result.error.empty();
+  Result<std::string> log_folder = make_log_folder();
+  result.error = log_folder.reason();
+  result.log_failed = !log_folder.ok();
   const auto attempt = [&] {
     ProgressLine progress(console_, translated("Renaming"));
     return applyRenames(batch_.files, options, {&cancel_flag(), &progress});
   };
-  if (!result.log_failed) result = attempt();
+  if (log_folder.ok()) {
+    options.log_folder = *log_folder;
+    result = attempt();
+  }
   if (!result.log_failed || !goes_on_without_log(result.error)) return result;
   options.without_log = true;
   return attempt();

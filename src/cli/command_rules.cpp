@@ -68,7 +68,7 @@ ExitCode run_rules_save(const CommandLine& line, Console& console) {
   if (const auto* refusal = std::get_if<Refusal>(&rules)) return report_refusal(line, console, *refusal);
   if (!may_write(line, console)) return ExitCode::done;
   const auto& chain = std::get<std::vector<Rule>>(rules);
-  if (const std::string error = write_rule_file(line.file, chain); !error.empty()) throw UsageError(error);
+  if (const Status status = write_rule_file(line.file, chain); !status.ok()) throw UsageError(status.reason());
   if (line.options.json) {
     JsonLine(console.out().buffer(), "summary")
         .text("command", line.command->word)

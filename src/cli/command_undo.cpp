@@ -118,16 +118,16 @@ ExitCode run_undo(const CommandLine& line, Console& console) {
         translated("undo asks before it renames, and standard input is no terminal; --yes undoes without asking"));
   }
   const FinishedRuns finished = finish_interrupted_runs(console);
-  if (!finished.reason_to_wait.empty()) {
-    console.error(finished.reason_to_wait);
+  if (!finished.may_undo.ok()) {
+    console.error(finished.may_undo.reason());
     return ExitCode::incomplete;
   }
   const std::string log = find_log(line.operands.empty() ? "" : line.operands.front());
   std::size_t entries = 0;
   {
-    const LogFile file = readLogFile(log);
-    if (!file.error.empty()) throw UsageError(file.error);
-    entries = file.entries.size();
+    const Result<LogFile> file = readLogFile(log);
+    if (!file.ok()) throw UsageError(file.reason());
+    entries = file->entries.size();
   }
   if (!is_wanted(log, entries, line.options, console)) {
     console.note(translated("Nothing was undone."));

@@ -13,6 +13,7 @@
 
 #include "cli/cancellation.h"
 #include "cli/usage_error.h"
+#include "platform/file_descriptor.h"
 #include "platform/translation.h"
 
 namespace brindle {
@@ -33,15 +34,10 @@ void refuse_devices(const struct stat& status, std::string_view name) {
   if (S_ISBLK(status.st_mode) || is_other_device) refuse(name, to_translate("it is a device"));
 }
 
-/// An open input. The descriptor is closed if it was opened here.
+/// An open input.
 class Input {
  public:
   Input(const std::string& name, Console& console);
-  Input(const Input&) = delete;
-  Input& operator=(const Input&) = delete;
-  ~Input() {
-    if (descriptor_ > STDIN_FILENO) ::close(descriptor_);
-  }
 
   std::string read_all();
 
@@ -54,6 +50,7 @@ class Input {
 
   const std::string& name_;
   Console& console_;
+  FileDescriptor opened_;
   int descriptor_ = STDIN_FILENO;
   bool has_told_ = false;
 };
@@ -70,8 +67,9 @@ void Input::open() {
   struct stat status {};
   if (::stat(name_.c_str(), &status) != 0) refuse(name_, std::strerror(errno));
   refuse_devices(status, name_);
-  descriptor_ = ::open(name_.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
-  if (descriptor_ < 0) refuse(name_, std::strerror(errno));
+  opened_ = FileDescriptor(::open(name_.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+  descriptor_ = opened_.get();
+  if (!opened_) refuse(name_, std::strerror(errno));
 }
 
 // Until there is something to read, the end or Ctrl-C.

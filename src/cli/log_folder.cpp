@@ -25,16 +25,18 @@ bool exists(const std::string& path) {
 
 }  // namespace
 
-std::string make_log_folder(std::string& folder) {
-  folder = default_log_folder();
-  if (folder.empty()) {
-    return std::string(translated("there is no folder for logs: neither HOME nor XDG_DATA_HOME names one"));
+Result<std::string> make_log_folder() {
+  std::string folder = default_log_folder();
+  if (folder.empty())
+    return Status(std::string(translated("there is no folder for logs: neither HOME nor XDG_DATA_HOME names one")));
+  Status status;
+  if (folder == getAppPath() + "/Logs") {
+    status = createApplicationUsersFolder("Logs");
+  } else if (!exists(folder)) {
+    status = Status(translated("the folder for logs cannot be used: {}: {}", folder, translated(std::strerror(errno))));
   }
-  std::string error;
-  if (folder == getAppPath() + "/Logs") return createApplicationUsersFolder("Logs", error) ? "" : error;
-  return exists(folder)
-             ? ""
-             : translated("the folder for logs cannot be used: {}: {}", folder, translated(std::strerror(errno)));
+  if (!status.ok()) return status;
+  return folder;
 }
 
 FinishedRuns finish_interrupted_runs(Console& console) {
@@ -48,7 +50,7 @@ FinishedRuns finish_interrupted_runs(Console& console) {
   for (const std::string& problem : result.problems) console.error(problem);
   for (const std::string& journal : result.set_aside) console.error(journal);
   const std::size_t troubled = result.problems.size() + result.set_aside.size();
-  return {result.runs.size() + troubled, troubled == 0, reason_to_wait(result)};
+  return {result.runs.size() + troubled, troubled == 0, may_undo(result)};
 }
 
 std::string find_log(const std::string& given) {

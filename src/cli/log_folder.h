@@ -6,17 +6,18 @@
 #include <string>
 
 #include "cli/console.h"
+#include "platform/status.h"
 
 namespace brindle {
 
-/// The log folder, made when it is missing. Returns what is wrong, empty when all went well.
-std::string make_log_folder(std::string& folder);
+/// The log folder, made when it is missing.
+Result<std::string> make_log_folder();
 
 /// How recovery went.
 struct FinishedRuns {
-  std::size_t count = 0;       ///< runs that had left something behind
-  bool complete = true;        ///< none of them has to wait
-  std::string reason_to_wait;  ///< why nothing may be undone now; empty when nothing stands in the way
+  std::size_t count = 0;  ///< runs that had left something behind
+  bool complete = true;   ///< none of them has to wait
+  Status may_undo;        ///< whether something may be undone now
 };
 
 /// Finishes the logs of interrupted runs, and says so on standard error.

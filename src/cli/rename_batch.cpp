@@ -99,17 +99,13 @@ bool has_paths(const CommandLine& line) {
 }
 
 FileRenameItem read_list(const std::string& file, bool folders, Console& console) {
-  FileRenameItem item;
-  std::string reason;
   const std::int32_t type = folders ? 1 : 0;
-  const ListError error = file == "-"
-                              ? read_rename_list(read_input_text(file, console), type, list_titles(), item, reason)
-                              : loadRenameFile(file, type, list_titles(), item, reason);
-  if (error == ListError::none) return item;
-  const bool unreadable = error == ListError::unreadable;
-  const std::string why = unreadable && !reason.empty() ? fmt::format(" ({})", translated(reason)) : "";
+  Result<FileRenameItem> item = file == "-" ? read_rename_list(read_input_text(file, console), type, list_titles())
+                                            : loadRenameFile(file, type, list_titles());
+  if (item.ok() && !item->paths.empty()) return *std::move(item);
+  const std::string why = item.ok() || item.reason().empty() ? "" : fmt::format(" ({})", translated(item.reason()));
   throw UsageError(fmt::format("{}: {}{}", file == "-" ? translated("standard input") : file,
-                               localized(unreadable ? "UNABLETOOPENFILE" : "RENAMEFROMFILEMESSAGE"), why));
+                               localized(item.ok() ? "RENAMEFROMFILEMESSAGE" : "UNABLETOOPENFILE"), why));
 }
 
 std::string lines(std::size_t count) {

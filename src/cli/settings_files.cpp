@@ -15,9 +15,9 @@
 namespace brindle {
 
 SettingsRecord read_profile(const std::string& file) {
-  SettingsRecord record;
-  if (const std::string error = read_profile_file(file, record); !error.empty()) throw UsageError(error);
-  return record;
+  Result<SettingsRecord> record = read_profile_file(file);
+  if (!record.ok()) throw UsageError(record.reason());
+  return *std::move(record);
 }
 
 SettingsOutcome start_from_profile(RenameSettings& settings, const SettingsRecord& record) {
@@ -42,11 +42,9 @@ void check_method(const SettingsRecord& record, const std::string& file) {
 }
 
 std::vector<Rule> read_rules(const std::string& file) {
-  std::vector<Rule> rules;
-  if (const std::string error = read_rule_file(file, MethodNames::repaired, rules); !error.empty()) {
-    throw UsageError(error);
-  }
-  return rules;
+  Result<std::vector<Rule>> rules = read_rule_file(file, MethodNames::repaired);
+  if (!rules.ok()) throw UsageError(rules.reason());
+  return *std::move(rules);
 }
 
 void check_chain(const std::vector<Rule>& rules, const std::string& file) {

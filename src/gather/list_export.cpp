@@ -119,14 +119,13 @@ ExportRefusal check_export(const ExportOptions& options) {
   return options.isIncludeLocation ? ExportRefusal::nothing_to_say : ExportRefusal::none;
 }
 
-std::string export_list(const FileList& files, const ExportOptions& options, const ExportTitles& titles,
-                        const std::string& path, const JobControl& control, std::vector<std::uint32_t>& left_out) {
-  if (check_export(options) != ExportRefusal::none) return "there is no column to write";
-  const auto failure = [&path](int error) {
-    return fmt::format("“{}” cannot be written: {}", path, system_error_text(error));
-  };
+Result<std::vector<std::uint32_t>> export_list(const FileList& files, const ExportOptions& options,
+                                               const ExportTitles& titles, const std::string& path,
+                                               const JobControl& control) {
+  if (check_export(options) != ExportRefusal::none) return Status("there is no column to write");
+  std::vector<std::uint32_t> left_out;
   OutputFile output;
-  if (const int error = output.open(path); error != 0) return failure(error);
+  if (Status status = output.open(path); !status.ok()) return status;
   if (options.addColumnNamesInHeader) output.write(header(options, titles));
   LineMaker lines(files, options);
   const std::ptrdiff_t columns = count_columns(options);
@@ -134,7 +133,7 @@ std::string export_list(const FileList& files, const ExportOptions& options, con
   for (std::size_t row = 0; row < files.size(); ++row) {
     if (control.cancelled()) {
       throttle.finish(row);
-      return {};
+      return left_out;
     }
     throttle.step(row, [&] { return files.path(row); });
     const std::string& line = lines.line(row);
@@ -144,9 +143,10 @@ std::string export_list(const FileList& files, const ExportOptions& options, con
       left_out.push_back(static_cast<std::uint32_t>(row));
     }
   }
-  const int error = output.finish();
+  Status status = output.finish();
   throttle.finish(files.size());
-  return error == 0 ? std::string() : failure(error);
+  if (!status.ok()) return status;
+  return left_out;
 }
 
 }  // namespace brindle

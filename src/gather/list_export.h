@@ -12,6 +12,7 @@
 
 #include "list/file_list.h"
 #include "platform/job.h"
+#include "platform/status.h"
 
 namespace brindle {
 
@@ -40,11 +41,10 @@ ExportRefusal check_export(const ExportOptions& options);
 /// Writes UTF-8 text. Names and new names are as the list shows them (":" of the disk as "/", a status as its text);
 /// folders, and the full path of the item as it is now, are as they are on disk. What stands at `path` is replaced when
 /// the whole text is there; what is no regular file (a pipe, a terminal, /dev/stdout) is written to as it goes. Returns
-/// a sentence (UTF-8), empty on success and for a cancelled export. `left_out` gets the rows that cannot be written.
-/// Progress counts items. A cancelled export leaves the file that stood there. Any thread, as long as none changes the
-/// list.
-[[nodiscard]] std::string export_list(const FileList& files, const ExportOptions& options, const ExportTitles& titles,
-                                      const std::string& path, const JobControl& control,
-                                      std::vector<std::uint32_t>& left_out);
+/// the rows that cannot be written; the sentence of a failure names the file. Progress counts items. A cancelled export
+/// is no failure, and leaves the file that stood there. Any thread, as long as none changes the list.
+Result<std::vector<std::uint32_t>> export_list(const FileList& files, const ExportOptions& options,
+                                               const ExportTitles& titles, const std::string& path,
+                                               const JobControl& control);
 
 }  // namespace brindle

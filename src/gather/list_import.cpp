@@ -168,37 +168,26 @@ void FileRenameItem::add(std::string_view path, std::string_view new_name) {
   }
 }
 
-ListError read_rename_list(std::string_view bytes, std::int32_t importType, const ListTitles& titles,
-                           FileRenameItem& item, std::string& reason) {
-  reason = list_text_fault(bytes);
-  if (!reason.empty()) return ListError::unreadable;
+Result<FileRenameItem> read_rename_list(std::string_view bytes, std::int32_t importType, const ListTitles& titles) {
+  if (std::string fault = list_text_fault(bytes); !fault.empty()) return Status(std::move(fault));
   const auto [rows, odd_lines] = list_rows(bytes, titles);
-  if (rows.empty()) return ListError::no_records;
-  if (rows.size() > list_line_limit) {
-    reason = "it has more than ten million lines";
-    return ListError::unreadable;
-  }
-  FileRenameItem read;
-  read.importType = importType;
-  read.odd_lines = odd_lines;
+  if (rows.size() > list_line_limit) return Status("it has more than ten million lines");
+  FileRenameItem item;
+  item.importType = importType;
+  item.odd_lines = odd_lines;
   TextArena texts;
-  for (const FoundItem& found : look_up_rows(rows, texts)) read.add(found.path, found.new_name);
-  item = std::move(read);
-  return ListError::none;
+  for (const FoundItem& found : look_up_rows(rows, texts)) item.add(found.path, found.new_name);
+  return item;
 }
 
-ListError loadRenameFile(const std::string& path, std::int32_t importType, const ListTitles& titles,
-                         FileRenameItem& item, std::string& reason) {
+Result<FileRenameItem> loadRenameFile(const std::string& path, std::int32_t importType, const ListTitles& titles) {
   try {
-    std::string bytes;
-    const int error = read_regular_file(path, list_size_limit, bytes);
-    if (error == 0) return read_rename_list(bytes, importType, titles, item, reason);
-    reason = reading_error_text(error, list_size_limit);
+    const Result<std::string> bytes = read_regular_file(path, list_size_limit);
+    return bytes.ok() ? read_rename_list(*bytes, importType, titles) : bytes.status();
   } catch (const std::exception& failure) {
-    reason = failure.what();
-    log_failure("browseRenameFile", reason);
+    log_failure("browseRenameFile", failure.what());
+    return Status(failure.what());
   }
-  return ListError::unreadable;
 }
 
 ImportResult importFiles(FileList& files, const FileRenameItem& item, bool include_hidden, DiskNames& disk_names,

@@ -17,6 +17,7 @@
 #include "list/disk_names.h"
 #include "list/file_list.h"
 #include "platform/job.h"
+#include "platform/status.h"
 #include "text/text_arena.h"
 
 namespace brindle {
@@ -43,12 +44,6 @@ struct ListTitles {
   std::vector<std::u16string> location;
 };
 
-enum class ListError : std::uint8_t {
-  none,
-  unreadable,  ///< "UNABLETOOPENFILE": no such file, not regular, too large, not UTF-8, or no text
-  no_records,  ///< "RENAMEFROMFILEMESSAGE"
-};
-
 inline constexpr std::size_t list_size_limit = std::size_t{1} << 30;  ///< in bytes
 inline constexpr std::size_t list_line_limit = 10'000'000;            ///< usable lines
 
@@ -59,13 +54,11 @@ inline constexpr std::size_t list_line_limit = 10'000'000;            ///< usabl
 /// Existing items are looked up: their paths become real (the folder's links resolved, the name as the disk has
 /// it, a last link not followed), and an empty new name stands for the name they have. A location that is no absolute
 /// path is left as it is, and leads nowhere. Where a spreadsheet has put quotes around fields, a line that names
-/// nothing on disk is tried without them. `reason` says in a few words why a file is unreadable. On failure `item` is
-/// untouched. Any thread.
-ListError loadRenameFile(const std::string& path, std::int32_t importType, const ListTitles& titles,
-                         FileRenameItem& item, std::string& reason);
+/// nothing on disk is tried without them. A list in which no line is usable is an item without paths. The reason of a
+/// failure (no such file, not regular, too large, not UTF-8, no text) is a few words that name no file. Any thread.
+Result<FileRenameItem> loadRenameFile(const std::string& path, std::int32_t importType, const ListTitles& titles);
 /// The same for the bytes of a file.
-ListError read_rename_list(std::string_view bytes, std::int32_t importType, const ListTitles& titles,
-                           FileRenameItem& item, std::string& reason);
+Result<FileRenameItem> read_rename_list(std::string_view bytes, std::int32_t importType, const ListTitles& titles);
 
 struct ImportResult {
   std::size_t searchFilesCount = 0;    ///< items accepted

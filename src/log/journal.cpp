@@ -47,32 +47,28 @@ void copy_text(std::array<char, size>& field, std::string_view text) {
 
 }  // namespace
 
-JournalWriter::~JournalWriter() {
-  close();
-}
-
 void JournalWriter::close() {
   marks_.release();
-  if (descriptor_ >= 0) ::close(std::exchange(descriptor_, -1));
+  file_.close();
 }
 
-std::string JournalWriter::failure() const {
-  return fmt::format("the journal “{}” cannot be written: {}", path_, system_error_text(error_));
+Status JournalWriter::status() const {
+  if (error_ == 0) return {};
+  return Status(fmt::format("the journal “{}” cannot be written: {}", path_, system_error_text(error_)), error_);
 }
 
-std::string JournalWriter::create(const std::string& path, const JournalInfo& info) {
+Status JournalWriter::create(const std::string& path, const JournalInfo& info) {
   close();
   path_ = path;
   info_ = info;
-  descriptor_ = ::open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, private_file_mode);
-  error_ = descriptor_ < 0 ? errno : lock_new_file(descriptor_);
-  name_taken_ = error_ == EEXIST;
+  file_ = FileDescriptor(::open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, private_file_mode));
+  error_ = file_ ? lock_new_file(file_.get()) : errno;
   if (error_ != 0) {
-    if (descriptor_ >= 0 && !name_taken_) ::unlink(path_.c_str());
+    if (file_ && error_ != EEXIST) ::unlink(path_.c_str());
     close();
-    return failure();
+    return status();
   }
-  MarkMap::exempt_from_copy(descriptor_);
+  MarkMap::exempt_from_copy(file_.get());
   buffer_ = std::make_unique_for_overwrite<char[]>(buffer_size);
   filled_ = 0;
   count_ = 0;
@@ -82,7 +78,7 @@ std::string JournalWriter::create(const std::string& path, const JournalInfo& in
 }
 
 void JournalWriter::flush() {
-  if (error_ == 0 && !write_at(descriptor_, buffer_.get(), filled_, written_)) error_ = errno;
+  if (error_ == 0 && !write_at(file_.get(), buffer_.get(), filled_, written_)) error_ = errno;
   checksum_.add({buffer_.get(), filled_});
   written_ += std::exchange(filled_, 0);
 }
@@ -131,27 +127,27 @@ bool JournalWriter::write_header() {
   std::memcpy(bytes.data(), &header, sizeof header);
   header.header_checksum = checksum_of({bytes.data(), offsetof(JournalHeader, header_checksum)});
   std::memcpy(bytes.data(), &header, sizeof header);
-  if (!write_at(descriptor_, bytes.data(), bytes.size(), 0)) error_ = errno;
+  if (!write_at(file_.get(), bytes.data(), bytes.size(), 0)) error_ = errno;
   return error_ == 0;
 }
 
-std::string JournalWriter::seal() {
+Status JournalWriter::seal() {
   flush();
   buffer_.reset();
-  if (error_ != 0) return failure();
+  if (error_ != 0) return status();
   const auto page = static_cast<std::uint64_t>(::sysconf(_SC_PAGESIZE));
   marks_offset_ = (written_ + page - 1) / page * page;
-  error_ = MarkMap::reserve(descriptor_, marks_offset_, count_);
-  if (error_ != 0 || !write_header()) return failure();
-  if (::fdatasync(descriptor_) != 0) error_ = errno;
+  error_ = MarkMap::reserve(file_.get(), marks_offset_, count_);
+  if (error_ != 0 || !write_header()) return status();
+  if (::fdatasync(file_.get()) != 0) error_ = errno;
   if (error_ == 0) error_ = sync_folder_of(path_);
-  if (error_ != 0) return failure();
-  marks_.use(descriptor_, marks_offset_, count_);
+  if (error_ != 0) return status();
+  marks_.use(file_.get(), marks_offset_, count_);
   return {};
 }
 
 void JournalWriter::remove() {
-  if (descriptor_ < 0) return;
+  if (!file_) return;
   ::unlink(path_.c_str());
   close();
 }

@@ -15,6 +15,8 @@
 
 #include "log/checksum.h"
 #include "log/mark_map.h"
+#include "platform/file_descriptor.h"
+#include "platform/status.h"
 
 namespace brindle {
 
@@ -34,18 +36,12 @@ struct JournalInfo {
   std::string appversion;     ///< of the program that began the run; at most 31 bytes
 };
 
-/// Writes a journal. Errors come back as a sentence (UTF-8), empty when all went well. All calls but mark() belong to
-/// one thread. Destroying a writer unlocks the journal and leaves it on disk.
+/// Writes a journal. What a Status says names the file. All calls but mark() belong to one thread. Destroying a writer
+/// unlocks the journal and leaves it on disk.
 class JournalWriter {
  public:
-  JournalWriter() = default;
-  JournalWriter(const JournalWriter&) = delete;
-  JournalWriter& operator=(const JournalWriter&) = delete;
-  ~JournalWriter();
-
-  /// Makes the file and locks it. Fails when anything stands at the path (`name_taken()` is then true).
-  [[nodiscard]] std::string create(const std::string& path, const JournalInfo& info);
-  bool name_taken() const { return name_taken_; }
+  /// Makes the file and locks it. Fails with EEXIST when anything stands at the path.
+  Status create(const std::string& path, const JournalInfo& info);
 
   /// Says once which path (bytes, absolute, as it is before the run) a folder's number stands for, before its first
   /// entry. Numbers are the caller's, below 2^32 - 1.
@@ -56,7 +52,7 @@ class JournalWriter {
 
   /// Ends the list and brings it, and the file's entry in its folder, to the disk. No rename may be made before this
   /// succeeded. On failure (full disk) the journal is of no use: remove() it.
-  [[nodiscard]] std::string seal();
+  Status seal();
 
   /// After seal(): records what became of entry `index` (below size()). One store into a shared mapping whose disk
   /// space is reserved; kept whatever happens to the process, not brought to the disk by itself. Different entries may
@@ -70,12 +66,12 @@ class JournalWriter {
   void append(const void* data, std::size_t size);
   void flush();
   bool write_header();
-  std::string failure() const;
+  Status status() const;
   void close();
 
   std::string path_;
   JournalInfo info_;
-  int descriptor_ = -1;
+  FileDescriptor file_;
   int error_ = 0;  // errno of the first call that failed
   std::unique_ptr<char[]> buffer_;
   std::size_t filled_ = 0;
@@ -84,7 +80,6 @@ class JournalWriter {
   std::size_t count_ = 0;
   std::uint64_t marks_offset_ = 0;
   MarkMap marks_;
-  bool name_taken_ = false;
 };
 
 /// One renaming as it was meant.
@@ -107,11 +102,6 @@ class JournalReader {
     sealed,       ///< everything below is set
   };
 
-  JournalReader() = default;
-  JournalReader(const JournalReader&) = delete;
-  JournalReader& operator=(const JournalReader&) = delete;
-  ~JournalReader();
-
   /// Opens, locks (until the reader is destroyed) and reads.
   State open(const std::string& path);
   /// Reads the bytes of a journal, which must live as long as the reader.
@@ -127,7 +117,7 @@ class JournalReader {
   bool read_records(std::string_view body, std::uint64_t count);
   void read_marks(std::string_view marks);
 
-  int descriptor_ = -1;
+  FileDescriptor file_;
   std::string error_;
   std::string bytes_;
   JournalInfo info_;

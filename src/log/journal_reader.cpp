@@ -62,17 +62,13 @@ bool is_whole(std::string_view bytes, const JournalHeader& header) {
 
 }  // namespace
 
-JournalReader::~JournalReader() {
-  if (descriptor_ >= 0) ::close(descriptor_);
-}
-
 JournalReader::State JournalReader::open(const std::string& path) {
-  descriptor_ = ::open(path.c_str(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
-  if (descriptor_ < 0 && errno == ENOENT) return State::missing;
+  file_ = FileDescriptor(::open(path.c_str(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+  if (!file_ && errno == ENOENT) return State::missing;
   State state = State::missing;
-  if (descriptor_ < 0) {
+  if (!file_) {
     error_ = system_error_text(errno);
-  } else if (::flock(descriptor_, LOCK_EX | LOCK_NB) == 0) {
+  } else if (::flock(file_.get(), LOCK_EX | LOCK_NB) == 0) {
     state = read_file();
   } else if (errno == EWOULDBLOCK) {
     return State::in_progress;
@@ -85,10 +81,10 @@ JournalReader::State JournalReader::open(const std::string& path) {
 
 JournalReader::State JournalReader::read_file() {
   struct stat status {};
-  if (::fstat(descriptor_, &status) != 0 || status.st_nlink == 0) return State::missing;
+  if (::fstat(file_.get(), &status) != 0 || status.st_nlink == 0) return State::missing;
   bytes_.resize(static_cast<std::size_t>(status.st_size));
   for (std::size_t filled = 0; filled < bytes_.size();) {
-    const ssize_t got = ::read(descriptor_, bytes_.data() + filled, bytes_.size() - filled);
+    const ssize_t got = ::read(file_.get(), bytes_.data() + filled, bytes_.size() - filled);
     if (got < 0 && errno == EINTR) continue;
     if (got < 0) error_ = system_error_text(errno);
     if (got < 0) return State::missing;

@@ -58,13 +58,15 @@ std::vector<LogRecord> loadUserLogFiles(const std::string& folder_path) {
 }
 
 bool verifyLogFile(const std::string& path) {
-  return !readLogFile(path).entries.empty();
+  const Result<LogFile> log = readLogFile(path);
+  return log.ok() && !log->entries.empty();
 }
 
-std::string deleteLogFile(const std::string& path) {
-  int error = move_to_trash(path);
-  if (error != 0) error = ::unlink(path.c_str()) == 0 ? 0 : errno;
-  if (error != 0) return fmt::format("the log “{}” cannot be removed: {}", path, system_error_text(error));
+Status deleteLogFile(const std::string& path) {
+  if (move_to_trash(path) != 0 && ::unlink(path.c_str()) != 0) {
+    const int error = errno;
+    return Status(fmt::format("the log “{}” cannot be removed: {}", path, system_error_text(error)), error);
+  }
   ::unlink(undo_progress_path(path).c_str());
   return {};
 }

@@ -144,40 +144,37 @@ class LineReader {
   pugi::xml_document document_;
 };
 
-// 0 or errno; what the content of the file is to blame for is in log.error.
-int read_file(const std::string& path, LogFile& log) {
+Result<LogFile> read_file(const std::string& path) {
   FileReader file;
   int error = file.open(path);
   if (error == 0 && file.size() > largest_log) error = EFBIG;
-  if (error != 0 || LineReader(file, log).read()) return error;
-  std::string xml;
-  error = read_regular_file(path, largest_log, xml);
-  log = error == 0 ? read_log_text(std::move(xml)) : LogFile();
-  return error;
+  if (error != 0) return Status(reading_error_text(error, largest_log), error);
+  LogFile log;
+  if (LineReader(file, log).read()) return log;
+  log = {};
+  Result<std::string> xml = read_regular_file(path, largest_log);
+  return xml.ok() ? read_log_text(*std::move(xml)) : xml.status();
 }
 
 }  // namespace
 
-LogFile read_log_text(std::string xml) {
+Result<LogFile> read_log_text(std::string xml) {
   LogFile log;
   const std::string_view reason = read_document(xml, log);
-  if (reason.empty()) return log;
-  LogFile failed;
-  failed.error = reason;
-  return failed;
+  if (!reason.empty()) return Status(std::string(reason));
+  return log;
 }
 
-LogFile readLogFile(const std::string& path) {
-  LogFile log;
+Result<LogFile> readLogFile(const std::string& path) {
+  const auto failure = [&path](std::string_view reason) {
+    return Status(fmt::format("“{}” cannot be read as a rename log: {}", path, reason));
+  };
   try {
-    const int error = read_file(path, log);
-    if (error != 0) log.error = reading_error_text(error, largest_log);
+    Result<LogFile> log = read_file(path);
+    return log.ok() ? std::move(log) : failure(log.reason());
   } catch (const std::bad_alloc&) {
-    log = {};
-    log.error = "there is not enough memory for it";
+    return failure("there is not enough memory for it");
   }
-  if (!log.error.empty()) log.error = fmt::format("“{}” cannot be read as a rename log: {}", path, log.error);
-  return log;
 }
 
 }  // namespace brindle

@@ -14,8 +14,9 @@ namespace {
 
 constexpr std::size_t flush_size = std::size_t{64} * 1024;
 
-std::string failure(std::string_view what, const std::string& path, int error) {
-  return fmt::format("the log “{}” cannot be {}: {}", path, what, system_error_text(error));
+Status status_of(std::string_view what, const std::string& path, int error) {
+  if (error == 0) return {};
+  return Status(fmt::format("the log “{}” cannot be {}: {}", path, what, system_error_text(error)), error);
 }
 
 // The document up to its entries; the root's start tag is still open.
@@ -61,32 +62,28 @@ void LogRoom::add(const Folder& folder, std::string_view old_name, std::string_v
   bytes_ += 2 * folder.exact_ + 3 * (old_name.size() + new_name.size());
 }
 
-std::string RenameLogWriter::createLogFile(const std::string& path, std::string_view type,
-                                           std::string_view appversion) {
+Status RenameLogWriter::createLogFile(const std::string& path, std::string_view type, std::string_view appversion) {
   if (appversion.empty()) appversion = appVersion();
   const int error = write_new_file(path, document_start(type, appversion).append(end_of_empty_root), private_file_mode);
-  name_taken_ = error == EEXIST;
-  if (error != 0) return failure("created", path, error);
-  std::string text = begin(path, type, appversion, file_.open(unfinished_log_path(path)));
-  if (!text.empty()) ::unlink(path.c_str());
-  return text;
+  if (error != 0) return status_of("created", path, error);
+  Status status = begin(path, type, appversion, file_.open(unfinished_log_path(path)));
+  if (!status.ok()) ::unlink(path.c_str());
+  return status;
 }
 
-std::string RenameLogWriter::take_over(const std::string& path, std::string_view type, std::string_view appversion) {
+Status RenameLogWriter::take_over(const std::string& path, std::string_view type, std::string_view appversion) {
   return begin(path, type, appversion, file_.take_over(unfinished_log_path(path)));
 }
 
-std::string RenameLogWriter::begin(const std::string& path, std::string_view type, std::string_view appversion,
-                                   int error) {
+Status RenameLogWriter::begin(const std::string& path, std::string_view type, std::string_view appversion, int error) {
   path_ = path;
   count_ = 0;
   buffer_ = document_start(type, appversion);
-  return error == 0 ? std::string() : failure("created", path, error);
+  return status_of("created", path, error);
 }
 
-std::string RenameLogWriter::reserve(const LogRoom& room) {
-  const int error = file_.reserve(room.bytes());
-  return error == 0 ? std::string() : failure("created", path_, error);
+Status RenameLogWriter::reserve(const LogRoom& room) {
+  return status_of("created", path_, file_.reserve(room.bytes()));
 }
 
 void RenameLogWriter::use_folder(Folder& folder, std::string_view bytes) {
@@ -134,7 +131,7 @@ void RenameLogWriter::flush_if_full() {
   buffer_.clear();
 }
 
-std::string RenameLogWriter::saveLog() {
+Status RenameLogWriter::saveLog() {
   buffer_ += count_ == 0 ? end_of_empty_root : "</files>\n";
   file_.write(buffer_);
   buffer_.clear();
@@ -146,9 +143,9 @@ std::string RenameLogWriter::saveLog() {
     ::unlink(path_.c_str());
     return {};
   }
-  file_ = AtomicFile();
+  file_.give_up();
   saved_path_.clear();
-  return failure("saved", path_, error);
+  return status_of("saved", path_, error);
 }
 
 int RenameLogWriter::place() {

@@ -4,8 +4,7 @@
 // listing and deleting logs.
 //
 // Names and folders are on-disk bytes on both sides of this header; how they stand in XML is this module's business.
-// Errors come back as a sentence for a person (UTF-8), empty when all went well. An object belongs to one thread at a
-// time.
+// What a Status says names the file. An object belongs to one thread at a time.
 
 #include <cstddef>
 #include <cstdint>
@@ -48,17 +47,14 @@ class LogRoom {
 /// becomes the finished log in saveLog. An object that is destroyed before leaves the "#" file and nothing else.
 class RenameLogWriter {
  public:
-  /// Puts the empty log on disk. `path` is absolute and holds the "#"; `type` is "FILES" or "FOLDERS". Fails when
-  /// anything stands at `path` (`name_taken()` is then true). `appversion` is for logs of runs that another version
-  /// began.
-  [[nodiscard]] std::string createLogFile(const std::string& path, std::string_view type,
-                                          std::string_view appversion = {});
-  bool name_taken() const { return name_taken_; }
+  /// Puts the empty log on disk. `path` is absolute and holds the "#"; `type` is "FILES" or "FOLDERS". Fails with
+  /// EEXIST when anything stands at `path`. `appversion` is for logs of runs that another version began.
+  Status createLogFile(const std::string& path, std::string_view type, std::string_view appversion = {});
   /// Reserves the disk space that the run's log needs: saveLog() cannot fail for want of it then. The reserved file
   /// outlives this object when it is destroyed before saveLog().
-  [[nodiscard]] std::string reserve(const LogRoom& room);
+  Status reserve(const LogRoom& room);
   /// Takes over a "#" log (which may be missing) of a run that was interrupted, and the space reserved for it.
-  [[nodiscard]] std::string take_over(const std::string& path, std::string_view type, std::string_view appversion);
+  Status take_over(const std::string& path, std::string_view type, std::string_view appversion);
   const std::string& path() const { return path_; }
 
   /// Appends an entry: old and new full path. A failed write is remembered and reported by saveLog.
@@ -72,7 +68,7 @@ class RenameLogWriter {
   /// Finishes the log: it is synced to disk and put at the "#" path with the number of entries in place of the "#",
   /// never over another file; where that name is taken, the next second's that is free is used. Then the "#" file goes.
   /// On failure the "#" file stays, and beside it only what reserve() made.
-  [[nodiscard]] std::string saveLog();
+  Status saveLog();
   /// Where saveLog put the log; empty before.
   const std::string& saved_path() const { return saved_path_; }
   /// Gives the run up: removes the "#" file and what was written.
@@ -84,7 +80,7 @@ class RenameLogWriter {
     std::string attribute;  // as it stands in the log
     bool representable = true;
   };
-  std::string begin(const std::string& path, std::string_view type, std::string_view appversion, int error);
+  Status begin(const std::string& path, std::string_view type, std::string_view appversion, int error);
   static void use_folder(Folder& folder, std::string_view bytes);
   void append_exact_names(std::string_view source_name, std::string_view target_name);
   void flush_if_full();
@@ -97,7 +93,6 @@ class RenameLogWriter {
   Folder source_;
   Folder target_;
   std::size_t count_ = 0;
-  bool name_taken_ = false;
 };
 
 // Reading.
@@ -112,7 +107,6 @@ struct LogEntry {
 };
 
 struct LogFile {
-  std::string error;  ///< why the file cannot be read as a log: one line that names it; nothing else is set then
   std::string appversion;
   std::string type;
   std::vector<LogEntry> entries;  ///< in document order, unusable ones too
@@ -123,9 +117,9 @@ struct LogFile {
 /// Reads any file that claims to be a log. Only regular files are opened. Entries are the elements "file" directly
 /// below the root "files"; one that lacks an attribute, whose folder is not absolute, or whose name cannot be that of
 /// an entry (empty, ".", "..", with "/" or NUL) is there with its fault.
-LogFile readLogFile(const std::string& path);
-/// The same for the content of a file; the error does not name any then.
-LogFile read_log_text(std::string xml);
+Result<LogFile> readLogFile(const std::string& path);
+/// The same for the content of a file; the reason does not name any then.
+Result<LogFile> read_log_text(std::string xml);
 
 // Listing and deleting.
 
@@ -146,6 +140,6 @@ std::vector<LogRecord> loadUserLogFiles(const std::string& folder);
 bool verifyLogFile(const std::string& path);
 
 /// Moves the file to the trash of its disk, or removes it where there is none.
-[[nodiscard]] std::string deleteLogFile(const std::string& path);
+Status deleteLogFile(const std::string& path);
 
 }  // namespace brindle

@@ -62,8 +62,7 @@ std::size_t count_restored(int descriptor, std::uint64_t entries) {
 }
 
 std::string path_in_data_folder(std::uint64_t log_checksum) {
-  std::string ignored;
-  if (!createApplicationUsersFolder("", ignored)) return {};
+  if (!createApplicationUsersFolder("").ok()) return {};
   return fmt::format("{}/{:016x}.undo", getAppPath(), log_checksum);
 }
 
@@ -73,36 +72,30 @@ std::string undo_progress_path(const std::string& log_path) {
   return log_path + ".undo";
 }
 
-UndoProgress::~UndoProgress() {
-  close_file();
-  if (log_ >= 0) ::close(log_);
-}
-
 void UndoProgress::close_file() {
   marks_.release();
-  if (descriptor_ >= 0) ::close(std::exchange(descriptor_, -1));
+  file_.close();
 }
 
 // Over a network only a file open for writing can be locked.
-std::string UndoProgress::lock(const std::string& log_path) {
+Status UndoProgress::lock(const std::string& log_path) {
   constexpr int flags = O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
-  log_ = ::open(log_path.c_str(), O_RDWR | flags);
-  if (log_ < 0) log_ = ::open(log_path.c_str(), O_RDONLY | flags);
+  log_ = FileDescriptor(::open(log_path.c_str(), O_RDWR | flags));
+  if (!log_) log_ = FileDescriptor(::open(log_path.c_str(), O_RDONLY | flags));
   struct stat opened {};
   struct stat named {};
-  int error = log_ < 0 || ::flock(log_, LOCK_EX | LOCK_NB) != 0 ? errno : 0;
-  if (error == EWOULDBLOCK) return fmt::format("“{}” is just being undone by another process", log_path);
-  if (error == 0 && (::fstat(log_, &opened) != 0 || ::lstat(log_path.c_str(), &named) != 0)) error = errno;
+  int error = !log_ || ::flock(log_.get(), LOCK_EX | LOCK_NB) != 0 ? errno : 0;
+  if (error == EWOULDBLOCK) return Status(fmt::format("“{}” is just being undone by another process", log_path), error);
+  if (error == 0 && (::fstat(log_.get(), &opened) != 0 || ::lstat(log_path.c_str(), &named) != 0)) error = errno;
   // The undo that held it has just come to its end, and put it away.
   if (error == 0 && (opened.st_ino != named.st_ino || opened.st_dev != named.st_dev)) error = ENOENT;
-  return error == 0
-             ? std::string()
-             : fmt::format("“{}” cannot be locked, and nothing was undone: {}", log_path, system_error_text(error));
+  if (error == 0) return {};
+  return Status(fmt::format("“{}” cannot be locked, and nothing was undone: {}", log_path, system_error_text(error)),
+                error);
 }
 
-std::string UndoProgress::open(const std::string& log_path, std::uint64_t log_checksum, std::size_t entries) {
-  std::string error = lock(log_path);
-  if (!error.empty()) return error;
+Status UndoProgress::open(const std::string& log_path, std::uint64_t log_checksum, std::size_t entries) {
+  if (Status status = lock(log_path); !status.ok()) return status;
   for (const std::string& path : {undo_progress_path(log_path), path_in_data_folder(log_checksum)}) {
     if (!path.empty() && open_file(path) == 0 && adopt_or_begin(log_checksum, entries) == 0) return {};
     close_file();
@@ -113,9 +106,10 @@ std::string UndoProgress::open(const std::string& log_path, std::uint64_t log_ch
 
 int UndoProgress::open_file(const std::string& path) {
   path_ = path;
-  descriptor_ = ::open(path.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, private_file_mode);
+  constexpr int flags = O_RDWR | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;
+  file_ = FileDescriptor(::open(path.c_str(), flags, private_file_mode));
   struct stat status {};
-  if (descriptor_ < 0 || ::fstat(descriptor_, &status) != 0) return errno;
+  if (!file_ || ::fstat(file_.get(), &status) != 0) return errno;
   // With a second name it may be any file, linked to here by another user.
   return S_ISREG(status.st_mode) && status.st_nlink == 1 ? 0 : EINVAL;
 }
@@ -125,26 +119,26 @@ int UndoProgress::adopt_or_begin(std::uint64_t log_checksum, std::size_t entries
   wanted.log_checksum = log_checksum;
   wanted.entries = entries;
   ProgressHeader found;
-  goes_on_ = read_header(descriptor_, found) && found.is_of_same_log(wanted);
+  goes_on_ = read_header(file_.get(), found) && found.is_of_same_log(wanted);
   end_before_ = goes_on_ ? found.end : UndoEnd::open;
-  if (!goes_on_ && ::ftruncate(descriptor_, 0) != 0) return errno;
-  if (!goes_on_) MarkMap::exempt_from_copy(descriptor_);
-  const int error = MarkMap::reserve(descriptor_, marks_offset(), entries);
+  if (!goes_on_ && ::ftruncate(file_.get(), 0) != 0) return errno;
+  if (!goes_on_) MarkMap::exempt_from_copy(file_.get());
+  const int error = MarkMap::reserve(file_.get(), marks_offset(), entries);
   // The header comes last: without it, whatever else is there counts for nothing.
-  if (error != 0 || !write_header(descriptor_, wanted)) {
+  if (error != 0 || !write_header(file_.get(), wanted)) {
     if (!goes_on_) ::unlink(path_.c_str());
     return error == 0 ? EIO : error;
   }
-  marks_.use(descriptor_, marks_offset(), entries);
+  marks_.use(file_.get(), marks_offset(), entries);
   return 0;
 }
 
 UndoMark UndoProgress::get(std::size_t entry) const {
-  return static_cast<UndoMark>(descriptor_ >= 0 ? marks_.get(entry) : unkept_[entry]);
+  return static_cast<UndoMark>(file_ ? marks_.get(entry) : unkept_[entry]);
 }
 
 void UndoProgress::set(std::size_t entry, UndoMark mark) {
-  if (descriptor_ >= 0) {
+  if (file_) {
     marks_.set(entry, static_cast<std::uint8_t>(mark));
   } else {
     unkept_[entry] = static_cast<std::uint8_t>(mark);
@@ -153,33 +147,30 @@ void UndoProgress::set(std::size_t entry, UndoMark mark) {
 
 void UndoProgress::finish(UndoEnd end) {
   ProgressHeader header;
-  if (descriptor_ < 0 || !read_header(descriptor_, header)) return;
+  if (!file_ || !read_header(file_.get(), header)) return;
   header.end = end;
-  write_header(descriptor_, header);  // what is lost of it is found out by looking at the disk
+  write_header(file_.get(), header);  // what is lost of it is found out by looking at the disk
 }
 
 void UndoProgress::remove() {
-  if (descriptor_ >= 0) ::unlink(path_.c_str());
+  if (file_) ::unlink(path_.c_str());
 }
 
 BrokenOffUndo broken_off_undo(const std::string& log_path) {
   BrokenOffUndo undo{log_path};
   constexpr int flags = O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
-  const int log = ::open(log_path.c_str(), flags);
-  const int descriptor = ::open(undo_progress_path(log_path).c_str(), flags);
+  const FileDescriptor log(::open(log_path.c_str(), flags));
+  const FileDescriptor file(::open(undo_progress_path(log_path).c_str(), flags));
   ProgressHeader header;
   struct stat status {};
-  const bool usable = log >= 0 && descriptor >= 0 && ::flock(log, LOCK_SH | LOCK_NB) == 0 &&
-                      ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) && read_header(descriptor, header) &&
+  const bool usable = log && file && ::flock(log.get(), LOCK_SH | LOCK_NB) == 0 && ::fstat(file.get(), &status) == 0 &&
+                      S_ISREG(status.st_mode) && read_header(file.get(), header) &&
                       header.magic == ProgressHeader{}.magic &&
                       header.entries <= static_cast<std::uint64_t>(status.st_size);
   if (usable) {
     undo.entries = header.entries;
-    undo.restored = count_restored(descriptor, header.entries);
+    undo.restored = count_restored(file.get(), header.entries);
     undo.end = header.end;
-  }
-  for (const int open : {log, descriptor}) {
-    if (open >= 0) ::close(open);
   }
   return undo;
 }

@@ -10,6 +10,8 @@
 #include <vector>
 
 #include "log/mark_map.h"
+#include "platform/file_descriptor.h"
+#include "platform/status.h"
 
 namespace brindle {
 
@@ -31,16 +33,11 @@ enum class UndoEnd : std::uint8_t {
 
 class UndoProgress {
  public:
-  UndoProgress() = default;
-  UndoProgress(const UndoProgress&) = delete;
-  UndoProgress& operator=(const UndoProgress&) = delete;
-  ~UndoProgress();
-
   /// Locks the log, and goes on with what an undo of it (same bytes) left, or begins anew. Where nothing can be kept
   /// beside the log, the data folder will do; where nothing can be kept at all (a full disk), the marks are lost with
-  /// this object. Returns a sentence when the log is gone, cannot be locked, or is just being undone by another
-  /// process.
-  [[nodiscard]] std::string open(const std::string& log_path, std::uint64_t log_checksum, std::size_t entries);
+  /// this object. Fails, with a sentence that names the log, when the log is gone, cannot be locked, or is just being
+  /// undone by another process.
+  Status open(const std::string& log_path, std::uint64_t log_checksum, std::size_t entries);
 
   UndoMark get(std::size_t entry) const;
   void set(std::size_t entry, UndoMark mark);
@@ -54,13 +51,13 @@ class UndoProgress {
   void remove();
 
  private:
-  std::string lock(const std::string& log_path);
+  Status lock(const std::string& log_path);
   int open_file(const std::string& path);
   int adopt_or_begin(std::uint64_t log_checksum, std::size_t entries);
   void close_file();
 
-  int log_ = -1;  // held locked
-  int descriptor_ = -1;
+  FileDescriptor log_;  // held locked
+  FileDescriptor file_;
   std::string path_;
   MarkMap marks_;
   std::vector<std::uint8_t> unkept_;  // the marks where there is no file

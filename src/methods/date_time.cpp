@@ -1,7 +1,6 @@
 #include "methods/date_time.h"
 
 #include <stdexcept>
-#include <system_error>
 
 #include "platform/file_dates.h"
 #include "text/string_utilities.h"
@@ -60,9 +59,8 @@ DateTimeParameters::DateTimeParameters(const DateTimeArguments& arguments)
 Date DateTimeParameters::date_of(const FileSystemItem& item) const {
   if (source_ == 2 && custom_date_) return *custom_date_;
   if (source_ != 0 && source_ != 1) throw std::invalid_argument("no date has been chosen");
-  int error = 0;
-  const std::optional<FileDates> dates = file_dates(item.disk_path(), error);
-  if (!dates) throw std::system_error(error, std::generic_category(), "the file's date cannot be read");
+  const Result<FileDates> dates = file_dates(item.disk_path());
+  if (!dates.ok()) throw std::runtime_error("the file's date cannot be read: " + dates.reason());
   return source_ == 0 ? dates->creation : dates->modification;
 }
 

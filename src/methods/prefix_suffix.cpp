@@ -17,9 +17,8 @@ PrefixSuffixParameters::PrefixSuffixParameters(const PrefixSuffixArguments& argu
 
 Date PrefixSuffixParameters::date_of(const FileSystemItem& item) const {
   if (attribute_ != 1 && attribute_ != 2) return now_;
-  int ignored = 0;
-  const std::optional<FileDates> dates = file_dates(item.disk_path(), ignored);
-  if (!dates) return now_;
+  const Result<FileDates> dates = file_dates(item.disk_path());
+  if (!dates.ok()) return now_;
   return attribute_ == 1 ? dates->creation : dates->modification;
 }
 

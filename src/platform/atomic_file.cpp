@@ -30,11 +30,10 @@ bool is_still_empty(int descriptor, const WriteTarget& place) {
 // nobody has written to it.
 int place_on_own_file(const WriteTarget& from, const WriteTarget& to) {
   const int to_folder = to.folder.descriptor();
-  const int descriptor =
-      ::openat(to_folder, to.name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, private_file_mode);
-  if (descriptor < 0) return errno;
-  const bool is_ours = is_still_empty(descriptor, to);
-  ::close(descriptor);
+  FileDescriptor made(::openat(to_folder, to.name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, private_file_mode));
+  if (!made) return errno;
+  const bool is_ours = is_still_empty(made.get(), to);
+  made.close();
   if (!is_ours) return EEXIST;
   if (::renameat(from.folder.descriptor(), from.name.c_str(), to_folder, to.name.c_str()) == 0) return 0;
   const int error = errno;
@@ -75,33 +74,15 @@ void hand_on_permissions(const struct stat& old, int descriptor) {
 
 }  // namespace
 
-AtomicFile::AtomicFile(AtomicFile&& other) noexcept
-    : temporary_(std::move(other.temporary_)),
-      name_(std::move(other.name_)),
-      descriptor_(std::exchange(other.descriptor_, -1)),
-      error_(other.error_),
-      is_reserved_(other.is_reserved_),
-      written_(other.written_) {}
-
-AtomicFile& AtomicFile::operator=(AtomicFile&& other) noexcept {
-  std::swap(temporary_, other.temporary_);
-  std::swap(name_, other.name_);
-  std::swap(descriptor_, other.descriptor_);
-  std::swap(error_, other.error_);
-  std::swap(is_reserved_, other.is_reserved_);
-  std::swap(written_, other.written_);
-  return *this;
-}
-
-AtomicFile::~AtomicFile() {
+void AtomicFile::give_up() {
   if (is_reserved_) leave();
   discard();
 }
 
 int AtomicFile::make(WriteTarget temporary, unsigned mode) {
   const int flags = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
-  descriptor_ = ::openat(temporary.folder.descriptor(), temporary.name.c_str(), flags, mode);
-  if (descriptor_ < 0) return errno;
+  file_ = FileDescriptor(::openat(temporary.folder.descriptor(), temporary.name.c_str(), flags, mode));
+  if (!file_) return errno;
   temporary_ = std::move(temporary);
   error_ = 0;
   is_reserved_ = false;
@@ -121,11 +102,11 @@ int AtomicFile::take_over(const std::string& temporary_path) {
   discard();
   WriteTarget temporary = target_at(temporary_path);
   if (!temporary.folder) return temporary.folder.error();
-  descriptor_ =
-      ::openat(temporary.folder.descriptor(), temporary.name.c_str(), O_WRONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+  constexpr int flags = O_WRONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;
+  file_ = FileDescriptor(::openat(temporary.folder.descriptor(), temporary.name.c_str(), flags));
   struct stat status {};
-  const bool is_ours = descriptor_ >= 0 && ::fstat(descriptor_, &status) == 0 && S_ISREG(status.st_mode) &&
-                       status.st_nlink == 1 && status.st_uid == ::geteuid();
+  const bool is_ours = file_ && ::fstat(file_.get(), &status) == 0 && S_ISREG(status.st_mode) && status.st_nlink == 1 &&
+                       status.st_uid == ::geteuid();
   if (!is_ours) {
     leave();
     return open(temporary_path);
@@ -139,7 +120,7 @@ int AtomicFile::take_over(const std::string& temporary_path) {
 
 int AtomicFile::reserve(std::uint64_t size) {
   is_reserved_ = true;
-  return ::posix_fallocate(descriptor_, 0, static_cast<off_t>(std::max<std::uint64_t>(size, 1)));
+  return ::posix_fallocate(file_.get(), 0, static_cast<off_t>(std::max<std::uint64_t>(size, 1)));
 }
 
 int AtomicFile::open_for(const std::string& path) {
@@ -157,18 +138,18 @@ int AtomicFile::open_for(WriteTarget target) {
   const unsigned mode = !replaces ? 0666U : is_ours ? private_file_mode : (old.st_mode & 0666U) | private_file_mode;
   name_ = std::exchange(target.name, unique_name());
   const int error = make(std::move(target), mode);
-  if (error == 0 && is_ours) hand_on_permissions(old, descriptor_);
+  if (error == 0 && is_ours) hand_on_permissions(old, file_.get());
   return error;
 }
 
 void AtomicFile::write(std::string_view bytes) {
-  if (error_ == 0) error_ = descriptor_ < 0 ? EBADF : write_all(descriptor_, bytes);
+  if (error_ == 0) error_ = file_ ? write_all(file_.get(), bytes) : EBADF;
   if (error_ == 0) written_ += bytes.size();
 }
 
 int AtomicFile::sync() {
-  if (error_ == 0 && is_reserved_ && ::ftruncate(descriptor_, static_cast<off_t>(written_)) != 0) error_ = errno;
-  if (error_ == 0 && ::fsync(descriptor_) != 0) error_ = errno;
+  if (error_ == 0 && is_reserved_ && ::ftruncate(file_.get(), static_cast<off_t>(written_)) != 0) error_ = errno;
+  if (error_ == 0 && ::fsync(file_.get()) != 0) error_ = errno;
   return error_;
 }
 
@@ -178,7 +159,7 @@ int AtomicFile::place_exclusively(const std::string& path) {
   if (!to.folder) return to.folder.error();
   int error = move_exclusively(temporary_.folder, temporary_.name.c_str(), to.folder, to.name.c_str());
   if (error == ENOTSUP) error = place_on_own_file(temporary_, to);
-  if (error == 0) close();
+  if (error == 0) leave();
   return error == 0 ? sync_folder(to.folder.descriptor()) : error;
 }
 
@@ -187,22 +168,18 @@ int AtomicFile::place() {
   const int folder = temporary_.folder.descriptor();
   if (::renameat(folder, temporary_.name.c_str(), folder, name_.c_str()) != 0) return errno;
   const int error = sync_folder(folder);
-  close();
+  leave();
   return error;
 }
 
 void AtomicFile::discard() {
-  if (descriptor_ < 0) return;
+  if (!file_) return;
   ::unlinkat(temporary_.folder.descriptor(), temporary_.name.c_str(), 0);
-  close();
+  leave();
 }
 
 void AtomicFile::leave() {
-  if (descriptor_ >= 0) close();
-}
-
-void AtomicFile::close() {
-  ::close(std::exchange(descriptor_, -1));
+  file_.close();
   temporary_ = {};
 }
 
@@ -217,24 +194,21 @@ int write_all(int descriptor, std::string_view bytes) {
 }
 
 int write_new_file(const std::string& path, std::string_view bytes, unsigned mode) {
-  const int descriptor = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode);
-  if (descriptor < 0) return errno;
-  int error = write_all(descriptor, bytes);
-  if (::close(descriptor) != 0 && error == 0) error = errno;
+  FileDescriptor file(::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode));
+  if (!file) return errno;
+  int error = write_all(file.get(), bytes);
+  if (const int late = file.close(); error == 0) error = late;
   if (error != 0) ::unlink(path.c_str());
   return error;
 }
 
-std::string write_file_atomically(const std::string& path, std::string_view content) {
+Status write_file_atomically(const std::string& path, std::string_view content) {
   AtomicFile file;
   int error = file.open_for(path);
   file.write(content);
   if (error == 0) error = file.place();
-  return error == 0 ? std::string() : fmt::format("“{}” cannot be written: {}", path, system_error_text(error));
-}
-
-FileReader::~FileReader() {
-  if (descriptor_ >= 0) ::close(descriptor_);
+  return error == 0 ? Status()
+                    : Status(fmt::format("“{}” cannot be written: {}", path, system_error_text(error)), error);
 }
 
 int FileReader::open(const std::string& path) {
@@ -242,8 +216,8 @@ int FileReader::open(const std::string& path) {
   if (::stat(path.c_str(), &status) != 0) return errno;
   if (S_ISDIR(status.st_mode)) return EISDIR;
   if (!S_ISREG(status.st_mode)) return EINVAL;  // opening a device can do things
-  descriptor_ = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
-  if (descriptor_ < 0 || ::fstat(descriptor_, &status) != 0) return errno;
+  file_ = FileDescriptor(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+  if (!file_ || ::fstat(file_.get(), &status) != 0) return errno;
   size_ = static_cast<std::size_t>(status.st_size);
   return S_ISREG(status.st_mode) ? 0 : EINVAL;
 }
@@ -251,7 +225,7 @@ int FileReader::open(const std::string& path) {
 std::size_t FileReader::read(char* buffer, std::size_t size) {
   std::size_t filled = 0;
   while (filled < size && error_ == 0) {
-    const ssize_t got = ::read(descriptor_, buffer + filled, size - filled);
+    const ssize_t got = ::read(file_.get(), buffer + filled, size - filled);
     if (got == 0) break;
     if (got > 0) filled += static_cast<std::size_t>(got);
     if (got < 0 && errno != EINTR) error_ = errno;
@@ -259,14 +233,18 @@ std::size_t FileReader::read(char* buffer, std::size_t size) {
   return filled;
 }
 
-int read_regular_file(const std::string& path, std::size_t limit, std::string& content) {
+Result<std::string> read_regular_file(const std::string& path, std::size_t limit) {
   FileReader file;
-  const int error = file.open(path);
-  if (error != 0) return error;
-  if (file.size() > limit) return EFBIG;
-  content.resize(file.size());
-  content.resize(file.read(content.data(), content.size()));
-  return file.error();
+  int error = file.open(path);
+  if (error == 0 && file.size() > limit) error = EFBIG;
+  std::string content;
+  if (error == 0) {
+    content.resize(file.size());
+    content.resize(file.read(content.data(), content.size()));
+    error = file.error();
+  }
+  if (error != 0) return Status(reading_error_text(error, limit), error);
+  return content;
 }
 
 std::string reading_error_text(int error, std::size_t limit) {
@@ -276,11 +254,8 @@ std::string reading_error_text(int error, std::size_t limit) {
 }
 
 int sync_folder_of(const std::string& path) {
-  const int descriptor = ::open(split_path(path).folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  if (descriptor < 0) return errno;
-  const int error = sync_folder(descriptor);
-  ::close(descriptor);
-  return error;
+  const FileDescriptor folder(::open(split_path(path).folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  return folder ? sync_folder(folder.get()) : errno;
 }
 
 PathParts split_path(std::string_view path) {

@@ -7,6 +7,8 @@
 #include <string>
 #include <string_view>
 
+#include "platform/file_descriptor.h"
+#include "platform/status.h"
 #include "platform/write_target.h"
 
 namespace brindle {
@@ -19,9 +21,8 @@ constexpr unsigned private_file_mode = 0600;
 class AtomicFile {
  public:
   AtomicFile() = default;
-  AtomicFile(AtomicFile&& other) noexcept;
-  AtomicFile& operator=(AtomicFile&& other) noexcept;
-  ~AtomicFile();
+  AtomicFile(AtomicFile&&) = delete;
+  ~AtomicFile() { give_up(); }
 
   /// Makes the file at `temporary_path` for the user alone, replacing what an interrupted run left there (never through
   /// a symbolic link). Returns 0 or errno, as all calls below.
@@ -37,7 +38,6 @@ class AtomicFile {
   /// hands on whom it kept out. A symbolic link at `path` is followed where find_write_target() does.
   [[nodiscard]] int open_for(const std::string& path);
   [[nodiscard]] int open_for(WriteTarget target);
-  bool is_open() const { return descriptor_ >= 0; }
   /// After an error, further writes do nothing; sync() reports it.
   void write(std::string_view bytes);
   /// Brings the bytes to the disk.
@@ -47,16 +47,17 @@ class AtomicFile {
   /// Gives a file made by open_for() its name in place of whatever stands there, once its bytes are on the disk.
   [[nodiscard]] int place();
   void discard();
+  /// What the destructor does.
+  void give_up();
   /// Ends the writing; the file stays under its temporary name.
   void leave();
 
  private:
   int make(WriteTarget temporary, unsigned mode);
-  void close();
 
   WriteTarget temporary_;
   std::string name_;  // of open_for(): in the same folder
-  int descriptor_ = -1;
+  FileDescriptor file_;
   int error_ = 0;
   bool is_reserved_ = false;   // the file may be longer than what was written
   std::uint64_t written_ = 0;  // bytes
@@ -70,17 +71,12 @@ class AtomicFile {
 [[nodiscard]] int write_new_file(const std::string& path, std::string_view bytes, unsigned mode);
 
 /// Writes a whole file in place of the old one, as AtomicFile::open_for() and place() do: after a crash there is the
-/// old or the new one. Returns a sentence (UTF-8), empty on success.
-[[nodiscard]] std::string write_file_atomically(const std::string& path, std::string_view content);
+/// old or the new one. The sentence names the file.
+Status write_file_atomically(const std::string& path, std::string_view content);
 
 /// Reads a regular file from its start; never waits on a pipe or device.
 class FileReader {
  public:
-  FileReader() = default;
-  FileReader(const FileReader&) = delete;
-  FileReader& operator=(const FileReader&) = delete;
-  ~FileReader();
-
   /// Returns 0 or errno (EINVAL for what is no regular file).
   [[nodiscard]] int open(const std::string& path);
   /// In bytes, when the file was opened.
@@ -90,15 +86,15 @@ class FileReader {
   int error() const { return error_; }
 
  private:
-  int descriptor_ = -1;
+  FileDescriptor file_;
   int error_ = 0;
   std::size_t size_ = 0;
 };
 
-/// Reads a regular file of at most `limit` bytes. Returns 0 or errno (EFBIG: too large).
-[[nodiscard]] int read_regular_file(const std::string& path, std::size_t limit, std::string& content);
+/// Reads a regular file of at most `limit` bytes. The reason, a clause, does not name the file.
+Result<std::string> read_regular_file(const std::string& path, std::size_t limit);
 
-/// Why read_regular_file() or FileReader::open() failed; `limit` in bytes.
+/// Why FileReader::open() failed, or EFBIG: the file has more than `limit` bytes.
 std::string reading_error_text(int error, std::size_t limit);
 
 /// Brings the entries of the folder that holds `path` to the disk. Returns 0 or errno.

@@ -32,13 +32,12 @@ int make_folder(const std::string& path, unsigned mode) {
 
 // What lies in these folders names what the user has; earlier versions made them as open as any.
 void close_to_others(const std::string& path) {
-  const int folder = ::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
-  if (folder < 0) return;
+  const FileDescriptor folder(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
   struct stat status {};
-  const bool is_open = ::fstat(folder, &status) == 0 && status.st_uid == ::geteuid() && (status.st_mode & 077U) != 0;
-  const int ignored = is_open ? ::fchmod(folder, status.st_mode & 0700U) : 0;  // a disk may know no permissions
+  const bool is_open =
+      folder && ::fstat(folder.get(), &status) == 0 && status.st_uid == ::geteuid() && (status.st_mode & 077U) != 0;
+  const int ignored = is_open ? ::fchmod(folder.get(), status.st_mode & 0700U) : 0;  // a disk may know no permissions
   static_cast<void>(ignored);
-  ::close(folder);
 }
 
 // One of the XDG base folders.
@@ -77,17 +76,17 @@ int make_folders(const std::string& path, unsigned mode) {
   return make_folder(path, mode);
 }
 
-bool createApplicationUsersFolder(std::string_view name, std::string& error) {
+Status createApplicationUsersFolder(std::string_view name) {
   std::string path = getAppPath();
   if (path.empty()) {
-    error = "there is no home folder: neither HOME nor XDG_DATA_HOME is set to an absolute path";
-    return false;
+    return Status("there is no home folder: neither HOME nor XDG_DATA_HOME is set to an absolute path", ENOENT);
   }
   if (!name.empty()) path.append("/").append(name);
-  const int number = make_folders(path, 0700);
-  if (number == 0) close_to_others(path);
-  if (number != 0) error = fmt::format("the folder “{}” cannot be made: {}", path, system_error_text(number));
-  return number == 0;
+  const int error = make_folders(path, 0700);
+  if (error != 0)
+    return Status(fmt::format("the folder “{}” cannot be made: {}", path, system_error_text(error)), error);
+  close_to_others(path);
+  return {};
 }
 
 }  // namespace brindle

@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "platform/status.h"
+
 namespace brindle {
 
 /// $XDG_DATA_HOME; ~/.local/share when that is unset, empty or not absolute. Empty when no home folder can be told.
@@ -17,9 +19,9 @@ std::string config_home();
 std::string getAppPath();
 
 /// Makes sure that the subfolder `name` of the data folder exists ("" for the data folder itself), with all that is
-/// above it. The folders it makes are the user's alone, and so is the subfolder from now on if it is ours. False with
-/// `error` (UTF-8) set when it cannot be had.
-bool createApplicationUsersFolder(std::string_view name, std::string& error);
+/// above it. The folders it makes are the user's alone, and so is the subfolder from now on if it is ours. The
+/// sentence names the folder.
+Status createApplicationUsersFolder(std::string_view name);
 
 /// Makes the folder at an absolute path with all that is above it. Returns 0 or errno; an existing folder will do.
 int make_folders(const std::string& path, unsigned mode);

@@ -5,6 +5,8 @@
 
 #include <cerrno>
 
+#include "platform/atomic_file.h"
+
 namespace brindle {
 namespace {
 
@@ -14,11 +16,11 @@ Date to_date(const struct statx_timestamp& stamp) {
 
 }  // namespace
 
-std::optional<FileDates> file_dates(const std::string& path, int& error) {
+Result<FileDates> file_dates(const std::string& path) {
   struct statx found {};
   if (statx(AT_FDCWD, path.c_str(), AT_SYMLINK_NOFOLLOW, STATX_MTIME | STATX_BTIME, &found) != 0) {
-    error = errno;
-    return std::nullopt;
+    const int error = errno;
+    return Status(system_error_text(error), error);
   }
   const Date modification = to_date(found.stx_mtime);
   const bool has_birth = (found.stx_mask & STATX_BTIME) != 0;

@@ -2,10 +2,10 @@
 
 // The dates a disk keeps of a file.
 
-#include <optional>
 #include <string>
 
 #include "platform/date.h"
+#include "platform/status.h"
 
 namespace brindle {
 
@@ -14,8 +14,8 @@ struct FileDates {
   Date modification;  ///< when its content last changed
 };
 
-/// The dates of what stands at `path` (bytes), a last symbolic link not followed. None when it cannot be read; `error`
-/// is then the system's error number. Any thread.
-std::optional<FileDates> file_dates(const std::string& path, int& error);
+/// The dates of what stands at `path` (bytes), a last symbolic link not followed. The reason is a clause that names no
+/// file; its errno is set. Any thread.
+Result<FileDates> file_dates(const std::string& path);
 
 }  // namespace brindle

@@ -106,18 +106,15 @@ std::size_t end_of_piece(const std::string& path, std::size_t begin, std::size_t
 // The kernel takes less than PATH_MAX bytes a call: a longer path is walked in pieces of at most so many bytes, each
 // with the "/" before it left out.
 int open_in_pieces(const std::string& path, std::size_t most, OpenPiece open) {
-  int at = AT_FDCWD;
+  FileDescriptor at;
   for (std::size_t begin = 0; begin < path.size();) {
     const std::size_t end = end_of_piece(path, begin, most);
     const std::string piece = path.substr(begin, end - begin);
     const std::size_t next_begin = path.find_first_not_of('/', end);
     const bool is_last = next_begin == std::string::npos;
-    const int next = open(at, piece.c_str(), is_last ? folder_flags : way_flags);
-    const int error = errno;
-    if (at != AT_FDCWD) ::close(at);
-    errno = error;
+    const int next = open(at ? at.get() : AT_FDCWD, piece.c_str(), is_last ? folder_flags : way_flags);
     if (next < 0 || is_last) return next;
-    at = next;
+    at = FileDescriptor(next);
     begin = next_begin;
   }
   errno = ENOENT;
@@ -127,19 +124,6 @@ int open_in_pieces(const std::string& path, std::size_t most, OpenPiece open) {
 constexpr std::size_t longest_piece = PATH_MAX - 1;
 
 }  // namespace
-
-FolderHandle::FolderHandle(FolderHandle&& other) noexcept
-    : descriptor_(std::exchange(other.descriptor_, -1)), error_(other.error_) {}
-
-FolderHandle& FolderHandle::operator=(FolderHandle&& other) noexcept {
-  std::swap(descriptor_, other.descriptor_);
-  std::swap(error_, other.error_);
-  return *this;
-}
-
-FolderHandle::~FolderHandle() {
-  if (descriptor_ >= 0) ::close(descriptor_);
-}
 
 FolderHandle FolderHandle::open(const std::string& path) {
   int descriptor = ::open(path.c_str(), folder_flags);
@@ -160,45 +144,45 @@ FolderHandle FolderHandle::closed(int error) {
 }
 
 FolderHandle FolderHandle::open_child(const char* name) const {
-  const int descriptor = open_real_component(descriptor_, name, folder_flags);
+  const int descriptor = open_real_component(folder_.get(), name, folder_flags);
   return FolderHandle(descriptor, descriptor < 0 ? errno : 0);
 }
 
 bool FolderHandle::look_up(const char* name, EntryFacts& facts) const {
   struct stat status {};
-  if (::fstatat(descriptor_, name, &status, AT_SYMLINK_NOFOLLOW) != 0) return false;
+  if (::fstatat(folder_.get(), name, &status, AT_SYMLINK_NOFOLLOW) != 0) return false;
   facts = {kind_of_mode(status.st_mode), status.st_ino, status.st_dev, status.st_nlink};
   return true;
 }
 
 bool FolderHandle::exists(const char* name) const {
-  return ::faccessat(descriptor_, name, F_OK, AT_SYMLINK_NOFOLLOW) == 0;
+  return ::faccessat(folder_.get(), name, F_OK, AT_SYMLINK_NOFOLLOW) == 0;
 }
 
 bool FolderHandle::stamp(FolderStamp& stamp) const {
   struct stat status {};
-  if (::fstat(descriptor_, &status) != 0) return false;
+  if (::fstat(folder_.get(), &status) != 0) return false;
   stamp = {status.st_dev, status.st_ino, nanoseconds(status.st_mtim), nanoseconds(status.st_ctim)};
   return true;
 }
 
 bool FolderHandle::identity(FolderIdentity& identity) const {
   struct stat status {};
-  if (::fstat(descriptor_, &status) != 0) return false;
+  if (::fstat(folder_.get(), &status) != 0) return false;
   identity = {status.st_dev, status.st_ino};
   return true;
 }
 
 bool FolderHandle::has_lasting_inodes() const {
   struct statfs disk {};
-  if (::fstatfs(descriptor_, &disk) != 0) return false;
+  if (::fstatfs(folder_.get(), &disk) != 0) return false;
   const auto type = static_cast<std::uint64_t>(disk.f_type) & 0xFFFFFFFFU;
   return std::find(lasting_inodes.begin(), lasting_inodes.end(), type) != lasting_inodes.end();
 }
 
 std::size_t FolderHandle::name_limit() const {
   struct statvfs disk {};
-  if (::fstatvfs(descriptor_, &disk) != 0 || disk.f_namemax == 0) return NAME_MAX;
+  if (::fstatvfs(folder_.get(), &disk) != 0 || disk.f_namemax == 0) return NAME_MAX;
   return disk.f_namemax;
 }
 

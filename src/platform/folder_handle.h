@@ -11,6 +11,8 @@
 #include <string>
 #include <string_view>
 
+#include "platform/file_descriptor.h"
+
 namespace brindle {
 
 /// What a folder's listing says of an entry without a look at the entry itself.
@@ -50,9 +52,6 @@ struct FolderIdentity {
 class FolderHandle {
  public:
   FolderHandle() = default;
-  FolderHandle(FolderHandle&& other) noexcept;
-  FolderHandle& operator=(FolderHandle&& other) noexcept;
-  ~FolderHandle();
 
   // Absolute paths may have any length (longer than PATH_MAX too). On failure the handle is empty and `error()` holds
   // errno.
@@ -68,8 +67,8 @@ class FolderHandle {
   /// An empty handle that says why.
   static FolderHandle closed(int error);
 
-  explicit operator bool() const { return descriptor_ >= 0; }
-  int descriptor() const { return descriptor_; }
+  explicit operator bool() const { return static_cast<bool>(folder_); }
+  int descriptor() const { return folder_.get(); }
   int error() const { return error_; }
 
   /// False when there is no such entry (errno tells). `name` is NUL-terminated.
@@ -84,8 +83,8 @@ class FolderHandle {
   std::size_t name_limit() const;
 
  private:
-  explicit FolderHandle(int descriptor, int error) : descriptor_(descriptor), error_(error) {}
-  int descriptor_ = -1;
+  explicit FolderHandle(int descriptor, int error) : folder_(descriptor), error_(error) {}
+  FileDescriptor folder_;
   int error_ = 0;
 };
 

@@ -1,6 +1,7 @@
 #include "platform/output_file.h"
 
 #include <fcntl.h>
+#include <fmt/format.h>
 #include <pthread.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -53,29 +54,30 @@ class BrokenPipeIsNoSignal {
 
 }  // namespace
 
-OutputFile::~OutputFile() {
-  if (descriptor_ >= 0) ::close(descriptor_);
+Status OutputFile::open(const std::string& path) {
+  path_ = path;
+  buffer_.reserve(buffer_size);
+  WriteTarget target;
+  error_ = is_own_descriptor(path) ? open_stream(path) : find_write_target(path, target);
+  if (error_ == 0 && !stream_) error_ = is_stream(path) ? open_stream(path) : file_.open_for(std::move(target));
+  return status();
 }
 
-int OutputFile::open(const std::string& path) {
-  buffer_.reserve(buffer_size);
-  if (is_own_descriptor(path)) return error_ = open_stream(path);
-  WriteTarget target;
-  error_ = find_write_target(path, target);
-  if (error_ == 0) error_ = is_stream(path) ? open_stream(path) : file_.open_for(std::move(target));
-  return error_;
+Status OutputFile::status() const {
+  if (error_ == 0) return {};
+  return Status(fmt::format("“{}” cannot be written: {}", path_, system_error_text(error_)), error_);
 }
 
 int OutputFile::open_stream(const std::string& path) {
-  descriptor_ = ::open(path.c_str(), O_WRONLY | O_APPEND | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+  stream_ = FileDescriptor(::open(path.c_str(), O_WRONLY | O_APPEND | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
   // Of the three that every program has, a closed one leads to a folder (see process_setup.h).
-  if (descriptor_ < 0) return errno == EISDIR ? EBADF : errno;
+  if (!stream_) return errno == EISDIR ? EBADF : errno;
   struct stat status {};
-  if (::fstat(descriptor_, &status) != 0) return errno;
+  if (::fstat(stream_.get(), &status) != 0) return errno;
   if (S_ISREG(status.st_mode) && !is_own_descriptor(path)) return EINVAL;  // put there this very moment
   // Only the opening must not wait.
-  const int flags = ::fcntl(descriptor_, F_GETFL);
-  return flags < 0 || ::fcntl(descriptor_, F_SETFL, flags & ~O_NONBLOCK) != 0 ? errno : 0;
+  const int flags = ::fcntl(stream_.get(), F_GETFL);
+  return flags < 0 || ::fcntl(stream_.get(), F_SETFL, flags & ~O_NONBLOCK) != 0 ? errno : 0;
 }
 
 void OutputFile::write(std::string_view bytes) {
@@ -89,18 +91,18 @@ void OutputFile::write(std::string_view bytes) {
 }
 
 void OutputFile::flush() {
-  if (error_ == 0 && descriptor_ < 0) file_.write(buffer_);
-  if (error_ == 0 && descriptor_ >= 0) {
+  if (error_ == 0 && !stream_) file_.write(buffer_);
+  if (error_ == 0 && stream_) {
     const BrokenPipeIsNoSignal quiet;
-    error_ = write_all(descriptor_, buffer_);
+    error_ = write_all(stream_.get(), buffer_);
   }
   buffer_.clear();
 }
 
-int OutputFile::finish() {
+Status OutputFile::finish() {
   flush();
-  if (error_ == 0 && descriptor_ < 0) error_ = file_.place();
-  return error_;
+  if (error_ == 0 && !stream_) error_ = file_.place();
+  return status();
 }
 
 }  // namespace brindle

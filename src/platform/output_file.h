@@ -13,25 +13,24 @@ namespace brindle {
 class OutputFile {
  public:
   OutputFile() = default;
-  OutputFile(const OutputFile&) = delete;
-  OutputFile& operator=(const OutputFile&) = delete;
-  ~OutputFile();
 
   /// Turns to a path. A regular file there is replaced by finish() as AtomicFile does it, through links too. What is no
   /// regular file, and what the program has open already (such as /dev/stdout, wherever that leads), is appended to as
-  /// the text comes. A pipe that nobody reads is refused (ENXIO). Returns 0 or what find_write_target() returns.
-  [[nodiscard]] int open(const std::string& path);
+  /// the text comes. A pipe that nobody reads is refused. The sentence, here and below, names the file.
+  Status open(const std::string& path);
   /// Buffered. After an error further writes do nothing; finish() reports it.
   void write(std::string_view bytes);
-  /// Writes the rest, and gives a replaced file its name. Returns 0 or errno.
-  [[nodiscard]] int finish();
+  /// Writes the rest, and gives a replaced file its name.
+  Status finish();
 
  private:
   int open_stream(const std::string& path);
   void flush();
+  Status status() const;
 
+  std::string path_;
   AtomicFile file_;
-  int descriptor_ = -1;  // written to directly
+  FileDescriptor stream_;  // written to directly
   int error_ = 0;
   std::string buffer_;
 };

@@ -7,7 +7,6 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <utility>
 
 #include "platform/folder_handle.h"
 
@@ -36,28 +35,15 @@ int open_in_real_folder(const std::string& path) {
 
 }  // namespace
 
-RegularFile::RegularFile(RegularFile&& other) noexcept
-    : descriptor_(std::exchange(other.descriptor_, -1)), size_(other.size_) {}
-
-RegularFile& RegularFile::operator=(RegularFile&& other) noexcept {
-  std::swap(descriptor_, other.descriptor_);
-  std::swap(size_, other.size_);
-  return *this;
-}
-
-RegularFile::~RegularFile() {
-  if (descriptor_ >= 0) ::close(descriptor_);
-}
-
 RegularFile RegularFile::open(const std::string& path) {
   RegularFile file;
   struct stat facts {};
   // Asked twice: opening a device may do something, and what the path leads to may change in between.
   if (::stat(path.c_str(), &facts) == 0 ? !S_ISREG(facts.st_mode) : errno != ENAMETOOLONG) return file;
-  file.descriptor_ = open_real_path(path);
-  if (!file) file.descriptor_ = open_in_real_folder(path);
+  file.file_ = FileDescriptor(open_real_path(path));
+  if (!file) file.file_ = FileDescriptor(open_in_real_folder(path));
   if (!file) return file;
-  if (::fstat(file.descriptor_, &facts) != 0 || !S_ISREG(facts.st_mode)) return {};
+  if (::fstat(file.descriptor(), &facts) != 0 || !S_ISREG(facts.st_mode)) return {};
   file.size_ = static_cast<std::uint64_t>(facts.st_size);
   return file;
 }
@@ -65,14 +51,14 @@ RegularFile RegularFile::open(const std::string& path) {
 void RegularFile::expect_small_reads() const {
   constexpr std::uint64_t usual_fetch = 64U << 10U;
   if (size_ <= usual_fetch) return;
-  ::posix_fadvise(descriptor_, 0, 0, POSIX_FADV_RANDOM);  // mere advice: no matter whether it is taken
+  ::posix_fadvise(file_.get(), 0, 0, POSIX_FADV_RANDOM);  // mere advice: no matter whether it is taken
 }
 
 std::size_t RegularFile::read_at(std::uint64_t offset, void* buffer, std::size_t count) const {
   std::size_t done = 0;
   while (done < count) {
     const ssize_t got =
-        ::pread(descriptor_, static_cast<char*>(buffer) + done, count - done, static_cast<off_t>(offset + done));
+        ::pread(file_.get(), static_cast<char*>(buffer) + done, count - done, static_cast<off_t>(offset + done));
     if (got < 0 && errno == EINTR) continue;
     if (got <= 0) break;
     done += static_cast<std::size_t>(got);

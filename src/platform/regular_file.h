@@ -7,16 +7,13 @@
 #include <cstdint>
 #include <string>
 
+#include "platform/file_descriptor.h"
+
 namespace brindle {
 
 /// Owns one descriptor. Movable. Reading moves nothing, so several threads may read at once.
 class RegularFile {
  public:
-  RegularFile() = default;
-  RegularFile(RegularFile&& other) noexcept;
-  RegularFile& operator=(RegularFile&& other) noexcept;
-  ~RegularFile();
-
   /// Opens for reading: the file, or what it leads to when it is itself a symbolic link; never through a link on the
   /// way. An empty object when that fails or the path leads to anything but a regular file; never waits for another
   /// process.
@@ -26,15 +23,15 @@ class RegularFile {
   /// much.
   void expect_small_reads() const;
 
-  explicit operator bool() const { return descriptor_ >= 0; }
-  int descriptor() const { return descriptor_; }
+  explicit operator bool() const { return static_cast<bool>(file_); }
+  int descriptor() const { return file_.get(); }
   std::uint64_t size() const { return size_; }  ///< bytes, when it was opened
 
   /// Reads up to `count` bytes from `offset`; fewer at the end of the file, or where the disk fails.
   std::size_t read_at(std::uint64_t offset, void* buffer, std::size_t count) const;
 
  private:
-  int descriptor_ = -1;
+  FileDescriptor file_;
   std::uint64_t size_ = 0;
 };
 

@@ -10,14 +10,15 @@
 #include <string>
 #include <string_view>
 
+#include "platform/status.h"
 #include "plist/property_list_limits.h"
 #include "plist/property_value.h"
 
 namespace brindle {
 
 /// Reads all kinds of a PropertyValue, with any sizes of offsets and references. A shared object is read once for each
-/// reference to it. Returns a clause that says what is wrong; empty, and `value` set, on success.
-std::string read_binary_property_list(std::string_view bytes, PropertyValue& value, const PropertyListBudget& budget);
+/// reference to it. The reason is a clause.
+Result<PropertyValue> read_binary_property_list(std::string_view bytes, const PropertyListBudget& budget);
 
 /// The same value always gives the same bytes. Equal texts share one object.
 std::string write_binary_property_list(const PropertyValue& value);

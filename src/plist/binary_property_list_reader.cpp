@@ -228,12 +228,11 @@ class BinaryReader {
 
 }  // namespace
 
-std::string read_binary_property_list(std::string_view bytes, PropertyValue& value, const PropertyListBudget& budget) {
+Result<PropertyValue> read_binary_property_list(std::string_view bytes, const PropertyListBudget& budget) {
   BinaryReader reader(bytes, budget);
-  std::optional<PropertyValue> read = reader.read();
-  if (!read) return reader.error();
-  value = std::move(*read);
-  return {};
+  std::optional<PropertyValue> value = reader.read();
+  if (!value) return Status(reader.error());
+  return std::move(*value);
 }
 
 }  // namespace brindle

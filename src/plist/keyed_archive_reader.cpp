@@ -142,9 +142,9 @@ class Unarchiver {
 }  // namespace
 
 std::optional<PropertyValue> unarchive_value(std::string_view bytes) {
-  PropertyList list;
-  if (!read_property_list(bytes, list).empty()) return std::nullopt;
-  const auto* archive = list.value.get_if<PropertyDictionary>();
+  const Result<PropertyList> list = read_property_list(bytes);
+  if (!list.ok()) return std::nullopt;
+  const auto* archive = list->value.get_if<PropertyDictionary>();
   if (!archive) return std::nullopt;
   const auto* archiver = entry<std::u16string>(*archive, u"$archiver");
   const auto* top = entry<PropertyDictionary>(*archive, u"$top");

@@ -2,33 +2,29 @@
 
 #include <fmt/format.h>
 
-#include <cerrno>
-
 #include "platform/atomic_file.h"
 #include "plist/binary_property_list.h"
 #include "plist/xml_property_list.h"
 
 namespace brindle {
-std::string read_property_list(std::string_view bytes, PropertyList& list, const PropertyListBudget& budget) {
-  if (bytes.empty()) return "it is empty";
-  if (!bytes.starts_with("bplist")) return read_xml_property_list(bytes, list, budget);
-  PropertyList read;
-  std::string error = read_binary_property_list(bytes, read.value, budget);
-  if (error.empty()) list = std::move(read);
-  return error;
+
+Result<PropertyList> read_property_list(std::string_view bytes, const PropertyListBudget& budget) {
+  if (bytes.empty()) return Status("it is empty");
+  if (!bytes.starts_with("bplist")) return read_xml_property_list(bytes, budget);
+  Result<PropertyValue> value = read_binary_property_list(bytes, budget);
+  if (!value.ok()) return value.status();
+  return PropertyList{*std::move(value), {}};
 }
 
-std::string read_property_list_file(const std::string& path, PropertyList& list) {
-  std::string bytes;
-  const int error = read_regular_file(path, property_list_size_limit, bytes);
-  if (error != 0)
-    return fmt::format("“{}” cannot be read: {}", path, reading_error_text(error, property_list_size_limit));
-  const std::string fault = read_property_list(bytes, list);
-  return fault.empty() ? fault : fmt::format("“{}” is no property list that can be read: {}", path, fault);
+Result<PropertyList> read_property_list_file(const std::string& path) {
+  const Result<std::string> bytes = read_regular_file(path, property_list_size_limit);
+  if (!bytes.ok()) return Status(fmt::format("“{}” cannot be read: {}", path, bytes.reason()), bytes.status().error());
+  Result<PropertyList> list = read_property_list(*bytes);
+  if (list.ok()) return list;
+  return Status(fmt::format("“{}” is no property list that can be read: {}", path, list.reason()));
 }
 
-std::string write_property_list_file(const std::string& path, const PropertyValue& value,
-                                     std::u16string_view appversion) {
+Status write_property_list_file(const std::string& path, const PropertyValue& value, std::u16string_view appversion) {
   return write_file_atomically(path, write_xml_property_list(value, appversion));
 }
 

@@ -46,31 +46,28 @@ std::string declared_encoding(std::string_view bytes) {
   return name;
 }
 
-std::string decode_wide(std::string_view bytes, std::u16string& text) {
+Result<std::u16string> decode_wide(std::string_view bytes) {
   const bool is_whole = bytes.size() % 2 == 0;
-  text = decode_utf16(bytes, bytes.front() == '\0');
-  return is_whole && is_well_formed(text) ? std::string() : "it is no valid UTF-16 text";
+  std::u16string text = decode_utf16(bytes, bytes.front() == '\0');
+  if (!is_whole || !is_well_formed(text)) return Status("it is no valid UTF-16 text");
+  return text;
 }
 
 }  // namespace
 
-std::string decode_xml(std::string_view bytes, std::u16string& text) {
-  if (is_utf16(bytes)) return decode_wide(bytes, text);
+Result<std::u16string> decode_xml(std::string_view bytes) {
+  if (is_utf16(bytes)) return decode_wide(bytes);
   if (bytes.starts_with("\xEF\xBB\xBF"sv)) bytes.remove_prefix(3);
   const std::string encoding = declared_encoding(bytes);
-  if (encoding == "ISO-8859-1") {
-    text = decode_latin1(bytes);
-    return {};
-  }
+  if (encoding == "ISO-8859-1") return decode_latin1(bytes);
   // Editors that save as UTF-8 may leave a declaration of UTF-16 as it is.
   const std::string_view known[] = {"", "UTF-8", "US-ASCII", "ASCII", "UTF-16"};
   if (std::ranges::find(known, encoding) == std::end(known)) {
-    return fmt::format("its encoding, {:.40}, is not one that is read here; save it as UTF-8", encoding);
+    return Status(fmt::format("its encoding, {:.40}, is not one that is read here; save it as UTF-8", encoding));
   }
   std::optional<std::u16string> decoded = decode_valid_utf8(bytes);
-  if (!decoded) return "it is no valid UTF-8 text";
-  text = std::move(*decoded);
-  return {};
+  if (!decoded) return Status("it is no valid UTF-8 text");
+  return std::move(*decoded);
 }
 
 }  // namespace brindle

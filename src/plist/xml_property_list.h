@@ -9,7 +9,7 @@
 
 namespace brindle {
 
-/// Returns a clause that says what is wrong and in which line; empty, and `list` set, on success.
-std::string read_xml_property_list(std::string_view bytes, PropertyList& list, const PropertyListBudget& budget);
+/// The reason is a clause that says in which line.
+Result<PropertyList> read_xml_property_list(std::string_view bytes, const PropertyListBudget& budget);
 
 }  // namespace brindle

@@ -191,12 +191,13 @@ class XmlReader {
 
 }  // namespace
 
-std::string read_xml_property_list(std::string_view bytes, PropertyList& list, const PropertyListBudget& budget) {
-  std::u16string document;
-  std::string error = decode_xml(bytes, document);
-  if (!error.empty()) return error;
-  XmlReader reader(document, budget);
-  return reader.read(list) ? std::string() : reader.error();
+Result<PropertyList> read_xml_property_list(std::string_view bytes, const PropertyListBudget& budget) {
+  const Result<std::u16string> document = decode_xml(bytes);
+  if (!document.ok()) return document.status();
+  XmlReader reader(*document, budget);
+  PropertyList list;
+  if (!reader.read(list)) return Status(reader.error());
+  return list;
 }
 
 }  // namespace brindle

@@ -11,11 +11,13 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/status.h"
+
 namespace brindle {
 
 /// The text of a document in UTF-8 or UTF-16 (told by its byte order mark or its first character) or in ISO 8859-1
-/// (when its declaration says so). Returns a clause that says what is wrong, empty on success.
-std::string decode_xml(std::string_view bytes, std::u16string& text);
+/// (when its declaration says so). The reason is a clause.
+Result<std::u16string> decode_xml(std::string_view bytes);
 
 class XmlTokens {
  public:

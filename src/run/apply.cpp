@@ -33,8 +33,8 @@ class Run {
   void collect_rows();
   bool holds_own_data(std::uint32_t row) const;
   void refuse(std::uint32_t row);
-  std::string open_log();
-  std::string write_journal();
+  Status open_log();
+  Status write_journal();
   void rename_in_order();
   void rename_by_folder();
   void settle(std::size_t index, const RowOutcome& outcome, const std::string& folder_path);
@@ -87,7 +87,7 @@ void Run::collect_rows() {
 }
 
 // Everything that is meant to happen is on disk before anything happens.
-std::string Run::write_journal() {
+Status Run::write_journal() {
   std::vector<bool> told(files_.folders().size());
   std::string path;
   for (const std::uint32_t row : rows_) {
@@ -103,16 +103,17 @@ std::string Run::write_journal() {
   return journal_.seal();
 }
 
-std::string Run::open_log() {
+Status Run::open_log() {
   const JournalInfo info{options_.isFolders, follows_, std::string(appVersion())};
-  std::string error = begin_run_log(options_.log_folder, std::time(nullptr), info, journal_, log_);
-  if (!error.empty()) return error;
-  error = log_.reserve(log_room(files_, rows_, follows_));
-  if (error.empty()) error = write_journal();
-  if (error.empty()) return {};
+  if (Status status = begin_run_log(options_.log_folder, std::time(nullptr), info, journal_, log_); !status.ok()) {
+    return status;
+  }
+  Status status = log_.reserve(log_room(files_, rows_, follows_));
+  if (status.ok()) status = write_journal();
+  if (status.ok()) return status;
   log_.discard();
   journal_.remove();
-  return error;
+  return status;
 }
 
 // Brings the list and the log up to date with what became of a row. Rows are settled in list order.
@@ -166,7 +167,7 @@ void Run::rename_by_folder() {
 }
 
 void Run::save_log() {
-  result_.error = log_.saveLog();
+  result_.error = log_.saveLog().reason();
   result_.log_path = log_.saved_path();
   // Without a log the journal is what the next start makes one of.
   if (result_.error.empty()) journal_.remove();
@@ -184,7 +185,7 @@ void Run::finish() {
 ApplyResult Run::make() {
   collect_rows();
   if (!options_.without_log && !rows_.empty()) {
-    result_.error = open_log();
+    result_.error = open_log().reason();
     result_.log_failed = !result_.error.empty();
     if (result_.log_failed) return result_;
     logged_ = true;

@@ -85,10 +85,10 @@ class Judge {
   DiskEvidence disk_;
 };
 
-std::string write_log(const JournalReader& journal, const std::string& path, RecoveredRun& run) {
+Result<RecoveredRun> write_log(const JournalReader& journal, const std::string& path) {
   RenameLogWriter log;
-  std::string error = log.take_over(path, journal.info().isFolders ? "FOLDERS" : "FILES", journal.info().appversion);
-  if (!error.empty()) return error;
+  Status status = log.take_over(path, journal.info().isFolders ? "FOLDERS" : "FILES", journal.info().appversion);
+  if (!status.ok()) return status;
   Replay replay(journal);
   Judge judge;
   for (std::size_t i = 0; i < journal.entries().size(); ++i) {
@@ -97,14 +97,14 @@ std::string write_log(const JournalReader& journal, const std::string& path, Rec
     log.addLogEntry(renaming.folder, renaming.old_name, renaming.folder, renaming.new_name);
     replay.renamed(i, renaming);
   }
-  error = log.saveLog();
-  run = {log.saved_path(), log.count()};
-  return error;
+  status = log.saveLog();
+  if (!status.ok()) return status;
+  return RecoveredRun{log.saved_path(), log.count()};
 }
 
 // Whether a finished log is this run's: its entries are some of the journal's, in the same order.
 bool is_log_of(const JournalReader& journal, const LogFile& log) {
-  if (!log.error.empty() || log.type != (journal.info().isFolders ? "FOLDERS" : "FILES")) return false;
+  if (log.type != (journal.info().isFolders ? "FOLDERS" : "FILES")) return false;
   // Following a renamed folder may have changed the old name as well, where the folder's whole path recurs in the
   // item's.
   const bool follows = journal.info().paths_follow;
@@ -121,18 +121,16 @@ bool is_log_of(const JournalReader& journal, const LogFile& log) {
 }
 
 // The program may have been stopped between the finished log and the end of its journal.
-bool has_log_already(const JournalReader& journal, std::string path, RecoveredRun& run) {
+std::optional<RecoveredRun> finished_log_of(const JournalReader& journal, std::string path) {
   for (; !path.empty(); path = next_log_path(path)) {
     const std::vector<std::string> logs = find_finished_logs(path);
-    if (logs.empty()) return false;
+    if (logs.empty()) return std::nullopt;
     for (const std::string& candidate : logs) {
-      const LogFile log = readLogFile(candidate);
-      if (!is_log_of(journal, log)) continue;
-      run = {candidate, log.entries.size()};
-      return true;
+      const Result<LogFile> log = readLogFile(candidate);
+      if (log.ok() && is_log_of(journal, *log)) return RecoveredRun{candidate, log->entries.size()};
     }
   }
-  return false;
+  return std::nullopt;
 }
 
 void remove_traces(const std::string& log_path) {
@@ -161,8 +159,7 @@ std::string set_journal_aside(const std::string& log_path, const std::string& pr
 
 void recover_run(const std::string& log_path, RecoveryResult& result) {
   JournalReader journal;
-  RecoveredRun run;
-  std::string problem;
+  Result<RecoveredRun> run = RecoveredRun();
   switch (journal.open(journal_path(log_path))) {
     case JournalReader::State::in_progress:
       result.going_on.push_back(log_path);
@@ -174,17 +171,18 @@ void recover_run(const std::string& log_path, RecoveryResult& result) {
       if (!journal.error().empty()) result.problems.push_back(journal.error());
       return;
     case JournalReader::State::sealed:
-      if (!has_log_already(journal, log_path, run)) problem = write_log(journal, log_path, run);
+      if (auto finished = finished_log_of(journal, log_path)) {
+        run = std::move(*finished);
+      } else {
+        run = write_log(journal, log_path);
+      }
       break;
     case JournalReader::State::unsealed:
       break;
   }
-  if (!problem.empty()) {
-    result.problems.push_back(problem);
-  } else {
-    remove_traces(log_path);
-    result.runs.push_back(run);
-  }
+  if (!run.ok()) return result.problems.push_back(run.reason());
+  remove_traces(log_path);
+  result.runs.push_back(*run);
 }
 
 struct Leftovers {
@@ -219,8 +217,8 @@ bool exists(const std::string& path) {
 bool is_empty_log(const std::string& path) {
   struct stat status {};
   if (::lstat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) && status.st_size == 0) return true;
-  const LogFile log = readLogFile(path);
-  return log.error.empty() && log.entries.empty();
+  const Result<LogFile> log = readLogFile(path);
+  return log.ok() && log->entries.empty();
 }
 
 // Traces of a run without its journal: the run is over, or never came to anything.
@@ -253,15 +251,15 @@ RecoveryResult recover(const std::string& log_folder) {
   return result;
 }
 
-std::string reason_to_wait(const RecoveryResult& recovery) {
+Status may_undo(const RecoveryResult& recovery) {
   if (!recovery.going_on.empty()) {
-    return fmt::format("a renaming is going on (“{}”): undo when it is over", recovery.going_on.front());
+    return Status(fmt::format("a renaming is going on (“{}”): undo when it is over", recovery.going_on.front()));
   }
   if (!recovery.problems.empty()) {
-    return fmt::format("an interrupted renaming could not be finished, and nothing is undone before it is: {}",
-                       recovery.problems.front());
+    return Status(fmt::format("an interrupted renaming could not be finished, and nothing is undone before it is: {}",
+                              recovery.problems.front()));
   }
-  return recovery.set_aside.empty() ? std::string() : recovery.set_aside.front();
+  return recovery.set_aside.empty() ? Status() : Status(recovery.set_aside.front());
 }
 
 }  // namespace brindle

@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/status.h"
+
 namespace brindle {
 
 struct RecoveredRun {
@@ -26,8 +28,7 @@ struct RecoveryResult {
 /// interrupted itself, the next call goes on. A folder that does not exist holds no journals. Any thread.
 RecoveryResult recover(const std::string& log_folder);
 
-/// Why nothing in the folder may be undone just now: the newest run has no log yet. One line (UTF-8); empty when
-/// nothing stands in the way.
-std::string reason_to_wait(const RecoveryResult& recovery);
+/// Whether something in the folder may be undone just now; not when the newest run has no log yet.
+Status may_undo(const RecoveryResult& recovery);
 
 }  // namespace brindle

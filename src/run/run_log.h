@@ -12,13 +12,12 @@
 namespace brindle {
 
 /// Makes the journal and the empty "#" log of a run that begins at `when`, under the first second from `when` on that
-/// neither a finished log, nor a "#" log, nor a journal has. Returns why it cannot be done; nothing is left on disk
-/// then.
+/// neither a finished log, nor a "#" log, nor a journal has. On failure nothing is left on disk.
 ///
 /// The run then goes: journal.add…, journal.seal(), the renames with their marks, log.addLogEntry in list order,
 /// log.saveLog(), and journal.remove() if saveLog succeeded. When the run ends before its first rename for want of a
 /// journal: log.discard() and journal.remove().
-[[nodiscard]] std::string begin_run_log(const std::string& log_folder, std::time_t when, const JournalInfo& info,
-                                        JournalWriter& journal, RenameLogWriter& log);
+Status begin_run_log(const std::string& log_folder, std::time_t when, const JournalInfo& info, JournalWriter& journal,
+                     RenameLogWriter& log);
 
 }  // namespace brindle

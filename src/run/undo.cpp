@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include <cerrno>
+
 #include "log/undo_progress.h"
 #include "platform/atomic_file.h"
 #include "run/entry_places.h"
@@ -100,28 +102,31 @@ class Undoing {
 
 // The room that the progress took may be all the disk had.
 void put_away(const std::string& log_folder, UndoProgress& progress, UndoResult& result) {
-  std::string place;
-  int error = put_undone_log_away(result.log_path, log_folder, place);
-  if (error == ENOSPC || error == EDQUOT) {
+  Result<std::string> place = put_undone_log_away(result.log_path, log_folder);
+  if (place.status().error() == ENOSPC || place.status().error() == EDQUOT) {
     progress.remove();
-    error = put_undone_log_away(result.log_path, log_folder, place);
+    place = put_undone_log_away(result.log_path, log_folder);
   }
-  result.put_away = error == 0;
+  result.put_away = place.ok();
   if (result.put_away) {
     progress.remove();
-    result.log_path = place;
-    return;
+    result.log_path = *place;
+  } else {
+    progress.finish(UndoEnd::complete);
+    result.error = place.reason();
   }
-  progress.finish(UndoEnd::complete);
-  result.error =
-      fmt::format("the log “{}” is undone, but cannot be put away: {}", result.log_path, system_error_text(error));
 }
 
 }  // namespace
 
 UndoResult undoRenaming(const std::string& log_path, const JobControl& control, const UndoReport& report,
                         const UndoOptions& options) {
-  return undoRenaming(log_path, readLogFile(log_path), control, report, options);
+  const Result<LogFile> log = readLogFile(log_path);
+  if (log.ok()) return undoRenaming(log_path, *log, control, report, options);
+  UndoResult result;
+  result.log_path = log_path;
+  result.error = log.reason();
+  return result;
 }
 
 UndoResult undoRenaming(const std::string& log_path, const LogFile& log, const JobControl& control,
@@ -129,10 +134,9 @@ UndoResult undoRenaming(const std::string& log_path, const LogFile& log, const J
   UndoResult result;
   result.log_path = log_path;
   result.entries = log.entries.size();
-  result.error = log.error;
-  if (result.error.empty() && !options.log_folder.empty()) result.error = reason_to_wait(recover(options.log_folder));
+  if (!options.log_folder.empty()) result.error = may_undo(recover(options.log_folder)).reason();
   UndoProgress progress;
-  if (result.error.empty()) result.error = progress.open(log_path, log.checksum, log.entries.size());
+  if (result.error.empty()) result.error = progress.open(log_path, log.checksum, log.entries.size()).reason();
   if (!result.error.empty()) return result;
   const std::string log_folder = options.log_folder.empty() ? split_path(log_path).folder : options.log_folder;
   Undoing undoing(log, log_folder, progress, report, result);

@@ -76,11 +76,12 @@ bool is_own_log(const std::string& log_path, const std::string& log_folder) {
          ::lstat(log_path.c_str(), &log) == 0 && S_ISREG(log.st_mode) && log.st_uid == ::geteuid();
 }
 
-int put_undone_log_away(const std::string& log_path, const std::string& log_folder, std::string& place) {
-  place.clear();
+Result<std::string> put_undone_log_away(const std::string& log_path, const std::string& log_folder) {
+  std::string place;
   const int error = move_to_undone(split_path(log_path), log_folder + "/Undone", place);
-  if (error == 0 || move_to_trash(log_path) == 0) return 0;
-  return error;
+  if (error == 0 || move_to_trash(log_path) == 0) return place;
+  return Status(fmt::format("the log “{}” is undone, but cannot be put away: {}", log_path, system_error_text(error)),
+                error);
 }
 
 }  // namespace brindle

@@ -5,6 +5,8 @@
 
 #include <string>
 
+#include "platform/status.h"
+
 namespace brindle {
 
 /// Whether a log is one that this program wrote for its own user: it lies in the log folder and belongs to who runs the
@@ -12,8 +14,8 @@ namespace brindle {
 bool is_own_log(const std::string& log_path, const std::string& log_folder);
 
 /// Moves the log of a renaming that was undone into "Undone" of the log folder; where that cannot be (another disk),
-/// into the trash. Older logs there than the newest fifty go to the trash, or stay where there is none. Returns 0 or
-/// errno, and then the log is where it was. `place` is set to its new path, empty for the trash.
-[[nodiscard]] int put_undone_log_away(const std::string& log_path, const std::string& log_folder, std::string& place);
+/// into the trash. Older logs there than the newest fifty go to the trash, or stay where there is none. Returns its
+/// new path, empty for the trash; on failure the log is where it was. The sentence names it, and its errno is set.
+Result<std::string> put_undone_log_away(const std::string& log_path, const std::string& log_folder);
 
 }  // namespace brindle

@@ -49,9 +49,9 @@ std::string preferences_path() {
 
 bool loadPreferences(Preferences& preferences) {
   const std::string path = preferences_path();
-  PropertyList list;
-  if (path.empty() || !read_property_list_file(path, list).empty()) return false;
-  const auto* values = list.value.get_if<PropertyDictionary>();
+  if (path.empty()) return false;
+  const Result<PropertyList> list = read_property_list_file(path);
+  const auto* values = list.ok() ? list->value.get_if<PropertyDictionary>() : nullptr;
   if (values == nullptr) return false;
   take_folder(*values, log_folder_key, preferences.defaultLogFolderPath);
   take_folder(*values, profile_folder_key, preferences.defaultProfileFolderPath);
@@ -61,9 +61,9 @@ bool loadPreferences(Preferences& preferences) {
   return true;
 }
 
-std::string savePreferences(const Preferences& preferences) {
-  std::string error;
-  if (!createApplicationUsersFolder("", error)) return "The preferences cannot be saved: " + error;
+Status savePreferences(const Preferences& preferences) {
+  const Status folder = createApplicationUsersFolder("");
+  if (!folder.ok()) return Status("The preferences cannot be saved: " + folder.reason());
   PropertyDictionary values;
   values.append(log_folder_key, decode_file_name(preferences.defaultLogFolderPath));
   values.append(profile_folder_key, decode_file_name(preferences.defaultProfileFolderPath));

@@ -7,6 +7,8 @@
 #include <string>
 #include <string_view>
 
+#include "platform/status.h"
+
 namespace brindle {
 
 struct Preferences {
@@ -29,8 +31,8 @@ std::string preferences_path();
 bool loadPreferences(Preferences& preferences);
 
 /// Writes the file atomically, in a data folder that is made when there is none: "automaticSaveCurrProfile" as the text
-/// "0" or "1", "isShowHubIcon" as a boolean. Returns a sentence (UTF-8), empty on success.
-std::string savePreferences(const Preferences& preferences);
+/// "0" or "1", "isShowHubIcon" as a boolean.
+Status savePreferences(const Preferences& preferences);
 
 // What the file says now; else the data folder's own subfolder. Read afresh each time, so a change shows once it has
 // been saved. Empty when there is no data folder and the file names none.

@@ -49,14 +49,15 @@ Rule rule_of(PropertyDictionary dictionary, MethodNames names) {
 
 }  // namespace
 
-std::string read_rule_file(const std::string& path, MethodNames names, std::vector<Rule>& rules) {
-  PropertyList list;
-  std::string error = read_property_list_file(path, list);
-  if (!error.empty() || rules_from_property_value(list.value, names, rules)) return error;
-  return fmt::format("“{}” is no rule file: {}", path, fault_of(list.value));
+Result<std::vector<Rule>> read_rule_file(const std::string& path, MethodNames names) {
+  const Result<PropertyList> list = read_property_list_file(path);
+  if (!list.ok()) return list.status();
+  Result<std::vector<Rule>> rules = rules_from_property_value(list->value, names);
+  if (rules.ok()) return rules;
+  return Status(fmt::format("“{}” is no rule file: {}", path, rules.reason()));
 }
 
-std::string write_rule_file(const std::string& path, std::span<const Rule> rules) {
+Status write_rule_file(const std::string& path, std::span<const Rule> rules) {
   const std::string_view version = appVersion();
   return write_property_list_file(path, rules_to_property_value(rules), std::u16string(version.begin(), version.end()));
 }
@@ -68,14 +69,13 @@ PropertyValue rules_to_property_value(std::span<const Rule> rules) {
   return array;
 }
 
-bool rules_from_property_value(const PropertyValue& value, MethodNames names, std::vector<Rule>& rules) {
-  if (!fault_of(value).empty()) return false;
-  std::vector<Rule> chain;
+Result<std::vector<Rule>> rules_from_property_value(const PropertyValue& value, MethodNames names) {
+  if (std::string fault = fault_of(value); !fault.empty()) return Status(std::move(fault));
+  std::vector<Rule> rules;
   for (const PropertyValue& member : *value.get_if<PropertyValue::Array>()) {
-    chain.push_back(rule_of(*member.get_if<PropertyDictionary>(), names));
+    rules.push_back(rule_of(*member.get_if<PropertyDictionary>(), names));
   }
-  rules = std::move(chain);
-  return true;
+  return rules;
 }
 
 }  // namespace brindle

@@ -25,22 +25,16 @@ namespace {
 /// locks, or a program that hangs, must not keep this one from ending.
 class FolderLock {
  public:
-  explicit FolderLock(const std::string& folder)
-      : descriptor_(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
+  explicit FolderLock(const std::string& folder) : folder_(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
     constexpr int most_tries = 200;
-    for (int tries = 0; descriptor_ >= 0 && tries < most_tries; ++tries) {
-      if (::flock(descriptor_, LOCK_EX | LOCK_NB) == 0 || (errno != EWOULDBLOCK && errno != EINTR)) break;
+    for (int tries = 0; folder_ && tries < most_tries; ++tries) {
+      if (::flock(folder_.get(), LOCK_EX | LOCK_NB) == 0 || (errno != EWOULDBLOCK && errno != EINTR)) break;
       std::this_thread::sleep_for(std::chrono::milliseconds(10));
     }
   }
-  FolderLock(const FolderLock&) = delete;
-  FolderLock& operator=(const FolderLock&) = delete;
-  ~FolderLock() {
-    if (descriptor_ >= 0) ::close(descriptor_);
-  }
 
  private:
-  int descriptor_;
+  FileDescriptor folder_;
 };
 
 /// What the file holds. A file that is not there, or empty, holds nothing and is no error.
@@ -52,13 +46,12 @@ struct Content {
 
 Content read_content(const std::string& path) {
   Content content;
-  std::string bytes;
-  content.error = read_regular_file(path, property_list_size_limit, bytes);
+  const Result<std::string> bytes = read_regular_file(path, property_list_size_limit);
+  content.error = bytes.status().error();
   if (content.error == ENOENT || content.error == ENOTDIR) content.error = 0;
-  if (content.error != 0 || bytes.empty()) return content;
-  PropertyList list;
-  const bool is_list = read_property_list(bytes, list).empty();
-  const auto* values = is_list ? list.value.get_if<PropertyDictionary>() : nullptr;
+  if (!bytes.ok() || bytes->empty()) return content;
+  const Result<PropertyList> list = read_property_list(*bytes);
+  const auto* values = list.ok() ? list->value.get_if<PropertyDictionary>() : nullptr;
   content.damaged = values == nullptr;
   if (values != nullptr) content.values = *values;
   return content;
@@ -115,11 +108,13 @@ void UserDefaults::remove(std::string_view key) {
   changes_.insert_or_assign(std::string(key), std::nullopt);
 }
 
-std::string UserDefaults::flush() {
+Status UserDefaults::flush() {
   if (changes_.empty()) return {};
-  if (path_.empty()) return "The defaults cannot be saved: neither HOME nor XDG_CONFIG_HOME is set to an absolute path";
+  if (path_.empty()) {
+    return Status("The defaults cannot be saved: neither HOME nor XDG_CONFIG_HOME is set to an absolute path");
+  }
   const auto failure = [this](int error) {
-    return fmt::format("The defaults cannot be saved: “{}”: {}", path_, system_error_text(error));
+    return Status(fmt::format("The defaults cannot be saved: “{}”: {}", path_, system_error_text(error)), error);
   };
   const std::string folder = split_path(path_).folder;
   if (const int error = make_folders(folder, 0700); error != 0) return failure(error);
@@ -128,8 +123,7 @@ std::string UserDefaults::flush() {
   if (content.error != 0) return failure(content.error);
   if (content.damaged && ::rename(path_.c_str(), (path_ + ".damaged").c_str()) != 0) return failure(errno);
   PropertyDictionary values = merged(content.values, changes_);
-  std::string error = write_property_list_file(path_, values);
-  if (!error.empty()) return error;
+  if (Status status = write_property_list_file(path_, values); !status.ok()) return status;
   values_ = std::move(values);
   read_ = true;
   changes_.clear();

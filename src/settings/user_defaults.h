@@ -11,6 +11,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/status.h"
 #include "plist/property_value.h"
 
 namespace brindle {
@@ -37,9 +38,9 @@ class UserDefaults {
   void remove(std::string_view key);
 
   /// Writes what was changed since the last flush, atomically, into what the file holds by now; the folder is made
-  /// (0700) when there is none. Two programs that flush at once take turns. Returns a sentence (UTF-8), empty on
-  /// success; on failure the changes are kept for the next flush.
-  std::string flush();
+  /// (0700) when there is none. Two programs that flush at once take turns. On failure the changes are kept
+  /// for the next flush; the sentence names the file.
+  Status flush();
 
  private:
   std::string path_;

@@ -19,14 +19,14 @@ class Session : public ControllerTest {
     RenameSettings settings;
     edit(settings);
     const std::string path = home_.data() + "/Profiles/" + name;
-    EXPECT_EQ(write_profile_file(path, getCurrentSettings(settings)), "");
+    EXPECT_EQ(write_profile_file(path, getCurrentSettings(settings)).reason(), "");
     return path;
   }
   std::u16string text_in(const std::string& profile) {
-    SettingsRecord record;
-    EXPECT_EQ(read_profile_file(profile, record), "");
+    const Result<SettingsRecord> record = read_profile_file(profile);
+    EXPECT_EQ(record.reason(), "");
     RenameSettings settings;
-    setSettings(settings, record);
+    setSettings(settings, *record);
     return *settings.insertDeleteInsert;
   }
 };
@@ -110,7 +110,7 @@ TEST_F(Session, AnOpenProfileIsOpenedAgainAndABrokenOneIsLeftAlone) {
 TEST_F(Session, AChainThatCannotBeReadIsDropped) {
   UserDefaults defaults;
   defaults.set(user_default::last_rule, PropertyValue::Data{1, 2, 3});
-  ASSERT_EQ(defaults.flush(), "");
+  ASSERT_EQ(defaults.flush().reason(), "");
   start();
   EXPECT_THAT(app().rules_controller().rules(), IsEmpty());
   EXPECT_EQ(UserDefaults().find(user_default::last_rule), nullptr);
@@ -125,10 +125,10 @@ TEST_F(Session, AnInterruptedRunIsFinishedAndToldOnce) {
     FileList files;
     JournalWriter journal;
     RenameLogWriter log;
-    ASSERT_EQ(begin_run_log(logs, 1'700'000'000, {false, false, "4"}, journal, log), "");
+    ASSERT_EQ(begin_run_log(logs, 1'700'000'000, {false, false, "4"}, journal, log).reason(), "");
     journal.add_folder(1, tree_.path());
     journal.add(1, "a", "b", tree_.inodes().at("b"));
-    ASSERT_EQ(journal.seal(), "");
+    ASSERT_EQ(journal.seal().reason(), "");
     journal.mark(0, JournalMark::begun);
   }
   start();
@@ -187,14 +187,14 @@ TEST_F(Session, DocumentsAreOpenedAndFilesListedAfterAWhile) {
   Rule rule = std::get<Rule>(getRule(settings));
   rule.rule = u"Rule - PrefixSuffix";
   const std::string rules = tree_ / "r.BRRULE";
-  ASSERT_EQ(write_rule_file(rules, std::vector<Rule>{rule}), "");
+  ASSERT_EQ(write_rule_file(rules, std::vector<Rule>{rule}).reason(), "");
   const auto chain = [this] { return app().rules_controller().rules().size(); };
   EXPECT_EQ(app().openFiles({rules}), BrindleAppController::OpenReply::success);
   ASSERT_EQ(chain(), 1U);
   EXPECT_EQ(app().rules_controller().rules()[0].rule, u"PrefixSuffix");
   EXPECT_TRUE(app().rules_controller().isOpen());
   EXPECT_EQ(app().values().selectedTab, 3);  // the selected rule is shown
-  ASSERT_EQ(write_rule_file(rules, std::vector<Rule>{rule, rule}), "");
+  ASSERT_EQ(write_rule_file(rules, std::vector<Rule>{rule, rule}).reason(), "");
   ports_.alerts.answers = {1, 0};
   app().openFiles({rules});
   EXPECT_EQ(chain(), 1U);
@@ -297,7 +297,7 @@ TEST_F(Session, TheRulesMenuListsTheFolder) {
   start();
   const std::string folder = app().preferences().defaultRulesFolderPath;
   for (const char* name : {"/b.brrule", "/a.BrRule"}) {
-    ASSERT_EQ(write_rule_file(folder + name, std::vector<Rule>(2)), "");
+    ASSERT_EQ(write_rule_file(folder + name, std::vector<Rule>(2)).reason(), "");
   }
   std::ofstream(folder + "/other.txt");
   const auto items = app().loadRulesMenu();

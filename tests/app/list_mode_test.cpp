@@ -23,7 +23,7 @@ class ListMode : public ControllerTest {
       RenameSettings settings;
       set_mode(settings, folders);
       settings.insertDeleteInsert = u"of the profile";
-      ASSERT_EQ(write_profile_file(profile(folders), getCurrentSettings(settings)), "");
+      ASSERT_EQ(write_profile_file(profile(folders), getCurrentSettings(settings)).reason(), "");
     }
   }
   std::string profile(bool folders) const { return tree_ / (folders ? "folders.brprofile" : "files.brprofile"); }

@@ -145,7 +145,7 @@ TEST_F(RulesControllerTest, SavesAChainAndOpensItAgain) {
 TEST_F(RulesControllerTest, RepairsTheMethodNamesOfOldFiles) {
   Rule old = rule_of(RuleVariant::as_string, u"o");
   old.rule = u"Rule - Rule - PrefixSuffix";
-  ASSERT_EQ(write_rule_file(home / "old.brrule", std::vector<Rule>{old}), "");
+  ASSERT_EQ(write_rule_file(home / "old.brrule", std::vector<Rule>{old}).reason(), "");
   ASSERT_TRUE(rules.open_rule_file(home / "old.brrule"));
   EXPECT_EQ(rules.rules()[0].rule, u"PrefixSuffix");
 }

@@ -107,7 +107,7 @@ TEST_F(Sheets, ARuleFileIsReadPutInOrderAndPreviewed) {
   }
   std::vector<Rule> chain = app().rules_controller().rules();
   chain[1].rule = u"Rule - InsertDelete";  // stays as it is in the file, and does nothing
-  ASSERT_EQ(write_rule_file(tree_ / "chain.brrule", chain), "");
+  ASSERT_EQ(write_rule_file(tree_ / "chain.brrule", chain).reason(), "");
   app().rules_controller().clearAll();
 
   RulesSheetController sheet(app());

@@ -24,11 +24,10 @@ bool is_one_entry(std::string_view name) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string bytes(data, data + size);
   const brindle::ListTitles titles{{u"Filename"}, {u"New Filename"}, {u"Location"}};
-  brindle::FileRenameItem item;
-  std::string reason;
-  const brindle::ListError error = brindle::read_rename_list(bytes, 0, titles, item, reason);
-  require((error == brindle::ListError::unreadable) != reason.empty());
-  require((error == brindle::ListError::none) != item.paths.empty());
+  const auto read = brindle::read_rename_list(bytes, 0, titles);
+  require(read.ok() == read.reason().empty());
+  if (!read.ok()) return 0;
+  const brindle::FileRenameItem& item = *read;
   require(item.records.size() == item.paths.size());
   for (const std::string_view path : item.paths) {
     require(is_one_entry(path.substr(path.rfind('/') + 1)));

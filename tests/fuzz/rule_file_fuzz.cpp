@@ -18,16 +18,16 @@ void require(bool condition) {
 }
 
 void use_rules(const brindle::PropertyValue& value, brindle::MethodNames names) {
-  std::vector<brindle::Rule> rules;
-  if (!brindle::rules_from_property_value(value, names, rules)) return;
-  const std::string saved = brindle::write_xml_property_list(brindle::rules_to_property_value(rules));
-  brindle::PropertyList list;
-  require(brindle::read_property_list(saved, list).empty());
-  std::vector<brindle::Rule> again;
-  require(brindle::rules_from_property_value(list.value, brindle::MethodNames::as_read, again));
-  require(brindle::write_xml_property_list(brindle::rules_to_property_value(again)) == saved);
+  const auto rules = brindle::rules_from_property_value(value, names);
+  if (!rules.ok()) return;
+  const std::string saved = brindle::write_xml_property_list(brindle::rules_to_property_value(*rules));
+  const auto list = brindle::read_property_list(saved);
+  require(list.ok());
+  const auto again = brindle::rules_from_property_value(list->value, brindle::MethodNames::as_read);
+  require(again.ok());
+  require(brindle::write_xml_property_list(brindle::rules_to_property_value(*again)) == saved);
   brindle::RenameSettings settings;
-  for (const brindle::Rule& rule : again) brindle::setRule(settings, rule);
+  for (const brindle::Rule& rule : *again) brindle::setRule(settings, rule);
 }
 
 void use_record(const brindle::PropertyDictionary& dictionary) {
@@ -43,11 +43,11 @@ void use_record(const brindle::PropertyDictionary& dictionary) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  brindle::PropertyList list;
   const std::string_view bytes(reinterpret_cast<const char*>(data), size);
-  if (!brindle::read_property_list(bytes, list).empty()) return 0;
-  use_rules(list.value, brindle::MethodNames::as_read);
-  use_rules(list.value, brindle::MethodNames::repaired);
-  if (const auto* dictionary = list.value.get_if<brindle::PropertyDictionary>()) use_record(*dictionary);
+  const auto list = brindle::read_property_list(bytes);
+  if (!list.ok()) return 0;
+  use_rules(list->value, brindle::MethodNames::as_read);
+  use_rules(list->value, brindle::MethodNames::repaired);
+  if (const auto* dictionary = list->value.get_if<brindle::PropertyDictionary>()) use_record(*dictionary);
   return 0;
 }

@@ -29,13 +29,12 @@ class RenameList : public testing::Test {
   /// Imports a text in which "$" is the tree's folder. The list as "name>new name" with folders relative to the tree,
   /// or the error.
   std::string import(const std::string& text, std::int32_t type = 0, bool hidden = false) {
-    FileRenameItem item;
-    const ListError error = read_rename_list(replaced(text, "$", tree_.path()), type, titles, item, reason_);
-    if (error == ListError::unreadable) return "unreadable: " + reason_;
-    if (error == ListError::no_records) return "no records";
+    const Result<FileRenameItem> item = read_rename_list(replaced(text, "$", tree_.path()), type, titles);
+    if (!item.ok()) return "unreadable: " + item.reason();
+    if (item->paths.empty()) return "no records";
     FileList files;
     DiskNames disk_names;
-    result_ = importFiles(files, item, hidden, disk_names, {});
+    result_ = importFiles(files, *item, hidden, disk_names, {});
     return shown(files);
   }
   std::string shown(const FileList& files) const {
@@ -49,7 +48,6 @@ class RenameList : public testing::Test {
   }
 
   TempTree tree_;
-  std::string reason_;
   ImportResult result_;
 };
 
@@ -140,13 +138,8 @@ TEST_F(RenameList, QuotesOfSpreadsheetsCountWhereNothingIsCalledSo) {
 }
 
 TEST_F(RenameList, FilesThatAreNoTextAreRefusedByReason) {
-  FileRenameItem item;
-  item.add("kept", "");
-  for (const std::string path : {"nothing", ""}) {
-    EXPECT_EQ(loadRenameFile(tree_ / path, 0, titles, item, reason_), ListError::unreadable);
-    EXPECT_FALSE(reason_.empty());
-  }
-  EXPECT_EQ(item.paths.size(), 1U);
+  EXPECT_EQ(loadRenameFile(tree_ / "nothing", 0, titles).reason(), "No such file or directory");
+  EXPECT_EQ(loadRenameFile(tree_.path(), 0, titles).reason(), "Is a directory");
 }
 
 TEST_F(RenameList, ImportStopsWhenItIsCancelled) {
@@ -164,13 +157,12 @@ class Export : public RenameList {
   Export() {
     tree_.make({"a", "x:y", "\xFF", "deep/\xEE\xBE\x80", "deep/b"});
     const std::string list = "a\tnew\t$\nx/y\tz/z\t$\n\xEE\xBF\xBF\t\t$\nb\tn\xEE\xBE\x80\t$/deep\ngone\t\t$\n";
-    FileRenameItem item;
-    read_rename_list(replaced(list, "$", tree_.path()), 0, titles, item, reason_);
-    importFiles(files_, item, false, disk_names_, {});
+    importFiles(files_, *read_rename_list(replaced(list, "$", tree_.path()), 0, titles), false, disk_names_, {});
   }
   std::string exported(const ExportOptions& options) {
-    EXPECT_EQ(export_list(files_, options, {"Filename", "New Filename", "Location"}, tree_ / "out.txt", {}, left_out_),
-              "");
+    const auto left_out = export_list(files_, options, {"Filename", "New Filename", "Location"}, tree_ / "out.txt", {});
+    EXPECT_EQ(left_out.reason(), "");
+    left_out_ = *left_out;
     return read(tree_ / "out.txt");
   }
   static std::string read(const std::string& path) {
@@ -222,7 +214,6 @@ TEST_F(Export, LeavesOutWhatWouldBeReadBackAsAnotherFile) {
   EXPECT_EQ(replaced(exported({.addColumnNamesInHeader = false}), folder, "$"),
             "fine\t\t$\n\xE2\x80\xA6\xC2\xA0\t\t$\n");
   EXPECT_EQ(left_out_, (std::vector<std::uint32_t>{1, 2, 3, 4, 5, 7}));
-  left_out_.clear();
   exported({.isLocation = false});
   EXPECT_EQ(left_out_.size(), 5U) << "the odd folder is not written";
 }
@@ -230,27 +221,27 @@ TEST_F(Export, LeavesOutWhatWouldBeReadBackAsAnotherFile) {
 TEST_F(Export, ReplacesAFileOnlyWhenAllIsThere) {
   tree_.make({"old", "link -> old"});
   std::atomic<bool> cancel{true};
-  EXPECT_EQ(export_list(files_, {}, {}, tree_ / "link", {&cancel, nullptr}, left_out_), "");
+  EXPECT_EQ(export_list(files_, {}, {}, tree_ / "link", {&cancel, nullptr}).reason(), "");
   EXPECT_EQ(read(tree_ / "old"), "old");
-  EXPECT_EQ(export_list(files_, {}, {}, tree_ / "link", {}, left_out_), "");
+  EXPECT_EQ(export_list(files_, {}, {}, tree_ / "link", {}).reason(), "");
   EXPECT_TRUE(std::filesystem::is_symlink(tree_ / "link"));
   EXPECT_TRUE(read(tree_ / "old").starts_with("\t\t\na\tnew\t"));
-  EXPECT_NE(export_list(files_, {}, {}, tree_ / "deep", {}, left_out_), "");
-  EXPECT_NE(export_list(files_, {}, {}, tree_ / "no/folder", {}, left_out_), "");
+  EXPECT_NE(export_list(files_, {}, {}, tree_ / "deep", {}).reason(), "");
+  EXPECT_NE(export_list(files_, {}, {}, tree_ / "no/folder", {}).reason(), "");
 }
 
 TEST_F(Export, WritesIntoPipesAsTheyAre) {
   int ends[2];
   ASSERT_EQ(::pipe(ends), 0);
   const std::string path = "/dev/fd/" + std::to_string(ends[1]);
-  EXPECT_EQ(export_list(files_, {}, {}, path, {}, left_out_), "");
+  EXPECT_EQ(export_list(files_, {}, {}, path, {}).reason(), "");
   char text[4096];
   EXPECT_GT(::read(ends[0], text, sizeof text), 10);
   ::close(ends[0]);
-  EXPECT_NE(export_list(files_, {}, {}, path, {}, left_out_), "");  // nobody reads any more
+  EXPECT_NE(export_list(files_, {}, {}, path, {}).reason(), "");  // nobody reads any more
   ::close(ends[1]);
   ASSERT_EQ(::mkfifo((tree_ / "fifo").c_str(), 0600), 0);
-  EXPECT_NE(export_list(files_, {}, {}, tree_ / "fifo", {}, left_out_), "");
+  EXPECT_NE(export_list(files_, {}, {}, tree_ / "fifo", {}).reason(), "");
 }
 
 }  // namespace

@@ -20,7 +20,7 @@ struct Made {
 Made make_journal(const TempTree& tree, std::size_t entries) {
   Made made;
   made.path = tree / "logs/Log 01-01-2026 00-00-00-#.journal";
-  EXPECT_EQ(made.writer->create(made.path, {true, true, "4.5.6"}), "");
+  EXPECT_EQ(made.writer->create(made.path, {true, true, "4.5.6"}).reason(), "");
   for (std::size_t i = 0; i < entries; ++i) {
     const auto folder = static_cast<std::uint32_t>(1000 - i / 3);
     if (i % 3 == 0) made.writer->add_folder(folder, "/folder/" + std::string(i, 'f'));
@@ -34,7 +34,7 @@ TEST(Journal, comes_back_as_it_was_written) {
   constexpr std::size_t entries = 3000;
   Made made = make_journal(tree, entries);
   EXPECT_EQ(JournalReader().open(made.path), State::in_progress);
-  ASSERT_EQ(made.writer->seal(), "");
+  ASSERT_EQ(made.writer->seal().reason(), "");
   made.writer->mark(1, JournalMark::begun);
   made.writer->mark(2, JournalMark::done);
   made.writer->mark(entries - 1, JournalMark::failed);
@@ -64,7 +64,7 @@ TEST(Journal, comes_back_as_it_was_written) {
 TEST(Journal, is_worth_nothing_when_cut_or_changed) {
   const LogTree tree;
   Made made = make_journal(tree, 7);
-  ASSERT_EQ(made.writer->seal(), "");
+  ASSERT_EQ(made.writer->seal().reason(), "");
   const std::string whole = content_of(made.path);
   made.writer->mark(3, JournalMark::done);
   const std::string marked = content_of(made.path);
@@ -90,18 +90,17 @@ TEST(Journal, cannot_be_begun_over_another_or_sealed_on_a_full_disk) {
   const LogTree tree;
   Made made = make_journal(tree, 1);
   JournalWriter second;
-  EXPECT_NE(second.create(made.path, {}), "");
-  EXPECT_TRUE(second.name_taken());
+  EXPECT_EQ(second.create(made.path, {}).error(), EEXIST);
   made.writer->remove();
   EXPECT_EQ(JournalReader().open(made.path), State::missing);
   for (const rlim_t space : {rlim_t{100'000}, rlim_t{4096}, rlim_t{4096 + 10}, rlim_t{10}}) {
     const FullDisk full(space);
     JournalWriter writer;
-    ASSERT_EQ(writer.create(made.path, {}), "");
+    ASSERT_EQ(writer.create(made.path, {}).reason(), "");
     writer.add_folder(0, "/");
     const std::size_t entries = space > 5000 ? 50'000 : 20;
     for (std::size_t i = 0; i < entries; ++i) writer.add(0, "old", "new", i);
-    EXPECT_THAT(writer.seal(), ::testing::HasSubstr("File too large"));
+    EXPECT_THAT(writer.seal().reason(), ::testing::HasSubstr("File too large"));
     writer.remove();
   }
   EXPECT_THAT(tree.names_in("logs"), ::testing::IsEmpty());

@@ -20,12 +20,12 @@ TEST(RenameLog, stands_on_disk_as_specified) {
   const LogTree tree;
   const std::string open = tree.logs() + "/Log 15-11-2026 03-17-45-#.xml";
   RenameLogWriter log;
-  ASSERT_EQ(log.createLogFile(open, "FILES", "4.0"), "");
+  ASSERT_EQ(log.createLogFile(open, "FILES", "4.0").reason(), "");
   EXPECT_EQ(content_of(open),
             "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<files appversion=\"4.0\" type=\"FILES\"/>\n");
   log.addLogEntry("/a b/c&d/old:1.txt", "/a b/c&d/new\n\"2\".txt");
   log.addLogEntry("/x", "/y");
-  ASSERT_EQ(log.saveLog(), "");
+  ASSERT_EQ(log.saveLog().reason(), "");
   EXPECT_EQ(log.saved_path(), tree.logs() + "/Log 15-11-2026 03-17-45-2.xml");
   EXPECT_EQ(content_of(log.saved_path()),
             "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<files appversion=\"4.0\" type=\"FILES\">\n"
@@ -81,9 +81,9 @@ TEST(RenameLog, brings_every_name_back) {
     pairs.emplace_back("/" + names[i], "/" + other);
   }
   const std::string path = make_log(tree.logs(), pairs);
-  const LogFile log = readLogFile(path);
-  EXPECT_EQ(log.error, "");
-  EXPECT_EQ(pairs_in(log), pairs);
+  const Result<LogFile> log = readLogFile(path);
+  ASSERT_EQ(log.reason(), "");
+  EXPECT_EQ(pairs_in(*log), pairs);
   pugi::xml_document document;
   ASSERT_TRUE(document.load_file(path.c_str(), pugi::parse_full));
 }
@@ -113,12 +113,11 @@ TEST(RenameLog, is_never_put_over_another_file) {
   const LogTree tree;
   const std::string open = tree.logs() + "/Log 31-12-2026 23-59-59-#.xml";
   RenameLogWriter log;
-  ASSERT_EQ(log.createLogFile(open, "FILES"), "");
+  ASSERT_EQ(log.createLogFile(open, "FILES").reason(), "");
   RenameLogWriter second;
-  EXPECT_THAT(second.createLogFile(open, "FILES"), HasSubstr("File exists"));
-  EXPECT_TRUE(second.name_taken());
+  EXPECT_THAT(second.createLogFile(open, "FILES").reason(), HasSubstr("File exists"));
   write_file(finished_log_path(open, 0), "mine");
-  ASSERT_EQ(log.saveLog(), "");
+  ASSERT_EQ(log.saveLog().reason(), "");
   EXPECT_EQ(log.saved_path(), tree.logs() + "/Log 01-01-2027 00-00-00-0.xml");
   EXPECT_EQ(content_of(finished_log_path(open, 0)), "mine");
 }
@@ -127,11 +126,11 @@ TEST(RenameLog, leaves_no_half_log_on_a_full_disk) {
   const LogTree tree;
   const std::string open = tree.logs() + "/Log 01-01-2026 00-00-00-#.xml";
   RenameLogWriter log;
-  ASSERT_EQ(log.createLogFile(open, "FILES"), "");
+  ASSERT_EQ(log.createLogFile(open, "FILES").reason(), "");
   {
     const FullDisk full(100'000);
     for (int i = 0; i < 2000; ++i) log.addLogEntry("/some/folder/or/other/old", "/some/folder/or/other/new");
-    EXPECT_THAT(log.saveLog(), HasSubstr("cannot be saved: File too large"));
+    EXPECT_THAT(log.saveLog().reason(), HasSubstr("cannot be saved: File too large"));
   }
   EXPECT_EQ(log.saved_path(), "");
   EXPECT_THAT(tree.names_in("logs"), ElementsAre("Log 01-01-2026 00-00-00-#.xml"));
@@ -160,14 +159,15 @@ TEST(RenameLog, two_runs_never_share_a_name) {
   {
     std::vector<std::jthread> threads;
     for (std::size_t i = 0; i < runs; ++i) {
-      threads.emplace_back([&, i] { EXPECT_EQ(begin_run_log(tree.logs(), when, {}, journals[i], logs[i]), ""); });
+      threads.emplace_back(
+          [&, i] { EXPECT_EQ(begin_run_log(tree.logs(), when, {}, journals[i], logs[i]).reason(), ""); });
     }
   }
   std::vector<std::string> paths;
   for (RenameLogWriter& log : logs) {
     paths.push_back(log.path());
     EXPECT_GE(log_time(log.path()), when + 2);
-    EXPECT_EQ(log.saveLog(), "");
+    EXPECT_EQ(log.saveLog().reason(), "");
   }
   std::sort(paths.begin(), paths.end());
   EXPECT_EQ(std::unique(paths.begin(), paths.end()), paths.end());
@@ -177,10 +177,10 @@ TEST(RenameLog, two_runs_never_share_a_name) {
 TEST(RenameLog, begins_no_run_where_nothing_can_be_written) {
   JournalWriter journal;
   RenameLogWriter log;
-  EXPECT_THAT(begin_run_log("/proc/nowhere", 0, {}, journal, log), HasSubstr("No such file or directory"));
+  EXPECT_THAT(begin_run_log("/proc/nowhere", 0, {}, journal, log).reason(), HasSubstr("No such file or directory"));
   const LogTree tree;
   const FullDisk full(10);
-  EXPECT_THAT(begin_run_log(tree.logs(), 0, {}, journal, log), HasSubstr("Log 01-01-1970"));
+  EXPECT_THAT(begin_run_log(tree.logs(), 0, {}, journal, log).reason(), HasSubstr("Log 01-01-1970"));
   EXPECT_THAT(tree.names_in("logs"), IsEmpty());
 }
 
@@ -245,11 +245,11 @@ TEST(RenameLog, reads_hostile_logs_without_harm) {
   for (const Hostile& hostile : hostile_logs()) {
     SCOPED_TRACE(hostile.xml.substr(0, 300));
     write_file(path, hostile.xml);
-    const LogFile log = readLogFile(path);
-    EXPECT_EQ(log.error.empty(), hostile.readable) << log.error;
+    const Result<LogFile> log = readLogFile(path);
+    EXPECT_EQ(log.ok(), hostile.readable) << log.reason();
     EXPECT_EQ(verifyLogFile(path), !hostile.entries.empty());
     std::vector<std::string> found;
-    for (const LogEntry& entry : log.entries) {
+    for (const LogEntry& entry : log.ok() ? log->entries : std::vector<LogEntry>()) {
       found.push_back(!entry.fault.empty() ? "?"
                                            : join(entry.source_folder, entry.source_name) + ">" +
                                                  join(entry.target_folder, entry.target_name));
@@ -264,13 +264,13 @@ TEST(RenameLog, reads_other_encodings_and_refuses_what_is_no_file) {
   std::string wide = "\xff\xfe";
   for (const char c : ascii) wide += {c, '\0'};
   write_file(tree / "wide.xml", wide);
-  const LogFile log = readLogFile(tree / "wide.xml");
-  EXPECT_EQ(log.error, "");
-  EXPECT_EQ(log.type + log.appversion, "FOLDERS3");
-  EXPECT_THAT(pairs_in(log), ElementsAre(Pair("/a/c", "/b/d")));
+  const Result<LogFile> log = readLogFile(tree / "wide.xml");
+  ASSERT_EQ(log.reason(), "");
+  EXPECT_EQ(log->type + log->appversion, "FOLDERS3");
+  EXPECT_THAT(pairs_in(*log), ElementsAre(Pair("/a/c", "/b/d")));
   ASSERT_EQ(::mkfifo((tree / "pipe.xml").c_str(), 0600), 0);
   for (const std::string& path : {tree / "pipe.xml", tree / "logs", tree / "missing.xml", std::string("/dev/zero")}) {
-    EXPECT_THAT(readLogFile(path).error, HasSubstr(path));
+    EXPECT_THAT(readLogFile(path).reason(), HasSubstr(path));
   }
 }
 

@@ -39,20 +39,18 @@ TEST(DataFolders, lie_where_the_environment_says) {
 TEST(DataFolders, are_made_with_all_above_them) {
   const TempTree tree;
   const Environment environment = folders(tree / "not/yet", std::nullopt);
-  std::string error;
-  EXPECT_TRUE(createApplicationUsersFolder("Logs", error));
-  EXPECT_TRUE(createApplicationUsersFolder("Logs", error)) << error;
+  EXPECT_EQ(createApplicationUsersFolder("Logs").reason(), "");
+  EXPECT_EQ(createApplicationUsersFolder("Logs").reason(), "");
   EXPECT_TRUE(std::filesystem::is_directory(tree / "not/yet/Tessalon/Brindle4/Logs"));
   // Nobody else's, also where they were once made otherwise.
   const auto mode = [&](std::string_view path) { return std::filesystem::status(tree / path).permissions(); };
   constexpr auto ours_alone = std::filesystem::perms::owner_all;
   EXPECT_EQ(mode("not/yet/Tessalon/Brindle4"), ours_alone);
   ::chmod((tree / "not/yet/Tessalon/Brindle4/Logs").c_str(), 0755);
-  EXPECT_TRUE(createApplicationUsersFolder("Logs", error)) << error;
+  EXPECT_EQ(createApplicationUsersFolder("Logs").reason(), "");
   EXPECT_EQ(mode("not/yet/Tessalon/Brindle4/Logs"), ours_alone);
   tree.make({"not/yet/Tessalon/Brindle4/Rules"});
-  EXPECT_FALSE(createApplicationUsersFolder("Rules", error));
-  EXPECT_NE(error.find("Brindle4/Rules"), std::string::npos);
+  EXPECT_NE(createApplicationUsersFolder("Rules").reason().find("Brindle4/Rules"), std::string::npos);
 }
 
 }  // namespace

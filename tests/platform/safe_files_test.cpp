@@ -31,13 +31,13 @@ TEST(AtomicFile, writes_a_whole_file_in_place_of_the_old_one) {
   const TempTree tree;
   tree.make({"file", "link -> file"});
   ::chmod((tree / "file").c_str(), 0640);
-  EXPECT_EQ(write_file_atomically(tree / "link", "new"), "");
+  EXPECT_EQ(write_file_atomically(tree / "link", "new").reason(), "");
   EXPECT_EQ(content_of(tree / "file"), "new");
   EXPECT_TRUE(std::filesystem::is_symlink(tree / "link"));
   struct stat status {};
   ASSERT_EQ(::stat((tree / "file").c_str(), &status), 0);
   EXPECT_EQ(status.st_mode & 07777U, 0640U);
-  EXPECT_THAT(write_file_atomically(tree / "nowhere/file", "new"), HasSubstr("No such file"));
+  EXPECT_THAT(write_file_atomically(tree / "nowhere/file", "new").reason(), HasSubstr("No such file"));
   EXPECT_THAT(tree.names(), ElementsAre("file", "link"));
 }
 
@@ -49,7 +49,7 @@ TEST(AtomicFile, keeps_the_old_file_when_the_disk_is_full) {
   ::getrlimit(RLIMIT_FSIZE, &before);
   const rlimit full{1000, before.rlim_max};
   ::setrlimit(RLIMIT_FSIZE, &full);
-  const std::string error = write_file_atomically(tree / "file", std::string(2000, 'x'));
+  const std::string error = write_file_atomically(tree / "file", std::string(2000, 'x')).reason();
   ::setrlimit(RLIMIT_FSIZE, &before);
   EXPECT_THAT(error, HasSubstr("File too large"));
   EXPECT_EQ(content_of(tree / "file"), "file");
@@ -79,7 +79,7 @@ TEST(AtomicFile, takes_over_no_more_rights_than_a_file_of_ours_gave) {
     ASSERT_EQ(::chown((tree / "file").c_str(), each.owner, static_cast<gid_t>(-1)), 0);
     ASSERT_EQ(::chmod((tree / "file").c_str(), each.old_mode), 0);
     const struct stat old = status_of(tree / "file");
-    EXPECT_EQ(write_file_atomically(tree / "file", "new"), "");
+    EXPECT_EQ(write_file_atomically(tree / "file", "new").reason(), "");
     const struct stat made = status_of(tree / "file");
     EXPECT_EQ(made.st_mode & 07777U, each.new_mode) << std::oct << each.old_mode;
     EXPECT_EQ(made.st_uid, ::geteuid());
@@ -102,9 +102,9 @@ TEST(AtomicFile, goes_through_no_link_that_another_user_may_have_planted) {
     tree.make({"file", "shared/link -> near", "shared/near -> ../file"});
     ASSERT_EQ(::lchown((tree / "shared/near").c_str(), each.link_owner, each.link_owner), 0);
     ASSERT_EQ(::chmod((tree / "shared").c_str(), each.folder), 0);
-    const std::string error = write_file_atomically(tree / "shared/link", "new");
+    const std::string error = write_file_atomically(tree / "shared/link", "new").reason();
     OutputFile output;
-    EXPECT_EQ(output.open(tree / "shared/link"), each.followed ? 0 : foreign_link_error);
+    EXPECT_EQ(output.open(tree / "shared/link").error(), each.followed ? 0 : foreign_link_error);
     EXPECT_EQ(error.find("another user's link") != std::string::npos, !each.followed) << error;
     EXPECT_EQ(content_of(tree / "file"), each.followed ? "new" : "file") << std::oct << each.folder;
     std::filesystem::remove_all(tree / "shared");
@@ -115,9 +115,9 @@ TEST(OutputFile, replaces_a_file_wherever_it_lies) {
   const std::string path = "/dev/shm/brindle-test-" + std::to_string(::getpid());
   for (const std::string text : {"one", "two"}) {
     OutputFile output;
-    if (output.open(path) != 0) GTEST_SKIP() << "there is no /dev/shm";
+    if (!output.open(path).ok()) GTEST_SKIP() << "there is no /dev/shm";
     output.write(text);
-    EXPECT_EQ(output.finish(), 0);
+    EXPECT_EQ(output.finish().reason(), "");
     EXPECT_EQ(content_of(path), text);
   }
   ::unlink(path.c_str());

@@ -39,7 +39,7 @@ TEST(PropertyListExchange, WithOtherPrograms) {
   if (std::system("python3 -c 'import plistlib' 2>/dev/null") != 0) GTEST_SKIP() << "no python3";
   const test::TempTree tree;
   const TextList texts = {u".A", u"é", u"", u"$null"};
-  ASSERT_EQ(write_property_list_file(tree / "sample.xml", sample_list()), "");
+  ASSERT_EQ(write_property_list_file(tree / "sample.xml", sample_list()).reason(), "");
   std::ofstream(tree / "sample.binary", std::ios::binary) << write_binary_property_list(sample_list());
   write_data(tree / "texts.archive", archived(texts));
   write_data(tree / "fields.archive", archived(FieldList{{u"EXIF", u"Date", u"<EXIF_Date>", u"Date", u""}}));
@@ -48,10 +48,10 @@ TEST(PropertyListExchange, WithOtherPrograms) {
   std::size_t read = 0;
   for (const auto& entry : std::filesystem::directory_iterator(tree.path())) {
     if (entry.path().extension() != ".plist") continue;
-    PropertyList list;
-    ASSERT_EQ(read_property_list_file(entry.path(), list), "");
+    const Result<PropertyList> list = read_property_list_file(entry.path());
+    ASSERT_EQ(list.reason(), "");
     const bool is_lossy = entry.path().filename() == "other-converted-xml.plist";
-    const auto* dictionary = list.value.get_if<PropertyDictionary>();
+    const auto* dictionary = list->value.get_if<PropertyDictionary>();
     ASSERT_TRUE(dictionary);
     if (is_lossy) {
       EXPECT_EQ(without_losses(*dictionary), without_losses(*sample_list().get_if<PropertyDictionary>()));

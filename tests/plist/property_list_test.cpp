@@ -26,9 +26,9 @@ std::string in_plist(const std::string& content) {
 }
 
 PropertyValue read(std::string_view bytes) {
-  PropertyList list;
-  EXPECT_EQ(read_property_list(bytes, list), "") << bytes.substr(0, 200);
-  return list.value;
+  Result<PropertyList> list = read_property_list(bytes);
+  EXPECT_EQ(list.reason(), "") << bytes.substr(0, 200);
+  return list.ok() ? list->value : PropertyValue();
 }
 
 std::string wide(std::u16string_view text, bool marked) {
@@ -166,9 +166,7 @@ TEST(PropertyList, RefusesDamagedXmlAndSaysWhere) {
       {in_plist(repeated("<a>", 100000)), "none of a property list's"},
   };
   for (const auto& c : cases) {
-    PropertyList list{u"untouched", u"1"};
-    EXPECT_THAT(read_property_list(c.xml, list), testing::HasSubstr(c.error)) << c.xml.substr(0, 100);
-    EXPECT_EQ(list.value, PropertyValue(u"untouched"));
+    EXPECT_THAT(read_property_list(c.xml).reason(), testing::HasSubstr(c.error)) << c.xml.substr(0, 100);
   }
 }
 
@@ -239,10 +237,8 @@ TEST(PropertyList, RefusesDamagedBinary) {
       {binary_list({"\xC0"}), "not known"},
   };
   for (const auto& c : cases) {
-    PropertyList list{u"untouched", u"1"};
-    EXPECT_THAT(read_property_list(c.bytes, list), testing::HasSubstr(c.error))
+    EXPECT_THAT(read_property_list(c.bytes).reason(), testing::HasSubstr(c.error))
         << testing::PrintToString(c.bytes.substr(0, 60));
-    EXPECT_EQ(list.value, PropertyValue(u"untouched"));
   }
 }
 
@@ -268,8 +264,7 @@ TEST(PropertyList, ReadsNoMoreThanItsBudget) {
       {binary_list({"\xD1\1\1", "\x52xy"}), 3, 7, "too long"},
   };
   for (const auto& c : cases) {
-    PropertyList list;
-    const std::string error = read_property_list(c.bytes, list, {c.values, c.text_bytes});
+    const std::string error = read_property_list(c.bytes, {c.values, c.text_bytes}).reason();
     EXPECT_TRUE(*c.error == '\0' ? error.empty() : error.find(c.error) != std::string::npos)
         << error << ": " << c.bytes;
   }
@@ -282,27 +277,25 @@ TEST(PropertyList, EndsSoonWhateverIsCutOff) {
   const std::string binary = write_binary_property_list(sample_list());
   const std::string xml = write_xml_property_list(sample_list());
   for (std::size_t length = 0; length < binary.size(); ++length) {
-    PropertyList list;
-    EXPECT_NE(read_property_list(std::string_view(binary).substr(0, length), list), "");
+    EXPECT_NE(read_property_list(std::string_view(binary).substr(0, length)).reason(), "");
   }
   for (std::size_t length = 0; length + 1 < xml.size(); ++length) {
-    PropertyList list;
-    EXPECT_NE(read_property_list(std::string_view(xml).substr(0, length), list), "");
+    EXPECT_NE(read_property_list(std::string_view(xml).substr(0, length)).reason(), "");
   }
 }
 
 TEST(PropertyListFile, NamesTheFileInItsErrors) {
   const test::TempTree tree;
   const std::string path = tree / "list.plist";
-  PropertyList list;
-  EXPECT_THAT(read_property_list_file(path, list), testing::HasSubstr(path));
-  EXPECT_EQ(write_property_list_file(path, sample_list(), u"4.\"<\t\x01"), "");
-  EXPECT_EQ(read_property_list_file(path, list), "");
-  EXPECT_EQ(list.value, sample_list());
-  EXPECT_EQ(list.appversion, u"4.\"<\t\x01");
-  EXPECT_THAT(read_property_list_file(tree.path(), list), testing::HasSubstr("directory"));
+  EXPECT_THAT(read_property_list_file(path).reason(), testing::HasSubstr(path));
+  EXPECT_EQ(write_property_list_file(path, sample_list(), u"4.\"<\t\x01").reason(), "");
+  const Result<PropertyList> list = read_property_list_file(path);
+  ASSERT_EQ(list.reason(), "");
+  EXPECT_EQ(list->value, sample_list());
+  EXPECT_EQ(list->appversion, u"4.\"<\t\x01");
+  EXPECT_THAT(read_property_list_file(tree.path()).reason(), testing::HasSubstr("directory"));
   tree.make({"other"});
-  EXPECT_THAT(read_property_list_file(tree / "other", list), testing::HasSubstr("other” is no property list"));
+  EXPECT_THAT(read_property_list_file(tree / "other").reason(), testing::HasSubstr("other” is no property list"));
   EXPECT_THAT(tree.names(), testing::ElementsAre("list.plist", "other"));
 }
 

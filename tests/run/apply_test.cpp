@@ -102,7 +102,7 @@ TEST_F(Apply, TakenNamesAndFailuresKeepTheirFilesAndSayWhy) {
   EXPECT_EQ(files_.reason(3), "File exists");
   EXPECT_EQ(tree_.inodes(), before);
   EXPECT_NE(result.log_path.find("-0.xml"), std::string::npos);
-  EXPECT_TRUE(readLogFile(result.log_path).entries.empty());
+  EXPECT_TRUE(readLogFile(result.log_path)->entries.empty());
 }
 
 TEST_F(Apply, TheSecondOfTwoRowsWithOneNameFindsItTaken) {
@@ -212,9 +212,10 @@ TEST_F(Apply, ManyFoldersOnThreadsKeepTheListsOrderInTheLog) {
   propose(add_x);
   const ApplyResult result = apply();
   ASSERT_EQ(result.renamed, 1500U);
-  const LogFile log = readLogFile(result.log_path);
+  const Result<LogFile> log = readLogFile(result.log_path);
+  ASSERT_TRUE(log.ok());
   Names logged;
-  for (const LogEntry& entry : log.entries)
+  for (const LogEntry& entry : log->entries)
     logged.push_back(std::string(entry.target_folder) + "/" + std::string(entry.target_name));
   EXPECT_EQ(logged, order);
   EXPECT_EQ(undoRenaming(result.log_path, {}).restored, 1500U);
@@ -243,7 +244,7 @@ TEST_F(Apply, ThreadsCancelBetweenItemsAndASecondApplyGoesOn) {
   control_.progress = &sink;
   const ApplyResult first = apply();
   EXPECT_EQ(sink.last(), first.attempted);
-  EXPECT_EQ(readLogFile(first.log_path).entries.size(), first.renamed);
+  EXPECT_EQ(readLogFile(first.log_path)->entries.size(), first.renamed);
   EXPECT_EQ(first.cancelled, first.renamed < 4000U);
   EXPECT_EQ(first.isHasFilesForRenaming, first.cancelled);
   cancel_ = false;

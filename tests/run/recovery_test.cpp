@@ -105,7 +105,7 @@ std::string name_of(const std::string& path) {
 class CrashedRun {
  public:
   CrashedRun(const LogTree& tree, const Interrupted& run, std::time_t when = 1'000'000) {
-    EXPECT_EQ(begin_run_log(tree.logs(), when, {false, run.paths_follow, "4"}, *journal_, *log_), "");
+    EXPECT_EQ(begin_run_log(tree.logs(), when, {false, run.paths_follow, "4"}, *journal_, *log_).reason(), "");
     path_ = log_->path();
     std::uint32_t folder = 0;
     for (const Step& step : run.steps) {
@@ -115,7 +115,7 @@ class CrashedRun {
       journal_->add_folder(folder, folder_of(path));
       journal_->add(folder++, name_of(path), step.new_name, status.st_ino);
     }
-    EXPECT_EQ(journal_->seal(), "");
+    EXPECT_EQ(journal_->seal().reason(), "");
     for (std::size_t i = 0; i < run.steps.size(); ++i) carry_out(tree, i, run.steps[i]);
   }
 
@@ -162,7 +162,9 @@ TEST(Recovery, finishes_the_log_of_what_happened_and_undo_takes_it_back) {
     const RecoveryResult result = recover(tree.logs());
     EXPECT_THAT(result.problems, IsEmpty());
     ASSERT_THAT(result.runs, SizeIs(1));
-    const LogFile log = readLogFile(result.runs[0].log_path);
+    const Result<LogFile> read = readLogFile(result.runs[0].log_path);
+    ASSERT_EQ(read.reason(), "");
+    const LogFile& log = *read;
     EXPECT_EQ(pairs_in(log), expected_pairs(tree, run));
     EXPECT_EQ(result.runs[0].renamed, log.entries.size());
     EXPECT_EQ(result.runs[0].log_path, finished_log_path(crashed.path(), log.entries.size()));
@@ -185,7 +187,7 @@ TEST(Recovery, settles_a_renaming_that_was_half_done) {
   const RecoveryResult result = recover(tree.logs());
   ASSERT_THAT(result.runs, SizeIs(1));
   EXPECT_THAT(tree.names_in("files"), ElementsAre("B1", "a", "folder"));
-  EXPECT_THAT(pairs_in(readLogFile(result.runs[0].log_path)), ElementsAre(Pair(tree / "files/b", tree / "files/B1")));
+  EXPECT_THAT(pairs_in(*readLogFile(result.runs[0].log_path)), ElementsAre(Pair(tree / "files/b", tree / "files/B1")));
   EXPECT_EQ(undoRenaming(result.runs[0].log_path, {}).restored, 1);
   EXPECT_EQ(tree.state(), before);
 }
@@ -195,7 +197,7 @@ TEST(Recovery, makes_one_log_of_a_run) {
   const LogTree tree;
   tree.make({"files/a", "files/b"});
   CrashedRun crashed(tree, {"", {}, {{"a", "A1", done, "a"}, {"b", "B1", failed}}});
-  ASSERT_EQ(crashed.log().saveLog(), "");
+  ASSERT_EQ(crashed.log().saveLog().reason(), "");
   const std::string saved = crashed.log().saved_path();
   crashed.crash();
   std::filesystem::rename(tree / "files/A1", tree / "files/A2");
@@ -210,14 +212,14 @@ TEST(Recovery, does_not_take_a_strange_log_for_the_runs_own) {
   tree.make({"files/a"});
   CrashedRun crashed(tree, {"", {}, {{"a", "A1", done, "a"}}});
   RenameLogWriter other;
-  ASSERT_EQ(other.take_over(crashed.path(), "FILES", ""), "");
+  ASSERT_EQ(other.take_over(crashed.path(), "FILES", "").reason(), "");
   other.addLogEntry("/x", "/y");
-  ASSERT_EQ(other.saveLog(), "");
+  ASSERT_EQ(other.saveLog().reason(), "");
   crashed.crash();
   const RecoveryResult result = recover(tree.logs());
   ASSERT_THAT(result.runs, SizeIs(1));
   EXPECT_EQ(result.runs[0].log_path, finished_log_path(next_log_path(crashed.path()), 1));
-  EXPECT_THAT(pairs_in(readLogFile(other.saved_path())), ElementsAre(Pair("/x", "/y")));
+  EXPECT_THAT(pairs_in(*readLogFile(other.saved_path())), ElementsAre(Pair("/x", "/y")));
 }
 
 // A disk that is not there now may be back when the run is undone.
@@ -246,8 +248,8 @@ TEST(Recovery, leaves_a_run_alone_that_goes_on) {
   const UndoResult undo = undoRenaming(result.runs[0].log_path, {}, {}, {tree.logs()});
   EXPECT_THAT(undo.error, HasSubstr("a renaming is going on"));
   EXPECT_EQ(undo.reached, 0);
-  EXPECT_EQ(going_on.log().saveLog(), "");
-  EXPECT_EQ(pairs_in(readLogFile(going_on.log().saved_path())).size(), 1);
+  EXPECT_EQ(going_on.log().saveLog().reason(), "");
+  EXPECT_EQ(pairs_in(*readLogFile(going_on.log().saved_path())).size(), 1);
 }
 
 // Some disks that ignore letter case list names in lower case.
@@ -298,8 +300,8 @@ TEST(Recovery, sets_a_damaged_journal_aside) {
     const RecoveryResult result = recover(tree.logs());
     EXPECT_THAT(result.set_aside, ElementsAre(HasSubstr("damaged")));
     EXPECT_THAT(result.runs, IsEmpty());
-    EXPECT_NE(reason_to_wait(result), "");
-    EXPECT_EQ(reason_to_wait(recover(tree.logs())), "") << "it has been told";
+    EXPECT_NE(may_undo(result).reason(), "");
+    EXPECT_EQ(may_undo(recover(tree.logs())).reason(), "") << "it has been told";
   }
   EXPECT_THAT(tree.names_in("logs"), SizeIs(3));
 }

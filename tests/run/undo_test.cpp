@@ -89,7 +89,7 @@ TEST(Undo, restores_the_same_files_under_the_same_names) {
     EXPECT_EQ(listener.heard, result.entries);
     EXPECT_TRUE(result.put_away);
     EXPECT_THAT(tree.names_in("logs"), ElementsAre("Undone"));
-    EXPECT_THAT(readLogFile(result.log_path).entries, SizeIs(run.renames.size())) << "the log can be got back";
+    EXPECT_THAT(readLogFile(result.log_path)->entries, SizeIs(run.renames.size())) << "the log can be got back";
   }
 }
 
@@ -195,7 +195,7 @@ TEST(Undo, restores_what_only_marks_call_restored) {
   const std::string log = rename_and_log(tree, {{"a", "A1"}, {"b", "B1"}});
   {
     UndoProgress before;
-    ASSERT_EQ(before.open(log, readLogFile(log).checksum, 2), "");
+    ASSERT_EQ(before.open(log, readLogFile(log)->checksum, 2).reason(), "");
     before.set(0, UndoMark::restored);
     before.set(1, UndoMark::restored);
   }
@@ -322,7 +322,7 @@ TEST(Undo, is_done_by_one_process_at_a_time) {
   const std::string log = rename_and_log(tree, {{"a", "b"}});
   {
     UndoProgress other;
-    ASSERT_EQ(other.open(log, 1, 1), "");
+    ASSERT_EQ(other.open(log, 1, 1).reason(), "");
     EXPECT_THAT(undoRenaming(log, {}).error, HasSubstr("just being undone"));
   }
   // What the other left is about another log of this name.

@@ -27,8 +27,7 @@ std::string list(const std::string& entries) {
 class SavedPreferences : public testing::Test {
  protected:
   void write(const std::string& content) {
-    std::string error;
-    ASSERT_TRUE(createApplicationUsersFolder("", error)) << error;
+    ASSERT_EQ(createApplicationUsersFolder("").reason(), "");
     std::ofstream(preferences_path()) << content;
   }
   TempTree tree_;
@@ -42,7 +41,7 @@ TEST_F(SavedPreferences, ComeBackAsTheyWereSaved) {
   preferences.defaultProfileFolderPath = "/not \xFF text/<&>";
   preferences.automaticSaveCurrProfile = true;
   preferences.isShowHubIcon = false;
-  EXPECT_EQ(savePreferences(preferences), "");
+  EXPECT_EQ(savePreferences(preferences).reason(), "");
   Preferences read = default_preferences();
   EXPECT_TRUE(loadPreferences(read));
   EXPECT_EQ(read.defaultProfileFolderPath, preferences.defaultProfileFolderPath);
@@ -50,9 +49,9 @@ TEST_F(SavedPreferences, ComeBackAsTheyWereSaved) {
   EXPECT_EQ(default_rules_folder(), getAppPath() + "/Rules");
   EXPECT_TRUE(read.automaticSaveCurrProfile);
   EXPECT_FALSE(read.isShowHubIcon);
-  PropertyList file;
-  EXPECT_EQ(read_property_list_file(preferences_path(), file), "");
-  const auto* values = file.value.get_if<PropertyDictionary>();
+  const Result<PropertyList> file = read_property_list_file(preferences_path());
+  ASSERT_EQ(file.reason(), "");
+  const auto* values = file->value.get_if<PropertyDictionary>();
   ASSERT_NE(values, nullptr);
   EXPECT_EQ(*values->find(u"automaticSaveCurrProfile"), PropertyValue(u"1"));
   EXPECT_EQ(*values->find(u"isShowHubIcon"), PropertyValue(false));
@@ -101,7 +100,7 @@ TEST_F(SavedPreferences, NameTheFolderOfLogs) {
   }
   const Environment nowhere({{"XDG_DATA_HOME", std::nullopt}, {"HOME", std::nullopt}});
   EXPECT_EQ(default_log_folder(), "");
-  EXPECT_NE(savePreferences({}), "");
+  EXPECT_NE(savePreferences({}).reason(), "");
 }
 
 class Defaults : public SavedPreferences {
@@ -117,7 +116,7 @@ TEST_F(Defaults, RememberWhatWasSet) {
   defaults.set(user_default::live_preview, true);
   defaults.set(user_default::live_preview_files_limit, 12);
   EXPECT_TRUE(defaults.boolean(user_default::live_preview, false));
-  EXPECT_EQ(defaults.flush(), "");
+  EXPECT_EQ(defaults.flush().reason(), "");
   EXPECT_EQ(std::filesystem::status(tree_ / "config/Tessalon").permissions(), std::filesystem::perms::owner_all);
   UserDefaults again;
   EXPECT_EQ(again.text(user_default::last_profile, u"?"), u"/a");
@@ -126,7 +125,7 @@ TEST_F(Defaults, RememberWhatWasSet) {
   EXPECT_FALSE(again.boolean(user_default::include_hidden, false));
   again.remove(user_default::last_profile);
   EXPECT_EQ(again.find(user_default::last_profile), nullptr);
-  EXPECT_EQ(again.flush(), "");
+  EXPECT_EQ(again.flush().reason(), "");
   EXPECT_EQ(UserDefaults().find(user_default::last_profile), nullptr);
 }
 
@@ -138,7 +137,7 @@ TEST_F(Defaults, ProgramsThatFlushAtOnceKeepEachOthersKeys) {
     UserDefaults defaults;
     for (int round = 0; round < rounds; ++round) {
       defaults.set(key(program, round), round);
-      if (!defaults.flush().empty()) ::_exit(1);
+      if (!defaults.flush().ok()) ::_exit(1);
     }
     ::_exit(0);
   }
@@ -156,15 +155,15 @@ TEST_F(Defaults, KeepAFileThatTheyCannotRead) {
   UserDefaults defaults;
   EXPECT_EQ(defaults.find("k"), nullptr);
   defaults.set("k", u"v");
-  EXPECT_EQ(defaults.flush(), "");
+  EXPECT_EQ(defaults.flush().reason(), "");
   EXPECT_TRUE(std::filesystem::exists(path_ + ".damaged"));
   EXPECT_EQ(UserDefaults().text("k", u""), u"v");
   std::filesystem::remove_all(tree_ / "config");
   tree_.make({"config"});
   defaults.set("k", u"w");
-  EXPECT_NE(defaults.flush(), "");
+  EXPECT_NE(defaults.flush().reason(), "");
   std::filesystem::remove(tree_ / "config");
-  EXPECT_EQ(defaults.flush(), "");
+  EXPECT_EQ(defaults.flush().reason(), "");
   EXPECT_EQ(UserDefaults().text("k", u""), u"w");
 }
 

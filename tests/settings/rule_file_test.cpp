@@ -27,7 +27,11 @@ class RuleFileTest : public testing::Test {
  protected:
   void write(const std::string& content) const { std::ofstream(path) << "<plist>" << content << "</plist>"; }
 
-  std::string read(MethodNames names = MethodNames::repaired) { return read_rule_file(path, names, rules); }
+  std::string read(MethodNames names = MethodNames::repaired) {
+    Result<std::vector<Rule>> read = read_rule_file(path, names);
+    if (read.ok()) rules = *read;
+    return read.reason();
+  }
 
   test::TempTree tree;
   std::string path = tree / "Chain.brrule";
@@ -49,12 +53,12 @@ std::vector<Rule> chain_of_all() {
 
 TEST_F(RuleFileTest, KeepsAWholeChain) {
   const std::vector<Rule> chain = chain_of_all();
-  ASSERT_EQ(write_rule_file(path, chain), "");
+  ASSERT_EQ(write_rule_file(path, chain).reason(), "");
   const std::string first = content_of(path);
   EXPECT_EQ(appVersionInPlist(path), std::string(appVersion()));
   ASSERT_EQ(read(), "");
   EXPECT_EQ(rules, chain);
-  ASSERT_EQ(write_rule_file(path, rules), "");
+  ASSERT_EQ(write_rule_file(path, rules).reason(), "");
   EXPECT_EQ(content_of(path), first);
   EXPECT_THAT(tree.names(), testing::ElementsAre("Chain.brrule"));
 }
@@ -70,7 +74,7 @@ TEST_F(RuleFileTest, RepairsOldNamesOnlyWhereAsked) {
   ASSERT_EQ(rules.size(), 3U);
   EXPECT_EQ(variant_of(rules[0]), std::nullopt);
   // Saved under its old name, a rule has lost nothing.
-  ASSERT_EQ(write_rule_file(path, rules), "");
+  ASSERT_EQ(write_rule_file(path, rules).reason(), "");
   const std::string saved = content_of(path);
   EXPECT_THAT(saved, testing::AllOf(HasSubstr("Rule - AlphaNumRule - eric"), HasSubstr("AAEC")));
   ASSERT_EQ(read(), "");
@@ -93,18 +97,17 @@ TEST_F(RuleFileTest, SaysWhatItExpected) {
       {"<array><dict>", "line 1: "},
   };
   for (const auto& [content, error] : cases) {
-    rules.resize(1);
     write(content);
     EXPECT_THAT(read(), testing::AllOf(HasSubstr(error), HasSubstr(path)));
-    EXPECT_EQ(rules.size(), 1U);
   }
+  rules.resize(1);
   write("<array/>");
   EXPECT_EQ(read(), "");
   EXPECT_TRUE(rules.empty());
 }
 
 TEST_F(RuleFileTest, LeavesTheOldFileWhenItCannotWrite) {
-  EXPECT_THAT(write_rule_file(tree / "no folder/a.brrule", {}), HasSubstr("no folder/a.brrule"));
+  EXPECT_THAT(write_rule_file(tree / "no folder/a.brrule", {}).reason(), HasSubstr("no folder/a.brrule"));
   EXPECT_TRUE(tree.names().empty());
 }
 
@@ -113,10 +116,11 @@ TEST_F(RuleFileTest, ProfilesKeepARecord) {
   resetPhotoMask(settings);
   resetID3Mask(settings);
   const std::string profile = tree / "My.brprofile";
-  ASSERT_EQ(write_profile_file(profile, getCurrentSettings(settings)), "");
+  ASSERT_EQ(write_profile_file(profile, getCurrentSettings(settings)).reason(), "");
   const std::string first = content_of(profile);
-  SettingsRecord record;
-  ASSERT_EQ(read_profile_file(profile, record), "");
+  const Result<SettingsRecord> read = read_profile_file(profile);
+  ASSERT_EQ(read.reason(), "");
+  const SettingsRecord& record = *read;
   EXPECT_EQ(record.begin()->key, u"appVersion");
   for (const char16_t* list : {u"photoMetaDataList", u"id3RenamingTagsList", u"photoExtensions", u"id3Extensions"}) {
     EXPECT_NE(record.find(list)->get_if<PropertyValue::Data>(), nullptr);
@@ -124,11 +128,11 @@ TEST_F(RuleFileTest, ProfilesKeepARecord) {
   RenameSettings loaded;
   setSettings(loaded, record);
   EXPECT_THAT(differing_keys(loaded, settings), testing::ElementsAre("dateTimeCustomDate"));
-  ASSERT_EQ(write_profile_file(profile, record), "");
+  ASSERT_EQ(write_profile_file(profile, record).reason(), "");
   EXPECT_EQ(content_of(profile), first);
 
-  ASSERT_EQ(write_rule_file(path, {}), "");
-  EXPECT_THAT(read_profile_file(path, record),
+  ASSERT_EQ(write_rule_file(path, {}).reason(), "");
+  EXPECT_THAT(read_profile_file(path).reason(),
               HasSubstr("is no profile: it should hold a dictionary of settings, and holds an array"));
   EXPECT_EQ(record.size(), setting_count);
 }

@@ -69,9 +69,9 @@ inline std::string join(std::string_view folder, std::string_view name) {
 /// A finished log with these entries; its path.
 inline std::string make_log(const std::string& folder, const std::vector<Pair>& entries, std::time_t when = 1'000'000) {
   RenameLogWriter log;
-  EXPECT_EQ(log.createLogFile(folder + "/" + getNewLogFileName(when), "FILES"), "");
+  EXPECT_EQ(log.createLogFile(folder + "/" + getNewLogFileName(when), "FILES").reason(), "");
   for (const auto& [source, target] : entries) log.addLogEntry(source, target);
-  EXPECT_EQ(log.saveLog(), "");
+  EXPECT_EQ(log.saveLog().reason(), "");
   return log.saved_path();
 }
 
