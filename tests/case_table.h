@@ -15,7 +15,7 @@
 #include <vector>
 
 #include "platform/file_name.h"
-#include "text/integer_text.h"
+#include "text/number_text.h"
 
 namespace brindle::test {
 

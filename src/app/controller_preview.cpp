@@ -7,7 +7,7 @@
 #include "methods/rename_plan.h"
 #include "platform/app_info.h"
 #include "platform/file_name.h"
-#include "run/new_name_check.h"
+#include "run/rename_row.h"
 #include "settings/validation.h"
 #include "texts/shown_text.h"
 #include "texts/string_table.h"

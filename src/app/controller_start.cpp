@@ -12,6 +12,7 @@
 #include "platform/message_log.h"
 #include "plist/keyed_archive.h"
 #include "run/recovery.h"
+#include "settings/meta_data_field.h"
 #include "settings/rule_file.h"
 #include "texts/shown_text.h"
 #include "texts/string_table.h"
@@ -131,7 +132,7 @@ void BrindleAppController::restore_rules() {
   const PropertyValue* stored = defaults_.find(user_default::last_rule);
   if (!stored) return;
   const auto* data = stored->get_if<PropertyValue::Data>();
-  const auto chain = data ? unarchive_value(bytes_of(*data)) : std::nullopt;
+  const auto chain = data ? unarchive_value(bytes_of(*data), meta_data_field_class) : std::nullopt;
   Result<std::vector<Rule>> rules =
       chain ? rules_from_property_value(*chain, MethodNames::as_read) : Status("it is no keyed archive");
   rules_.setRules(rules.ok() ? *std::move(rules) : std::vector<Rule>());

@@ -6,7 +6,7 @@
 #include <thread>
 #include <utility>
 
-#include "platform/thread_start.h"
+#include "platform/process.h"
 
 namespace brindle {
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "log/log_name.h"
+#include "platform/ascii.h"
 
 namespace brindle {
 

@@ -7,9 +7,9 @@
 #include <utility>
 
 #include "list/file_order.h"
-#include "log/log_name.h"
+#include "platform/ascii.h"
 #include "platform/atomic_file.h"
-#include "platform/file_dates.h"
+#include "platform/date.h"
 #include "platform/file_name.h"
 #include "platform/folder_handle.h"
 #include "platform/message_log.h"

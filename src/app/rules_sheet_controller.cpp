@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "platform/app_info.h"
-#include "platform/file_version.h"
 #include "settings/preferences.h"
 #include "settings/rule_file.h"
 #include "texts/string_table.h"

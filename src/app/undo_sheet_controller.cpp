@@ -11,7 +11,6 @@
 #include "log/undo_progress.h"
 #include "platform/app_info.h"
 #include "platform/file_name.h"
-#include "platform/file_version.h"
 #include "platform/message_log.h"
 #include "platform/trash.h"
 #include "run/recovery.h"

@@ -1,7 +1,6 @@
 #include "cli/arguments.h"
 
 #include <fmt/format.h>
-#include <sys/stat.h>
 
 #include <algorithm>
 #include <array>
@@ -9,6 +8,7 @@
 #include "cli/method_call.h"
 #include "cli/option_value.h"
 #include "cli/suggestion.h"
+#include "platform/path.h"
 #include "platform/translation.h"
 
 namespace brindle {
@@ -16,11 +16,6 @@ namespace {
 
 bool is_option_word(std::string_view word) {
   return word.size() > 1 && word.front() == '-';
-}
-
-bool exists_on_disk(std::string_view path) {
-  struct stat facts {};
-  return ::lstat(std::string(path).c_str(), &facts) == 0;
 }
 
 std::string meant(std::string_view word, const std::vector<std::string_view>& candidates,
@@ -251,7 +246,7 @@ void ArgumentParser::take_words() {
 
 bool ArgumentParser::begins_method(std::string_view word, bool options_ended) const {
   if (!takes_methods(line_.command->operands) || find_method(word) == nullptr) return false;
-  return !(options_ended && exists_on_disk(word));
+  return !(options_ended && entry_exists(std::string(word)));
 }
 
 void ArgumentParser::take_operand(std::string_view word) {

@@ -10,8 +10,8 @@
 #include <vector>
 
 #include "cli/command_table.h"
+#include "cli/exit_code.h"
 #include "cli/method_call.h"
-#include "cli/usage_error.h"
 #include "gather/list_export.h"
 
 namespace brindle {

@@ -9,6 +9,7 @@
 #include "cli/log_folder.h"
 #include "log/rename_log.h"
 #include "platform/file_name.h"
+#include "platform/path.h"
 #include "platform/translation.h"
 #include "plist/iso_date.h"
 #include "settings/preferences.h"
@@ -22,7 +23,7 @@ void print_json(const std::vector<LogRecord>& logs, const std::string& folder, C
   for (const LogRecord& log : logs) {
     JsonLine(console.out().buffer(), "log")
         .bytes("name", log.logFileName)
-        .bytes("path", folder + "/" + log.logFileName)
+        .bytes("path", join_path(folder, log.logFileName))
         .text("date", iso_text(log.dateCreated))
         .number("count", log.filesCount);
     console.out().flush_if_full();

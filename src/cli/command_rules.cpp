@@ -7,10 +7,10 @@
 #include <vector>
 
 #include "cli/commands.h"
-#include "cli/display_width.h"
 #include "cli/json_lines.h"
 #include "cli/rename_batch.h"
 #include "cli/settings_files.h"
+#include "cli/terminal_text.h"
 #include "platform/file_name.h"
 #include "platform/translation.h"
 #include "settings/rule_file.h"

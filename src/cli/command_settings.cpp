@@ -8,7 +8,7 @@
 #include "cli/commands.h"
 #include "cli/json_lines.h"
 #include "cli/suggestion.h"
-#include "cli/text_wrap.h"
+#include "cli/terminal_text.h"
 #include "platform/translation.h"
 #include "settings/setting_text.h"
 #include "settings/settings_table.h"

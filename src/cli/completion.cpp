@@ -1,11 +1,10 @@
-#include "cli/completion.h"
-
 #include <fmt/format.h>
 
 #include <algorithm>
 #include <string_view>
 
 #include "cli/command_table.h"
+#include "cli/help.h"
 #include "cli/method_table.h"
 
 namespace brindle {

@@ -8,7 +8,6 @@
 #include <cstdlib>
 
 #include "cli/cancellation.h"
-#include "cli/display_width.h"
 #include "cli/terminal_text.h"
 #include "platform/translation.h"
 

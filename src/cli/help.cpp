@@ -5,8 +5,7 @@
 #include <algorithm>
 #include <vector>
 
-#include "cli/display_width.h"
-#include "cli/text_wrap.h"
+#include "cli/terminal_text.h"
 #include "platform/translation.h"
 
 namespace brindle {

@@ -22,4 +22,14 @@ std::string method_help(const MethodRow& method, const Style& style, std::size_t
 /// "put a text into the name" as "Put a text into the name."
 std::string sentence(std::string_view summary);
 
+// Scripts that make a shell complete commands, methods, options and their choices; PATHs are completed as files.
+
+std::string bash_completion();
+/// The one for bash, which zsh runs too.
+std::string zsh_completion();
+std::string fish_completion();
+
+/// The manual page, for man: all commands, options and methods of the tables.
+std::string manual_page();
+
 }  // namespace brindle

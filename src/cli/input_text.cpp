@@ -12,7 +12,7 @@
 #include <string_view>
 
 #include "cli/cancellation.h"
-#include "cli/usage_error.h"
+#include "cli/exit_code.h"
 #include "platform/file_descriptor.h"
 #include "platform/translation.h"
 

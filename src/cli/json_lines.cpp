@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "platform/byte_text.h"
+
 namespace brindle {
 namespace {
 
@@ -63,18 +65,6 @@ bool append_text(std::string_view text, std::string& out) {
     }
   }
   return valid;
-}
-
-void append_base64(std::string_view bytes, std::string& out) {
-  constexpr std::string_view digits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-  for (std::size_t i = 0; i < bytes.size(); i += 3) {
-    const std::string_view group = bytes.substr(i, 3);
-    std::uint32_t bits = 0;
-    for (std::size_t j = 0; j < 3; ++j) {
-      bits = bits << 8U | (j < group.size() ? static_cast<unsigned char>(group[j]) : 0U);
-    }
-    for (std::size_t j = 0; j < 4; ++j) out += j > group.size() ? '=' : digits[bits >> (18U - 6U * j) & 63U];
-  }
 }
 
 }  // namespace

@@ -4,9 +4,9 @@
 #include <cstdint>
 #include <vector>
 
-#include "cli/display_width.h"
 #include "cli/name_change.h"
 #include "cli/rename_batch.h"
+#include "cli/terminal_text.h"
 #include "platform/file_name.h"
 #include "platform/translation.h"
 

@@ -11,6 +11,7 @@
 #include "log/rename_log.h"
 #include "log/undo_progress.h"
 #include "platform/data_folders.h"
+#include "platform/path.h"
 #include "platform/translation.h"
 #include "run/recovery.h"
 #include "settings/preferences.h"
@@ -57,13 +58,13 @@ std::string find_log(const std::string& given) {
   const std::string folder = default_log_folder();
   if (given.empty()) {
     for (const LogRecord& log : loadUserLogFiles(folder)) {
-      std::string path = folder + "/" + log.logFileName;
+      std::string path = join_path(folder, log.logFileName);
       // One that is undone already, and could not be put away, is not what a person means.
       if (broken_off_undo(path).end != UndoEnd::complete) return path;
     }
     throw UsageError(translated("there is nothing to undo: no logs in {}", folder));
   }
-  std::string beside_the_others = folder + "/" + given;
+  std::string beside_the_others = join_path(folder, given);
   if (given.find('/') == std::string::npos && exists(beside_the_others)) return beside_the_others;
   if (exists(given)) return real_path(given);
   throw UsageError(translated("there is no log {} (brindle logs lists those in {})", given, folder));

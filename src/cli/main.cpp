@@ -1,5 +1,5 @@
 #include "cli/commands.h"
-#include "platform/process_setup.h"
+#include "platform/process.h"
 
 int main(int count, char** words) {
   brindle::set_up_process();

@@ -1,4 +1,3 @@
-#include "cli/manual.h"
 
 #include <fmt/format.h>
 

@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "cli/exit_code.h"
 #include "cli/option_value.h"
-#include "cli/usage_error.h"
 #include "settings/rule.h"
 
 namespace brindle {

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "cli/display_width.h"
+#include "cli/terminal_text.h"
 
 namespace brindle {
 namespace {

@@ -4,8 +4,8 @@
 #include <charconv>
 #include <optional>
 
+#include "cli/exit_code.h"
 #include "cli/pattern_pieces.h"
-#include "cli/usage_error.h"
 #include "platform/file_name.h"
 #include "platform/translation.h"
 #include "plist/iso_date.h"

@@ -10,9 +10,7 @@
 
 #include "cli/cancellation.h"
 #include "cli/commands.h"
-#include "cli/completion.h"
 #include "cli/help.h"
-#include "cli/manual.h"
 #include "platform/app_info.h"
 #include "platform/message_log.h"
 #include "platform/translation.h"

@@ -3,9 +3,9 @@
 #include <sys/stat.h>
 
 #include <algorithm>
-#include <cctype>
 #include <optional>
 
+#include "platform/ascii.h"
 #include "platform/file_name.h"
 #include "platform/translation.h"
 #include "plist/iso_date.h"
@@ -76,8 +76,7 @@ bool may_write(const CommandLine& line, Console& console) {
 void note_extension(const std::string& file, std::string_view extension, Console& console) {
   const std::size_t dot = file.rfind('.');
   const std::string_view given = dot == std::string::npos ? "" : std::string_view(file).substr(dot + 1);
-  const auto same = [](char a, char b) { return std::tolower(static_cast<unsigned char>(a)) == b; };
-  if (std::ranges::equal(given, extension, same)) return;
+  if (equal_ignoring_case(given, extension)) return;
   console.note(translated("The window lists only files whose names end in .{}.", extension));
 }
 

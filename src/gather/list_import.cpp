@@ -12,7 +12,6 @@
 #include "platform/file_kind.h"
 #include "platform/file_name.h"
 #include "platform/message_log.h"
-#include "run/new_name_check.h"
 #include "run/rename_row.h"
 
 namespace brindle {

@@ -8,8 +8,10 @@
 #include <unordered_map>
 #include <unordered_set>
 
+#include "platform/ascii.h"
 #include "platform/file_name.h"
 #include "platform/folder_handle.h"
+#include "platform/path.h"
 #include "platform/real_path.h"
 #include "text/unicode_fold.h"
 
@@ -35,8 +37,7 @@ class FolderNames {
   // One existing name that is not there in other letters settles it for the folder.
   bool tells_case_apart(const std::string& name) {
     if (is_exact_ || listed_) return is_exact_;
-    std::string other = name;
-    for (char& c : other) c = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') ? static_cast<char>(c ^ 0x20) : c;
+    const std::string other = in_other_letters(name);
     is_exact_ = other != name && !folder_.exists(other.c_str());
     return is_exact_;
   }
@@ -84,9 +85,7 @@ class ListedFolder {
 
  private:
   std::string path_of(const std::string& name) const {
-    const std::size_t size = path_.find_last_not_of('/') + 1;  // 0 for the root and for no location
-    const bool is_nowhere = path_.empty();
-    return is_nowhere ? name : path_.substr(0, size) + "/" + name;
+    return path_.empty() ? name : join_path(without_trailing_slashes(path_), name);
   }
 
   std::string path_;

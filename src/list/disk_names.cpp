@@ -1,15 +1,11 @@
 #include "list/disk_names.h"
 
-#include <linux/fs.h>
-#include <linux/magic.h>
-#include <sys/ioctl.h>
-#include <sys/vfs.h>
 #include <time.h>
 
 #include <algorithm>
-#include <array>
 #include <bit>
 
+#include "platform/ascii.h"
 #include "settings/preferences.h"
 #include "text/hash.h"
 
@@ -34,25 +30,6 @@ bool is_settled(const FolderStamp& stamp) {
   ::clock_gettime(CLOCK_REALTIME, &now);
   const std::int64_t now_ns = std::int64_t{now.tv_sec} * 1'000'000'000 + now.tv_nsec;
   return std::max(stamp.modified_ns, stamp.changed_ns) + tick_ns < now_ns;
-}
-
-constexpr std::uint32_t casefold_flag = 0x40000000;  // FS_CASEFOLD_FL: ext4, f2fs and tmpfs folders can ignore case
-
-// Disks that tell names apart byte by byte, unless a folder says otherwise.
-bool disk_is_exact(int descriptor) {
-  constexpr std::array<std::uint32_t, 8> exact = {EXT4_SUPER_MAGIC,      XFS_SUPER_MAGIC,  BTRFS_SUPER_MAGIC,
-                                                  TMPFS_MAGIC,           F2FS_SUPER_MAGIC, NFS_SUPER_MAGIC,
-                                                  OVERLAYFS_SUPER_MAGIC, RAMFS_MAGIC};
-  struct statfs disk {};
-  if (::fstatfs(descriptor, &disk) != 0) return false;
-  const auto type = static_cast<std::uint32_t>(disk.f_type);
-  if (std::find(exact.begin(), exact.end(), type) == exact.end()) return false;
-  int flags = 0;
-  return ::ioctl(descriptor, FS_IOC_GETFLAGS, &flags) != 0 || (static_cast<std::uint32_t>(flags) & casefold_flag) == 0;
-}
-
-bool is_letter(char c) {
-  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
 }
 
 }  // namespace
@@ -99,10 +76,9 @@ bool DiskNames::contains(const Listing& listing, std::uint64_t hash) {
 // A disk that is known to be exact is believed once a name of the folder in other letters is not found (some disks can
 // be made to ignore case without saying so).
 bool DiskNames::is_case_sensitive(const Listing& listing, std::string_view sample) {
-  std::string other(sample);
-  for (char& c : other) c = is_letter(c) ? static_cast<char>(c ^ 0x20) : c;
+  const std::string other = in_other_letters(sample);
   const bool listed_too = contains(listing, name_hash(other));
-  return (listed_too || !ask_disk(other.c_str())) && disk_is_exact(handle().descriptor());
+  return (listed_too || !ask_disk(other.c_str())) && handle().tells_case_apart();
 }
 
 const FolderHandle& DiskNames::handle() {
@@ -170,7 +146,7 @@ void DiskNames::enter(FolderId folder, std::size_t expected_tests) {
 bool DiskNames::exists(std::string_view name) {
   if (current_ == nullptr) return ask_disk(name.data());
   if (contains(*current_, name_hash(name))) {
-    if (!current_->case_known && std::any_of(name.begin(), name.end(), is_letter)) {
+    if (!current_->case_known && std::any_of(name.begin(), name.end(), is_ascii_letter)) {
       current_->case_sensitive = is_case_sensitive(*current_, name);
       current_->case_known = true;
     }

@@ -13,8 +13,7 @@
 #include <string_view>
 #include <vector>
 
-#include "log/checksum.h"
-#include "log/mark_map.h"
+#include "log/journal_format.h"
 #include "platform/file_descriptor.h"
 #include "platform/status.h"
 

@@ -11,7 +11,6 @@
 #include <unordered_map>
 #include <utility>
 
-#include "log/checksum.h"
 #include "log/journal.h"
 #include "log/journal_format.h"
 #include "platform/atomic_file.h"

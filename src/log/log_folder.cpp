@@ -10,12 +10,14 @@
 
 #include "log/rename_log.h"
 #include "log/undo_progress.h"
+#include "platform/ascii.h"
 #include "platform/atomic_file.h"
 #include "platform/data_folders.h"
 #include "platform/file_name.h"
 #include "platform/folder_handle.h"
+#include "platform/path.h"
 #include "platform/trash.h"
-#include "text/integer_text.h"
+#include "text/number_text.h"
 
 namespace brindle {
 namespace {
@@ -38,7 +40,7 @@ Date date_created(const FolderHandle& folder, const char* name) {
 std::string getLogFilePath() {
   const std::string app_path = getAppPath();
   const std::string name = getNewLogFileName(std::time(nullptr));
-  return app_path.empty() ? name : fmt::format("{}/Logs/{}", app_path, name);
+  return app_path.empty() ? name : join_path(app_path + "/Logs", name);
 }
 
 std::vector<LogRecord> loadUserLogFiles(const std::string& folder_path) {

@@ -7,8 +7,9 @@
 #include <array>
 #include <charconv>
 
-#include "platform/atomic_file.h"
+#include "platform/ascii.h"
 #include "platform/folder_handle.h"
+#include "platform/path.h"
 
 namespace brindle {
 namespace {
@@ -18,14 +19,6 @@ constexpr std::string_view journal_ending = "-#.journal";
 constexpr std::string_view ending = "-#.xml";
 constexpr std::string_view xml_extension = ".xml";
 constexpr std::string_view journal_extension = ".journal";
-
-char lower(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-bool equal(std::string_view a, std::string_view b) {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) { return lower(x) == lower(y); });
-}
 
 // Six numbers with one character between each two.
 bool read_numbers(std::string_view text, std::array<int, 6>& numbers) {
@@ -49,14 +42,6 @@ std::string getNewLogFileName(std::time_t when) {
   std::tm local{};
   ::localtime_r(&when, &local);
   return fmt::format("{}{:%d-%m-%Y %H-%M-%S}{}", prefix, local, ending);
-}
-
-bool begins_ignoring_case(std::string_view name, std::string_view start) {
-  return equal(name.substr(0, start.size()), start);
-}
-
-bool ends_ignoring_case(std::string_view name, std::string_view end) {
-  return name.size() >= end.size() && equal(name.substr(name.size() - end.size()), end);
 }
 
 bool is_open_log_name(std::string_view name) {
@@ -87,7 +72,7 @@ std::time_t log_time(const std::string& path) {
 std::string next_log_path(const std::string& path) {
   const std::time_t time = log_time(path);
   if (time == -1) return {};
-  return fmt::format("{}/{}", split_path(path).folder, getNewLogFileName(time + 1));
+  return join_path(split_path(path).folder, getNewLogFileName(time + 1));
 }
 
 std::string finished_log_path(const std::string& path, std::size_t count) {
@@ -109,8 +94,7 @@ std::vector<std::string> find_finished_logs(const std::string& path) {
     if (!begins_ignoring_case(entry.name, start) || !ends_ignoring_case(entry.name, xml_extension)) continue;
     if (entry.name.size() < start.size() + xml_extension.size()) continue;
     const std::size_t count_size = entry.name.size() - start.size() - xml_extension.size();
-    if (is_count(entry.name.substr(start.size(), count_size)))
-      found.push_back(fmt::format("{}/{}", parts.folder, entry.name));
+    if (is_count(entry.name.substr(start.size(), count_size))) found.push_back(join_path(parts.folder, entry.name));
   }
   return found;
 }

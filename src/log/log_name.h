@@ -22,10 +22,6 @@ std::string getNewLogFileName(std::time_t when);
 bool is_open_log_name(std::string_view name);
 bool is_journal_name(std::string_view name);
 
-/// Comparisons of ASCII text for the same reason.
-bool begins_ignoring_case(std::string_view name, std::string_view start);
-bool ends_ignoring_case(std::string_view name, std::string_view end);
-
 /// When the run of a "#" log began, from its name; -1 when the name does not tell.
 std::time_t log_time(const std::string& path);
 

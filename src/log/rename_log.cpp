@@ -7,6 +7,7 @@
 #include <cerrno>
 
 #include "platform/app_info.h"
+#include "platform/byte_text.h"
 #include "platform/xml_text.h"
 
 namespace brindle {

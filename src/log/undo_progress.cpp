@@ -15,6 +15,7 @@
 #include "platform/atomic_file.h"
 #include "platform/data_folders.h"
 #include "platform/folder_handle.h"
+#include "platform/path.h"
 
 namespace brindle {
 namespace {
@@ -186,7 +187,7 @@ std::vector<BrokenOffUndo> broken_off_undos(const std::string& log_folder) {
     if (!entry.name.ends_with(ending)) continue;
     const std::string log = std::string(entry.name.substr(0, entry.name.size() - ending.size()));
     if (!folder.exists(log.c_str())) continue;
-    BrokenOffUndo undo = broken_off_undo(fmt::format("{}/{}", log_folder, log));
+    BrokenOffUndo undo = broken_off_undo(join_path(log_folder, log));
     if (undo.entries > 0 && undo.end == UndoEnd::open) undos.push_back(std::move(undo));
   }
   std::ranges::sort(undos, {}, &BrokenOffUndo::log_path);

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "log/mark_map.h"
+#include "log/journal_format.h"
 #include "platform/file_descriptor.h"
 #include "platform/status.h"
 

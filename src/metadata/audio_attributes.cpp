@@ -7,10 +7,35 @@
 #include <cstdint>
 #include <string_view>
 
+#include "metadata/audio_module/audio_module.h"
+#include "platform/ascii.h"
+#include "platform/byte_source.h"
+#include "platform/module.h"
 #include "text/text_encoding.h"
 
 namespace brindle {
 namespace {
+
+static_assert(audio_tag_count == audio_module::attribute_count);
+
+using Reader = decltype(audio_module::brindle_read_audio);
+
+Reader* reader() {
+  static const Module module(audio_module::file_name, audio_module::revision);
+  static Reader* const function = module.function<Reader>("brindle_read_audio");
+  return function;
+}
+
+std::string lower_extension(std::string_view path) {
+  const std::size_t dot = path.find_last_of("./");
+  if (dot == std::string_view::npos || path[dot] == '/') return {};
+  return in_lower_case(path.substr(dot + 1));
+}
+
+void keep(void* context, std::uint32_t attribute, const char16_t* text, std::size_t size) noexcept {
+  auto& data = *static_cast<AudioFileData*>(context);
+  if (attribute < data.size()) data[attribute].emplace_back(text, size);
+}
 
 // In the order of audio_tokens, which is that of the file's tags.
 static_assert(audio_tokens.size() == audio_tag_count);
@@ -105,6 +130,16 @@ std::u16string text_of(AudioTag tag, const AudioTagValues& values) {
 }
 
 }  // namespace
+
+AudioFileData read_audio_file(const std::string& path, AudioTags wanted) {
+  AudioFileData data;
+  const RegularFile file = RegularFile::open(path);
+  if (!file || reader() == nullptr) return data;
+  file.expect_small_reads();
+  const audio_module::Sink sink{&data, keep};
+  reader()(file.descriptor(), file.size(), lower_extension(path).c_str(), wanted, &sink);
+  return data;
+}
 
 AudioAttributes audio_attributes(const AudioFileData& data) {
   AudioAttributes attributes;

@@ -5,7 +5,7 @@
 #include "metadata/code_tables.h"
 #include "platform/file_name.h"
 #include "platform/message_log.h"
-#include "text/integer_text.h"
+#include "text/number_text.h"
 #include "text/string_utilities.h"
 #include "text/text_case.h"
 #include "text/text_encoding.h"

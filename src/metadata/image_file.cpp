@@ -11,7 +11,6 @@
 #include "metadata/image_formats/png_chunks.h"
 #include "metadata/image_formats/tiff_structure.h"
 #include "platform/byte_source.h"
-#include "platform/regular_file.h"
 
 namespace brindle {
 namespace {

@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "metadata/iptc_dictionary.h"
-#include "text/integer_text.h"
+#include "text/number_text.h"
 #include "text/string_utilities.h"
 #include "text/text_encoding.h"
 

@@ -15,7 +15,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/thread_start.h"
+#include "platform/process.h"
 
 namespace brindle {
 

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "metadata/field_source.h"
-#include "plist/meta_data_field.h"
+#include "settings/meta_data_field.h"
 
 namespace brindle {
 

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "metadata/image_properties.h"
-#include "platform/thread_start.h"
+#include "platform/process.h"
 #include "text/hash.h"
 
 namespace brindle {

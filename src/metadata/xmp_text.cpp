@@ -5,7 +5,8 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/regular_file.h"
+#include "platform/ascii.h"
+#include "platform/byte_source.h"
 #include "text/text_encoding.h"
 
 namespace brindle {
@@ -33,14 +34,8 @@ constexpr Tags all_tags = {{{"<xmpRights:Marked>", true},
                             {"</photoshop:DateCreated>"}}};
 constexpr std::size_t longest_tag = 25;
 
-char lower(char byte) {
-  return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte + ('a' - 'A')) : byte;
-}
-
 bool equal(std::string_view bytes, const Tag& tag) {
-  if (!tag.any_case) return bytes == tag.text;
-  return std::equal(bytes.begin(), bytes.end(), tag.text.begin(), tag.text.end(),
-                    [](char a, char b) { return lower(a) == lower(b); });
+  return tag.any_case ? equal_ignoring_case(bytes, tag.text) : bytes == tag.text;
 }
 
 // No tag begins with anything else: most of a picture's "<" are told apart by one look.

@@ -2,7 +2,7 @@
 
 #include <stdexcept>
 
-#include "platform/file_dates.h"
+#include "platform/date.h"
 #include "text/string_utilities.h"
 
 namespace brindle {

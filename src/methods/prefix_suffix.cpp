@@ -1,6 +1,6 @@
 #include "methods/prefix_suffix.h"
 
-#include "platform/file_dates.h"
+#include "platform/date.h"
 #include "text/string_utilities.h"
 
 namespace brindle {

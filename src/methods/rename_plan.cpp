@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "platform/file_name.h"
-#include "text/integer_text.h"
+#include "text/number_text.h"
 
 namespace brindle {
 namespace {

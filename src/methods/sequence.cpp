@@ -6,7 +6,7 @@
 #include <limits>
 #include <stdexcept>
 
-#include "text/letter_counter.h"
+#include "text/number_text.h"
 #include "text/string_utilities.h"
 
 namespace brindle {

@@ -14,6 +14,7 @@
 #include <utility>
 
 #include "platform/move.h"
+#include "platform/path.h"
 
 namespace brindle {
 namespace {
@@ -72,7 +73,32 @@ void hand_on_permissions(const struct stat& old, int descriptor) {
   if (::fchmod(descriptor, mode) != 0) return;
 }
 
+bool may_follow(const FolderHandle& folder, const struct stat& link) {
+  struct stat around {};
+  if (::fstat(folder.descriptor(), &around) != 0) return false;
+  const bool is_shared = (around.st_mode & (S_IWGRP | S_IWOTH)) != 0;
+  return !is_shared || link.st_uid == ::geteuid() || link.st_uid == around.st_uid;
+}
+
 }  // namespace
+
+int find_write_target(const std::string& path, WriteTarget& target) {
+  std::string next = path;
+  for (int links = 0; links <= most_links; ++links) {
+    PathParts parts = split_path(next);
+    if (parts.name.empty()) return EISDIR;
+    target = {FolderHandle::open(parts.folder), std::move(parts.name)};
+    if (!target.folder) return target.folder.error();
+    struct stat status {};
+    const int found = ::fstatat(target.folder.descriptor(), target.name.c_str(), &status, AT_SYMLINK_NOFOLLOW);
+    if (found != 0) return errno == ENOENT ? 0 : errno;
+    if (!S_ISLNK(status.st_mode)) return 0;
+    if (!may_follow(target.folder, status)) return foreign_link_error;
+    if (const int error = read_link(target.folder.descriptor(), target.name.c_str(), next); error != 0) return error;
+    if (!next.starts_with('/')) next = join_path(parts.folder, next);
+  }
+  return ELOOP;
+}
 
 void AtomicFile::give_up() {
   if (is_reserved_) leave();
@@ -256,12 +282,6 @@ std::string reading_error_text(int error, std::size_t limit) {
 int sync_folder_of(const std::string& path) {
   const FileDescriptor folder(::open(split_path(path).folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   return folder ? sync_folder(folder.get()) : errno;
-}
-
-PathParts split_path(std::string_view path) {
-  const std::size_t slash = path.rfind('/');
-  if (slash == std::string_view::npos) return {".", std::string(path)};
-  return {std::string(path.substr(0, std::max<std::size_t>(slash, 1))), std::string(path.substr(slash + 1))};
 }
 
 std::string system_error_text(int error) {

@@ -1,6 +1,7 @@
 #pragma once
 
-// Files that are either written whole or not there at all. One thread.
+// Files that are either written whole or not there at all, and where a file that a person names for writing really
+// lies. An object belongs to one thread at a time.
 
 #include <cstddef>
 #include <cstdint>
@@ -8,13 +9,27 @@
 #include <string_view>
 
 #include "platform/file_descriptor.h"
+#include "platform/folder_handle.h"
 #include "platform/status.h"
-#include "platform/write_target.h"
 
 namespace brindle {
 
 /// Of files that hold names of the user's, less the umask: nobody else's.
 constexpr unsigned private_file_mode = 0600;
+
+/// An error beside the system's own: another user may have put the link there to have somebody else's file replaced.
+constexpr int foreign_link_error = -1;
+
+/// An open folder and a name in it, which was no symbolic link when it was looked at.
+struct WriteTarget {
+  FolderHandle folder;
+  std::string name;
+};
+
+/// Follows symbolic links at the end of `path`, so that the link stays and the file it leads to is written. In a folder
+/// that others than its owner may write in, a link counts only when it is ours or the folder's owner's, whatever the
+/// system is set to. Returns 0, errno or foreign_link_error.
+[[nodiscard]] int find_write_target(const std::string& path, WriteTarget& target);
 
 /// A file in the making, under a name of its own beside its final place. Destroying it before it was placed deletes it,
 /// unless room was reserved for it: then it stays, for take_over().
@@ -99,13 +114,6 @@ std::string reading_error_text(int error, std::size_t limit);
 
 /// Brings the entries of the folder that holds `path` to the disk. Returns 0 or errno.
 [[nodiscard]] int sync_folder_of(const std::string& path);
-
-/// The path's folder and last component. "/a" → "/", "a"; "a" → ".", "a".
-struct PathParts {
-  std::string folder;
-  std::string name;
-};
-PathParts split_path(std::string_view path);
 
 /// What the system says of an error number, as in "Permission denied"; more plainly where that helps nobody.
 std::string system_error_text(int error);

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "platform/atomic_file.h"
+#include "platform/path.h"
 
 namespace brindle {
 namespace {
@@ -50,11 +51,6 @@ std::string base_folder(const char* variable, const char* below_home) {
 
 }  // namespace
 
-std::string without_trailing_slashes(std::string path) {
-  while (path.size() > 1 && path.back() == '/') path.pop_back();
-  return path;
-}
-
 std::string data_home() {
   return base_folder("XDG_DATA_HOME", "/.local/share");
 }
@@ -77,11 +73,11 @@ int make_folders(const std::string& path, unsigned mode) {
 }
 
 Status createApplicationUsersFolder(std::string_view name) {
-  std::string path = getAppPath();
-  if (path.empty()) {
+  const std::string data_folder = getAppPath();
+  if (data_folder.empty()) {
     return Status("there is no home folder: neither HOME nor XDG_DATA_HOME is set to an absolute path", ENOENT);
   }
-  if (!name.empty()) path.append("/").append(name);
+  const std::string path = name.empty() ? data_folder : join_path(data_folder, name);
   const int error = make_folders(path, 0700);
   if (error != 0)
     return Status(fmt::format("the folder “{}” cannot be made: {}", path, system_error_text(error)), error);

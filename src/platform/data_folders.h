@@ -26,7 +26,4 @@ Status createApplicationUsersFolder(std::string_view name);
 /// Makes the folder at an absolute path with all that is above it. Returns 0 or errno; an existing folder will do.
 int make_folders(const std::string& path, unsigned mode);
 
-/// `path` without "/" at its end, but for the root itself.
-std::string without_trailing_slashes(std::string path);
-
 }  // namespace brindle

@@ -1,8 +1,11 @@
 #pragma once
 
-// The types for moments in time and for what clocks show, and where moments come from.
+// Moments in time, what clocks show, and the dates that a disk keeps of a file. Any thread.
 
 #include <chrono>
+#include <string>
+
+#include "platform/status.h"
 
 namespace brindle {
 
@@ -17,5 +20,14 @@ using WallTime = std::chrono::local_time<std::chrono::milliseconds>;
 inline Date current_time() {
   return std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now());
 }
+
+struct FileDates {
+  Date creation;      ///< when the file was made; the modification date on a disk that does not keep it
+  Date modification;  ///< when its content last changed
+};
+
+/// The dates of what stands at `path` (bytes), a last symbolic link not followed. The reason is a clause that names no
+/// file; its errno is set. Any thread.
+Result<FileDates> file_dates(const std::string& path);
 
 }  // namespace brindle

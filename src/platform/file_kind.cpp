@@ -7,6 +7,8 @@
 #include <array>
 #include <cerrno>
 
+#include "platform/ascii.h"
+
 namespace brindle {
 namespace {
 
@@ -18,15 +20,6 @@ constexpr std::array<std::string_view, 38> package_extensions = {
     "nib",       "numbers",  "pages",       "photolibrary", "photoslibrary", "pkg",           "playground",
     "plugin",    "prefpane", "qlgenerator", "rtfd",         "saver",         "service",       "sparsebundle",
     "tvlibrary", "workflow", "xcodeproj"};
-
-char lower(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-bool equals_ignoring_case(std::string_view text, std::string_view lower_case) {
-  return std::equal(text.begin(), text.end(), lower_case.begin(), lower_case.end(),
-                    [](char a, char b) { return lower(a) == b; });
-}
 
 FileKind kind_at(int folder, const char* name) {
   FileKind kind;
@@ -48,7 +41,7 @@ bool is_package_name(std::string_view name) {
   if (dot == std::string_view::npos || dot == 0) return false;
   const std::string_view extension = name.substr(dot + 1);
   return std::any_of(package_extensions.begin(), package_extensions.end(),
-                     [extension](std::string_view known) { return equals_ignoring_case(extension, known); });
+                     [extension](std::string_view known) { return equal_ignoring_case(extension, known); });
 }
 
 FileKind file_kind(const std::string& path) {

@@ -5,6 +5,26 @@
 #include <cstring>
 
 namespace brindle {
+
+void append_utf8(char32_t c, std::string& bytes) {
+  const auto put = [&bytes](char32_t byte) { bytes.push_back(static_cast<char>(byte)); };
+  if (c < 0x80) {
+    put(c);
+  } else if (c < 0x800) {
+    put(0xC0U | (c >> 6U));
+    put(0x80U | (c & 0x3FU));
+  } else if (c < 0x10000) {
+    put(0xE0U | (c >> 12U));
+    put(0x80U | ((c >> 6U) & 0x3FU));
+    put(0x80U | (c & 0x3FU));
+  } else {
+    put(0xF0U | (c >> 18U));
+    put(0x80U | ((c >> 12U) & 0x3FU));
+    put(0x80U | ((c >> 6U) & 0x3FU));
+    put(0x80U | (c & 0x3FU));
+  }
+}
+
 namespace {
 
 constexpr char32_t raw_byte_base = 0xEF00;
@@ -69,25 +89,6 @@ std::size_t append_ascii(std::string_view bytes, std::size_t from, std::u16strin
   text.resize(old_size + (end - from));
   for (std::size_t i = from; i < end; ++i) text[old_size + i - from] = static_cast<char16_t>(byte_at(bytes, i));
   return end;
-}
-
-void append_utf8(char32_t c, std::string& bytes) {
-  const auto put = [&bytes](char32_t byte) { bytes.push_back(static_cast<char>(byte)); };
-  if (c < 0x80) {
-    put(c);
-  } else if (c < 0x800) {
-    put(0xC0U | (c >> 6U));
-    put(0x80U | (c & 0x3FU));
-  } else if (c < 0x10000) {
-    put(0xE0U | (c >> 12U));
-    put(0x80U | ((c >> 6U) & 0x3FU));
-    put(0x80U | (c & 0x3FU));
-  } else {
-    put(0xF0U | (c >> 18U));
-    put(0x80U | ((c >> 12U) & 0x3FU));
-    put(0x80U | ((c >> 6U) & 0x3FU));
-    put(0x80U | (c & 0x3FU));
-  }
 }
 
 // One code point from text[i], advancing i; an unpaired surrogate comes back as itself.

@@ -44,6 +44,9 @@ bool encode_path(std::u16string_view path, std::string& bytes);
 /// A sentence without capital or full stop, such as "a character of the new name was split in two"; "" for none.
 std::string_view describe(NameFault fault);
 
+/// Appends the UTF-8 of a code point, which may be a surrogate.
+void append_utf8(char32_t c, std::string& bytes);
+
 /// UTF-8 of any text, for messages and reports: unpaired surrogates become U+FFFD, bytes of invalid names
 /// U+EF80…U+EFFF.
 std::string to_utf8(std::u16string_view text);

@@ -2,8 +2,10 @@
 
 #include <dirent.h>
 #include <fcntl.h>
+#include <linux/fs.h>
 #include <linux/magic.h>
 #include <linux/openat2.h>
+#include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <sys/statvfs.h>
 #include <sys/syscall.h>
@@ -178,6 +180,19 @@ bool FolderHandle::has_lasting_inodes() const {
   if (::fstatfs(folder_.get(), &disk) != 0) return false;
   const auto type = static_cast<std::uint64_t>(disk.f_type) & 0xFFFFFFFFU;
   return std::find(lasting_inodes.begin(), lasting_inodes.end(), type) != lasting_inodes.end();
+}
+
+bool FolderHandle::tells_case_apart() const {
+  constexpr std::array<std::uint32_t, 8> exact = {EXT4_SUPER_MAGIC,      XFS_SUPER_MAGIC,  BTRFS_SUPER_MAGIC,
+                                                  TMPFS_MAGIC,           F2FS_SUPER_MAGIC, NFS_SUPER_MAGIC,
+                                                  OVERLAYFS_SUPER_MAGIC, RAMFS_MAGIC};
+  constexpr std::uint32_t casefold_flag = 0x40000000;  // FS_CASEFOLD_FL: ext4, f2fs and tmpfs folders can ignore case
+  struct statfs disk {};
+  if (::fstatfs(descriptor(), &disk) != 0) return false;
+  if (std::ranges::find(exact, static_cast<std::uint32_t>(disk.f_type)) == exact.end()) return false;
+  int flags = 0;
+  return ::ioctl(descriptor(), FS_IOC_GETFLAGS, &flags) != 0 ||
+         (static_cast<std::uint32_t>(flags) & casefold_flag) == 0;
 }
 
 std::size_t FolderHandle::name_limit() const {

@@ -79,6 +79,9 @@ class FolderHandle {
   /// Whether inode numbers stay with their files here, across mounts and renames. FAT, exFAT and most network and FUSE
   /// disks make theirs up as they go.
   bool has_lasting_inodes() const;
+  /// Whether the disk's kind and the folder's flags promise that a name in other letters is another name. A disk may
+  /// have been set up to break that: look for a name that is there in other letters, too.
+  bool tells_case_apart() const;
   /// The longest name that the folder's disk takes, in bytes (255 when the disk does not say).
   std::size_t name_limit() const;
 

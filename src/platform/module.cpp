@@ -1,16 +1,15 @@
 #include "platform/module.h"
 
 #include <dlfcn.h>
+#include <fcntl.h>
 #include <fmt/format.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <array>
-#include <climits>
 #include <string>
 
-#include "platform/atomic_file.h"
 #include "platform/message_log.h"
+#include "platform/path.h"
 
 namespace brindle {
 namespace {
@@ -18,9 +17,8 @@ namespace {
 constexpr const char* running_program = "/proc/self/exe";
 
 std::string folder_of_program() {
-  std::array<char, PATH_MAX> path{};
-  const ssize_t size = ::readlink(running_program, path.data(), path.size());
-  return size <= 0 ? std::string() : split_path({path.data(), static_cast<std::size_t>(size)}).folder;
+  std::string path;
+  return read_link(AT_FDCWD, running_program, path) == 0 ? split_path(path).folder : std::string();
 }
 
 // Nobody else can have put it there: a program that was copied to where others write must not run their code.
@@ -38,8 +36,8 @@ std::string module_path(std::string_view file_name) {
   const std::string program_folder = folder_of_program();
   if (program_folder.empty()) return {};
   for (const char* below : {"modules", "../lib/brindle"}) {
-    const std::string folder = fmt::format("{}/{}", program_folder, below);
-    std::string path = fmt::format("{}/{}", folder, file_name);
+    const std::string folder = join_path(program_folder, below);
+    std::string path = join_path(folder, file_name);
     if (is_trusted(folder) && is_trusted(path)) return path;
   }
   return {};

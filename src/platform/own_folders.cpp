@@ -1,36 +1,12 @@
 #include "platform/own_folders.h"
 
-#include <fmt/format.h>
+#include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
-
-#include <array>
-#include <climits>
 
 #include "platform/data_folders.h"
+#include "platform/path.h"
 
 namespace brindle {
-namespace {
-
-constexpr int most_links = 40;  // as many as the system follows in one path
-
-std::string target_of_link(const std::string& path) {
-  std::array<char, PATH_MAX> target{};
-  const ssize_t size = ::readlink(path.c_str(), target.data(), target.size());
-  return size > 0 ? std::string(target.data(), static_cast<std::size_t>(size)) : std::string();
-}
-
-// The first component off the front of `path`, without slashes; "" at its end.
-std::string take_component(std::string& path) {
-  const std::size_t begin = path.find_first_not_of('/');
-  if (begin == std::string::npos) return {};
-  const std::size_t end = path.find('/', begin);
-  std::string component = path.substr(begin, end - begin);
-  path.erase(0, end);
-  return component;
-}
-
-}  // namespace
 
 OwnFolders OwnFolders::with_logs_in(const std::string& log_folder) {
   OwnFolders own;
@@ -48,29 +24,31 @@ bool OwnFolders::add_entry(const std::string& path, std::string& link_target) {
   entries_.insert({status.st_dev, status.st_ino});
   inodes_.insert(status.st_ino);
   names_.insert(path.substr(path.rfind('/') + 1));
-  link_target = S_ISLNK(status.st_mode) ? target_of_link(path) : std::string();
-  return !S_ISLNK(status.st_mode) || !link_target.empty();
+  link_target.clear();
+  return !S_ISLNK(status.st_mode) || read_link(AT_FDCWD, path.c_str(), link_target) == 0;
 }
 
 // Component by component, as the system walks a path: a link on the way counts, and so does all that it leads through.
 void OwnFolders::add(std::string path) {
+  std::string_view rest = path;
   std::string at;  // where the walk is, free of links; "" for the root
   std::string target;
   int links = 0;
-  for (std::string name = take_component(path); !name.empty(); name = take_component(path)) {
+  for (std::string_view name = take_component(rest); !name.empty(); name = take_component(rest)) {
     if (name == ".") continue;
     if (name == "..") {
       at.erase(at.empty() ? 0 : at.rfind('/'));
       continue;
     }
-    const std::string entry = fmt::format("{}/{}", at, name);
+    const std::string entry = join_path(at, name);
     if (!add_entry(entry, target)) return;
     if (target.empty()) {
       at = entry;
     } else {
       if (++links > most_links) return;
       if (target.starts_with('/')) at.clear();
-      path = fmt::format("{}/{}", target, path);
+      path = join_path(target, rest);
+      rest = path;
     }
   }
 }

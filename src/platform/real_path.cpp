@@ -2,26 +2,16 @@
 
 #include <unistd.h>
 
-#include <array>
 #include <cerrno>
-#include <climits>
 #include <cstdlib>
 #include <memory>
 #include <utility>
 
 #include "platform/folder_handle.h"
+#include "platform/path.h"
 
 namespace brindle {
 namespace {
-
-constexpr int link_limit = 40;  // as many as the kernel follows
-
-std::string_view take_component(std::string_view& path) {
-  path.remove_prefix(std::min(path.find_first_not_of('/'), path.size()));
-  const std::string_view component = path.substr(0, path.find('/'));
-  path.remove_prefix(component.size());
-  return component;
-}
 
 void append_component(std::string_view name, std::string& path) {
   path.append("/").append(name);
@@ -37,13 +27,6 @@ bool append_clean(std::string_view path, std::string& clean) {
     if (!component.empty() && component != ".") append_component(component, clean);
   }
   return !goes_up;
-}
-
-int read_link(const FolderHandle& folder, const char* name, std::string& target) {
-  std::array<char, PATH_MAX> bytes;
-  const ssize_t size = ::readlinkat(folder.descriptor(), name, bytes.data(), bytes.size());
-  if (size > 0) target.assign(bytes.data(), static_cast<std::size_t>(size));
-  return size > 0 ? 0 : size == 0 ? ENOENT : errno;
 }
 
 /// Goes down a path a component at a time, and into the targets of the links on the way.
@@ -84,14 +67,14 @@ class Descent {
 
   void follow(const std::string& name) {
     std::string target;
-    error_ = ++links_ > link_limit ? ELOOP : read_link(at_, name.c_str(), target);
+    error_ = ++links_ > most_links ? ELOOP : read_link(at_.descriptor(), name.c_str(), target);
     if (error_ != 0) return;
     if (target.front() == '/') {
       at_ = FolderHandle::open_real("/");
       error_ = at_.error();
       path_.clear();
     }
-    rest_ = target + "/" + pending_;
+    rest_ = join_path(target, pending_);
   }
 
   std::string path_;
@@ -137,7 +120,7 @@ const RealPaths::Place& RealPaths::parent_place(std::string_view parent) {
 
 RealPath RealPaths::of(std::string_view given) {
   if (given.empty() || (given.front() != '/' && current_folder_.empty())) return {std::string(given), ENOENT};
-  const std::string absolute = given.front() == '/' ? std::string(given) : current_folder_ + "/" + std::string(given);
+  const std::string absolute = given.front() == '/' ? std::string(given) : join_path(current_folder_, given);
   std::string_view path = absolute;
   while (path.ends_with('/')) path.remove_suffix(1);
   std::string_view parent;

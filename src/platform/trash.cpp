@@ -12,10 +12,11 @@
 #include <string_view>
 
 #include "platform/atomic_file.h"
+#include "platform/byte_text.h"
 #include "platform/data_folders.h"
 #include "platform/folder_handle.h"
 #include "platform/move.h"
-#include "platform/xml_text.h"
+#include "platform/path.h"
 
 namespace brindle {
 namespace {
@@ -65,11 +66,10 @@ bool is_common_trash(const std::string& path) {
 }
 
 Trash trash_of_disk(const std::string& top) {
-  const std::string base = top == "/" ? top : top + "/";
-  const std::string common = base + ".Trash";
+  const std::string common = join_path(top, ".Trash");
   const std::string in_common = fmt::format("{}/{}", common, ::getuid());
   if (is_common_trash(common) && make_own_folder(in_common)) return {in_common, top};
-  const std::string own = fmt::format("{}.Trash-{}", base, ::getuid());
+  const std::string own = join_path(top, fmt::format(".Trash-{}", ::getuid()));
   return make_own_folder(own) ? Trash{own, top} : Trash{};
 }
 
@@ -119,8 +119,7 @@ int move_to_trash(const std::string& path) {
                                                            &std::free);
   if (folder == nullptr) return errno;
   const std::string name = split_path(path).name;
-  const std::string real_path =
-      std::string_view(folder.get()) == "/" ? "/" + name : fmt::format("{}/{}", folder.get(), name);
+  const std::string real_path = join_path(folder.get(), name);
   const Trash trash = trash_for(folder.get());
   if (trash.path.empty()) return ENOTSUP;
   if (make_folders(trash.path + "/info", 0700) != 0 || make_folders(trash.path + "/files", 0700) != 0) return ENOTSUP;

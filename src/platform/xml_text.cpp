@@ -76,18 +76,6 @@ bool append_beyond_ascii(std::string_view bytes, std::string& xml) {
   return representable;
 }
 
-bool is_unreserved(char c) {
-  return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '-' || c == '.' ||
-         c == '_' || c == '~' || c == '/';
-}
-
-int hex_value(char c) {
-  if (c >= '0' && c <= '9') return c - '0';
-  if (c >= 'A' && c <= 'F') return c - 'A' + 10;
-  if (c >= 'a' && c <= 'f') return c - 'a' + 10;
-  return -1;
-}
-
 }  // namespace
 
 bool append_xml_attribute(std::string_view bytes, std::string& xml) {
@@ -139,37 +127,6 @@ void restore_bytes(std::string& text) {
     i += stands_for_byte ? 3 : 1;
   }
   if (kept != std::string::npos) text.resize(kept);
-}
-
-void append_percent_encoded(std::string_view bytes, std::string& text) {
-  constexpr std::string_view digits = "0123456789ABCDEF";
-  for (const char c : bytes) {
-    if (is_unreserved(c)) {
-      text.push_back(c);
-    } else {
-      const auto byte = static_cast<unsigned char>(c);
-      text.push_back('%');
-      text.push_back(digits[byte >> 4U]);
-      text.push_back(digits[byte & 0xFU]);
-    }
-  }
-}
-
-bool percent_decode(std::string_view text, std::string& bytes) {
-  bytes.clear();
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (text[i] != '%') {
-      bytes.push_back(text[i]);
-      continue;
-    }
-    if (i + 2 >= text.size()) return false;
-    const int high = hex_value(text[i + 1]);
-    const int low = hex_value(text[i + 2]);
-    if (high < 0 || low < 0) return false;
-    bytes.push_back(static_cast<char>(high * 16 + low));
-    i += 2;
-  }
-  return true;
 }
 
 }  // namespace brindle

@@ -21,10 +21,4 @@ bool is_surely_representable(std::string_view bytes);
 /// The bytes of a name or path that was read from XML as UTF-8, in place: the way back of append_xml_attribute.
 void restore_bytes(std::string& text);
 
-/// Appends bytes with all but unreserved characters (and "/") as %XX.
-void append_percent_encoded(std::string_view bytes, std::string& text);
-
-/// The way back. False when a "%" is not followed by two hexadecimal digits.
-bool percent_decode(std::string_view text, std::string& bytes);
-
 }  // namespace brindle

@@ -5,9 +5,8 @@
 
 #include "plist/keyed_archive.h"
 #include "plist/property_list.h"
-#include "plist/property_list_limits.h"
+#include "plist/property_value.h"
 #include "plist/scalar_text.h"
-#include "plist/unique_entries.h"
 
 namespace brindle {
 namespace {
@@ -29,7 +28,7 @@ using Found = std::optional<PropertyValue>;
 
 class Unarchiver {
  public:
-  explicit Unarchiver(const PropertyValue::Array& objects) : objects_(objects) {}
+  Unarchiver(const PropertyValue::Array& objects, const TextClass& own) : objects_(objects), own_(own) {}
 
   Found object(PropertyUid uid) {
     if (uid.index == 0 || uid.index >= objects_.size()) return std::nullopt;
@@ -60,7 +59,7 @@ class Unarchiver {
     if (name == u"NSData" || name == u"NSMutableData") return content<PropertyValue::Data>(instance, u"NS.data");
     if (name == u"NSDate") return date(instance);
     if (name == u"NSNull") return PropertyValue();
-    return name == u"MetaDataField" ? field(instance) : std::nullopt;
+    return !name.empty() && name == own_.name ? texts(instance) : std::nullopt;
   }
 
   // "" for what is no class. To look through a dictionary costs as much as to hold its entries.
@@ -121,9 +120,9 @@ class Unarchiver {
     return dictionary_of_pairs(std::move(pairs));
   }
 
-  Found field(const PropertyDictionary& instance) {
+  Found texts(const PropertyDictionary& instance) {
     PropertyDictionary texts;
-    for (const std::u16string_view key : {u"prefix", u"label", u"tagCode", u"metadataCode"}) {
+    for (const std::u16string_view key : own_.keys) {
       const PropertyValue* reference = instance.find(key);
       const auto* uid = reference ? reference->get_if<PropertyUid>() : nullptr;
       if (reference && !uid) return std::nullopt;
@@ -135,13 +134,14 @@ class Unarchiver {
   }
 
   const PropertyValue::Array& objects_;
+  const TextClass& own_;
   PropertyListBudget budget_;
   std::vector<std::uint64_t> open_;
 };
 
 }  // namespace
 
-std::optional<PropertyValue> unarchive_value(std::string_view bytes) {
+std::optional<PropertyValue> unarchive_value(std::string_view bytes, const TextClass& own) {
   const Result<PropertyList> list = read_property_list(bytes);
   if (!list.ok()) return std::nullopt;
   const auto* archive = list->value.get_if<PropertyDictionary>();
@@ -151,7 +151,7 @@ std::optional<PropertyValue> unarchive_value(std::string_view bytes) {
   const auto* objects = entry<PropertyValue::Array>(*archive, u"$objects");
   const auto* root = top ? entry<PropertyUid>(*top, u"root") : nullptr;
   if (!archiver || *archiver != u"NSKeyedArchiver" || !objects || !root) return std::nullopt;
-  return Unarchiver(*objects).object(*root);
+  return Unarchiver(*objects, own).object(*root);
 }
 
 }  // namespace brindle

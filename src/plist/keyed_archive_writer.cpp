@@ -5,8 +5,8 @@
 #include <string>
 #include <utility>
 
-#include "plist/binary_property_list.h"
 #include "plist/keyed_archive.h"
+#include "plist/property_list.h"
 #include "plist/scalar_text.h"
 
 namespace brindle {
@@ -19,7 +19,6 @@ constexpr auto dictionary_class =
     std::to_array<std::u16string_view>({u"NSMutableDictionary", u"NSDictionary", u"NSObject"});
 constexpr auto data_class = std::to_array<std::u16string_view>({u"NSMutableData", u"NSData", u"NSObject"});
 constexpr auto date_class = std::to_array<std::u16string_view>({u"NSDate", u"NSObject"});
-constexpr auto field_class = std::to_array<std::u16string_view>({u"MetaDataField", u"NSObject"});
 
 // Its recursion goes as deep as the value, which the readers bound.
 class Archiver {
@@ -28,8 +27,12 @@ class Archiver {
     return value.visit([this](const auto& content) { return add_content(content); });
   }
 
-  PropertyUid add_fields(const FieldList& fields) {
-    return add_array(fields, [this](const MetaDataField& field) { return add_field(field); });
+  PropertyUid add_objects(Lineage lineage, std::span<const PropertyDictionary> objects) {
+    return add_array(objects, [&](const PropertyDictionary& entries) {
+      return add_object(lineage, [&](PropertyDictionary& object) {
+        for (const PropertyEntry& entry : entries) object.append(entry.key, add(entry.value));
+      });
+    });
   }
 
   PropertyValue::Data archive(PropertyUid root) && {
@@ -83,15 +86,6 @@ class Archiver {
     });
   }
 
-  PropertyUid add_field(const MetaDataField& field) {
-    return add_object(field_class, [&](PropertyDictionary& object) {
-      object.append(u"prefix", add_content(field.prefix));
-      object.append(u"label", add_content(field.label));
-      object.append(u"tagCode", add_content(field.tagCode));
-      object.append(u"metadataCode", add_content(field.metadataCode));
-    });
-  }
-
   PropertyUid add_content(const std::u16string& text) {
     const auto [found, is_new] = texts_.try_emplace(text, next());
     if (is_new) push(text);
@@ -140,9 +134,10 @@ PropertyValue::Data archive_value(const PropertyValue& value) {
   return std::move(archiver).archive(root);
 }
 
-PropertyValue::Data archive_fields(const FieldList& fields) {
+PropertyValue::Data archive_objects(std::u16string_view class_name, std::span<const PropertyDictionary> objects) {
+  const auto lineage = std::to_array<std::u16string_view>({class_name, u"NSObject"});
   Archiver archiver;
-  const PropertyUid root = archiver.add_fields(fields);
+  const PropertyUid root = archiver.add_objects(lineage, objects);
   return std::move(archiver).archive(root);
 }
 

@@ -3,8 +3,6 @@
 #include <fmt/format.h>
 
 #include "platform/atomic_file.h"
-#include "plist/binary_property_list.h"
-#include "plist/xml_property_list.h"
 
 namespace brindle {
 

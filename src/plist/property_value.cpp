@@ -1,8 +1,24 @@
 #include "plist/property_value.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <numeric>
+#include <string_view>
+#include <utility>
 
 namespace brindle {
+namespace {
+
+bool means_yes(std::u16string_view text) {
+  text.remove_prefix(std::min(text.find_first_not_of(u" \t\n\v\f\r"), text.size()));
+  if (text.starts_with(u'+') || text.starts_with(u'-')) text.remove_prefix(1);
+  text.remove_prefix(std::min(text.find_first_not_of(u'0'), text.size()));
+  constexpr std::u16string_view yes = u"123456789YyTt";
+  return !text.empty() && yes.find(text.front()) != std::u16string_view::npos;
+}
+
+}  // namespace
 
 // Out of line, since a dictionary is part of the value that it holds.
 PropertyDictionary::PropertyDictionary() = default;
@@ -63,6 +79,35 @@ struct KindName {
 
 std::string_view kind_name(const PropertyValue& value) {
   return value.visit(KindName());
+}
+
+PropertyDictionary dictionary_of_pairs(std::vector<PropertyEntry>&& pairs) {
+  std::vector<std::size_t> by_key(pairs.size());
+  std::iota(by_key.begin(), by_key.end(), std::size_t{0});
+  std::ranges::stable_sort(by_key, {}, [&](std::size_t i) -> const std::u16string& { return pairs[i].key; });
+  std::vector<bool> dropped(pairs.size());
+  std::size_t first = 0;
+  for (std::size_t i = 1; i < by_key.size(); ++i) {
+    if (pairs[by_key[i]].key != pairs[by_key[first]].key) {
+      first = i;
+      continue;
+    }
+    pairs[by_key[first]].value = std::move(pairs[by_key[i]].value);
+    dropped[by_key[i]] = true;
+  }
+  PropertyDictionary dictionary;
+  for (std::size_t i = 0; i < pairs.size(); ++i) {
+    if (!dropped[i]) dictionary.append(pairs[i].key, std::move(pairs[i].value));
+  }
+  return dictionary;
+}
+
+std::optional<bool> flag_value(const PropertyValue& value) {
+  if (const bool* flag = value.get_if<bool>()) return *flag;
+  if (const std::int64_t* number = value.get_if<std::int64_t>()) return *number != 0;
+  if (const double* number = value.get_if<double>()) return *number != 0;
+  if (const std::u16string* text = value.get_if<std::u16string>()) return means_yes(*text);
+  return std::nullopt;
 }
 
 }  // namespace brindle

@@ -6,6 +6,7 @@
 #include <concepts>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -105,5 +106,13 @@ struct PropertyEntry {
   PropertyValue value;
   bool operator==(const PropertyEntry&) const = default;
 };
+
+/// A dictionary of pairs as they were read: of several with one key the last one's value stands at the first one's
+/// place. Never quadratic. Pure; any thread.
+PropertyDictionary dictionary_of_pairs(std::vector<PropertyEntry>&& pairs);
+
+/// A flag as preferences hold it: a boolean, a number (0 or not), or a text, which is true when, behind blanks, a sign
+/// and zeros, it begins with a digit, "y" or "t" in either case. None for any other kind of value. Pure; any thread.
+std::optional<bool> flag_value(const PropertyValue& value);
 
 }  // namespace brindle

@@ -153,18 +153,6 @@ std::optional<Date> date_of_reference_seconds(double seconds) {
   return reference_date + std::chrono::milliseconds(std::llround(milliseconds));
 }
 
-std::string base64_text(const PropertyValue::Data& data) {
-  std::string text;
-  text.reserve((data.size() + 2) / 3 * 4);
-  for (std::size_t i = 0; i < data.size(); i += 3) {
-    const std::size_t count = std::min<std::size_t>(3, data.size() - i);
-    std::uint32_t bits = 0;
-    for (std::size_t k = 0; k < 3; ++k) bits = bits << 8U | (k < count ? data[i + k] : 0U);
-    for (std::size_t k = 0; k < 4; ++k) text += k <= count ? base64_digits[bits >> (18U - 6U * k) & 63U] : '=';
-  }
-  return text;
-}
-
 std::optional<PropertyValue::Data> data_of_base64(std::u16string_view text) {
   PropertyValue::Data data;
   data.reserve(text.size() / 4 * 3);

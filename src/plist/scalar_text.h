@@ -36,9 +36,7 @@ double reference_seconds(Date date);
 /// To the nearest millisecond; none out of range.
 std::optional<Date> date_of_reference_seconds(double seconds);
 
-/// Base64 without line breaks.
-std::string base64_text(const PropertyValue::Data& data);
-/// White space anywhere is passed over, and the padding may be missing.
+/// The bytes of base64. White space anywhere is passed over, and the padding may be missing.
 std::optional<PropertyValue::Data> data_of_base64(std::u16string_view text);
 
 }  // namespace brindle

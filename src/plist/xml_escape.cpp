@@ -3,42 +3,22 @@
 #include <fmt/format.h>
 
 #include <cstddef>
-#include <cstdint>
+
+#include "platform/file_name.h"
+#include "text/unicode_fold.h"
 
 namespace brindle {
 namespace {
 
 constexpr char16_t mark = 0xEF7F;
 
-bool is_surrogate(char16_t c) {
-  return (c & 0xF800U) == 0xD800U;
-}
-
 bool is_impossible(char16_t c) {
-  return (c < 0x20 && c != u'\t' && c != u'\n' && c != u'\r') || c >= 0xFFFE || is_surrogate(c) || c == mark;
+  return (c < 0x20 && c != u'\t' && c != u'\n' && c != u'\r') || c >= 0xFFFE || is_high_surrogate(c) ||
+         is_low_surrogate(c) || c == mark;
 }
 
 bool is_pair(std::u16string_view text, std::size_t i) {
-  return i + 1 < text.size() && (text[i] & 0xFC00U) == 0xD800U && (text[i + 1] & 0xFC00U) == 0xDC00U;
-}
-
-void append_utf8(std::uint32_t c, std::string& bytes) {
-  const auto tail = [&](unsigned shift) { bytes += static_cast<char>(0x80U | (c >> shift & 0x3FU)); };
-  if (c < 0x80) {
-    bytes += static_cast<char>(c);
-  } else if (c < 0x800) {
-    bytes += static_cast<char>(0xC0U | c >> 6U);
-    tail(0);
-  } else if (c < 0x10000) {
-    bytes += static_cast<char>(0xE0U | c >> 12U);
-    tail(6);
-    tail(0);
-  } else {
-    bytes += static_cast<char>(0xF0U | c >> 18U);
-    tail(12);
-    tail(6);
-    tail(0);
-  }
+  return i + 1 < text.size() && is_high_surrogate(text[i]) && is_low_surrogate(text[i + 1]);
 }
 
 void append_unit(char16_t c, std::string& xml) {

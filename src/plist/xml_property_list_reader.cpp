@@ -5,11 +5,10 @@
 #include <vector>
 
 #include "platform/file_name.h"
-#include "plist/property_list_limits.h"
+#include "plist/property_list.h"
+#include "plist/property_value.h"
 #include "plist/scalar_text.h"
-#include "plist/unique_entries.h"
 #include "plist/xml_escape.h"
-#include "plist/xml_property_list.h"
 #include "plist/xml_tokens.h"
 
 namespace brindle {

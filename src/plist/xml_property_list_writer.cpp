@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/byte_text.h"
 #include "plist/property_list.h"
 #include "plist/scalar_text.h"
 #include "plist/xml_escape.h"
@@ -29,7 +30,8 @@ class Writer {
   void operator()(const PropertyValue::Data& data) {
     // With tabs of eight columns, lines end at the 76th; four digits are three bytes.
     const std::size_t width = std::max<std::size_t>(16, 76 - 8 * std::min<std::size_t>(indent_, 8));
-    const std::string digits = base64_text(data);
+    std::string digits;
+    append_base64({reinterpret_cast<const char*>(data.data()), data.size()}, digits);
     line("<data>");
     for (std::size_t i = 0; i < digits.size(); i += width) line(std::string_view(digits).substr(i, width));
     line("</data>");

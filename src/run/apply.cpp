@@ -10,8 +10,6 @@
 #include "platform/app_info.h"
 #include "platform/own_folders.h"
 #include "run/folder_workers.h"
-#include "run/log_room.h"
-#include "run/new_name_check.h"
 #include "run/rename_row.h"
 #include "run/run_log.h"
 #include "settings/rename_settings.h"

@@ -1,6 +1,6 @@
 #include "run/disk_evidence.h"
 
-#include "platform/two_step_move.h"
+#include "platform/move.h"
 
 namespace brindle {
 

@@ -5,7 +5,7 @@
 #include <numeric>
 #include <utility>
 
-#include "platform/thread_start.h"
+#include "platform/process.h"
 
 namespace brindle {
 namespace {

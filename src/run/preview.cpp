@@ -7,7 +7,6 @@
 #include "list/file_order.h"
 #include "methods/item_metadata.h"
 #include "platform/file_name.h"
-#include "run/new_name_check.h"
 #include "run/rename_row.h"
 
 namespace brindle {

@@ -18,9 +18,11 @@
 #include "log/journal.h"
 #include "log/rename_log.h"
 #include "log/undo_progress.h"
+#include "platform/ascii.h"
 #include "platform/atomic_file.h"
 #include "platform/folder_handle.h"
 #include "platform/move.h"
+#include "platform/path.h"
 #include "run/disk_evidence.h"
 
 namespace brindle {
@@ -197,7 +199,7 @@ Leftovers find_leftovers(const std::string& folder_path) {
   FolderReader reader;
   FolderEntry entry;
   for (reader.start(folder); reader.next(entry);) {
-    const std::string path = fmt::format("{}/{}", folder_path, entry.name);
+    const std::string path = join_path(folder_path, entry.name);
     if (is_journal_name(entry.name)) found.journals.push_back(log_path_of_journal(path));
     const bool is_trace = is_open_log_name(entry.name) || ends_ignoring_case(entry.name, "-#.xml.part") ||
                           ends_ignoring_case(entry.name, ".xml.undo");
@@ -207,11 +209,6 @@ Leftovers find_leftovers(const std::string& folder_path) {
     return std::tuple(log_time(a), a) < std::tuple(log_time(b), b);
   });
   return found;
-}
-
-bool exists(const std::string& path) {
-  struct stat status {};
-  return ::lstat(path.c_str(), &status) == 0;
 }
 
 bool is_empty_log(const std::string& path) {
@@ -225,10 +222,10 @@ bool is_empty_log(const std::string& path) {
 void remove_orphan(const std::string& path) {
   const std::string_view name = path;
   if (ends_ignoring_case(name, ".undo")) {
-    if (!exists(path.substr(0, path.size() - 5))) ::unlink(path.c_str());
+    if (!entry_exists(path.substr(0, path.size() - 5))) ::unlink(path.c_str());
   } else if (ends_ignoring_case(name, ".part")) {
-    if (!exists(journal_path(path.substr(0, path.size() - 5)))) ::unlink(path.c_str());
-  } else if (!exists(journal_path(path)) && is_empty_log(path)) {
+    if (!entry_exists(journal_path(path.substr(0, path.size() - 5)))) ::unlink(path.c_str());
+  } else if (!entry_exists(journal_path(path)) && is_empty_log(path)) {
     ::unlink(path.c_str());
   }
 }

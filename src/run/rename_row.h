@@ -1,12 +1,13 @@
 #pragma once
 
-// One row's rename on disk, and what comes of it. The part of a run that several threads may do at once, each in
-// folders of its own.
+// One row's proposed name: whether it is a change, and free; the rename on disk, and what comes of it. The rename is
+// the part of a run that several threads may do at once, each in folders of its own.
 
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
 
+#include "list/disk_names.h"
 #include "list/file_list.h"
 #include "log/journal.h"
 #include "platform/folder_handle.h"
@@ -32,5 +33,10 @@ RowOutcome rename_row(const ItemRecord& record, const FolderHandle& folder, cons
 /// The reason of a failed attempt, in words. Of folders that OpenFolder opens, ESTALE says that another one stands
 /// there, and ELOOP that a symbolic link does.
 std::string_view describe_error(int error);
+
+/// Settles a row that has a proposed name: "No Changes" when it is the name that the item has, with the reason when
+/// the program's own data hangs on that name, "… Already Exists" when something else in the folder has it (a change of
+/// case alone is always let through). True when the item can be renamed. `disk_names` has entered the row's folder.
+bool check_new_name(FileList& files, std::size_t row, DiskNames& disk_names);
 
 }  // namespace brindle

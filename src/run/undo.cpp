@@ -6,7 +6,7 @@
 
 #include "log/undo_progress.h"
 #include "platform/atomic_file.h"
-#include "run/entry_places.h"
+#include "platform/path.h"
 #include "run/recovery.h"
 #include "run/restorer.h"
 #include "run/undone_logs.h"
@@ -48,7 +48,7 @@ class Undoing {
       if (result_.cancelled) break;
       const LogEntry& entry = log_.entries[i - 1];
       count(entry, undo(i - 1, entry));
-      throttle.step(result_.reached, [&] { return fmt::format("{}/{}", entry.source_folder, entry.source_name); });
+      throttle.step(result_.reached, [&] { return join_path(entry.source_folder, entry.source_name); });
     }
     // The log may be on another disk, and must not go before the names are safe.
     if (const int error = restorer_.sync(); error != 0) {

@@ -14,9 +14,11 @@
 #include <vector>
 
 #include "log/log_name.h"
+#include "platform/ascii.h"
 #include "platform/atomic_file.h"
 #include "platform/folder_handle.h"
 #include "platform/move.h"
+#include "platform/path.h"
 #include "platform/trash.h"
 
 namespace brindle {
@@ -43,7 +45,7 @@ void send_old_ones_to_trash(const FolderHandle& folder, const std::string& path)
   }
   std::sort(logs.begin(), logs.end(), std::greater<>());
   for (std::size_t i = most_logs; i < logs.size(); ++i) {
-    if (move_to_trash(fmt::format("{}/{}", path, logs[i].second)) != 0) return;
+    if (move_to_trash(join_path(path, logs[i].second)) != 0) return;
   }
 }
 
@@ -59,7 +61,7 @@ int move_to_undone(const PathParts& from, const std::string& undone, std::string
     error = move_exclusively(old_folder, from.name.c_str(), new_folder, name.c_str());
   }
   if (error != 0) return error;
-  place = fmt::format("{}/{}", undone, name);
+  place = join_path(undone, name);
   ::utimensat(new_folder.descriptor(), name.c_str(), nullptr, AT_SYMLINK_NOFOLLOW);  // the time of the undo
   send_old_ones_to_trash(new_folder, undone);
   return 0;

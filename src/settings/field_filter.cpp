@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "text/integer_text.h"
+#include "text/number_text.h"
 
 namespace brindle {
 namespace {

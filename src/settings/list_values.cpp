@@ -48,7 +48,8 @@ std::optional<std::vector<Member>> members_of(const PropertyValue& value,
 PropertyValue unarchived(const PropertyValue& value) {
   const auto* data = value.get_if<PropertyValue::Data>();
   if (!data) return value;
-  return unarchive_value({reinterpret_cast<const char*>(data->data()), data->size()}).value_or(PropertyValue());
+  return unarchive_value({reinterpret_cast<const char*>(data->data()), data->size()}, meta_data_field_class)
+      .value_or(PropertyValue());
 }
 
 }  // namespace
@@ -81,7 +82,10 @@ PropertyValue archived(const TextList& texts) {
   return archive_value(array_of(texts));
 }
 PropertyValue archived(const FieldList& fields) {
-  return archive_fields(fields);
+  std::vector<PropertyDictionary> objects;
+  objects.reserve(fields.size());
+  for (const MetaDataField& field : fields) objects.push_back(dictionary_of(field));
+  return archive_objects(meta_data_field_class.name, objects);
 }
 std::optional<TextList> unarchived_texts(const PropertyValue& value) {
   return members_of(unarchived(value), scalar_text);

@@ -2,8 +2,9 @@
 
 #include "platform/data_folders.h"
 #include "platform/file_name.h"
-#include "plist/flag_value.h"
+#include "platform/path.h"
 #include "plist/property_list.h"
+#include "plist/property_value.h"
 
 namespace brindle {
 namespace {
@@ -16,7 +17,7 @@ constexpr std::u16string_view hub_icon_key = u"isShowHubIcon";
 
 std::string below_data_folder(const char* name) {
   const std::string folder = getAppPath();
-  return folder.empty() ? folder : folder + "/" + name;
+  return folder.empty() ? folder : join_path(folder, name);
 }
 
 void take_folder(const PropertyDictionary& values, std::u16string_view key, std::string& folder) {

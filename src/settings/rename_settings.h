@@ -12,8 +12,8 @@
 #include <vector>
 
 #include "platform/date.h"
-#include "plist/meta_data_field.h"
-#include "text/integer_text.h"
+#include "settings/meta_data_field.h"
+#include "text/number_text.h"
 
 namespace brindle {
 

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "platform/app_info.h"
+#include "platform/ascii.h"
 #include "platform/file_name.h"
 #include "plist/iso_date.h"
 #include "settings/extension_list.h"
@@ -46,17 +47,10 @@ std::vector<std::u16string_view> members_of(std::u16string_view text) {
   return members;
 }
 
-std::string lower(std::string_view text) {
-  std::string result(text);
-  std::ranges::transform(result, result.begin(),
-                         [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-  return result;
-}
-
 // Reading a value into a member: one function a type.
 
 Fault read(bool& flag, std::string_view value, FieldOfToken) {
-  const std::string word = lower(value);
+  const std::string word = in_lower_case(value);
   const bool yes = word == "1" || word == "true" || word == "yes";
   if (!yes && word != "0" && word != "false" && word != "no") return "is a flag: 0, 1, true, false, yes or no";
   flag = yes;
@@ -141,8 +135,8 @@ std::size_t edit_distance(std::string_view a, std::string_view b) {
 
 std::string unknown_key(std::string_view key) {
   constexpr std::size_t longest_sensible = 100;
-  const std::string wanted = lower(key.substr(0, longest_sensible));
-  const auto distance = [&wanted](const SettingRow& row) { return edit_distance(wanted, lower(row.key)); };
+  const std::string wanted = in_lower_case(key.substr(0, longest_sensible));
+  const auto distance = [&wanted](const SettingRow& row) { return edit_distance(wanted, in_lower_case(row.key)); };
   const SettingRow& nearest = *std::ranges::min_element(settings_table(), {}, distance);
   const bool is_near = distance(nearest) <= std::max<std::size_t>(2, wanted.size() / 3);
   return fmt::format(

@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "plist/scalar_text.h"
-#include "text/integer_text.h"
+#include "text/number_text.h"
 
 namespace brindle {
 namespace {

@@ -14,9 +14,10 @@
 #include "platform/atomic_file.h"
 #include "platform/data_folders.h"
 #include "platform/file_name.h"
-#include "plist/flag_value.h"
+#include "platform/path.h"
 #include "plist/property_list.h"
-#include "text/integer_text.h"
+#include "plist/property_value.h"
+#include "text/number_text.h"
 
 namespace brindle {
 namespace {

@@ -11,8 +11,7 @@
 #include <memory>
 #include <stdexcept>
 
-#include "text/numeric_date_pattern.h"
-#include "text/plain_stamp.h"
+#include "text/plain_date.h"
 
 namespace brindle {
 namespace {

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "platform/app_info.h"
-#include "platform/process_setup.h"
+#include "platform/process.h"
 #include "platform/real_path.h"
 #include "texts/string_table.h"
 #include "window/application.h"

@@ -4,7 +4,7 @@
 #include <QTimer>
 #include <utility>
 
-#include "platform/thread_start.h"
+#include "platform/process.h"
 
 namespace brindle {
 

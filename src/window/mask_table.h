@@ -6,7 +6,7 @@
 #include <functional>
 #include <vector>
 
-#include "plist/meta_data_field.h"
+#include "settings/meta_data_field.h"
 
 class QTreeWidget;
 

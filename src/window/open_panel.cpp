@@ -22,6 +22,7 @@
 
 #include "platform/atomic_file.h"
 #include "platform/file_name.h"
+#include "platform/path.h"
 #include "texts/shown_text.h"
 #include "texts/string_table.h"
 #include "window/folder_model.h"

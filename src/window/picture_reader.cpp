@@ -5,8 +5,8 @@
 #include <utility>
 
 #include "metadata/image_properties.h"
-#include "platform/regular_file.h"
-#include "platform/thread_start.h"
+#include "platform/byte_source.h"
+#include "platform/process.h"
 
 namespace brindle {
 namespace {

@@ -9,7 +9,7 @@
 #include <cstdlib>
 #include <utility>
 
-#include "text/integer_text.h"
+#include "text/number_text.h"
 #include "window/text.h"
 
 namespace brindle {

@@ -23,7 +23,7 @@ TOOLKIT_HEADER = re.compile(r"^(Q[A-Z]\w*|Qt\w*/.*|q[a-z]+\.h|(gtk|gdk|glib|gio|
 TOOLKIT_LIBRARY = re.compile(r"\bQt\d?(::|[A-Z])|Qt\d?Core|\b(lib)?(gtk|gdk|glib|gio|gobject|wx_|fltk|SDL)", re.IGNORECASE)
 TOOLKIT_SYMBOL = re.compile(r"\bU (Q[A-Z]\w*::|q[A-Z]\w*\(|gtk_|gdk_|g_object_|wx[A-Z])")
 # Slow to compile, so they stay out of what everybody includes.
-NOT_IN_HEADERS = re.compile(r"^(fmt|nlohmann)/")
+NOT_IN_HEADERS = re.compile(r"^fmt/")
 GUESSING_LABEL = re.compile(r"\bnew QLabel\b|\bQLabel \w+[;({]")
 INCLUDE = re.compile(r'^\s*#\s*include\s*[<"]([^>"]+)[>"]', re.MULTILINE)
 

@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 #include <unistd.h>
 
-#include "cli/display_width.h"
 #include "cli/json_lines.h"
 #include "cli/listing.h"
 #include "cli/name_change.h"

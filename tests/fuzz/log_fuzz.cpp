@@ -10,7 +10,6 @@
 #include <string>
 #include <string_view>
 
-#include "log/checksum.h"
 #include "log/journal.h"
 #include "log/journal_format.h"
 #include "log/rename_log.h"

@@ -6,7 +6,6 @@
 #include <string>
 #include <string_view>
 
-#include "plist/binary_property_list.h"
 #include "plist/keyed_archive.h"
 #include "plist/property_list.h"
 #include "settings/list_values.h"
@@ -48,7 +47,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const auto list = brindle::read_property_list(bytes);
   if (!list.ok()) return 0;
   require_round_trips(list->value);
-  if (const std::optional<PropertyValue> root = brindle::unarchive_value(bytes)) {
+  if (const std::optional<PropertyValue> root = brindle::unarchive_value(bytes, brindle::meta_data_field_class)) {
     require_round_trips(*root);
     require_archive_round_trips(*root);
   }

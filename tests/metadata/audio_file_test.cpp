@@ -1,7 +1,5 @@
 // What songs say about themselves, from bytes as other programs write them, and from bytes that nobody should write.
 
-#include "metadata/audio_file.h"
-
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 

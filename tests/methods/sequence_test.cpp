@@ -1,7 +1,7 @@
 #include "methods/sequence.h"
 
 #include "methods/sample_item.h"
-#include "text/letter_counter.h"
+#include "text/number_text.h"
 
 namespace brindle::test {
 namespace {

@@ -9,8 +9,8 @@
 #include <optional>
 #include <string>
 
+#include "platform/app_info.h"
 #include "platform/atomic_file.h"
-#include "platform/file_version.h"
 #include "platform/output_file.h"
 #include "platform/trash.h"
 #include "support/temp_tree.h"

@@ -1,5 +1,3 @@
-#include "platform/two_step_move.h"
-
 #include <gtest/gtest.h>
 
 #include <cerrno>
@@ -7,6 +5,7 @@
 #include <functional>
 #include <ostream>
 
+#include "platform/move.h"
 #include "support/temp_tree.h"
 
 namespace brindle {

@@ -2,7 +2,6 @@
 
 #include <gmock/gmock.h>
 
-#include "plist/binary_property_list.h"
 #include "plist/property_list.h"
 #include "settings/list_values.h"
 #include "settings/sample_list.h"
@@ -78,8 +77,9 @@ TEST(KeyedArchive, ReadsWhatOthersArchive) {
   };
   for (const auto& c : cases) {
     const PropertyDictionary archive = array_of_one(c.name, c.key, c.content);
-    EXPECT_EQ(unarchive_value(write_binary_property_list(archive)), PropertyValue(Array{c.member}));
-    EXPECT_EQ(unarchive_value(write_xml_property_list(archive)), PropertyValue(Array{c.member}));
+    EXPECT_EQ(unarchive_value(write_binary_property_list(archive), meta_data_field_class),
+              PropertyValue(Array{c.member}));
+    EXPECT_EQ(unarchive_value(write_xml_property_list(archive), meta_data_field_class), PropertyValue(Array{c.member}));
   }
 }
 
@@ -115,7 +115,8 @@ TEST(KeyedArchive, RefusesAnythingElse) {
       array_of_one(u"MetaDataField", u"tagCode", u"x"),
   };
   for (const PropertyValue& c : cases) {
-    EXPECT_EQ(unarchive_value(write_binary_property_list(c)), std::nullopt) << write_xml_property_list(c);
+    EXPECT_EQ(unarchive_value(write_binary_property_list(c), meta_data_field_class), std::nullopt)
+        << write_xml_property_list(c);
   }
   EXPECT_EQ(unarchive_value("no list"), std::nullopt);
   EXPECT_EQ(unarchived_fields(PropertyValue::Data{1, 2}), std::nullopt);

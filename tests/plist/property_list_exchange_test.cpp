@@ -6,7 +6,6 @@
 #include <filesystem>
 #include <fstream>
 
-#include "plist/binary_property_list.h"
 #include "plist/keyed_archive.h"
 #include "plist/property_list.h"
 #include "settings/list_values.h"

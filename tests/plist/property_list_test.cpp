@@ -4,8 +4,6 @@
 
 #include <cmath>
 
-#include "plist/binary_property_list.h"
-#include "plist/property_list_limits.h"
 #include "settings/sample_list.h"
 #include "support/temp_tree.h"
 

@@ -6,7 +6,6 @@
 #include <sstream>
 
 #include "platform/app_info.h"
-#include "platform/file_version.h"
 #include "plist/property_list.h"
 #include "settings/profile_file.h"
 #include "support/case_file.h"

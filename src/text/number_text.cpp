@@ -1,10 +1,13 @@
-#include "text/letter_counter.h"
+#include "text/number_text.h"
 
 #include <algorithm>
 #include <cstddef>
+#include <limits>
 
 namespace brindle {
 namespace {
+
+constexpr std::u16string_view blanks = u" \t\n\v\f\r";
 
 bool is_letter(char16_t unit) {
   return unit >= u'a' && unit <= u'z';
@@ -15,6 +18,23 @@ char16_t letter(std::int32_t index) {
 }
 
 }  // namespace
+
+std::int32_t integer_value(std::u16string_view text) {
+  constexpr std::int64_t limit = std::int64_t{std::numeric_limits<std::int32_t>::max()} + 1;
+  std::size_t i = std::min(text.find_first_not_of(blanks), text.size());
+  const bool negative = i < text.size() && text[i] == u'-';
+  if (negative || (i < text.size() && text[i] == u'+')) ++i;
+  std::int64_t value = 0;
+  for (; i < text.size() && text[i] >= u'0' && text[i] <= u'9'; ++i) {
+    value = std::min(value * 10 + (text[i] - u'0'), limit);
+  }
+  return static_cast<std::int32_t>(negative ? -value : std::min(value, limit - 1));
+}
+
+std::u16string decimal_text(std::int64_t number) {
+  const std::string digits = std::to_string(number);
+  return {digits.begin(), digits.end()};
+}
 
 bool isAlphabeticNumericInRange(std::u16string_view text) {
   return std::all_of(text.begin(), text.end(), is_letter);

@@ -1,4 +1,4 @@
-#include "platform/process_setup.h"
+#include "platform/process.h"
 
 #include <fcntl.h>
 #include <unistd.h>

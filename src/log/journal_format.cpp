@@ -1,4 +1,4 @@
-#include "log/mark_map.h"
+#include "log/journal_format.h"
 
 #include <fcntl.h>
 #include <linux/fs.h>

@@ -1,7 +1,7 @@
 #pragma once
 
-// The date patterns that need nothing but numbers, which are nearly all that people put into names: written in a
-// twentieth of the time that the general formatter takes.
+// Dates that need nothing but numbers, which are nearly all that people put into names and cameras write: written in a
+// twentieth and read in a hundredth of the time that the general formatter and parser take.
 
 #include <chrono>
 #include <cstdint>
@@ -10,7 +10,14 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/date.h"
+
 namespace brindle {
+
+inline constexpr std::u16string_view plain_stamp_pattern = u"yyyy-MM-dd HH:mm:ss";
+
+/// "2009-05-17 10:20:30". None for texts of any other form, which the general parser may know. Pure; any thread.
+std::optional<WallTime> read_plain_stamp(std::u16string_view text);
 
 /// Immutable; any number of threads may use one.
 class NumericDatePattern {

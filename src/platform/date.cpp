@@ -1,4 +1,4 @@
-#include "platform/file_dates.h"
+#include "platform/date.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

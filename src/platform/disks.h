@@ -1,8 +1,9 @@
 #pragma once
 
-// Bringing renames to the disks they were made on. One thread.
+// Disks: bringing renames to those they were made on, and those that come and go.
 
 #include <cstdint>
+#include <string>
 #include <unordered_map>
 
 #include "platform/folder_handle.h"
@@ -21,5 +22,10 @@ class TouchedDisks {
  private:
   std::unordered_map<std::uint64_t, FolderHandle> folders_;  // by device: the last one kept
 };
+
+/// Whether an absolute path that leads nowhere seems to lie on a disk that is not mounted just now: below a mount point
+/// that fstab(5) names, or below a folder of /media, /run/media or /mnt that is missing, or empty and on the disk of
+/// the folder above it.
+bool lies_on_missing_disk(const std::string& path);
 
 }  // namespace brindle

@@ -1,9 +1,13 @@
 #pragma once
 
+// The fields that masks are made of. Plain data; any thread.
+
 #include <array>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "plist/keyed_archive.h"
 
 namespace brindle {
 
@@ -31,6 +35,11 @@ struct MetaDataField {
 };
 
 using FieldList = std::vector<MetaDataField>;
+
+/// How keyed archives hold a field: the four archived texts.
+inline constexpr std::array<std::u16string_view, 4> meta_data_field_keys = {u"prefix", u"label", u"tagCode",
+                                                                            u"metadataCode"};
+inline constexpr TextClass meta_data_field_class = {u"MetaDataField", meta_data_field_keys};
 
 /// The tokens of audio masks; any other entry of such a mask is a text of the user's own.
 inline constexpr std::array<std::u16string_view, 8> audio_tokens = {
