@@ -1,7 +1,8 @@
 #pragma once
 
 // What the commands do. Each prints to the console and answers with what the shell is told; nothing is thrown but
-// UsageError (arguments.h) and what the standard library throws when memory ends.
+// UsageError and what the standard library throws when memory ends. The whole command line runs on the thread that
+// main() was called on, but for what catches Ctrl-C (cancellation.h).
 
 #include "cli/arguments.h"
 #include "cli/console.h"

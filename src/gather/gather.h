@@ -1,6 +1,6 @@
 #pragma once
 
-// Filling the file list: the walk over paths and folders.
+// Filling the file list: the walk over paths and folders. Any thread, the list the caller's alone until it returns.
 
 #include <cstddef>
 #include <span>

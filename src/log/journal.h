@@ -25,7 +25,7 @@ enum class JournalMark : std::uint8_t {
   begun = 1,   ///< about to be carried out, or being carried out
   done = 2,    ///< renamed
   failed = 3,  ///< not renamed
-  half = 4,    ///< being carried out in two steps (platform/two_step_move.h): the entry may have both names
+  half = 4,    ///< being carried out in two steps (platform/move.h): the entry may have both names
 };
 
 /// Facts of the run as a whole.

@@ -21,7 +21,7 @@ enum class UndoMark : std::uint8_t {
   begun = 1,     ///< about to be moved back
   restored = 2,  ///< moved back
   left = 3,      ///< left alone
-  half = 4,      ///< being moved back in two steps (platform/two_step_move.h): the entry may have both names
+  half = 4,      ///< being moved back in two steps (platform/move.h): the entry may have both names
 };
 
 /// How an undo of a log ended.

@@ -127,10 +127,6 @@ const std::vector<MetadataGroup>& metadata_catalogue() {
   return catalogue;
 }
 
-std::vector<MetaDataField> getFieldsList(const std::vector<MetadataGroup>&, const std::vector<std::u16string>&) {
-  return {};
-}
-
 const MetaDataField* find_field(std::u16string_view token) {
   static const std::unordered_map<std::u16string_view, const MetaDataField*> index = make_index();
   const auto found = index.find(token);

@@ -19,10 +19,6 @@ struct MetadataGroup {
 /// All groups, built on first use. Immutable; any thread.
 const std::vector<MetadataGroup>& metadata_catalogue();
 
-/// Kept for mask editors that ask for it: always empty. find_field is what finds the fields of tokens.
-std::vector<MetaDataField> getFieldsList(const std::vector<MetadataGroup>& groups,
-                                         const std::vector<std::u16string>& tags);
-
 /// The field of a token, or null for a token that is in no group. Constant time; any thread.
 const MetaDataField* find_field(std::u16string_view token);
 

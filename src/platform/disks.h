@@ -1,6 +1,6 @@
 #pragma once
 
-// Disks: bringing renames to those they were made on, and those that come and go.
+// Disks: bringing renames to those they were made on, and those that come and go. An object belongs to one thread.
 
 #include <cstdint>
 #include <string>

@@ -62,10 +62,4 @@ FileKind file_kind(const FolderHandle& folder, const char* name) {
   return kind_at(folder.descriptor(), name);
 }
 
-bool isPathAlias(const std::string& path, bool& is_folder) {
-  const FileKind kind = file_kind(path);
-  is_folder = kind.is_folder;
-  return kind.is_alias;
-}
-
 }  // namespace brindle

@@ -12,14 +12,10 @@ namespace brindle {
 struct FileKind {
   bool exists = false;      ///< a dangling symbolic link exists
   bool is_folder = false;   ///< the path, or what its last link points to, is a folder
-  bool is_alias = false;    ///< see isPathAlias
+  bool is_alias = false;    ///< a symbolic link, or what can be reached through one alone; false for what is not there
   bool is_package = false;  ///< see is_package_name; folders only
   unsigned long long inode = 0;
 };
-
-/// True for a symbolic link, and for any path that passes through one. `is_folder` tells whether the path leads to a
-/// folder. A path that does not exist, or cannot be reached, is no alias.
-bool isPathAlias(const std::string& path, bool& is_folder);
 
 /// All of the above in one go. `path` is absolute.
 FileKind file_kind(const std::string& path);

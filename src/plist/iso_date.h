@@ -1,5 +1,7 @@
 #pragma once
 
+// Dates as people and programs exchange them. Pure, but for the zone of this computer; any thread.
+
 #include <optional>
 #include <string>
 #include <string_view>

@@ -1,6 +1,7 @@
 #pragma once
 
-// Apply: carries out the proposed names on disk, one rename an item, with a journal before and a log after.
+// Apply: carries out the proposed names on disk, one rename an item, with a journal before and a log after. Any thread
+// but one at a time for a list: nobody else may touch the list until it returns.
 
 #include <cstddef>
 #include <cstdint>

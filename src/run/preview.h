@@ -1,6 +1,7 @@
 #pragma once
 
-// Preview: the new name of every item, and what stands in its way. Nothing on disk is touched.
+// Preview: the new name of every item, and what stands in its way. Nothing on disk is touched. Any thread, the list,
+// the plan and the disk's names the caller's alone until it returns.
 
 #include <cstddef>
 #include <optional>

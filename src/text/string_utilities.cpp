@@ -27,25 +27,8 @@ std::u16string on_disk(std::u16string_view typed) {
   return text;
 }
 
-std::size_t instrString(std::u16string_view text, std::u16string_view find, std::int64_t start, bool caseSensitive) {
-  if (!is_inside(text, start)) return 0;
-  return SearchText(find, caseSensitive).find(text, static_cast<std::size_t>(start) - 1) + 1;
-}
-
 std::size_t findLocationInString(std::u16string_view text, const SearchText& find, std::int32_t n) {
   return n == 1 ? 0 : find.find_nth(text, std::max(n, 1)) + 1;
-}
-
-std::u16string_view leftString(std::u16string_view text, std::int64_t length) {
-  return text.substr(0, static_cast<std::size_t>(length));
-}
-
-std::u16string_view midString(std::u16string_view text, std::int64_t start, std::int64_t length) {
-  return from_position(text, start).substr(0, static_cast<std::size_t>(std::max<std::int64_t>(length, 0)));
-}
-
-std::u16string reverseString(std::u16string_view text) {
-  return {text.rbegin(), text.rend()};
 }
 
 // Appending a pair of iterators would go through a temporary text.
@@ -86,13 +69,6 @@ void append_removed(std::u16string_view text, const SearchText& find, bool keep_
   out.append(kept.empty() ? part.substr(match + find.size()) : kept);
 }
 
-std::u16string removeString(std::u16string_view text, std::u16string_view find, std::u16string_view replace,
-                            std::int64_t start, std::int32_t count, bool caseSensitive) {
-  std::u16string result;
-  append_removed(text, SearchText(find, caseSensitive), !replace.empty(), start, count, result);
-  return result;
-}
-
 void append_inserted(std::u16string_view text, const SearchText& find, std::u16string_view insert, std::int32_t n,
                      bool before, std::u16string& out) {
   const std::size_t match = find.find_nth(text, n);
@@ -100,13 +76,6 @@ void append_inserted(std::u16string_view text, const SearchText& find, std::u16s
   out.append(text.substr(0, at));
   if (match != SearchText::npos) out.append(insert);
   out.append(text.substr(at));
-}
-
-std::u16string insertString(std::u16string_view text, std::u16string_view find, std::u16string_view insert,
-                            std::int32_t onOccurence, bool before) {
-  std::u16string result;
-  append_inserted(text, SearchText(find, true), insert, onOccurence, before, result);
-  return result;
 }
 
 void append_swapped(std::u16string_view text, const SearchText& separator, std::u16string& out) {
@@ -119,12 +88,6 @@ void append_swapped(std::u16string_view text, const SearchText& separator, std::
   out.append(text.substr(match, separator.size())).append(text.substr(0, match));
 }
 
-std::u16string swapStringBySeperator(std::u16string_view text, std::u16string_view separator) {
-  std::u16string result;
-  append_swapped(text, SearchText(separator, false), result);
-  return result;
-}
-
 void append_swapped(std::u16string_view text, std::int32_t position, std::u16string& out) {
   if (!is_inside(text, position)) {
     out.append(text);
@@ -132,12 +95,6 @@ void append_swapped(std::u16string_view text, std::int32_t position, std::u16str
   }
   const auto index = static_cast<std::size_t>(position) - 1;
   out.append(text.substr(index + 1)).append(text.substr(index, 1)).append(text.substr(0, index));
-}
-
-std::u16string swapStringByPosition(std::u16string_view text, std::int32_t position) {
-  std::u16string result;
-  append_swapped(text, position, result);
-  return result;
 }
 
 void append_padded(std::u16string_view text, std::u16string_view mask, std::u16string& out) {
@@ -159,12 +116,6 @@ std::optional<WallTime> date_of_stamp(std::u16string_view text) {
   std::replace(plain.begin(), plain.begin() + static_cast<std::ptrdiff_t>(std::min<std::size_t>(plain.size(), 10)),
                u':', u'-');
   return parse_wall_time(plain, u"yyyy-MM-dd HH:mm:ss");
-}
-
-std::optional<std::u16string> stringToFormattedDate(std::u16string_view text) {
-  const std::optional<WallTime> date = date_of_stamp(text);
-  if (!date) return std::nullopt;
-  return format_date(*date, u"yyyy-MM-dd HH:mm:ss Z");
 }
 
 }  // namespace brindle

@@ -1,5 +1,6 @@
 #include "window/open_panel.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QDialogButtonBox>
 #include <QDir>

@@ -1,5 +1,6 @@
 #include "window/setting_bindings.h"
 
+#include <QAbstractButton>
 #include <QButtonGroup>
 #include <QComboBox>
 #include <QDateTimeEdit>

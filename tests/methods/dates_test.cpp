@@ -173,7 +173,7 @@ TEST(MetadataDates, AreWhatTheCameraShowedWhateverTheClocksHereDo) {
   }
   EXPECT_EQ(*date_of_stamp(u"2009:03:29 02:30:00") - *date_of_stamp(u"2009:03:29 01:30:00"), std::chrono::hours(1));
   EXPECT_EQ(date_of_stamp(u"2009: 3:29  2:30:00"), date_of_stamp(u"2009:03:29 02:30:00"));
-  EXPECT_EQ(stringToFormattedDate(u"2009:03:29 02:30:00")->substr(0, 19), u"2009-03-29 02:30:00");
+  EXPECT_EQ(format_date(*date_of_stamp(u"2009:03:29 02:30:00"), u"yyyy-MM-dd HH:mm:ss"), u"2009-03-29 02:30:00");
   const Date skipped = parse_date(u"2009-03-29 02:30:00", u"yyyy-MM-dd HH:mm:ss").value();
   EXPECT_LE(std::chrono::abs(skipped - std::chrono::sys_days(std::chrono::year(2009) / 3 / 29) - std::chrono::hours(1)),
             std::chrono::hours(1));
@@ -182,8 +182,10 @@ TEST(MetadataDates, AreWhatTheCameraShowedWhateverTheClocksHereDo) {
 TEST(MetadataDates, AreReadAsTheyStand) {
   EXPECT_EQ(date_of_stamp(u"2009:05:17 15:04:05"), WallTime(std::chrono::seconds(1'242'572'645)));
   EXPECT_EQ(date_of_stamp(u"2009-05-17 15:04:05"), WallTime(std::chrono::seconds(1'242'572'645)));
-  EXPECT_EQ(stringToFormattedDate(u"2009:05:17 15:04:05"), u"2009-05-17 15:04:05 +0200");
-  EXPECT_EQ(stringToFormattedDate(u"2009:12:17 15:04:05"), u"2009-12-17 15:04:05 +0100");
+  EXPECT_EQ(format_date(*date_of_stamp(u"2009:05:17 15:04:05"), u"yyyy-MM-dd HH:mm:ss Z"),
+            u"2009-05-17 15:04:05 +0200");
+  EXPECT_EQ(format_date(*date_of_stamp(u"2009:12:17 15:04:05"), u"yyyy-MM-dd HH:mm:ss Z"),
+            u"2009-12-17 15:04:05 +0100");
   for (const auto* const none : {u"", u"0000:00:00 00:00:00", u"2009:13:45 10:20:30", u"2009:05:17",
                                  u"2009:05:17 15:04:05x", u"yesterday", u"    :  :     :  :  "}) {
     EXPECT_FALSE(date_of_stamp(none)) << to_utf8(none);

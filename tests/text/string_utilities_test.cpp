@@ -17,16 +17,16 @@ std::u16string outcome(const Case& c) {
   const bool exact = c.flag("exact", true);
   const std::int32_t start = c.number("start", 1);
   const std::int32_t n = c.number("n", 1);
-  if (operation == u"instrString") return decimal(instrString(text, c["find"], start, exact));
-  if (operation == u"findLocationInString") return decimal(findLocationInString(text, {c["find"], exact}, n));
-  if (operation == u"leftString") return std::u16string(leftString(text, n));
-  if (operation == u"midString") return std::u16string(midString(text, start, n));
-  if (operation == u"reverseString") return reverseString(text);
+  const SearchText find(c["find"], exact);
+  std::u16string out;
+  if (operation == u"find") return decimal(find.find(text, static_cast<std::size_t>(start) - 1) + 1);
+  if (operation == u"findLocationInString") return decimal(findLocationInString(text, find, n));
+  if (operation == u"append_reversed") return append_reversed(text, out), out;
   if (operation == u"replaceString") return replaceString(text, c["find"], c["with"], start, n, exact);
-  if (operation == u"removeString") return removeString(text, c["find"], c["with"], start, n, exact);
-  if (operation == u"insertString") return insertString(text, c["find"], c["with"], n, c.flag("before"));
-  if (operation == u"swapStringBySeperator") return swapStringBySeperator(text, c["find"]);
-  if (operation == u"swapStringByPosition") return swapStringByPosition(text, n);
+  if (operation == u"append_removed") return append_removed(text, find, !c["with"].empty(), start, n, out), out;
+  if (operation == u"append_inserted") return append_inserted(text, find, c["with"], n, c.flag("before"), out), out;
+  if (operation == u"append_swapped around") return append_swapped(text, SearchText(c["find"], false), out), out;
+  if (operation == u"append_swapped at") return append_swapped(text, n, out), out;
   ADD_FAILURE() << "no such operation";
   return {};
 }

@@ -11,25 +11,25 @@ namespace {
 // Of sixteen bytes each; the first four tell them apart.
 constexpr std::string_view main_table = "\x40\xA4\xD0\xD2";
 constexpr std::string_view later_tables = "\xB5\x03\xBF\x5F";
-constexpr long head_size = 24;
-constexpr long first_object = 30;
+constexpr Offset head_size = 24;
+constexpr Offset first_object = 30;
 constexpr int object_limit = 64;
 constexpr unsigned int record_limit = 4096;
 
 using Counts = std::map<TagLib::String, unsigned int>;
 
-TagLib::ByteVector read_at(BoundedStream& stream, long offset, unsigned long count) {
+TagLib::ByteVector read_at(BoundedStream& stream, Offset offset, BlockSize count) {
   stream.seek(offset);
   return stream.readBlock(count);
 }
 
-unsigned int short_at(BoundedStream& stream, long offset) {
+unsigned int short_at(BoundedStream& stream, Offset offset) {
   const TagLib::ByteVector bytes = read_at(stream, offset, 2);
   return bytes.size() < 2 ? 0 : bytes.toUShort(false);
 }
 
 // Each record: the name's size and the name, the value's type, its size, and the value.
-Counts names_in_main_table(BoundedStream& stream, long at) {
+Counts names_in_main_table(BoundedStream& stream, Offset at) {
   Counts counts;
   const unsigned int records = std::min(short_at(stream, at), record_limit);
   at += 2;
@@ -37,8 +37,8 @@ Counts names_in_main_table(BoundedStream& stream, long at) {
     const unsigned int size = short_at(stream, at);
     const TagLib::String name(read_at(stream, at + 2, size), TagLib::String::UTF16LE);
     ++counts[name.to8Bit(true).c_str()];
-    const long value = at + 2 + static_cast<long>(size) + 2;
-    at = value + 2 + static_cast<long>(short_at(stream, value));
+    const Offset value = at + 2 + static_cast<Offset>(size) + 2;
+    at = value + 2 + static_cast<Offset>(short_at(stream, value));
   }
   return counts;
 }
@@ -46,7 +46,7 @@ Counts names_in_main_table(BoundedStream& stream, long at) {
 /// What the main table holds of each name, when the later tables stand before it.
 Counts misplaced_names(BoundedStream& stream) {
   bool has_later_tables = false;
-  long at = first_object;
+  Offset at = first_object;
   for (int i = 0; i < object_limit && at < stream.length(); ++i) {
     const TagLib::ByteVector head = read_at(stream, at, head_size);
     if (head.size() < head_size) break;
@@ -55,7 +55,7 @@ Counts misplaced_names(BoundedStream& stream) {
     has_later_tables = has_later_tables || kind == later_tables;
     const long long size = head.toLongLong(16U, false);
     if (size < head_size || size > stream.length() - at) break;
-    at += static_cast<long>(size);
+    at += static_cast<Offset>(size);
   }
   return {};
 }

@@ -237,8 +237,8 @@ struct Kind {
 
 // The library looks for such tags in some kinds of files only.
 bool ends_with_ape_tag(BoundedStream& stream) {
-  constexpr long footer_size = 32;
-  stream.seek(std::max(0L, stream.length() - footer_size));
+  constexpr Offset footer_size = 32;
+  stream.seek(std::max<Offset>(0, stream.length() - footer_size));
   const bool is_tag = stream.readBlock(footer_size).startsWith("APETAGEX");
   stream.seek(0);
   return is_tag;

@@ -24,7 +24,7 @@ constexpr std::size_t tag_budget = std::size_t{32} << 20U;
 constexpr std::size_t block_limit = std::size_t{16} << 20U;
 constexpr std::size_t call_budget = 1'000'000;
 // Tags at the end of a file are found however long the search before them was.
-constexpr long tail_size = 4096;
+constexpr Offset tail_size = 4096;
 // Most tags without pictures fit.
 constexpr std::size_t window_capacity = 8192;
 // Boxes in boxes are read by recursion. Songs need some ten levels.
@@ -42,7 +42,7 @@ bool is_swamped(const TagLib::ByteVector& block) {
 
 BoundedStream::BoundedStream(int descriptor, std::uint64_t size)
     : descriptor_(descriptor),
-      size_(static_cast<long>(std::min<std::uint64_t>(size, std::numeric_limits<long>::max()))),
+      size_(static_cast<Offset>(std::min<std::uint64_t>(size, std::numeric_limits<Offset>::max()))),
       bottom_(static_cast<const char*>(__builtin_frame_address(0))),
       calls_left_(call_budget),
       scan_left_(scan_budget),
@@ -62,7 +62,7 @@ bool BoundedStream::too_deep() const {
   return bottom_ - static_cast<const char*>(__builtin_frame_address(0)) > stack_budget;
 }
 
-std::size_t BoundedStream::read_at(long offset, char* buffer, std::size_t count) const {
+std::size_t BoundedStream::read_at(Offset offset, char* buffer, std::size_t count) const {
   std::size_t done = 0;
   while (done < count) {
     const ssize_t got = ::pread(descriptor_, buffer + done, count - done, offset + static_cast<off_t>(done));
@@ -76,10 +76,10 @@ std::size_t BoundedStream::read_at(long offset, char* buffer, std::size_t count)
 // Near the end the window takes in all of it: three kinds of tags are looked for there.
 TagLib::ByteVector BoundedStream::read_window(std::size_t count) {
   const bool inside = position_ >= window_start_ &&
-                      position_ + static_cast<long>(count) <= window_start_ + static_cast<long>(window_size_);
+                      position_ + static_cast<Offset>(count) <= window_start_ + static_cast<Offset>(window_size_);
   if (!inside) {
     window_.resize(window_capacity);
-    const long tail = std::max(0L, size_ - tail_size);
+    const Offset tail = std::max<Offset>(0, size_ - tail_size);
     window_start_ = position_ >= tail ? tail : position_;
     window_size_ = read_at(window_start_, window_.data(), window_.size());
   }
@@ -95,14 +95,14 @@ TagLib::ByteVector BoundedStream::read_whole(std::size_t count) const {
   return block;
 }
 
-TagLib::ByteVector BoundedStream::readBlock(unsigned long length) {
-  const auto rest = static_cast<unsigned long>(std::max(0L, size_ - position_));
+TagLib::ByteVector BoundedStream::readBlock(BlockSize length) {
+  const auto rest = static_cast<BlockSize>(std::max<Offset>(0, size_ - position_));
   const std::size_t count = std::min(length, rest);
   if (!spend(count) || count == 0 || too_deep()) return {};
   const TagLib::ByteVector block = count <= window_capacity / 2 ? read_window(count) : read_whole(count);
   if (is_swamped(block) || is_swamped_table(block)) return {};
   const TagLib::ByteVector clean = cleaned(block);
-  position_ += static_cast<long>(block.size());
+  position_ += static_cast<Offset>(block.size());
   return clean;
 }
 
@@ -114,7 +114,7 @@ TagLib::ByteVector BoundedStream::cleaned(const TagLib::ByteVector& block) {
     id3_version_ = static_cast<unsigned char>(block.data()[3]);
     const unsigned int flags_of_form = id3_version_ == 4 ? 0x40 : 0xC0;
     const bool is_plain = (static_cast<unsigned char>(block.data()[5]) & flags_of_form) == 0;
-    frames_position_ = is_plain ? position_ + static_cast<long>(id3_head) : -1;
+    frames_position_ = is_plain ? position_ + static_cast<Offset>(id3_head) : -1;
     return block;
   }
   return position_ == frames_position_ ? without_empty_frames(block, id3_version_) : block;
@@ -130,9 +130,9 @@ bool BoundedStream::is_swamped_table(const TagLib::ByteVector& block) {
   return bytes.size() == 2 && position_ == count_position_ && block.toUShort(false) > value_count_limit;
 }
 
-void BoundedStream::seek(long offset, Position position) {
-  const long from = position == Beginning ? 0 : position == Current ? position_ : size_;
-  long target = 0;
+void BoundedStream::seek(Offset offset, Position position) {
+  const Offset from = position == Beginning ? 0 : position == Current ? position_ : size_;
+  Offset target = 0;
   if (!__builtin_add_overflow(from, offset, &target) && target >= 0) position_ = target;
 }
 

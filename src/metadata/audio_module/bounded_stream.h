@@ -11,6 +11,8 @@
 #include <utility>
 #include <vector>
 
+#include "metadata/audio_module/tag_library.h"
+
 namespace brindle::audio_module {
 
 class BoundedStream final : public TagLib::IOStream {
@@ -24,18 +26,18 @@ class BoundedStream final : public TagLib::IOStream {
 
   TagLib::FileName name() const override { return name_.c_str(); }
   /// Throws std::runtime_error when called too often.
-  TagLib::ByteVector readBlock(unsigned long length) override;
-  void seek(long offset, Position position = Beginning) override;
-  long tell() const override { return position_; }
-  long length() override { return size_; }
+  TagLib::ByteVector readBlock(BlockSize length) override;
+  void seek(Offset offset, Position position = Beginning) override;
+  Offset tell() const override { return position_; }
+  Offset length() override { return size_; }
   bool readOnly() const override { return true; }
   bool isOpen() const override { return true; }
 
   // Nothing is ever written.
   void writeBlock(const TagLib::ByteVector&) override {}
-  void insert(const TagLib::ByteVector&, unsigned long, unsigned long) override {}
-  void removeBlock(unsigned long, unsigned long) override {}
-  void truncate(long) override {}
+  void insert(const TagLib::ByteVector&, Start, BlockSize) override {}
+  void removeBlock(Start, BlockSize) override {}
+  void truncate(Offset) override {}
 
  private:
   bool spend(std::size_t bytes);
@@ -44,17 +46,17 @@ class BoundedStream final : public TagLib::IOStream {
   TagLib::ByteVector cleaned(const TagLib::ByteVector& block);
   TagLib::ByteVector read_window(std::size_t count);
   TagLib::ByteVector read_whole(std::size_t count) const;
-  std::size_t read_at(long offset, char* buffer, std::size_t count) const;
+  std::size_t read_at(Offset offset, char* buffer, std::size_t count) const;
 
   int descriptor_;
-  long size_;
+  Offset size_;
   std::string name_;
   const char* bottom_;  // of the stack, as far as the reading goes
-  long position_ = 0;
-  long count_position_ = -1;   // where a table says how many values it holds
-  long frames_position_ = -1;  // where the frames of an ID3 tag begin
+  Offset position_ = 0;
+  Offset count_position_ = -1;   // where a table says how many values it holds
+  Offset frames_position_ = -1;  // where the frames of an ID3 tag begin
   unsigned int id3_version_ = 0;
-  long window_start_ = 0;
+  Offset window_start_ = 0;
   std::size_t window_size_ = 0;
   std::vector<char> window_;
   std::size_t calls_left_;

@@ -1,6 +1,7 @@
 // The editor of the allowed extensions of photographs or songs.
 
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QPushButton>
 #include <QShortcut>
 #include <QVBoxLayout>
