@@ -70,7 +70,7 @@ Status OutputFile::status() const {
 
 int OutputFile::open_stream(const std::string& path) {
   stream_ = FileDescriptor(::open(path.c_str(), O_WRONLY | O_APPEND | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
-  // Of the three that every program has, a closed one leads to a folder (see process_setup.h).
+  // Of the three that every program has, a closed one leads to a folder (see process.h).
   if (!stream_) return errno == EISDIR ? EBADF : errno;
   struct stat status {};
   if (::fstat(stream_.get(), &status) != 0) return errno;
