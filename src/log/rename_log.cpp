@@ -1,12 +1,12 @@
 #include "log/rename_log.h"
 
-#include <fmt/format.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
 
 #include "platform/app_info.h"
+#include "platform/translation.h"
 #include "platform/xml_text.h"
 
 namespace brindle {
@@ -16,7 +16,8 @@ constexpr std::size_t flush_size = std::size_t{64} * 1024;
 
 Status status_of(std::string_view what, const std::string& path, int error) {
   if (error == 0) return {};
-  return Status(fmt::format("the log “{}” cannot be {}: {}", path, what, system_error_text(error)), error);
+  return Status(
+      translated("the log “{}” cannot be {}: {}", path, translated(what), translated(system_error_text(error))), error);
 }
 
 // The document up to its entries; the root's start tag is still open.

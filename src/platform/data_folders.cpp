@@ -1,7 +1,6 @@
 #include "platform/data_folders.h"
 
 #include <fcntl.h>
-#include <fmt/format.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -10,6 +9,7 @@
 #include <utility>
 
 #include "platform/atomic_file.h"
+#include "platform/translation.h"
 
 namespace brindle {
 namespace {
@@ -79,12 +79,13 @@ int make_folders(const std::string& path, unsigned mode) {
 Status createApplicationUsersFolder(std::string_view name) {
   std::string path = getAppPath();
   if (path.empty()) {
-    return Status("there is no home folder: neither HOME nor XDG_DATA_HOME is set to an absolute path", ENOENT);
+    return Status(translated("there is no home folder: neither HOME nor XDG_DATA_HOME is set to an absolute path"),
+                  ENOENT);
   }
   if (!name.empty()) path.append("/").append(name);
   const int error = make_folders(path, 0700);
   if (error != 0)
-    return Status(fmt::format("the folder “{}” cannot be made: {}", path, system_error_text(error)), error);
+    return Status(translated("the folder “{}” cannot be made: {}", path, translated(system_error_text(error))), error);
   close_to_others(path);
   return {};
 }
