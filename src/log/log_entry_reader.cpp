@@ -5,15 +5,16 @@
 #include <cstddef>
 #include <utility>
 
+#include "platform/translation.h"
 #include "platform/xml_text.h"
 
 namespace brindle {
 namespace {
 
-constexpr std::string_view missing_attribute = "an attribute of the entry is missing";
-constexpr std::string_view bad_folder = "the entry's folder is not an absolute path";
-constexpr std::string_view bad_name = "the entry's name is not that of a file";
-constexpr std::string_view bad_bytes = "the entry's exact name is garbled";
+constexpr std::string_view missing_attribute = to_translate("an attribute of the entry is missing");
+constexpr std::string_view bad_folder = to_translate("the entry's folder is not an absolute path");
+constexpr std::string_view bad_name = to_translate("the entry's name is not that of a file");
+constexpr std::string_view bad_bytes = to_translate("the entry's exact name is garbled");
 
 constexpr std::array<std::string_view, 6> attribute_names = {"srclocation", "tarlocation", "srcfilename",
                                                              "tarfilename", "srcbytes",    "tarbytes"};
