@@ -358,8 +358,8 @@ bool ArgumentParser::take_method_option(MethodCall& call, std::string_view word)
 void ArgumentParser::take_method_operand(MethodCall& call, std::string_view word) {
   const MethodRow& method = *call.method;
   if (call.operands.size() == method.operands.size()) {
-    const std::string_view advice = find_method(word) != nullptr ? translated("; methods are joined by then")
-                                                                 : translated("; put quotes round a text with spaces");
+    const std::string advice = find_method(word) != nullptr ? translated("; methods are joined by then")
+                                                            : translated("; put quotes round a text with spaces");
     throw UsageError(translated("{} does not take {} as well{}", method.word, word, advice));
   }
   const MethodOperand& operand = method.operands[call.operands.size()];

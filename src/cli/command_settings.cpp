@@ -49,7 +49,7 @@ void print_row(const SettingDescription& setting, Console& console) {
   const Style& style = console.style();
   console.out() << fmt::format("{}{}{}  {}{}{}{}\n    ", style.heading, setting.key, style.plain, style.faint,
                                setting.type, value, style.plain);
-  append_wrapped(setting.meaning, 4, console.width(), console.out().buffer());
+  append_wrapped(translated(setting.meaning), 4, console.width(), console.out().buffer());
 }
 
 }  // namespace

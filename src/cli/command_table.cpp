@@ -4,6 +4,7 @@
 #include <array>
 
 #include "cli/commands.h"
+#include "platform/translation.h"
 
 namespace brindle {
 namespace {
@@ -11,37 +12,38 @@ namespace {
 using enum OptionId;
 
 constexpr auto options = std::to_array<OptionRow>({
-    {files, "files", 0, "", "rename files, and packages and links (the default)"},
+    {files, "files", 0, "", to_translate("rename files, and packages and links (the default)")},
     {folders, "folders", 0, "",
-     "rename folders instead: those below each PATH, or each PATH itself with --no-subfolders"},
-    {subfolders, "subfolders", 0, "", "look into folders and all they hold (the default)"},
-    {no_subfolders, "no-subfolders", 0, "", "do not look into folders"},
-    {hidden, "hidden", 0, "", "take names that begin with \".\" too"},
-    {no_preserve_root, "no-preserve-root", 0, "", "take / with all that it holds, too"},
+     to_translate("rename folders instead: those below each PATH, or each PATH itself with --no-subfolders")},
+    {subfolders, "subfolders", 0, "", to_translate("look into folders and all they hold (the default)")},
+    {no_subfolders, "no-subfolders", 0, "", to_translate("do not look into folders")},
+    {hidden, "hidden", 0, "", to_translate("take names that begin with \".\" too")},
+    {no_preserve_root, "no-preserve-root", 0, "", to_translate("take / with all that it holds, too")},
     {sort, "sort", 0, "name|folder|none",
-     "the order of the list, for counting: by name, by folder and name, or as found (none)"},
-    {from, "from", 0, "FILE", "read more PATHs from FILE, one a line; \"-\" is standard input"},
-    {nul, "null", '0', "", "the PATHs read with --from end with NUL, as find -print0 writes them"},
+     to_translate("the order of the list, for counting: by name, by folder and name, or as found (none)")},
+    {from, "from", 0, "FILE", to_translate("read more PATHs from FILE, one a line; \"-\" is standard input")},
+    {nul, "null", '0', "", to_translate("the PATHs read with --from end with NUL, as find -print0 writes them")},
     {set, "set", 0, "KEY=VALUE",
-     "set any key of the settings record, after all else (see brindle settings); repeatable"},
-    {profile, "profile", 0, "FILE", "start from the settings of a profile; what is given here counts more"},
-    {rules, "rules", 0, "FILE", "run the chain of a rule file, instead of METHODs"},
+     to_translate("set any key of the settings record, after all else (see brindle settings); repeatable")},
+    {profile, "profile", 0, "FILE",
+     to_translate("start from the settings of a profile; what is given here counts more")},
+    {rules, "rules", 0, "FILE", to_translate("run the chain of a rule file, instead of METHODs")},
     {list, "list", 0, "FILE",
-     "rename as a tab-delimited list says (name, new name, location); \"-\" is standard input"},
+     to_translate("rename as a tab-delimited list says (name, new name, location); \"-\" is standard input")},
     {from_elsewhere, "from-elsewhere", 0, "",
-     "let a log that does not lie in the log folder move items to other folders, too"},
-    {no_name, "no-name", 0, "", "leave out the column of names"},
-    {no_new_name, "no-new-name", 0, "", "leave out the column of new names"},
-    {no_location, "no-location", 0, "", "leave out the column of folders"},
-    {full_paths, "full-paths", 0, "", "write whole paths instead of names, and no column of folders"},
-    {no_header, "no-header", 0, "", "leave out the line with the titles of the columns"},
-    {all, "all", 'a', "", "show what stays as it is too"},
-    {json, "json", 0, "", "print one JSON object a line, for programs"},
-    {yes, "yes", 'y', "", "do not ask"},
-    {quiet, "quiet", 'q', "", "print errors only"},
-    {no_color, "no-color", 0, "", "no colour, on a terminal either; so does NO_COLOR in the environment"},
-    {help, "help", 'h', "", "show this help"},
-    {version, "version", 0, "", "show the version"},
+     to_translate("let a log that does not lie in the log folder move items to other folders, too")},
+    {no_name, "no-name", 0, "", to_translate("leave out the column of names")},
+    {no_new_name, "no-new-name", 0, "", to_translate("leave out the column of new names")},
+    {no_location, "no-location", 0, "", to_translate("leave out the column of folders")},
+    {full_paths, "full-paths", 0, "", to_translate("write whole paths instead of names, and no column of folders")},
+    {no_header, "no-header", 0, "", to_translate("leave out the line with the titles of the columns")},
+    {all, "all", 'a', "", to_translate("show what stays as it is too")},
+    {json, "json", 0, "", to_translate("print one JSON object a line, for programs")},
+    {yes, "yes", 'y', "", to_translate("do not ask")},
+    {quiet, "quiet", 'q', "", to_translate("print errors only")},
+    {no_color, "no-color", 0, "", to_translate("no colour, on a terminal either; so does NO_COLOR in the environment")},
+    {help, "help", 'h', "", to_translate("show this help")},
+    {version, "version", 0, "", to_translate("show the version")},
 });
 
 constexpr auto preview_options =
@@ -62,33 +64,32 @@ constexpr auto undo_options = std::to_array<OptionId>({from_elsewhere, yes, json
 constexpr auto list_options = std::to_array<OptionId>({json, quiet, no_color, help});
 constexpr auto plain_options = std::to_array<OptionId>({quiet, no_color, help});
 
-constexpr std::string_view grammar =
-    "Options and PATHs come first. The first word that names a method begins the method, which ends the PATHs; "
-    "\"then\" "
-    "begins the next one. Options of the command may also stand behind a method. A PATH that is called like a method "
-    "is "
-    "written with a slash, ./insert, or behind \"--\", where it is a PATH when it exists. \"--\" ends options: what "
-    "follows "
-    "may begin with \"-\". Everything else in a PATH stands for itself, whatever it holds. A symbolic link is renamed "
-    "itself, also with a slash behind it; link/. is the folder that it leads to.\n\n"
-    "In the texts of a method \"/\" becomes \":\", since no name can hold it.";
+constexpr std::string_view grammar = to_translate(
+    "Options and PATHs come first. The first word that names a method begins the method, which "
+    "ends the PATHs; \"then\" begins the next one. Options of the command may also stand behind a "
+    "method. A PATH that is called like a method is written with a slash, ./insert, or behind "
+    "\"--\", where it is a PATH when it exists. \"--\" ends options: what follows may begin with "
+    "\"-\". Everything else in a PATH stands for itself, whatever it holds. A symbolic link is "
+    "renamed itself, also with a slash behind it; link/. is the folder that it leads to.\n\nIn the "
+    "texts of a method \"/\" becomes \":\", since no name can hold it.");
 
-constexpr std::string_view profile_save_about =
-    "Without METHOD the profile holds the settings alone. Whether files or folders are renamed, and whether subfolders "
-    "are, is part of it. A file that is there already is replaced with --yes, or when a terminal says so. The window "
-    "looks for profiles by their extension, .brprofile; brindle takes any name.\n\n"
-    "brindle rename --profile FILE PATH... runs its method; METHODs written behind PATH take its place, with the "
-    "profile's settings.";
-constexpr std::string_view rules_save_about =
-    "--set counts for each METHOD, as it does in brindle preview. A file that is there already is replaced with --yes, "
-    "or when a terminal says so. The window looks for rule files by their extension, .brrule; brindle takes any "
-    "name.\n\n"
-    "brindle rename --rules FILE PATH... runs the chain.";
-constexpr std::string_view export_about =
-    "Without METHOD the new names are empty: write them with another program, and rename with brindle rename --list "
-    "FILE. A list that is to be read back has all three columns, and names, not whole paths. An item that cannot be "
-    "renamed has its status instead of a new name.\n\n"
-    "A file that is there already is replaced with --yes, or when a terminal says so. \"-\" is standard output.";
+constexpr std::string_view profile_save_about = to_translate(
+    "Without METHOD the profile holds the settings alone. Whether files or folders are renamed, "
+    "and whether subfolders are, is part of it. A file that is there already is replaced with "
+    "--yes, or when a terminal says so. The window looks for profiles by their extension, "
+    ".brprofile; brindle takes any name.\n\nbrindle rename --profile FILE PATH... runs its method; "
+    "METHODs written behind PATH take its place, with the profile's settings.");
+constexpr std::string_view rules_save_about = to_translate(
+    "--set counts for each METHOD, as it does in brindle preview. A file that is there already is "
+    "replaced with --yes, or when a terminal says so. The window looks for rule files by their "
+    "extension, .brrule; brindle takes any name.\n\nbrindle rename --rules FILE PATH... runs the "
+    "chain.");
+constexpr std::string_view export_about = to_translate(
+    "Without METHOD the new names are empty: write them with another program, and rename with "
+    "brindle rename --list FILE. A list that is to be read back has all three columns, and names, "
+    "not whole paths. An item that cannot be renamed has its status instead of a new name.\n\nA "
+    "file that is there already is replaced with --yes, or when a terminal says so. \"-\" is "
+    "standard output.");
 
 constexpr auto preview_examples = std::to_array<Example>({
     {"preview Photos insert 'Brest - '", "", ""},
@@ -126,25 +127,24 @@ constexpr auto fields_examples = std::to_array<Example>({{"fields", "", ""}, {"f
 constexpr auto help_examples = std::to_array<Example>({{"help rename", "", ""}, {"help insert", "", ""}});
 
 constexpr auto commands = std::to_array<CommandRow>({
-    {"preview", "[OPTION]... PATH... METHOD [then METHOD]...", "show the new names and touch nothing", grammar,
-     Operands::paths_and_methods, preview_options, run_preview, preview_examples},
+    {"preview", "[OPTION]... PATH... METHOD [then METHOD]...", to_translate("show the new names and touch nothing"),
+     grammar, Operands::paths_and_methods, preview_options, run_preview, preview_examples},
     {"rename", "[OPTION]... PATH... METHOD [then METHOD]...",
-     "show the new names, ask, rename, and keep a log for undo", grammar, Operands::paths_and_methods, rename_options,
-     run_rename, rename_examples},
+     to_translate("show the new names, ask, rename, and keep a log for undo"), grammar, Operands::paths_and_methods,
+     rename_options, run_rename, rename_examples},
     {"export", "FILE [OPTION]... PATH... [METHOD [then METHOD]...]",
-     "write names, new names and folders into a tab-delimited list", export_about, Operands::file_paths_and_methods,
-     export_options, run_export, export_examples},
-    {"undo", "[OPTION]... [LOG]", "take a renaming back: the newest, or that of LOG",
-     "LOG is a path, or the name of a log in the log folder (see brindle logs). Each item goes back to its old name, "
-     "the "
-     "last renamed first; nothing is ever replaced. When all are back, the log goes to the folder Undone of the log "
-     "folder; "
-     "else it stays, and undoing it again tries the rest once more. While a renaming is going on, or one that was "
-     "interrupted cannot be finished, nothing is undone.",
+     to_translate("write names, new names and folders into a tab-delimited list"), export_about,
+     Operands::file_paths_and_methods, export_options, run_export, export_examples},
+    {"undo", "[OPTION]... [LOG]", to_translate("take a renaming back: the newest, or that of LOG"),
+     to_translate("LOG is a path, or the name of a log in the log folder (see brindle logs). Each item goes back "
+                  "to its old name, the last renamed first; nothing is ever replaced. When all are back, the log "
+                  "goes to the folder Undone of the log folder; else it stays, and undoing it again tries the "
+                  "rest once more. While a renaming is going on, or one that was interrupted cannot be finished, "
+                  "nothing is undone."),
      Operands::log, undo_options, run_undo, undo_examples},
     {"logs",
      "[OPTION]...",
-     "list the logs of past renamings, newest first",
+     to_translate("list the logs of past renamings, newest first"),
      "",
      Operands::none,
      list_options,
@@ -152,32 +152,32 @@ constexpr auto commands = std::to_array<CommandRow>({
      {}},
     {"recover",
      "[OPTION]...",
-     "finish the logs of interrupted runs",
-     "What a run that was killed had renamed by then becomes a log that can be undone. Rename, undo and logs do this "
-     "by "
-     "themselves.",
+     to_translate("finish the logs of interrupted runs"),
+     to_translate("What a run that was killed had renamed by then becomes a log that can be undone. Rename, undo "
+                  "and logs do this by themselves."),
      Operands::none,
      plain_options,
      run_recover,
      {}},
-    {"profile save", "FILE [OPTION]... [METHOD]", "keep settings, and a method with its options, in a file",
-     profile_save_about, Operands::file_and_methods, profile_save_options, run_profile_save, profile_save_examples},
-    {"profile show", "FILE [OPTION]...", "show the settings of a profile",
-     "On a terminal only the settings that are not as brindle starts with, unless --all asks for the rest. A line is "
-     "KEY=VALUE, as --set takes it.",
+    {"profile save", "FILE [OPTION]... [METHOD]",
+     to_translate("keep settings, and a method with its options, in a file"), profile_save_about,
+     Operands::file_and_methods, profile_save_options, run_profile_save, profile_save_examples},
+    {"profile show", "FILE [OPTION]...", to_translate("show the settings of a profile"),
+     to_translate("On a terminal only the settings that are not as brindle starts with, unless --all asks for "
+                  "the rest. A line is KEY=VALUE, as --set takes it."),
      Operands::file, profile_show_options, run_profile_show, profile_show_examples},
-    {"rules save", "FILE [OPTION]... METHOD [then METHOD]...", "keep a chain of methods in a file", rules_save_about,
-     Operands::file_and_methods, rules_save_options, run_rules_save, rules_save_examples},
-    {"rules show", "FILE [OPTION]...", "show the methods of a rule file, with what they do", "", Operands::file,
-     list_options, run_rules_show, rules_show_examples},
-    {"fields", "[OPTION]... [FILE]", "list the tokens of photo and audio masks; with FILE, their values",
-     "Dates and times are written as the photo method does without options.", Operands::optional_file, list_options,
-     run_fields, fields_examples},
-    {"settings", "[OPTION]... [KEY]...", "list the keys for --set: type, default, meaning", "", Operands::keys,
-     list_options, run_settings, settings_examples},
-    {"help", "[COMMAND or METHOD]", "show help",
-     "man-page, bash-completion, zsh-completion and fish-completion, instead of a word, print what belongs into the "
-     "folders of man and of these shells.",
+    {"rules save", "FILE [OPTION]... METHOD [then METHOD]...", to_translate("keep a chain of methods in a file"),
+     rules_save_about, Operands::file_and_methods, rules_save_options, run_rules_save, rules_save_examples},
+    {"rules show", "FILE [OPTION]...", to_translate("show the methods of a rule file, with what they do"), "",
+     Operands::file, list_options, run_rules_show, rules_show_examples},
+    {"fields", "[OPTION]... [FILE]", to_translate("list the tokens of photo and audio masks; with FILE, their values"),
+     to_translate("Dates and times are written as the photo method does without options."), Operands::optional_file,
+     list_options, run_fields, fields_examples},
+    {"settings", "[OPTION]... [KEY]...", to_translate("list the keys for --set: type, default, meaning"), "",
+     Operands::keys, list_options, run_settings, settings_examples},
+    {"help", "[COMMAND or METHOD]", to_translate("show help"),
+     to_translate("man-page, bash-completion, zsh-completion and fish-completion, instead of a word, print what "
+                  "belongs into the folders of man and of these shells."),
      Operands::topic, plain_options, run_help, help_examples},
 });
 

@@ -41,7 +41,7 @@ class UndoReporter {
     } else if (outcome == UndoOutcome::left) {
       const bool usable = entry.fault.empty();
       left_alone_[std::string(reason)].push_back(usable ? path_of(entry.target_folder, entry.target_name)
-                                                        : std::string(translated("(an unusable entry)")));
+                                                        : translated("(an unusable entry)"));
     }
   }
 

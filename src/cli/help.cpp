@@ -66,8 +66,7 @@ std::string option_text(char letter, std::string_view name, std::string_view val
 
 std::vector<Row> method_rows() {
   std::vector<Row> rows;
-  for (const MethodRow& method : method_table())
-    rows.push_back({std::string(method.word), std::string(method.summary)});
+  for (const MethodRow& method : method_table()) rows.push_back({std::string(method.word), translated(method.summary)});
   return rows;
 }
 
@@ -75,7 +74,7 @@ std::vector<Row> option_rows(const CommandRow& command) {
   std::vector<Row> rows;
   for (const OptionId id : command.options) {
     const OptionRow& row = option_row(id);
-    rows.push_back({option_text(row.letter, row.name, row.value), std::string(row.help)});
+    rows.push_back({option_text(row.letter, row.name, row.value), translated(row.help)});
   }
   return rows;
 }
@@ -92,7 +91,7 @@ std::string method_usage(const MethodRow& method) {
 
 void examples(HelpWriter& writer, std::span<const Example> examples, std::string_view before_words) {
   if (examples.empty()) return;
-  writer.heading("Examples");
+  writer.heading(translated("Examples"));
   std::vector<Row> rows;
   for (const Example& example : examples) {
     writer.line(fmt::format("{}{}", before_words, example.words));
@@ -100,25 +99,27 @@ void examples(HelpWriter& writer, std::span<const Example> examples, std::string
   }
 }
 
-constexpr std::string_view introduction =
+constexpr std::string_view introduction = to_translate(
     "Renames files and folders in batches: shows the new names first, never replaces a file, and keeps a log of every "
-    "renaming from which it can be undone.";
+    "renaming from which it can be undone.");
 
 }  // namespace
 
 std::string sentence(std::string_view summary) {
-  return fmt::format("{}{}.", static_cast<char>(summary.front() - 'a' + 'A'), summary.substr(1));
+  const char first = summary.front();
+  const bool is_small = first >= 'a' && first <= 'z';
+  return fmt::format("{}{}.", is_small ? static_cast<char>(first - 'a' + 'A') : first, summary.substr(1));
 }
 
 std::string program_help(const Style& style, std::size_t width) {
   HelpWriter writer(style, width);
-  writer.plain("usage: brindle COMMAND [OPTION]... [PATH]... [METHOD [then METHOD]...]\n");
-  writer.paragraphs(introduction);
-  writer.heading("Commands");
+  writer.plain(translated("usage: brindle {}\n", "COMMAND [OPTION]... [PATH]... [METHOD [then METHOD]...]"));
+  writer.paragraphs(translated(introduction));
+  writer.heading(translated("Commands"));
   std::vector<Row> commands;
-  for (const CommandRow& row : command_table()) commands.push_back({std::string(row.word), std::string(row.summary)});
+  for (const CommandRow& row : command_table()) commands.push_back({std::string(row.word), translated(row.summary)});
   writer.rows(commands);
-  writer.heading("Methods");
+  writer.heading(translated("Methods"));
   writer.rows(method_rows());
   constexpr auto first_steps = std::to_array<Example>({
       {"preview Photos insert 'Brest - '", "", ""},
@@ -127,11 +128,11 @@ std::string program_help(const Style& style, std::size_t width) {
       {"preview --sort name . number --start 1 --mask 000 --prefix --separator ' '", "", ""},
   });
   examples(writer, first_steps, "brindle ");
-  writer.paragraphs(
+  writer.paragraphs(translated(
       "brindle help COMMAND and brindle help METHOD tell more, with examples. brindle --version shows the version.\n\n"
       "Exit codes: 0 done, 1 some items could not be renamed or restored, 2 wrong words or unreadable input, 3 the "
       "method "
-      "lacks a text, 130 cancelled with Ctrl-C.");
+      "lacks a text, 130 cancelled with Ctrl-C."));
   return std::move(writer).text();
 }
 
@@ -141,7 +142,7 @@ std::string group_help(std::string_view first_word, const Style& style, std::siz
   for (const CommandRow& row : command_table()) {
     if (!row.word.starts_with(fmt::format("{} ", first_word))) continue;
     writer.plain(translated("usage: brindle {} {}\n", row.word, row.synopsis));
-    rows.push_back({std::string(row.word), std::string(row.summary)});
+    rows.push_back({std::string(row.word), translated(row.summary)});
   }
   writer.plain("\n");
   writer.rows(rows);
@@ -151,32 +152,32 @@ std::string group_help(std::string_view first_word, const Style& style, std::siz
 std::string command_help(const CommandRow& command, const Style& style, std::size_t width) {
   HelpWriter writer(style, width);
   writer.plain(translated("usage: brindle {} {}\n", command.word, command.synopsis));
-  writer.paragraphs(sentence(command.summary));
-  writer.heading("Options");
+  writer.paragraphs(sentence(translated(command.summary)));
+  writer.heading(translated("Options"));
   writer.rows(option_rows(command));
   if (takes_methods(command.operands)) {
-    writer.heading("Methods (brindle help METHOD tells more)");
+    writer.heading(translated("Methods (brindle help METHOD tells more)"));
     writer.rows(method_rows());
   }
   examples(writer, command.examples, "brindle ");
-  writer.paragraphs(command.about);
+  writer.paragraphs(translated(command.about));
   return std::move(writer).text();
 }
 
 std::string method_help(const MethodRow& method, const Style& style, std::size_t width) {
   HelpWriter writer(style, width);
   writer.plain(translated("usage: brindle preview PATH... {}\n", method_usage(method)));
-  writer.paragraphs(sentence(method.summary));
+  writer.paragraphs(sentence(translated(method.summary)));
   std::vector<Row> rows;
   for (const MethodOperand& operand : method.operands)
-    rows.push_back({std::string(operand.name), std::string(operand.help)});
+    rows.push_back({std::string(operand.name), translated(operand.help)});
   for (const MethodOption& option : method.options) {
-    rows.push_back({option_text(0, option.name, option.value), std::string(option.help)});
+    rows.push_back({option_text(0, option.name, option.value), translated(option.help)});
   }
   if (!rows.empty()) writer.plain("\n");
   writer.rows(rows);
   examples(writer, method.examples, "brindle preview PATH... ");
-  writer.paragraphs(method.about);
+  writer.paragraphs(translated(method.about));
   return std::move(writer).text();
 }
 

@@ -44,7 +44,7 @@ class Input {
  private:
   bool is_standard() const { return descriptor_ == STDIN_FILENO; }
   bool is_terminal() const { return ::isatty(descriptor_) == 1; }
-  std::string_view shown_name() const { return is_standard() ? translated("standard input") : std::string_view(name_); }
+  std::string shown_name() const { return is_standard() ? translated("standard input") : name_; }
   void open();
   void wait();
 

@@ -229,8 +229,7 @@ std::string_view relative_path(std::string_view path, std::string_view folder) {
 }
 
 std::string status_and_reason(const FileList& files, std::size_t row) {
-  const std::string status = to_utf8(status_text(files[row].status));
-  std::string text(translated(status));
+  std::string text = translated(to_utf8(status_text(files[row].status)));
   const std::string_view reason = files.reason(row);
   if (!reason.empty()) text.append(": ").append(translated(reason));
   return text;

@@ -29,7 +29,7 @@ bool exists(const std::string& path) {
 Result<std::string> make_log_folder() {
   std::string folder = default_log_folder();
   if (folder.empty())
-    return Status(std::string(translated("there is no folder for logs: neither HOME nor XDG_DATA_HOME names one")));
+    return Status(translated("there is no folder for logs: neither HOME nor XDG_DATA_HOME names one"));
   Status status;
   if (folder == getAppPath() + "/Logs") {
     status = createApplicationUsersFolder("Logs");

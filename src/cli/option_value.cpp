@@ -72,7 +72,7 @@ class Reading {
     if (value) return *std::move(value);
     const bool is_operand = name_ == form_;
     throw UsageError(translated("{}{} is {}, not {}", is_operand ? "" : "--", name_, translated(wanted),
-                                text_.empty() ? translated("empty") : text_));
+                                text_.empty() ? translated("empty") : std::string(text_)));
   }
 
   std::string_view name_;

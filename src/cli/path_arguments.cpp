@@ -57,8 +57,8 @@ std::vector<std::string> read_paths(const CommandLine& line, const std::string& 
   std::vector<std::string> paths;
   for (const std::string& path : line.operands) paths.push_back(meaningful(path, folder));
   for (const std::string& name : line.options.from) {
-    append_paths(read_input_text(name, console), name == "-" ? std::string(translated("standard input")) : name, line,
-                 folder, paths);
+    append_paths(read_input_text(name, console), name == "-" ? translated("standard input") : name, line, folder,
+                 paths);
   }
   return paths;
 }

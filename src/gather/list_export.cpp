@@ -1,13 +1,12 @@
 #include "gather/list_export.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 
 #include "gather/list_rows.h"
 #include "platform/atomic_file.h"
 #include "platform/file_name.h"
 #include "platform/output_file.h"
+#include "platform/translation.h"
 
 namespace brindle {
 namespace {
@@ -122,7 +121,7 @@ ExportRefusal check_export(const ExportOptions& options) {
 Result<std::vector<std::uint32_t>> export_list(const FileList& files, const ExportOptions& options,
                                                const ExportTitles& titles, const std::string& path,
                                                const JobControl& control) {
-  if (check_export(options) != ExportRefusal::none) return Status("there is no column to write");
+  if (check_export(options) != ExportRefusal::none) return Status(translated("there is no column to write"));
   std::vector<std::uint32_t> left_out;
   OutputFile output;
   if (Status status = output.open(path); !status.ok()) return status;

@@ -12,6 +12,7 @@
 #include "platform/file_kind.h"
 #include "platform/file_name.h"
 #include "platform/message_log.h"
+#include "platform/translation.h"
 #include "run/rename_row.h"
 
 namespace brindle {
@@ -170,7 +171,7 @@ void FileRenameItem::add(std::string_view path, std::string_view new_name) {
 Result<FileRenameItem> read_rename_list(std::string_view bytes, std::int32_t importType, const ListTitles& titles) {
   if (std::string fault = list_text_fault(bytes); !fault.empty()) return Status(std::move(fault));
   const auto [rows, odd_lines] = list_rows(bytes, titles);
-  if (rows.size() > list_line_limit) return Status("it has more than ten million lines");
+  if (rows.size() > list_line_limit) return Status(translated("it has more than ten million lines"));
   FileRenameItem item;
   item.importType = importType;
   item.odd_lines = odd_lines;

@@ -1,13 +1,12 @@
 #include "gather/list_rows.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <array>
 #include <cstdint>
 #include <optional>
 
 #include "platform/file_name.h"
+#include "platform/translation.h"
 #include "platform/xml_text.h"
 #include "text/text_encoding.h"
 #include "text/unicode_fold.h"
@@ -73,14 +72,14 @@ char line_end_of(std::string_view text) {
 
 std::string list_text_fault(std::string_view bytes) {
   if (bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF"))
-    return "it is UTF-16 text; save it as UTF-8 text with tabs";
+    return translated("it is UTF-16 text; save it as UTF-8 text with tabs");
   const auto line_at = [bytes](std::size_t end) {
     return std::count(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(end), line_end_of(bytes)) + 1;
   };
   const std::size_t valid = valid_utf8_prefix(bytes);
-  if (valid < bytes.size()) return fmt::format("line {} is not valid UTF-8", line_at(valid));
+  if (valid < bytes.size()) return translated("line {} is not valid UTF-8", line_at(valid));
   const std::size_t nul = bytes.find('\0');
-  if (nul != std::string_view::npos) return fmt::format("line {} holds a NUL character", line_at(nul));
+  if (nul != std::string_view::npos) return translated("line {} holds a NUL character", line_at(nul));
   return {};
 }
 

@@ -1,7 +1,6 @@
 #include "log/journal.h"
 
 #include <fcntl.h>
-#include <fmt/format.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -14,6 +13,7 @@
 
 #include "log/journal_format.h"
 #include "platform/atomic_file.h"
+#include "platform/translation.h"
 
 namespace brindle {
 namespace {
@@ -54,7 +54,8 @@ void JournalWriter::close() {
 
 Status JournalWriter::status() const {
   if (error_ == 0) return {};
-  return Status(fmt::format("the journal “{}” cannot be written: {}", path_, system_error_text(error_)), error_);
+  return Status(translated("the journal “{}” cannot be written: {}", path_, translated(system_error_text(error_))),
+                error_);
 }
 
 Status JournalWriter::create(const std::string& path, const JournalInfo& info) {

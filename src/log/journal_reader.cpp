@@ -1,5 +1,4 @@
 #include <fcntl.h>
-#include <fmt/format.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -14,6 +13,7 @@
 #include "log/journal.h"
 #include "log/journal_format.h"
 #include "platform/atomic_file.h"
+#include "platform/translation.h"
 
 namespace brindle {
 namespace {
@@ -74,7 +74,7 @@ JournalReader::State JournalReader::open(const std::string& path) {
   } else {
     error_ = system_error_text(errno);
   }
-  if (!error_.empty()) error_ = fmt::format("the journal “{}” cannot be used: {}", path, error_);
+  if (!error_.empty()) error_ = translated("the journal “{}” cannot be used: {}", path, error_);
   return state;
 }
 
@@ -97,25 +97,25 @@ JournalReader::State JournalReader::parse(std::string_view bytes) {
   JournalHeader header;
   if (is_blank(bytes)) return State::unsealed;
   if (!read_header(bytes, header)) {
-    error_ = "its beginning is damaged";
+    error_ = translated("its beginning is damaged");
     return State::damaged;
   }
   const std::string_view marks = marks_of(bytes, header);
   if (header.version != journal_version) {
-    error_ = "another version of the program made it";
+    error_ = translated("another version of the program made it");
     return State::damaged;
   }
   // The marks are written after all else was synced: where there is one, the rest was right once.
   if (!is_whole(bytes, header)) {
     if (marks.find_first_not_of('\0') == std::string_view::npos) return State::unsealed;
-    error_ = "it is damaged";
+    error_ = translated("it is damaged");
     return State::damaged;
   }
   info_.isFolders = (header.flags & flag_folders) != 0;
   info_.paths_follow = (header.flags & flag_paths_follow) != 0;
   info_.appversion = text_of(header.appversion);
   if (!read_records(bytes.substr(sizeof header, header.body_size), header.entries)) {
-    error_ = "it is damaged";
+    error_ = translated("it is damaged");
     return State::damaged;
   }
   read_marks(marks);

@@ -16,6 +16,7 @@
 #include "platform/file_name.h"
 #include "platform/folder_handle.h"
 #include "platform/path.h"
+#include "platform/translation.h"
 #include "platform/trash.h"
 #include "text/number_text.h"
 
@@ -67,7 +68,7 @@ bool verifyLogFile(const std::string& path) {
 Status deleteLogFile(const std::string& path) {
   if (move_to_trash(path) != 0 && ::unlink(path.c_str()) != 0) {
     const int error = errno;
-    return Status(fmt::format("the log “{}” cannot be removed: {}", path, system_error_text(error)), error);
+    return Status(translated("the log “{}” cannot be removed: {}", path, translated(system_error_text(error))), error);
   }
   ::unlink(undo_progress_path(path).c_str());
   return {};

@@ -16,15 +16,16 @@
 #include "log/rename_log.h"
 #include "platform/atomic_file.h"
 #include "platform/byte_text.h"
+#include "platform/translation.h"
 #include "platform/xml_text.h"
 
 namespace brindle {
 namespace {
 
-constexpr std::string_view missing_attribute = "an attribute of the entry is missing";
-constexpr std::string_view bad_folder = "the entry's folder is not an absolute path";
-constexpr std::string_view bad_name = "the entry's name is not that of a file";
-constexpr std::string_view bad_bytes = "the entry's exact name is garbled";
+constexpr std::string_view missing_attribute = to_translate("an attribute of the entry is missing");
+constexpr std::string_view bad_folder = to_translate("the entry's folder is not an absolute path");
+constexpr std::string_view bad_name = to_translate("the entry's name is not that of a file");
+constexpr std::string_view bad_bytes = to_translate("the entry's exact name is garbled");
 
 constexpr std::array<std::string_view, 6> attribute_names = {"srclocation", "tarlocation", "srcfilename",
                                                              "tarfilename", "srcbytes",    "tarbytes"};
@@ -160,9 +161,9 @@ bool refers_to_nul(std::string_view xml) {
 
 std::string_view read_root(const pugi::xml_document& document, LogFile& log) {
   const pugi::xml_node root = document.document_element();
-  if (std::string_view(root.name()) != "files") return "its root element is not “files”";
+  if (std::string_view(root.name()) != "files") return to_translate("its root element is not “files”");
   for (pugi::xml_node next = root.next_sibling(); next; next = next.next_sibling()) {
-    if (next.type() == pugi::node_element) return "it has more than one root element";
+    if (next.type() == pugi::node_element) return to_translate("it has more than one root element");
   }
   log.appversion = root.attribute("appversion").value();
   log.type = root.attribute("type").value();
@@ -172,7 +173,7 @@ std::string_view read_root(const pugi::xml_document& document, LogFile& log) {
 // Any log, in memory as a whole.
 std::string_view read_document(std::string& xml, LogFile& log) {
   log.checksum = checksum_of(xml);
-  if (refers_to_nul(xml)) return "it refers to a character that XML does not have";
+  if (refers_to_nul(xml)) return to_translate("it refers to a character that XML does not have");
   pugi::xml_document document;
   const pugi::xml_parse_result result = document.load_buffer_inplace(xml.data(), xml.size(), parsing);
   if (!result) return result.description();
@@ -288,19 +289,19 @@ Result<LogFile> read_file(const std::string& path) {
 Result<LogFile> read_log_text(std::string xml) {
   LogFile log;
   const std::string_view reason = read_document(xml, log);
-  if (!reason.empty()) return Status(std::string(reason));
+  if (!reason.empty()) return Status(translated(reason));
   return log;
 }
 
 Result<LogFile> readLogFile(const std::string& path) {
   const auto failure = [&path](std::string_view reason) {
-    return Status(fmt::format("“{}” cannot be read as a rename log: {}", path, reason));
+    return Status(translated("“{}” cannot be read as a rename log: {}", path, reason));
   };
   try {
     Result<LogFile> log = read_file(path);
     return log.ok() ? std::move(log) : failure(log.reason());
   } catch (const std::bad_alloc&) {
-    return failure("there is not enough memory for it");
+    return failure(translated("there is not enough memory for it"));
   }
 }
 

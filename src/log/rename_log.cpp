@@ -1,6 +1,5 @@
 #include "log/rename_log.h"
 
-#include <fmt/format.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -8,6 +7,7 @@
 
 #include "platform/app_info.h"
 #include "platform/byte_text.h"
+#include "platform/translation.h"
 #include "platform/xml_text.h"
 
 namespace brindle {
@@ -17,7 +17,8 @@ constexpr std::size_t flush_size = std::size_t{64} * 1024;
 
 Status status_of(std::string_view what, const std::string& path, int error) {
   if (error == 0) return {};
-  return Status(fmt::format("the log “{}” cannot be {}: {}", path, what, system_error_text(error)), error);
+  return Status(
+      translated("the log “{}” cannot be {}: {}", path, translated(what), translated(system_error_text(error))), error);
 }
 
 // The document up to its entries; the root's start tag is still open.
@@ -66,7 +67,7 @@ void LogRoom::add(const Folder& folder, std::string_view old_name, std::string_v
 Status RenameLogWriter::createLogFile(const std::string& path, std::string_view type, std::string_view appversion) {
   if (appversion.empty()) appversion = appVersion();
   const int error = write_new_file(path, document_start(type, appversion).append(end_of_empty_root), private_file_mode);
-  if (error != 0) return status_of("created", path, error);
+  if (error != 0) return status_of(to_translate("created"), path, error);
   Status status = begin(path, type, appversion, file_.open(unfinished_log_path(path)));
   if (!status.ok()) ::unlink(path.c_str());
   return status;
@@ -80,11 +81,11 @@ Status RenameLogWriter::begin(const std::string& path, std::string_view type, st
   path_ = path;
   count_ = 0;
   buffer_ = document_start(type, appversion);
-  return status_of("created", path, error);
+  return status_of(to_translate("created"), path, error);
 }
 
 Status RenameLogWriter::reserve(const LogRoom& room) {
-  return status_of("created", path_, file_.reserve(room.bytes()));
+  return status_of(to_translate("created"), path_, file_.reserve(room.bytes()));
 }
 
 void RenameLogWriter::use_folder(Folder& folder, std::string_view bytes) {
@@ -146,7 +147,7 @@ Status RenameLogWriter::saveLog() {
   }
   file_.give_up();
   saved_path_.clear();
-  return status_of("saved", path_, error);
+  return status_of(to_translate("saved"), path_, error);
 }
 
 int RenameLogWriter::place() {

@@ -16,6 +16,7 @@
 #include "platform/data_folders.h"
 #include "platform/folder_handle.h"
 #include "platform/path.h"
+#include "platform/translation.h"
 
 namespace brindle {
 namespace {
@@ -86,13 +87,14 @@ Status UndoProgress::lock(const std::string& log_path) {
   struct stat opened {};
   struct stat named {};
   int error = !log_ || ::flock(log_.get(), LOCK_EX | LOCK_NB) != 0 ? errno : 0;
-  if (error == EWOULDBLOCK) return Status(fmt::format("“{}” is just being undone by another process", log_path), error);
+  if (error == EWOULDBLOCK) return Status(translated("“{}” is just being undone by another process", log_path), error);
   if (error == 0 && (::fstat(log_.get(), &opened) != 0 || ::lstat(log_path.c_str(), &named) != 0)) error = errno;
   // The undo that held it has just come to its end, and put it away.
   if (error == 0 && (opened.st_ino != named.st_ino || opened.st_dev != named.st_dev)) error = ENOENT;
   if (error == 0) return {};
-  return Status(fmt::format("“{}” cannot be locked, and nothing was undone: {}", log_path, system_error_text(error)),
-                error);
+  return Status(
+      translated("“{}” cannot be locked, and nothing was undone: {}", log_path, translated(system_error_text(error))),
+      error);
 }
 
 Status UndoProgress::open(const std::string& log_path, std::uint64_t log_checksum, std::size_t entries) {

@@ -15,6 +15,7 @@
 
 #include "platform/move.h"
 #include "platform/path.h"
+#include "platform/translation.h"
 
 namespace brindle {
 namespace {
@@ -233,8 +234,9 @@ Status write_file_atomically(const std::string& path, std::string_view content) 
   int error = file.open_for(path);
   file.write(content);
   if (error == 0) error = file.place();
-  return error == 0 ? Status()
-                    : Status(fmt::format("“{}” cannot be written: {}", path, system_error_text(error)), error);
+  return error == 0
+             ? Status()
+             : Status(translated("“{}” cannot be written: {}", path, translated(system_error_text(error))), error);
 }
 
 int FileReader::open(const std::string& path) {
@@ -274,9 +276,9 @@ Result<std::string> read_regular_file(const std::string& path, std::size_t limit
 }
 
 std::string reading_error_text(int error, std::size_t limit) {
-  if (error == EINVAL) return "it is no regular file";
-  if (error == EFBIG) return fmt::format("it is larger than {} MiB", limit >> 20U);
-  return system_error_text(error);
+  if (error == EINVAL) return translated("it is no regular file");
+  if (error == EFBIG) return translated("it is larger than {} MiB", limit >> 20U);
+  return translated(system_error_text(error));
 }
 
 int sync_folder_of(const std::string& path) {
@@ -286,9 +288,11 @@ int sync_folder_of(const std::string& path) {
 
 std::string system_error_text(int error) {
   if (error == foreign_link_error) {
-    return "it is another user's link, in a folder that others may write in; name the file that it leads to";
+    return std::string(to_translate(
+        "it is another user's link, in a folder that others may write in; name the file that it leads to"));
   }
-  if (error == ENOLCK) return "its disk has no file locks; a folder on another disk is needed";
+  if (error == ENOLCK)
+    return std::string(to_translate("its disk has no file locks; a folder on another disk is needed"));
   return std::generic_category().message(error);
 }
 

@@ -1,7 +1,6 @@
 #include "platform/data_folders.h"
 
 #include <fcntl.h>
-#include <fmt/format.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -11,6 +10,7 @@
 
 #include "platform/atomic_file.h"
 #include "platform/path.h"
+#include "platform/translation.h"
 
 namespace brindle {
 namespace {
@@ -75,12 +75,13 @@ int make_folders(const std::string& path, unsigned mode) {
 Status createApplicationUsersFolder(std::string_view name) {
   const std::string data_folder = getAppPath();
   if (data_folder.empty()) {
-    return Status("there is no home folder: neither HOME nor XDG_DATA_HOME is set to an absolute path", ENOENT);
+    return Status(translated("there is no home folder: neither HOME nor XDG_DATA_HOME is set to an absolute path"),
+                  ENOENT);
   }
   const std::string path = name.empty() ? data_folder : join_path(data_folder, name);
   const int error = make_folders(path, 0700);
   if (error != 0)
-    return Status(fmt::format("the folder “{}” cannot be made: {}", path, system_error_text(error)), error);
+    return Status(translated("the folder “{}” cannot be made: {}", path, translated(system_error_text(error))), error);
   close_to_others(path);
   return {};
 }

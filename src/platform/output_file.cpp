@@ -1,7 +1,6 @@
 #include "platform/output_file.h"
 
 #include <fcntl.h>
-#include <fmt/format.h>
 #include <pthread.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -10,6 +9,8 @@
 #include <csignal>
 #include <ctime>
 #include <utility>
+
+#include "platform/translation.h"
 
 namespace brindle {
 namespace {
@@ -65,7 +66,7 @@ Status OutputFile::open(const std::string& path) {
 
 Status OutputFile::status() const {
   if (error_ == 0) return {};
-  return Status(fmt::format("“{}” cannot be written: {}", path_, system_error_text(error_)), error_);
+  return Status(translated("“{}” cannot be written: {}", path_, translated(system_error_text(error_))), error_);
 }
 
 int OutputFile::open_stream(const std::string& path) {

@@ -21,8 +21,12 @@ void set_translation(Translate translate) {
   translation = translate;
 }
 
-std::string_view translated(std::string_view english) {
+std::string_view sentence_for(std::string_view english) {
   return translation.load()(english, {}, 0);
+}
+
+std::string translated(std::string_view english) {
+  return std::string(sentence_for(english));
 }
 
 std::string_view form_for(std::uint64_t number, std::string_view one, std::string_view other) {

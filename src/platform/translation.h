@@ -23,8 +23,8 @@ namespace brindle {
 using Translate = std::string_view (*)(std::string_view english, std::string_view other, std::uint64_t number);
 void set_translation(Translate translate);
 
-/// The sentence in the language of the person; lives as long as `english`.
-std::string_view translated(std::string_view english);
+/// The sentence in the language of the person.
+std::string translated(std::string_view english);
 
 /// Marks a literal that translated() is asked for elsewhere.
 consteval std::string_view to_translate(std::string_view english) {
@@ -44,6 +44,9 @@ struct SentenceWith {
   }
 };
 
+/// As translated() and translated_count() find it; lives as long as `english`.
+std::string_view sentence_for(std::string_view english);
+
 /// `sentence` with its places filled.
 std::string fill_sentence(std::string_view sentence, std::span<const std::string> values);
 
@@ -58,7 +61,7 @@ std::string value_in_sentence(I number) {
 template <class... Values>
 requires(sizeof...(Values) > 0) std::string
     translated(SentenceWith<sizeof...(Values)> english, const Values&... values) {
-  return fill_sentence(translated(english.text), std::array{value_in_sentence(values)...});
+  return fill_sentence(sentence_for(english.text), std::array{value_in_sentence(values)...});
 }
 
 /// The form of a sentence that `number` takes: translated_count(n, "{} file left out", "{} files left out", n).

@@ -7,6 +7,8 @@
 #include <string_view>
 #include <utility>
 
+#include "platform/translation.h"
+
 namespace brindle {
 namespace {
 
@@ -64,15 +66,15 @@ bool PropertyDictionary::operator==(const PropertyDictionary& other) const {
 namespace {
 
 struct KindName {
-  std::string_view operator()(const std::u16string&) const { return "a text"; }
-  std::string_view operator()(bool) const { return "a flag"; }
-  std::string_view operator()(std::int64_t) const { return "a number"; }
-  std::string_view operator()(double) const { return "a number"; }
-  std::string_view operator()(Date) const { return "a date"; }
-  std::string_view operator()(const PropertyValue::Data&) const { return "data"; }
-  std::string_view operator()(const PropertyValue::Array&) const { return "an array"; }
-  std::string_view operator()(const PropertyDictionary&) const { return "a dictionary"; }
-  std::string_view operator()(PropertyUid) const { return "a reference"; }
+  std::string_view operator()(const std::u16string&) const { return to_translate("a text"); }
+  std::string_view operator()(bool) const { return to_translate("a flag"); }
+  std::string_view operator()(std::int64_t) const { return to_translate("a number"); }
+  std::string_view operator()(double) const { return to_translate("a number"); }
+  std::string_view operator()(Date) const { return to_translate("a date"); }
+  std::string_view operator()(const PropertyValue::Data&) const { return to_translate("data"); }
+  std::string_view operator()(const PropertyValue::Array&) const { return to_translate("an array"); }
+  std::string_view operator()(const PropertyDictionary&) const { return to_translate("a dictionary"); }
+  std::string_view operator()(PropertyUid) const { return to_translate("a reference"); }
 };
 
 }  // namespace

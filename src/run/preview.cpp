@@ -7,12 +7,14 @@
 #include "list/file_order.h"
 #include "methods/item_metadata.h"
 #include "platform/file_name.h"
+#include "platform/translation.h"
 #include "run/rename_row.h"
 
 namespace brindle {
 namespace {
 
-constexpr std::string_view status_text_reason = "the new name is one of the texts that stand for a status";
+constexpr std::string_view status_text_reason =
+    to_translate("the new name is one of the texts that stand for a status");
 constexpr std::size_t usual_name_limit = 255;
 
 /// What the two kinds of preview have in common: the counters, the operations, the outcome.

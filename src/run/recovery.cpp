@@ -23,6 +23,7 @@
 #include "platform/folder_handle.h"
 #include "platform/move.h"
 #include "platform/path.h"
+#include "platform/translation.h"
 #include "run/disk_evidence.h"
 
 namespace brindle {
@@ -153,10 +154,10 @@ std::string set_journal_aside(const std::string& log_path, const std::string& pr
     name = number == 1 ? from.name + ".damaged" : fmt::format("{}.damaged-{}", from.name, number);
     error = move_exclusively(folder, from.name.c_str(), folder, name.c_str());
   }
-  if (error != 0) return fmt::format("{}, nor can it be set aside: {}", problem, system_error_text(error));
+  if (error != 0) return translated("{}, nor can it be set aside: {}", problem, translated(system_error_text(error)));
   ::unlink(log_path.c_str());
   ::unlink(unfinished_log_path(log_path).c_str());
-  return fmt::format("{}; what its run renamed cannot be undone any more. It is kept as “{}”", problem, name);
+  return translated("{}; what its run renamed cannot be undone any more. It is kept as “{}”", problem, name);
 }
 
 void recover_run(const std::string& log_path, RecoveryResult& result) {
@@ -239,9 +240,9 @@ RecoveryResult recover(const std::string& log_folder) {
     try {
       recover_run(log_path, result);
     } catch (const std::bad_alloc&) {
-      result.problems.push_back(fmt::format("there is not enough memory for the journal of “{}”", log_path));
+      result.problems.push_back(translated("there is not enough memory for the journal of “{}”", log_path));
     } catch (const std::logic_error& error) {
-      result.problems.push_back(fmt::format("the journal of “{}” cannot be used: {}", log_path, error.what()));
+      result.problems.push_back(translated("the journal of “{}” cannot be used: {}", log_path, error.what()));
     }
   }
   for (const std::string& path : leftovers.others) remove_orphan(path);
@@ -250,11 +251,11 @@ RecoveryResult recover(const std::string& log_folder) {
 
 Status may_undo(const RecoveryResult& recovery) {
   if (!recovery.going_on.empty()) {
-    return Status(fmt::format("a renaming is going on (“{}”): undo when it is over", recovery.going_on.front()));
+    return Status(translated("a renaming is going on (“{}”): undo when it is over", recovery.going_on.front()));
   }
   if (!recovery.problems.empty()) {
-    return Status(fmt::format("an interrupted renaming could not be finished, and nothing is undone before it is: {}",
-                              recovery.problems.front()));
+    return Status(translated("an interrupted renaming could not be finished, and nothing is undone before it is: {}",
+                             recovery.problems.front()));
   }
   return recovery.set_aside.empty() ? Status() : Status(recovery.set_aside.front());
 }

@@ -7,6 +7,7 @@
 #include "log/undo_progress.h"
 #include "platform/atomic_file.h"
 #include "platform/path.h"
+#include "platform/translation.h"
 #include "run/recovery.h"
 #include "run/restorer.h"
 #include "run/undone_logs.h"
@@ -52,8 +53,8 @@ class Undoing {
     }
     // The log may be on another disk, and must not go before the names are safe.
     if (const int error = restorer_.sync(); error != 0) {
-      result_.error =
-          fmt::format("the disk did not take all of the old names ({}); undo again", system_error_text(error));
+      result_.error = translated("the disk did not take all of the old names ({}); undo again",
+                                 translated(system_error_text(error)));
     }
     throttle.finish(result_.reached);
   }

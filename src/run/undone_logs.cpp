@@ -19,6 +19,7 @@
 #include "platform/folder_handle.h"
 #include "platform/move.h"
 #include "platform/path.h"
+#include "platform/translation.h"
 #include "platform/trash.h"
 
 namespace brindle {
@@ -82,8 +83,9 @@ Result<std::string> put_undone_log_away(const std::string& log_path, const std::
   std::string place;
   const int error = move_to_undone(split_path(log_path), log_folder + "/Undone", place);
   if (error == 0 || move_to_trash(log_path) == 0) return place;
-  return Status(fmt::format("the log “{}” is undone, but cannot be put away: {}", log_path, system_error_text(error)),
-                error);
+  return Status(
+      translated("the log “{}” is undone, but cannot be put away: {}", log_path, translated(system_error_text(error))),
+      error);
 }
 
 }  // namespace brindle

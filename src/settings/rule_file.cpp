@@ -1,12 +1,11 @@
 #include "settings/rule_file.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <cstddef>
 #include <utility>
 
 #include "platform/app_info.h"
+#include "platform/translation.h"
 #include "plist/property_list.h"
 
 namespace brindle {
@@ -18,12 +17,13 @@ constexpr std::size_t rule_limit = 10'000;
 // What keeps a value from being a chain, as the end of a sentence; "" when nothing does.
 std::string fault_of(const PropertyValue& value) {
   const auto* array = value.get_if<PropertyValue::Array>();
-  if (!array) return fmt::format("it should hold an array of rules, and holds {}", kind_name(value));
-  if (array->size() > rule_limit) return fmt::format("it holds more than {} rules", rule_limit);
+  if (!array) return translated("it should hold an array of rules, and holds {}", translated(kind_name(value)));
+  if (array->size() > rule_limit) return translated("it holds more than {} rules", rule_limit);
   const auto is_rule = [](const PropertyValue& member) { return member.get_if<PropertyDictionary>() != nullptr; };
   const auto odd = std::ranges::find_if_not(*array, is_rule);
   if (odd == array->end()) return {};
-  return fmt::format("its rule {} should be a dictionary, and is {}", odd - array->begin() + 1, kind_name(*odd));
+  return translated("its rule {} should be a dictionary, and is {}", odd - array->begin() + 1,
+                    translated(kind_name(*odd)));
 }
 
 void repair_method_name(PropertyDictionary& dictionary) {
@@ -54,7 +54,7 @@ Result<std::vector<Rule>> read_rule_file(const std::string& path, MethodNames na
   if (!list.ok()) return list.status();
   Result<std::vector<Rule>> rules = rules_from_property_value(list->value, names);
   if (rules.ok()) return rules;
-  return Status(fmt::format("“{}” is no rule file: {}", path, rules.reason()));
+  return Status(translated("“{}” is no rule file: {}", path, rules.reason()));
 }
 
 Status write_rule_file(const std::string& path, std::span<const Rule> rules) {

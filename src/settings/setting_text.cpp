@@ -1,7 +1,5 @@
 #include "settings/setting_text.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -12,6 +10,7 @@
 #include "platform/app_info.h"
 #include "platform/ascii.h"
 #include "platform/file_name.h"
+#include "platform/translation.h"
 #include "plist/iso_date.h"
 #include "settings/extension_list.h"
 
@@ -52,7 +51,8 @@ std::vector<std::u16string_view> members_of(std::u16string_view text) {
 Fault read(bool& flag, std::string_view value, FieldOfToken) {
   const std::string word = in_lower_case(value);
   const bool yes = word == "1" || word == "true" || word == "yes";
-  if (!yes && word != "0" && word != "false" && word != "no") return "is a flag: 0, 1, true, false, yes or no";
+  if (!yes && word != "0" && word != "false" && word != "no")
+    return translated("is a flag: 0, 1, true, false, yes or no");
   flag = yes;
   return std::nullopt;
 }
@@ -61,8 +61,8 @@ Fault read(std::int32_t& number, std::string_view value, FieldOfToken) {
   const std::string_view digits = value.starts_with('+') && !value.starts_with("+-") ? value.substr(1) : value;
   std::int32_t read_number = 0;
   const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), read_number);
-  if (error == std::errc::result_out_of_range) return "is a number of 32 bits";
-  if (error != std::errc() || end != digits.data() + digits.size()) return "is a decimal number";
+  if (error == std::errc::result_out_of_range) return translated("is a number of 32 bits");
+  if (error != std::errc() || end != digits.data() + digits.size()) return translated("is a decimal number");
   number = read_number;
   return std::nullopt;
 }
@@ -74,7 +74,7 @@ Fault read(Text& text, std::string_view value, FieldOfToken) {
 
 Fault read(Date& date, std::string_view value, FieldOfToken) {
   const std::optional<Date> found = value == "now" ? current_time() : date_of_iso_text(value);
-  if (!found) return "is a date such as 2026-11-21T10:00:00Z or 2026-11-21T10:00, or now";
+  if (!found) return translated("is a date such as 2026-11-21T10:00:00Z or 2026-11-21T10:00, or now");
   date = *found;
   return std::nullopt;
 }
@@ -139,9 +139,9 @@ std::string unknown_key(std::string_view key) {
   const auto distance = [&wanted](const SettingRow& row) { return edit_distance(wanted, in_lower_case(row.key)); };
   const SettingRow& nearest = *std::ranges::min_element(settings_table(), {}, distance);
   const bool is_near = distance(nearest) <= std::max<std::size_t>(2, wanted.size() / 3);
-  return fmt::format(
-      "unknown setting \"{}\"{}", key,
-      is_near ? fmt::format("; did you mean \"{}\"?", nearest.key) : "; \"brindle settings\" lists them all");
+  return translated("unknown setting \"{}\"{}", key,
+                    is_near ? translated("; did you mean \"{}\"?", nearest.key)
+                            : translated("; \"brindle settings\" lists them all"));
 }
 
 // The keys that the assignments of one command name.
@@ -171,7 +171,7 @@ std::optional<std::string> set_from_text(RenameSettings& settings, std::string_v
   if (!row) return unknown_key(key);
   Fault fault;
   visit_member(*row, settings, [&](auto& member) { fault = read(member, value, field_of); });
-  if (fault) return fmt::format("{} {}, not \"{}\"", key, *fault, value);
+  if (fault) return translated("{} {}, not \"{}\"", key, *fault, value);
   return std::nullopt;
 }
 
@@ -181,7 +181,7 @@ std::optional<std::string> apply_assignments(RenameSettings& settings, std::span
   NamedKeys named;
   for (const std::string_view assignment : assignments) {
     const std::size_t equals = assignment.find('=');
-    if (equals == std::string_view::npos) return fmt::format("\"{}\" is not of the form KEY=VALUE", assignment);
+    if (equals == std::string_view::npos) return translated("\"{}\" is not of the form KEY=VALUE", assignment);
     const std::string_view key = assignment.substr(0, equals);
     if (Fault fault = set_from_text(edited, key, assignment.substr(equals + 1), field_of)) return fault;
     named.add(key);

@@ -1,7 +1,6 @@
 #include "settings/user_defaults.h"
 
 #include <fcntl.h>
-#include <fmt/format.h>
 #include <sys/file.h>
 #include <unistd.h>
 
@@ -15,6 +14,7 @@
 #include "platform/data_folders.h"
 #include "platform/file_name.h"
 #include "platform/path.h"
+#include "platform/translation.h"
 #include "plist/property_list.h"
 #include "plist/property_value.h"
 #include "text/number_text.h"
@@ -112,10 +112,12 @@ void UserDefaults::remove(std::string_view key) {
 Status UserDefaults::flush() {
   if (changes_.empty()) return {};
   if (path_.empty()) {
-    return Status("The defaults cannot be saved: neither HOME nor XDG_CONFIG_HOME is set to an absolute path");
+    return Status(
+        translated("The defaults cannot be saved: neither HOME nor XDG_CONFIG_HOME is set to an absolute path"));
   }
   const auto failure = [this](int error) {
-    return Status(fmt::format("The defaults cannot be saved: “{}”: {}", path_, system_error_text(error)), error);
+    return Status(translated("The defaults cannot be saved: “{}”: {}", path_, translated(system_error_text(error))),
+                  error);
   };
   const std::string folder = split_path(path_).folder;
   if (const int error = make_folders(folder, 0700); error != 0) return failure(error);
