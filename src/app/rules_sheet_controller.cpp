@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <utility>
 
+#include "methods/rule_file.h"
 #include "platform/app_info.h"
 #include "platform/file_version.h"
 #include "settings/preferences.h"
-#include "settings/rule_file.h"
 #include "texts/string_table.h"
 
 namespace brindle {
