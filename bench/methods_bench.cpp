@@ -1,15 +1,12 @@
 // Each rename method alone, on items that are in memory already: names per second and nanoseconds a name.
 
+#include <cstdlib>
+#include <string_view>
 #include <vector>
 
-#include "methods/date_time.h"
-#include "methods/general.h"
-#include "methods/insert_delete.h"
-#include "methods/path_components.h"
-#include "methods/prefix_suffix.h"
-#include "methods/replace_remove.h"
-#include "methods/sequence.h"
+#include "methods/rename_plan.h"
 #include "sample_list.h"
+#include "settings/setting_text.h"
 
 namespace brindle::bench {
 namespace {
@@ -23,98 +20,58 @@ std::vector<FileSystemItem> sample_items() {
   return items;
 }
 
-// `rename(item, name, error)` on every item, each starting from its name on disk.
-template <class Rename>
-void run(benchmark::State& state, Rename rename) {
+using Assignments = std::vector<std::string_view>;
+
+// Every item starts from its name on disk.
+void method(benchmark::State& state, const Assignments& assignments) {
+  RenameSettings settings;
+  if (apply_assignments(settings, assignments)) std::abort();
+  RenamePlan plan(settings, Date{});
   std::vector<FileSystemItem> items = sample_items();
-  WorkingName name;
   std::u16string error;
   for (auto _ : state) {
     for (FileSystemItem& item : items) {
       item.setNewFilename(std::u16string_view());
-      benchmark::DoNotOptimize(rename(item, name, error));
+      benchmark::DoNotOptimize(plan.run(item, error));
     }
   }
   report_time_an_item(state, items.size());
 }
 
-template <class Parameters, class Operation>
-void one(benchmark::State& state, const Parameters& parameters, Operation operation) {
-  run(state, [&](FileSystemItem& item, WorkingName& name, std::u16string& error) {
-    return operation(item, parameters, name, error);
-  });
-}
+#define METHOD_BENCH(name, ...) BENCHMARK_CAPTURE(method, name, Assignments{__VA_ARGS__})
 
-void insert(benchmark::State& state, InsertArguments arguments) {
-  one(state, InsertParameters(arguments), renameByInsert);
-}
-void replace(benchmark::State& state, ReplaceRemoveArguments arguments) {
-  one(state, ReplaceRemoveParameters(arguments), renameByReplaceRemove);
-}
-void general(benchmark::State& state, GeneralArguments arguments) {
-  one(state, GeneralParameters(arguments), renameByGeneral);
-}
-
-void remove_run(benchmark::State& state) {
-  one(state, DeleteParameters{.fromCharacterPosition = 2, .numberOfCharacters = 3}, renameByDelete);
-}
-
-void number(benchmark::State& state) {
-  const NumericParameters parameters(
-      {.prefix = true, .seperator = true, .seperatorString = u" - ", .addingMask = u"0000"});
-  std::int32_t counter = 1;
-  run(state, [&](FileSystemItem& item, WorkingName& name, std::u16string& error) {
-    return renameByNumeric(item, parameters, counter, name, error);
-  });
-}
-
-void letter(benchmark::State& state) {
-  const AlphabeticParameters parameters({.subffix = true, .seperator = true, .seperatorString = u"-"});
-  std::u16string counter;
-  run(state, [&](FileSystemItem& item, WorkingName& name, std::u16string& error) {
-    return renameByAlphabetic(item, parameters, counter, name, error);
-  });
-}
-
-void prefix_suffix(benchmark::State& state) {
-  one(state, PrefixSuffixParameters({.prefix = u"Brest - ", .suffix = u"_z"}), renameByPrefixSuffix);
-}
-
-void date(benchmark::State& state, std::u16string_view month) {
-  const DateParts parts{
-      .datePart1 = u"yyyy", .dateSeperator1 = u"-", .datePart2 = month, .dateSeperator2 = u"-", .datePart3 = u"dd"};
-  const Date day{std::chrono::milliseconds(1'242'565'445'678)};
-  one(state,
-      DateTimeParameters(
-          {.dateTimeDateOptionIndex = 2, .dateTimeCustomDate = day, .hasTimeFormat = false, .parts = parts}),
-      renameByDateTime);
-}
-
-void folders(benchmark::State& state) {
-  one(state, PathComponentsParameters({.pathComponentsLevelNo = 2, .pathComponentsSeparator = u"_"}),
-      renameByPathComponents);
-}
-
-BENCHMARK_CAPTURE(insert, at_position, {.insertText = u"Brest", .insertOptionIndex = 2, .atCharacterPositions = 3});
-BENCHMARK_CAPTURE(insert, after_text, {.insertText = u"Brest", .insertOptionIndex = 4, .atAfterText = u"00"});
-BENCHMARK(remove_run);
-BENCHMARK_CAPTURE(replace, any_case, {.replaceThis = u"img", .replaceWith = u"Brest"});
-BENCHMARK_CAPTURE(replace, exact, {.replaceThis = u"0", .replaceWith = u"o", .caseSensitive = true});
-BENCHMARK_CAPTURE(replace, from_the_end,
-                  {.replaceThis = u"0", .replaceWith = u"o", .replaceRemovePositionDirection = 1});
-BENCHMARK_CAPTURE(replace, characters, {.replaceThis = u"aeiou", .removeCharacters = true});
-BENCHMARK_CAPTURE(replace, between, {.replaceThis = u"0", .removeCharacters = true, .replaceRemoveRemoveType = 1});
-BENCHMARK(number);
-BENCHMARK(letter);
-BENCHMARK(prefix_suffix);
-BENCHMARK_CAPTURE(date, in_numbers, u"MM");
-BENCHMARK_CAPTURE(date, with_words, u"MMM");
-BENCHMARK_CAPTURE(general, upper, {.generalOptionIndex = 0, .generalFileNameCase = 1});
-BENCHMARK_CAPTURE(general, proper, {.generalOptionIndex = 0, .generalFileNameCase = 3});
-BENCHMARK_CAPTURE(general, swap, {.generalOptionIndex = 6, .generalSwapSeperator = u"_"});
-BENCHMARK_CAPTURE(general, cut, {.generalOptionIndex = 9, .generalRemoveFromString = u"_"});
-BENCHMARK_CAPTURE(general, windows, {.generalOptionIndex = 11, .generalConvertWindowsCompatibleString = u"_"});
-BENCHMARK(folders);
+METHOD_BENCH(insert_at_position, "selectedTab=1", "insertDeleteInsert=Brest", "insertDeleteInsertOptionIndex=2",
+             "insertDeleteAtCharacterPositions=3");
+METHOD_BENCH(insert_after_text, "selectedTab=1", "insertDeleteInsert=Brest", "insertDeleteInsertOptionIndex=4",
+             "insertDeleteInsertAtAfterText=00");
+METHOD_BENCH(remove_run, "selectedTab=1", "isInsertDeleteInsert=0", "isInsertDeleteDelete=1",
+             "insertDeleteFromCharacterPosition=2", "insertDeleteNumberOfCharacters=3");
+METHOD_BENCH(replace_any_case, "selectedTab=2", "replaceRemoveThis=img", "replaceRemoveWith=Brest",
+             "isReplaceRemoveAllOccurrence=1");
+METHOD_BENCH(replace_exact, "selectedTab=2", "replaceRemoveThis=0", "replaceRemoveWith=o",
+             "isReplaceRemoveAllOccurrence=1", "isReplaceRemoveCaseSensitive=1");
+METHOD_BENCH(replace_from_the_end, "selectedTab=2", "replaceRemoveThis=0", "replaceRemoveWith=o",
+             "isReplaceRemoveAllOccurrence=1", "replaceRemovePositionDirection=1");
+METHOD_BENCH(replace_characters, "selectedTab=2", "isReplaceRemoveReplace=0", "isReplaceRemoveRemoveCharacters=1",
+             "replaceRemoveThis=aeiou");
+METHOD_BENCH(replace_between, "selectedTab=2", "isReplaceRemoveReplace=0", "isReplaceRemoveRemoveCharacters=1",
+             "replaceRemoveThis=0", "replaceRemoveRemoveType=1", "replaceRemoveOccuranceCount=-1");
+METHOD_BENCH(number, "selectedTab=0", "isAlphaNumericPrefix=1", "isAlphaNumericSeperator=1",
+             "alphaNumericSeperator= - ", "alphaNumericPaddingMask=0000");
+METHOD_BENCH(letter, "selectedTab=0", "isAlphaNumericNumeric=0", "isAlphaNumericAlphabetic=1", "isAlphaNumericSufix=1",
+             "isAlphaNumericSeperator=1", "alphaNumericSeperator=-");
+METHOD_BENCH(prefix_suffix, "selectedTab=3", "prefixSuffixPrefix=Brest - ", "prefixSuffixSuffix=_z");
+METHOD_BENCH(date_in_numbers, "selectedTab=4", "dateTimeDateOptionIndex=2", "dateTimeCustomDate=2009-05-17T15:04:05Z",
+             "hasTimeFormat=0", "dateTimeFormatDatePart1=yyyy", "dateTimeFormatDatePart3=dd");
+METHOD_BENCH(date_with_words, "selectedTab=4", "dateTimeDateOptionIndex=2", "dateTimeCustomDate=2009-05-17T15:04:05Z",
+             "hasTimeFormat=0", "dateTimeFormatDatePart1=yyyy", "dateTimeFormatDatePart2=MMM",
+             "dateTimeFormatDatePart3=dd");
+METHOD_BENCH(general_upper, "selectedTab=5", "generalFileNameCase=1");
+METHOD_BENCH(general_proper, "selectedTab=5", "generalFileNameCase=3");
+METHOD_BENCH(general_swap, "selectedTab=5", "generalOptionIndex=6", "generalSwapSeperator=_");
+METHOD_BENCH(general_cut, "selectedTab=5", "generalOptionIndex=9", "generalRemoveFromString=_");
+METHOD_BENCH(general_windows, "selectedTab=5", "generalOptionIndex=11", "generalConvertWindowsCompatibleString=_");
+METHOD_BENCH(folders, "selectedTab=8", "pathComponentsLevelNo=2", "pathComponentsSeparator=_");
 
 }  // namespace
 }  // namespace brindle::bench

@@ -4,9 +4,9 @@
 #include <vector>
 
 #include "methods/rename_plan.h"
+#include "methods/rule.h"
 #include "run/preview.h"
 #include "sample_list.h"
-#include "settings/rule.h"
 
 namespace brindle::bench {
 namespace {

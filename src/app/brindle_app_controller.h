@@ -252,7 +252,7 @@ class BrindleAppController final : private RulesOwner {
   };
   // What the proposed names of the list were made with.
   struct NameSource {
-    std::int32_t selectedTab = 0;
+    std::optional<Method> method;
     std::int32_t generalOptionIndex = 0;
     bool is_live = false;  // by the live preview, and nothing has been done to them since
   };

@@ -46,7 +46,7 @@ void BrindleAppController::actionApply() {
   ApplyOptions options;
   options.isFolders = folders;
   options.isIncludeSubFolders = values().isIncludeSubFolders;
-  options.selectedTab = names_made_with_.selectedTab;
+  options.method = names_made_with_.method;
   options.generalOptionIndex = names_made_with_.generalOptionIndex;
   options.is_chain = state_.isRulePreview;
   options.log_folder = preferences_.defaultLogFolderPath;

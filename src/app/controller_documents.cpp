@@ -5,11 +5,11 @@
 
 #include "app/brindle_app_controller.h"
 #include "app/document_name.h"
+#include "methods/rule_file.h"
 #include "platform/app_info.h"
 #include "platform/file_name.h"
 #include "platform/message_log.h"
 #include "settings/profile_file.h"
-#include "settings/rule_file.h"
 #include "texts/shown_text.h"
 #include "texts/string_table.h"
 

@@ -115,7 +115,7 @@ void BrindleAppController::add_files(std::vector<std::string> paths) {
   ports_.desktop.hide_tooltip();
   ports_.desktop.end_editing();
   const GatherOptions options{values().isFolders, values().isIncludeSubFolders, include_hidden_,
-                              values().selectedTab == rename_from_list_tab};
+                              selected_method(values()) == Method::from_list};
   const auto result = std::make_shared<GatherResult>();
   JobCall call;
   call.job = Job::loading;

@@ -92,7 +92,7 @@ void BrindleAppController::update_state() {
   if (!state_.isExecuting) state_.item_count = files_.size();
   const bool has_items = state_.item_count > 0;
   const bool is_idle = !state_.isExecuting || state_.is_quiet;
-  state_.preview_enabled = is_idle && has_items && values().selectedTab != rename_from_list_tab;
+  state_.preview_enabled = is_idle && has_items && selected_method(values()) != Method::from_list;
   state_.rename_enabled =
       !state_.isExecuting && has_items && state_.isHasFilesForRenaming && files_.renameable_count() > 0;
   state_.shows_empty_hint = !has_items;

@@ -78,7 +78,7 @@ void BrindleAppController::import_list(const std::shared_ptr<FileRenameItem>& it
   if (put_off([this, item] { import_list(item); })) return;
   if (!files_.empty() && folders != values().isFolders) return;
   switch_mode(folders, Asks::always);
-  names_made_with_ = {rename_from_list_tab, values().generalOptionIndex, false};
+  names_made_with_ = {Method::from_list, values().generalOptionIndex, false};
   state_.isRulePreview = false;
   const auto result = std::make_shared<ImportResult>();
   JobCall call;

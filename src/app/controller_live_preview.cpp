@@ -5,8 +5,8 @@
 
 #include "app/brindle_app_controller.h"
 #include "methods/rename_plan.h"
+#include "methods/validation.h"
 #include "platform/message_log.h"
-#include "settings/validation.h"
 
 namespace brindle {
 namespace {
@@ -35,9 +35,10 @@ bool is_long(const FileList& files, const RenamePlan* plan, std::size_t limit) {
 }
 
 // Beyond the keys of the change signal, an option of the method shown: what is seen in the list is what is chosen.
-bool changes_method(const SettingsChange& change, std::int32_t tab) {
+bool changes_method(const SettingsChange& change, std::optional<Method> method) {
+  if (!method) return false;
   return std::ranges::any_of(settings_table(), [&](const SettingRow& row) {
-    return change.keys[setting_index(row)] && static_cast<std::int32_t>(row.tab) == tab && !row.counts_as_change;
+    return change.keys[setting_index(row)] && row.method == method && row.change == SettingChange::quiet;
   });
 }
 
@@ -46,13 +47,13 @@ bool changes_method(const SettingsChange& change, std::int32_t tab) {
 void BrindleAppController::settings_changed(const SettingsChange& change) {
   if (change.contains("selectedTab")) rules_.tabChanged(values().selectedTab);
   rebuild_masks(change);
-  const bool makes_no_names = values().selectedTab == rename_from_list_tab;
+  const bool makes_no_names = selected_method(values()) == Method::from_list;
   if (change.contains("selectedTab") && makes_no_names) drop_live_names();
   // Another method takes over from the names of the last one, but not from names that were checked, typed or loaded.
   const bool takes_over = change.contains("selectedTab") && names_made_with_.is_live;
   const bool counts = change.isSettingsChanged && change.has_values;
-  const bool wakes =
-      !isProfileLoading_ && (counts || takes_over || (!makes_no_names && changes_method(change, values().selectedTab)));
+  const bool wakes = !isProfileLoading_ &&
+                     (counts || takes_over || (!makes_no_names && changes_method(change, selected_method(values()))));
   if (wakes && state_.item_count > 0 && live_preview_.isLivePreviewEnabled) schedule_quick_preview(after_typing);
   settings_.clear_settings_changed();
   update_state();
@@ -99,7 +100,7 @@ void BrindleAppController::quickPreview() {
   commit_quietly(edited);
   state_.isRulePreview = false;
   state_.isHasFilesForRenaming = false;
-  names_made_with_ = {values().selectedTab, values().generalOptionIndex, true};
+  names_made_with_ = {selected_method(values()), values().generalOptionIndex, true};
   const auto plan = refusal ? nullptr : std::make_shared<RenamePlan>(values(), now());
   const auto result = std::make_shared<PreviewResult>();
   const std::size_t limit = row_limit(live_preview_);

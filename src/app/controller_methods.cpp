@@ -17,7 +17,7 @@ void BrindleAppController::choose(RuleVariant variant, const std::function<void(
 void BrindleAppController::select_tab(std::int32_t tab) {
   settings_.commit([tab](RenameSettings& settings) {
     // The list file is forgotten when its tab is left.
-    if (settings.selectedTab == rename_from_list_tab && tab != rename_from_list_tab) settings.renameFile.reset();
+    if (settings.selectedTab == tab_of(Method::from_list) && tab != settings.selectedTab) settings.renameFile.reset();
     settings.selectedTab = tab;
   });
 }

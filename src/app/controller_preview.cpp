@@ -5,10 +5,10 @@
 
 #include "app/brindle_app_controller.h"
 #include "methods/rename_plan.h"
+#include "methods/validation.h"
 #include "platform/app_info.h"
 #include "platform/file_name.h"
 #include "run/rename_row.h"
-#include "settings/validation.h"
 #include "texts/shown_text.h"
 #include "texts/string_table.h"
 
@@ -64,7 +64,7 @@ void BrindleAppController::doPreviewRule() {
 
 void BrindleAppController::run_preview(const std::shared_ptr<RenamePlan>& plan) {
   state_.isHasFilesForRenaming = false;
-  names_made_with_ = {values().selectedTab, values().generalOptionIndex, false};
+  names_made_with_ = {selected_method(values()), values().generalOptionIndex, false};
   const auto result = std::make_shared<PreviewResult>();
   JobCall call;
   call.job = Job::preview;

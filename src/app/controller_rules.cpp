@@ -7,8 +7,8 @@
 #include "app/brindle_app_controller.h"
 #include "app/document_name.h"
 #include "list/file_order.h"
+#include "methods/rule_file.h"
 #include "platform/file_name.h"
-#include "settings/rule_file.h"
 #include "texts/string_table.h"
 
 namespace brindle {

@@ -6,6 +6,7 @@
 #include "app/brindle_app_controller.h"
 #include "log/undo_progress.h"
 #include "methods/rename_operation.h"
+#include "methods/rule_file.h"
 #include "platform/app_info.h"
 #include "platform/data_folders.h"
 #include "platform/file_name.h"
@@ -13,7 +14,6 @@
 #include "plist/keyed_archive.h"
 #include "run/recovery.h"
 #include "settings/meta_data_field.h"
-#include "settings/rule_file.h"
 #include "texts/shown_text.h"
 #include "texts/string_table.h"
 

@@ -6,18 +6,16 @@
 #include <string_view>
 #include <utility>
 
-#include "methods/item_metadata.h"
+#include "methods/date_time.h"
+#include "methods/prefix_suffix.h"
 #include "methods/rename_plan.h"
+#include "methods/validation.h"
 #include "platform/file_name.h"
-#include "settings/validation.h"
 #include "text/text_encoding.h"
 #include "texts/string_table.h"
 
 namespace brindle {
 namespace {
-
-constexpr std::int32_t date_of_now = 0;  // of prefix and suffix
-constexpr std::int32_t custom_date = 2;  // of date and time
 
 std::u16string in_lower_case(std::u16string extension) {
   for (char16_t& c : extension) {
@@ -28,9 +26,9 @@ std::u16string in_lower_case(std::u16string extension) {
 
 // With an extension that the method takes.
 std::u16string sample_name(const RenameSettings& settings) {
-  const bool is_song = settings.selectedTab == audio_tab;
+  const bool is_song = selected_method(settings) == Method::audio;
   const TextList& extensions = is_song ? settings.id3Extensions : settings.photoExtensions;
-  const bool reads = is_song || settings.selectedTab == photo_tab;
+  const bool reads = is_song || selected_method(settings) == Method::photo;
   const std::u16string base = decode_utf8(localized(is_song ? "SAMPLESONG" : "SAMPLEPHOTO"));
   return base + (reads && !extensions.empty() ? in_lower_case(extensions.front()) : u".jpg");
 }
@@ -57,14 +55,14 @@ ItemMetadata sample_metadata() {
 // The made-up file, or the first of the list. A made-up file has no dates but now.
 FileSystemItem example_item(RenameSettings& settings, const FileList* files, Date now) {
   FileSystemItem item;
-  const bool reads = settings.selectedTab == audio_tab || settings.selectedTab == photo_tab;
+  const bool reads = selected_method(settings) == Method::audio || selected_method(settings) == Method::photo;
   if (files != nullptr && !files->empty() && !reads) {
     files->read_without_new_name(0, item);
     return item;
   }
   item.set_path("/home/anna/" + localized("SAMPLEFOLDER"), to_utf8(sample_name(settings)));
-  if (settings.selectedTab == prefix_suffix_tab) settings.prefixSuffixFileDateAttribute = date_of_now;
-  if (settings.selectedTab == date_time_tab && settings.dateTimeDateOptionIndex != custom_date) {
+  if (selected_method(settings) == Method::prefix_suffix) settings.prefixSuffixFileDateAttribute = date_of_now;
+  if (selected_method(settings) == Method::date_time && settings.dateTimeDateOptionIndex != custom_date) {
     settings.dateTimeDateOptionIndex = custom_date;
     settings.dateTimeCustomDate = now;
   }
@@ -74,7 +72,7 @@ FileSystemItem example_item(RenameSettings& settings, const FileList* files, Dat
 }  // namespace
 
 NameExample name_example(RenameSettings settings, const FileList* files, Date now) {
-  if (settings.selectedTab == rename_from_list_tab) return {};
+  if (selected_method(settings) == Method::from_list) return {};
   NameExample example;
   FileSystemItem item = example_item(settings, files, now);
   example.before = item.displayField("filenameWithExtension").value_or(u"");

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <utility>
 
+#include "methods/rule_file.h"
 #include "platform/app_info.h"
 #include "platform/file_name.h"
 #include "platform/message_log.h"
-#include "settings/rule_file.h"
 #include "texts/string_table.h"
 
 namespace brindle {
@@ -15,7 +15,7 @@ void RulesController::update_enabled() {
   // While a chain runs, what is worked out here is for afterwards.
   Enabled& enabled = before_executing_ ? *before_executing_ : enabled_;
   const bool several = rules_.size() > 1;
-  enabled.addButton = tab_ != rename_from_list_tab;
+  enabled.addButton = tab_ != tab_of(Method::from_list);
   enabled.clearAllButton = enabled.saveRuleButton = !rules_.empty();
   enabled.clearButton = enabled.updateRuleButton = selected_.has_value();
   enabled.moveUp = several && selected_ && *selected_ > 0;

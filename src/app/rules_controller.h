@@ -11,8 +11,8 @@
 #include <vector>
 
 #include "app/ports.h"
-#include "settings/rule.h"
-#include "settings/rule_file.h"
+#include "methods/rule.h"
+#include "methods/rule_file.h"
 
 namespace brindle {
 
@@ -65,7 +65,7 @@ class RulesController {
   void clearAll();
   void moveUp();
   void moveDown();
-  /// The window shows another method: tab 9 makes no rules.
+  /// The window shows another method: a list makes no rules.
   void tabChanged(std::int32_t tab);
   void resetData(bool select_top_row);
   void clear_selection();

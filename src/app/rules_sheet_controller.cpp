@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <utility>
 
+#include "methods/rule_file.h"
 #include "platform/app_info.h"
 #include "settings/preferences.h"
-#include "settings/rule_file.h"
 #include "texts/string_table.h"
 
 namespace brindle {

@@ -24,13 +24,13 @@ std::string meant(std::string_view word, const std::vector<std::string_view>& ca
   return closest.empty() ? std::string() : translated("; did you mean {}{}?", dashes, closest);
 }
 
-std::vector<std::string_view> method_words() {
+std::vector<std::string_view> words_of_methods() {
   std::vector<std::string_view> words;
-  for (const MethodRow& row : method_table()) words.push_back(row.word);
+  for (const MethodWord& row : method_words()) words.push_back(row.word);
   return words;
 }
 
-std::vector<std::string_view> option_names(const CommandRow& command, const MethodRow* method) {
+std::vector<std::string_view> option_names(const CommandRow& command, const MethodWord* method) {
   std::vector<std::string_view> names;
   if (method != nullptr) {
     for (const MethodOption& option : method->options) names.push_back(option.name);
@@ -54,7 +54,7 @@ OptionWord split_option(std::string_view word) {
 
 // The command whose option it would be, or a method's: where to look when an option is in the wrong place.
 std::string where_option_belongs(std::string_view name) {
-  for (const MethodRow& method : method_table()) {
+  for (const MethodWord& method : method_words()) {
     if (find_option(method, name) != nullptr) {
       return translated("; it belongs to methods such as {}: write it behind the method's word", method.word);
     }
@@ -159,16 +159,16 @@ class ArgumentParser {
   void take_operand(std::string_view word);
   bool begins_method(std::string_view word, bool options_ended) const;
 
-  void take_option(std::string_view word, const MethodRow* method);
+  void take_option(std::string_view word, const MethodWord* method);
   void take_letters(std::string_view word);
-  [[noreturn]] void refuse_option(std::string_view name, const MethodRow* method) const;
+  [[noreturn]] void refuse_option(std::string_view name, const MethodWord* method) const;
 
   void take_methods(std::string_view first);
   /// True when "then" ended it.
-  bool take_method(const MethodRow& method);
+  bool take_method(const MethodWord& method);
   bool take_method_option(MethodCall& call, std::string_view word);
   void take_method_operand(MethodCall& call, std::string_view word);
-  const MethodRow& method_behind_then();
+  const MethodWord& method_behind_then();
 
   void check_line() const;
   void check_sources() const;
@@ -205,7 +205,7 @@ void ArgumentParser::take_command() {
     throw UsageError(translated("{} is a method; say what to do with it: brindle preview PATH... {} ...", word, word));
   }
   if (is_option_word(word)) throw UsageError(translated("{} comes behind a command (brindle --help lists them)", word));
-  std::vector<std::string_view> words = method_words();
+  std::vector<std::string_view> words = words_of_methods();
   for (const CommandRow& row : command_table()) words.push_back(row.word);
   throw UsageError(translated("there is no command {}{} (brindle --help lists them)", word, meant(word, words)));
 }
@@ -257,7 +257,7 @@ void ArgumentParser::take_operand(std::string_view word) {
   }
   if (operands == Operands::file_and_methods && !word.empty()) {
     throw UsageError(
-        translated("there is no method {}{} (brindle --help lists them)", word, meant(word, method_words())));
+        translated("there is no method {}{} (brindle --help lists them)", word, meant(word, words_of_methods())));
   }
   const bool one_at_most = operands == Operands::log || operands == Operands::optional_file;
   if (operands == Operands::none || operands == Operands::file || (one_at_most && !line_.operands.empty())) {
@@ -278,7 +278,7 @@ std::string_view ArgumentParser::value_of(const OptionWord& word, std::string_vi
   return take();
 }
 
-void ArgumentParser::take_option(std::string_view word, const MethodRow* method) {
+void ArgumentParser::take_option(std::string_view word, const MethodWord* method) {
   const OptionWord parts = split_option(word);
   const OptionRow* row = find_option(*line_.command, parts.name);
   if (row == nullptr) refuse_option(parts.name, method);
@@ -301,7 +301,7 @@ void ArgumentParser::take_letters(std::string_view word) {
   }
 }
 
-void ArgumentParser::refuse_option(std::string_view name, const MethodRow* method) const {
+void ArgumentParser::refuse_option(std::string_view name, const MethodWord* method) const {
   const std::string_view owner = method != nullptr ? method->word : line_.command->word;
   std::string advice = meant(name, option_names(*line_.command, method), "--");
   if (advice.empty()) advice = where_option_belongs(name);
@@ -310,20 +310,20 @@ void ArgumentParser::refuse_option(std::string_view name, const MethodRow* metho
 }
 
 void ArgumentParser::take_methods(std::string_view first) {
-  const MethodRow* method = find_method(first);
+  const MethodWord* method = find_method(first);
   while (take_method(*method)) method = &method_behind_then();
 }
 
-const MethodRow& ArgumentParser::method_behind_then() {
+const MethodWord& ArgumentParser::method_behind_then() {
   if (at_end()) throw UsageError(translated("a method is missing behind then (brindle --help lists them)"));
   const std::string_view word = take();
-  const MethodRow* method = find_method(word);
+  const MethodWord* method = find_method(word);
   if (method != nullptr) return *method;
   throw UsageError(
-      translated("there is no method {}{} (brindle --help lists them)", word, meant(word, method_words())));
+      translated("there is no method {}{} (brindle --help lists them)", word, meant(word, words_of_methods())));
 }
 
-bool ArgumentParser::take_method(const MethodRow& method) {
+bool ArgumentParser::take_method(const MethodWord& method) {
   MethodCall call{&method, {}, {}};
   bool options_ended = false;
   bool then = false;
@@ -356,7 +356,7 @@ bool ArgumentParser::take_method_option(MethodCall& call, std::string_view word)
 }
 
 void ArgumentParser::take_method_operand(MethodCall& call, std::string_view word) {
-  const MethodRow& method = *call.method;
+  const MethodWord& method = *call.method;
   if (call.operands.size() == method.operands.size()) {
     const std::string advice = find_method(word) != nullptr ? translated("; methods are joined by then")
                                                             : translated("; put quotes round a text with spaces");

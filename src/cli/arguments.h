@@ -43,8 +43,8 @@ struct Options {
 };
 
 struct CommandLine {
-  const CommandRow* command = nullptr;     ///< null when only help or the version is asked for
-  const MethodRow* help_method = nullptr;  ///< with `options.help`: the method that help is wanted on
+  const CommandRow* command = nullptr;      ///< null when only help or the version is asked for
+  const MethodWord* help_method = nullptr;  ///< with `options.help`: the method that help is wanted on
   Options options;
   std::string_view help_group;        ///< with `options.help`: the first word of the commands that it is wanted on
   std::string file;                   ///< FILE, of the commands that need one

@@ -60,11 +60,6 @@ std::string readable_file(const CommandLine& line) {
   return path;
 }
 
-DateParts default_parts(const RenameSettings& s) {
-  return {*s.photoDatePart1, *s.photoDateSeperator1, *s.photoDatePart2, *s.photoDateSeperator2, *s.photoDatePart3,
-          *s.photoTimePart1, *s.photoTimeSeperator1, *s.photoTimePart2, *s.photoTimeSeperator2, *s.photoTimePart3};
-}
-
 void print_audio(FieldPrinter& printer, const AudioAttributes& attributes) {
   for (std::size_t i = 0; i < audio_tokens.size(); ++i) {
     const std::u16string_view token = audio_tokens[i];
@@ -79,7 +74,8 @@ ExitCode run_fields(const CommandLine& line, Console& console) {
   FieldPrinter printer(line, console);
   const std::string path = line.operands.empty() ? std::string() : readable_file(line);
   const RenameSettings defaults;
-  const MetaDataList list = path.empty() ? MetaDataList() : read_metadata_values(path, default_parts(defaults));
+  const MetaDataList list =
+      path.empty() ? MetaDataList() : read_metadata_values(path, date_parts(defaults, photo_parts));
   for (const MetadataGroup& group : list.groups()) {
     for (const MetaDataField& field : group.FIELDS) printer.print(group.NAME, field);
   }

@@ -137,7 +137,7 @@ ApplyOptions RenameCommand::apply_options() const {
   ApplyOptions options;
   options.isFolders = settings.isFolders;
   options.isIncludeSubFolders = settings.isIncludeSubFolders;
-  options.selectedTab = settings.selectedTab;
+  options.method = selected_method(settings);
   options.generalOptionIndex = settings.generalOptionIndex;
   options.is_chain = batch_.request.is_chain();
   return options;

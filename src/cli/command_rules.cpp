@@ -11,9 +11,9 @@
 #include "cli/rename_batch.h"
 #include "cli/settings_files.h"
 #include "cli/terminal_text.h"
+#include "methods/rule_file.h"
 #include "platform/file_name.h"
 #include "platform/translation.h"
-#include "settings/rule_file.h"
 #include "texts/rule_tree.h"
 #include "texts/string_table.h"
 

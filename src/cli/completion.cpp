@@ -5,7 +5,7 @@
 
 #include "cli/command_table.h"
 #include "cli/help.h"
-#include "cli/method_table.h"
+#include "cli/method_words.h"
 
 namespace brindle {
 namespace {
@@ -47,7 +47,7 @@ std::string second_word_arms() {
 
 std::string method_word_list() {
   std::string words;
-  for (const MethodRow& row : method_table()) words += fmt::format("{} ", row.word);
+  for (const MethodWord& row : method_words()) words += fmt::format("{} ", row.word);
   return words;
 }
 
@@ -57,7 +57,7 @@ std::string options_of(const CommandRow& command) {
   return words;
 }
 
-std::string options_of(const MethodRow& method) {
+std::string options_of(const MethodWord& method) {
   std::string words;
   for (const MethodOption& option : method.options) words += fmt::format("--{} ", option.name);
   return words;
@@ -79,7 +79,7 @@ std::string choice_arms() {
   const auto add = [&](std::string_view method, std::string_view option, std::string_view value) {
     if (is_choice(value)) arms += fmt::format("    {}\" --{}\") choices='{}' ;;\n", method, option, choices_of(value));
   };
-  for (const MethodRow& method : method_table()) {
+  for (const MethodWord& method : method_words()) {
     for (const MethodOption& option : method.options) add(method.word, option.name, option.value);
   }
   for (const OptionRow& option : option_table()) add("*", option.name, option.value);
@@ -182,7 +182,7 @@ std::string bash_completion() {
                           takes_methods(command.operands) ? " takes_methods=1" : "");
   }
   script += "  esac\n  case $method in\n";
-  for (const MethodRow& method : method_table()) {
+  for (const MethodWord& method : method_words()) {
     script += fmt::format("    {}) options=\"{}$options\" ;;\n", method.word, options_of(method));
   }
   script += fmt::format("  esac\n  case \"$method $before\" in\n{}  esac\n", choice_arms());
@@ -205,7 +205,7 @@ std::string fish_completion() {
     }
     if (takes_methods(command.operands)) commands_with_methods += fmt::format(" {}", first_word(command.word));
   }
-  for (const MethodRow& method : method_table()) {
+  for (const MethodWord& method : method_words()) {
     script += fmt::format("complete -c brindle -n '__fish_seen_subcommand_from {}' -a {} -d {}\n",
                           commands_with_methods, method.word, fish_quoted(method.summary));
     const std::string condition = fmt::format("__fish_seen_subcommand_from {}", method.word);

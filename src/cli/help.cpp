@@ -66,7 +66,8 @@ std::string option_text(char letter, std::string_view name, std::string_view val
 
 std::vector<Row> method_rows() {
   std::vector<Row> rows;
-  for (const MethodRow& method : method_table()) rows.push_back({std::string(method.word), translated(method.summary)});
+  for (const MethodWord& method : method_words())
+    rows.push_back({std::string(method.word), translated(method.summary)});
   return rows;
 }
 
@@ -79,7 +80,7 @@ std::vector<Row> option_rows(const CommandRow& command) {
   return rows;
 }
 
-std::string method_usage(const MethodRow& method) {
+std::string method_usage(const MethodWord& method) {
   std::string usage(method.word);
   const bool replaced = std::ranges::any_of(method.options, &MethodOption::replaces_operands);
   for (const MethodOperand& operand : method.operands) {
@@ -164,7 +165,7 @@ std::string command_help(const CommandRow& command, const Style& style, std::siz
   return std::move(writer).text();
 }
 
-std::string method_help(const MethodRow& method, const Style& style, std::size_t width) {
+std::string method_help(const MethodWord& method, const Style& style, std::size_t width) {
   HelpWriter writer(style, width);
   writer.plain(translated("usage: brindle preview PATH... {}\n", method_usage(method)));
   writer.paragraphs(sentence(translated(method.summary)));

@@ -8,7 +8,7 @@
 
 #include "cli/command_table.h"
 #include "cli/console.h"
-#include "cli/method_table.h"
+#include "cli/method_words.h"
 
 namespace brindle {
 
@@ -17,7 +17,7 @@ std::string program_help(const Style& style, std::size_t width);
 /// The commands whose first word this is.
 std::string group_help(std::string_view first_word, const Style& style, std::size_t width);
 std::string command_help(const CommandRow& command, const Style& style, std::size_t width);
-std::string method_help(const MethodRow& method, const Style& style, std::size_t width);
+std::string method_help(const MethodWord& method, const Style& style, std::size_t width);
 
 /// "put a text into the name" as "Put a text into the name."
 std::string sentence(std::string_view summary);

@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "list/file_list.h"
-#include "settings/validation.h"
+#include "methods/validation.h"
 
 namespace brindle {
 

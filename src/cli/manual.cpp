@@ -8,7 +8,7 @@
 
 #include "cli/command_table.h"
 #include "cli/help.h"
-#include "cli/method_table.h"
+#include "cli/method_words.h"
 #include "platform/app_info.h"
 
 namespace brindle {
@@ -83,7 +83,7 @@ void write_command(ManualWriter& manual, const CommandRow& command) {
   manual.examples(command.examples, "brindle ");
 }
 
-void write_method(ManualWriter& manual, const MethodRow& method) {
+void write_method(ManualWriter& manual, const MethodWord& method) {
   std::string heading(method.word);
   for (const MethodOperand& operand : method.operands) heading += fmt::format(" {}", operand.name);
   manual.subsection(heading);
@@ -136,7 +136,7 @@ std::string manual_page() {
   manual.section("OPTIONS");
   write_options(manual);
   manual.section("METHODS");
-  for (const MethodRow& method : method_table()) write_method(manual, method);
+  for (const MethodWord& method : method_words()) write_method(manual, method);
   manual.section("\"EXIT STATUS\"");
   manual.raw(exit_text);
   manual.section("FILES");

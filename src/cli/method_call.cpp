@@ -8,7 +8,7 @@
 
 #include "cli/exit_code.h"
 #include "cli/option_value.h"
-#include "settings/rule.h"
+#include "methods/method_table.h"
 
 namespace brindle {
 namespace {
@@ -31,7 +31,7 @@ std::string listed_options(std::string_view names) {
 }
 
 void check_operands(const MethodCall& call) {
-  const MethodRow& method = *call.method;
+  const MethodWord& method = *call.method;
   if (operands_replaced(call)) {
     const auto& option =
         std::ranges::find_if(call.options, [](const auto& each) { return each.first->replaces_operands; });
@@ -46,7 +46,7 @@ void check_operands(const MethodCall& call) {
 }
 
 void check_group(const MethodCall& call) {
-  const MethodRow& method = *call.method;
+  const MethodWord& method = *call.method;
   if (method.required_group == 0) return;
   const auto in_group = [&](const MethodOption& option) {
     return option.groups.find(method.required_group) != std::string_view::npos;
@@ -96,7 +96,7 @@ void add_option(MethodCall& call, const MethodOption& option, OptionValue value)
 }
 
 void fill_settings(RenameSettings& settings, const MethodCall& call) {
-  const MethodRow& method = *call.method;
+  const MethodWord& method = *call.method;
   if (method.fill != nullptr) method.fill(settings, {});
   for (std::size_t i = 0; i < call.operands.size(); ++i) method.operands[i].fill(settings, call.operands[i]);
   RuleVariant variant = method.variant;
@@ -107,9 +107,7 @@ void fill_settings(RenameSettings& settings, const MethodCall& call) {
     option.fill(settings, given->second);
     variant = option.variant.value_or(variant);
   }
-  // Loading the options back as a rule of this kind also sets the choices that go with them.
-  const RuleKind& kind = rule_kind(variant);
-  setRule(settings, Rule{std::u16string(kind.rule), std::u16string(kind.type), true, settings, -1, u"", {}});
+  select_variant(settings, variant);
 }
 
 }  // namespace brindle

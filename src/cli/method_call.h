@@ -5,14 +5,14 @@
 #include <utility>
 #include <vector>
 
-#include "cli/method_table.h"
+#include "cli/method_words.h"
 #include "settings/rename_settings.h"
 
 namespace brindle {
 
 /// A method with what was given to it.
 struct MethodCall {
-  const MethodRow* method = nullptr;
+  const MethodWord* method = nullptr;
   std::vector<OptionValue> operands;
   std::vector<std::pair<const MethodOption*, OptionValue>> options;
 };

@@ -1,4 +1,6 @@
 #include "cli/method_rows.h"
+#include "methods/date_time.h"
+#include "methods/prefix_suffix.h"
 
 namespace brindle {
 namespace {
@@ -30,16 +32,14 @@ constexpr std::array<MethodOption, 5> dated_options() {
        "PATTERN",
        Kind::pattern,
        "how the date is written (ddMMyyyy)",
-       fill_pattern<&S::prefixSuffixDatePart1, &S::prefixSuffixDateSeperator1, &S::prefixSuffixDatePart2,
-                    &S::prefixSuffixDateSeperator2, &S::prefixSuffixDatePart3>,
+       fill_date<prefix_suffix_parts>,
        {},
        "date"},
       {"time-parts",
        "PATTERN",
        Kind::pattern,
        "how the time is written (HHmmss); it follows the date behind a blank",
-       fill_pattern<&S::prefixSuffixTimePart1, &S::prefixSuffixTimeSeperator1, &S::prefixSuffixTimePart2,
-                    &S::prefixSuffixTimeSeperator2, &S::prefixSuffixTimePart3>,
+       fill_time<prefix_suffix_parts>,
        {},
        "date"},
       {"text-before",
@@ -79,25 +79,24 @@ constexpr std::string_view pattern_note =
 
 constexpr auto date_own_options = std::to_array<MethodOption>({
     {"source", "created|modified|custom", Kind::choice, "which date (created); custom is the moment of the run",
-     [](S& s, const V& v) { s.dateTimeDateOptionIndex = v.number, s.hasDateTimeCustomDate = v.number == 2; }, what},
+     [](S& s, const V& v) { s.dateTimeDateOptionIndex = v.number, s.hasDateTimeCustomDate = v.number == custom_date; },
+     what},
     {"custom-date", "DATE", Kind::moment, "this date, 2026-11-21 or 2026-11-21T10:00",
      [](S& s, const V& v) {
-       s.dateTimeDateOptionIndex = 2, s.hasDateTimeCustomDate = true, s.dateTimeCustomDate = v.date;
+       s.dateTimeDateOptionIndex = custom_date, s.hasDateTimeCustomDate = true, s.dateTimeCustomDate = v.date;
      },
      what},
     {"date-parts", "PATTERN", Kind::pattern_or_none, "how the date is written (ddMMyyyy); none: no date",
      [](S& s, const V& v) {
        s.hasDateFormat = !v.pieces[0].empty();
        if (!s.hasDateFormat) return;
-       fill_pattern<&S::dateTimeFormatDatePart1, &S::dateTimeFormatDateSeperator1, &S::dateTimeFormatDatePart2,
-                    &S::dateTimeFormatDateSeperator2, &S::dateTimeFormatDatePart3>(s, v);
+       fill_date<date_time_parts>(s, v);
      }},
     {"time-parts", "PATTERN", Kind::pattern_or_none, "how the time is written (HHmmss); none: no time",
      [](S& s, const V& v) {
        s.hasTimeFormat = !v.pieces[0].empty();
        if (!s.hasTimeFormat) return;
-       fill_pattern<&S::dateTimeFormatTimePart1, &S::dateTimeFormatTimeSeperator1, &S::dateTimeFormatTimePart2,
-                    &S::dateTimeFormatTimeSeperator2, &S::dateTimeFormatTimePart3>(s, v);
+       fill_time<date_time_parts>(s, v);
      }},
     {"separator", "TEXT", Kind::text, "between date and time", [](S& s, const V& v) { s.dateTimeSeparator = v.text; }},
     {"colon", "TEXT", Kind::text, "what takes the place of every \":\" of the date",
@@ -105,11 +104,7 @@ constexpr auto date_own_options = std::to_array<MethodOption>({
     {"text-before", "TEXT", Kind::text, "a text before the date", [](S& s, const V& v) { s.dateTimePrefix = v.text; }},
     {"text-after", "TEXT", Kind::text, "a text behind the date", [](S& s, const V& v) { s.dateTimeSuffix = v.text; }},
 });
-constexpr auto date_options =
-    join(date_own_options,
-         placement_options<&S::dateTimeOptionsIndex, &S::dateTimeAtPositionNo, &S::dateTimeAtPositionDirection,
-                           &S::dateTimeAtBeforeText, &S::dateTimeAtBeforeTextOccurrence, &S::dateTimeAtAfterText,
-                           &S::dateTimeAtAfterTextOccurrence>());
+constexpr auto date_options = join(date_own_options, placement_options<date_placement>());
 constexpr auto date_examples = std::to_array<Example>({
     {"date --source modified --date-parts yyyy-MM-dd --time-parts none --text-after ' '", "", ""},
     {"date --custom-date 2026-11-21 --date-parts yyyyMMdd --time-parts none --at-end --text-before _", "IMG_9.jpg",
@@ -117,7 +112,7 @@ constexpr auto date_examples = std::to_array<Example>({
 });
 
 // clang-format off
-constexpr auto date_rows = std::to_array<MethodRow>({
+constexpr auto date_rows = std::to_array<MethodWord>({
     {"prefix", "put a text or a date before the name", pattern_note, as_string, prefix_operands, prefix_options, 0, nullptr,
      prefix_examples},
     {"suffix", "put a text or a date behind the name", pattern_note, as_string, suffix_operands, suffix_options, 0, nullptr,
@@ -129,7 +124,7 @@ constexpr auto date_rows = std::to_array<MethodRow>({
 
 }  // namespace
 
-std::span<const MethodRow> date_method_rows() {
+std::span<const MethodWord> date_method_rows() {
   return date_rows;
 }
 

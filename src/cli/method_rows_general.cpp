@@ -1,4 +1,5 @@
 #include "cli/method_rows.h"
+#include "methods/general.h"
 
 namespace brindle {
 namespace {
@@ -12,11 +13,16 @@ using option_group::what;
 
 // General transformations.
 
+constexpr void choose(S& s, GeneralOption option) {
+  s.generalOptionIndex = static_cast<std::int32_t>(option);
+}
+
 template <std::int32_t value>
-constexpr FillSettings name_case = [](S& s, const V&) { s.generalOptionIndex = 0, s.generalFileNameCase = value; };
+constexpr FillSettings name_case =
+    [](S& s, const V&) { choose(s, GeneralOption::convert_filename_case), s.generalFileNameCase = value; };
 template <std::int32_t value>
 constexpr FillSettings extension_case =
-    [](S& s, const V&) { s.generalOptionIndex = 1, s.generalExtensionCase = value; };
+    [](S& s, const V&) { choose(s, GeneralOption::convert_extension), s.generalExtensionCase = value; };
 
 constexpr auto case_options = std::to_array<MethodOption>({
     {"upper", "", Kind::none, "UPPER CASE", name_case<1>, what},
@@ -32,10 +38,10 @@ constexpr auto extension_options = std::to_array<MethodOption>({
     {"upper", "", Kind::none, "UPPER CASE", extension_case<1>, what},
     {"lower", "", Kind::none, "lower case", extension_case<2>, what},
     {"proper", "", Kind::none, "First letter a capital", extension_case<3>, what},
-    {"remove", "", Kind::none, "remove it", [](S& s, const V&) { s.generalOptionIndex = 2; }, what},
+    {"remove", "", Kind::none, "remove it", [](S& s, const V&) { choose(s, GeneralOption::remove_extension); }, what},
     {"change", "EXT", Kind::text, "EXT instead of it, or added where there is none",
      [](S& s, const V& v) {
-       s.generalOptionIndex = 3;
+       choose(s, GeneralOption::change_extension);
        s.generalChangeExtension = v.text.substr(v.text.starts_with(u'.') ? 1 : 0);
      },
      what},
@@ -50,9 +56,9 @@ constexpr auto spaces_examples = std::to_array<Example>({{"spaces", "a long name
 
 constexpr auto swap_options = std::to_array<MethodOption>({
     {"separator", "TEXT", Kind::text, "around the first TEXT",
-     [](S& s, const V& v) { s.generalOptionIndex = 6, s.generalSwapSeperator = v.text; }, what},
+     [](S& s, const V& v) { choose(s, GeneralOption::swap_from_seperator), s.generalSwapSeperator = v.text; }, what},
     {"at", "N", Kind::number, "around character N, from 1",
-     [](S& s, const V& v) { s.generalOptionIndex = 7, s.generalSwapPosition = v.text; }, what},
+     [](S& s, const V& v) { choose(s, GeneralOption::swap_from_position), s.generalSwapPosition = v.text; }, what},
 });
 constexpr auto swap_examples = std::to_array<Example>({
     {"swap --separator ' - '", "Tiersen - Porz Goret.mp3", "Porz Goret - Tiersen.mp3"},
@@ -61,9 +67,10 @@ constexpr auto swap_examples = std::to_array<Example>({
 
 constexpr auto trim_options = std::to_array<MethodOption>({
     {"after", "TEXT", Kind::text, "remove everything behind TEXT",
-     [](S& s, const V& v) { s.generalOptionIndex = 8, s.generalRemoveAfterString = v.text; }, what},
+     [](S& s, const V& v) { choose(s, GeneralOption::remove_after_string), s.generalRemoveAfterString = v.text; },
+     what},
     {"from", "TEXT", Kind::text, "remove TEXT and everything behind it",
-     [](S& s, const V& v) { s.generalOptionIndex = 9, s.generalRemoveFromString = v.text; }, what},
+     [](S& s, const V& v) { choose(s, GeneralOption::remove_from_string), s.generalRemoveFromString = v.text; }, what},
     {"occurrence",
      "N",
      Kind::number,
@@ -91,29 +98,29 @@ constexpr auto windows_options = std::to_array<MethodOption>({
 });
 constexpr auto windows_examples = std::to_array<Example>({{"windows-safe --with _", "why?.txt", "why_.txt"}});
 
-template <std::int32_t index>
-constexpr FillSettings general_option = [](S& s, const V&) { s.generalOptionIndex = index; };
+template <GeneralOption option>
+constexpr FillSettings general_option = [](S& s, const V&) { choose(s, option); };
 
 // clang-format off
-constexpr auto general_rows = std::to_array<MethodRow>({
+constexpr auto general_rows = std::to_array<MethodWord>({
     {"case", "change upper and lower case of the name", "", general, {}, case_options, one_of_what, nullptr, case_examples},
     {"extension", "change, remove or add the extension", "", general, {}, extension_options, one_of_what, nullptr,
      extension_examples},
-    {"reverse", "write the name backwards", "", general, {}, {}, 0, general_option<4>, reverse_examples},
-    {"spaces", "remove all spaces from the name", "", general, {}, {}, 0, general_option<5>, spaces_examples},
+    {"reverse", "write the name backwards", "", general, {}, {}, 0, general_option<GeneralOption::reverse>, reverse_examples},
+    {"spaces", "remove all spaces from the name", "", general, {}, {}, 0, general_option<GeneralOption::remove_spaces>, spaces_examples},
     {"swap", "swap the two halves of the name", "", general, {}, swap_options, one_of_what, nullptr, swap_examples},
     {"trim", "cut the end of the name off", "", general, {}, trim_options, one_of_what, nullptr, trim_examples},
     {"mask", "bring names to one length",
      "Shorter names are filled up with the mask's first characters, longer ones keep their end.",
-     general, mask_operands, {}, 0, general_option<10>, mask_examples},
+     general, mask_operands, {}, 0, general_option<GeneralOption::filename_mask>, mask_examples},
     {"windows-safe", "replace what Windows forbids in names: / \\ : * ? \" < > |", "", general, {}, windows_options, 0,
-     general_option<11>, windows_examples},
+     general_option<GeneralOption::convert_windows_compatible>, windows_examples},
 });
 // clang-format on
 
 }  // namespace
 
-std::span<const MethodRow> general_method_rows() {
+std::span<const MethodWord> general_method_rows() {
   return general_rows;
 }
 

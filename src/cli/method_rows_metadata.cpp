@@ -1,5 +1,7 @@
 #include "cli/mask_text.h"
 #include "cli/method_rows.h"
+#include "methods/path_components.h"
+#include "methods/photo_renaming.h"
 #include "platform/file_name.h"
 #include "settings/setting_text.h"
 
@@ -23,11 +25,7 @@ constexpr auto path_own_options = std::to_array<MethodOption>({
     {"text-after", "TEXT", Kind::text, "a text behind the folder names",
      [](S& s, const V& v) { s.pathComponentsSuffix = v.text; }},
 });
-constexpr auto path_options =
-    join(path_own_options, placement_options<&S::pathComponentsOptionsIndex, &S::pathComponentsAtPositionNo,
-                                             &S::pathComponentsAtPositionDirection, &S::pathComponentsAtBeforeText,
-                                             &S::pathComponentsAtBeforeOccurrence, &S::pathComponentsAtAfterText,
-                                             &S::pathComponentsAtAfterOccurrence>());
+constexpr auto path_options = join(path_own_options, placement_options<path_placement>());
 constexpr auto path_examples = std::to_array<Example>({
     {"path --text-after ' - '", "Brest/IMG_9.jpg", "Brest - IMG_9.jpg"},
     {"path --level 2 --separator _ --at-end --text-before _", "Trip/Brest/IMG_9.jpg", "IMG_9_Trip_Brest.jpg"},
@@ -65,12 +63,8 @@ constexpr auto photo_operands = std::to_array<MethodOperand>(
     {{"MASK", Kind::text, "tokens such as <EXIF_Date> (brindle fields lists them), and text between",
       [](S& s, const V& v) { s.photoMetaDataList = fields_of_mask(v.text), resetPhotoMask(s); }}});
 constexpr auto photo_own_options = std::to_array<MethodOption>({
-    {"date-parts", "PATTERN", Kind::pattern, "how dates are written (ddMMyyyy)",
-     fill_pattern<&S::photoDatePart1, &S::photoDateSeperator1, &S::photoDatePart2, &S::photoDateSeperator2,
-                  &S::photoDatePart3>},
-    {"time-parts", "PATTERN", Kind::pattern, "how times are written (HHmmss)",
-     fill_pattern<&S::photoTimePart1, &S::photoTimeSeperator1, &S::photoTimePart2, &S::photoTimeSeperator2,
-                  &S::photoTimePart3>},
+    {"date-parts", "PATTERN", Kind::pattern, "how dates are written (ddMMyyyy)", fill_date<photo_parts>},
+    {"time-parts", "PATTERN", Kind::pattern, "how times are written (HHmmss)", fill_time<photo_parts>},
     {"number-mask", "MASK", Kind::text, "fills <SEQUENCES_Number_Sequence> up: 000 makes 7 into 007",
      [](S& s, const V& v) { s.photoPaddingMask = v.text; }},
     {"restart", "", Kind::none, "count from 1 in each folder; the items are sorted by folder and name for it",
@@ -91,7 +85,7 @@ constexpr std::string_view photo_note =
     "second need <SEQUENCES_Number_Sequence> too.";
 
 // clang-format off
-constexpr auto metadata_rows = std::to_array<MethodRow>({
+constexpr auto metadata_rows = std::to_array<MethodWord>({
     {"path", "put the names of the folders into the name", "", path_components, {}, path_options, 0, nullptr, path_examples},
     {"audio", "name songs by their tags", "A file without tags is left with the texts of your own, and keeps its name when there are none.", id3_tag, audio_operands, audio_options, 0,
      nullptr, audio_examples},
@@ -102,7 +96,7 @@ constexpr auto metadata_rows = std::to_array<MethodRow>({
 
 }  // namespace
 
-std::span<const MethodRow> metadata_method_rows() {
+std::span<const MethodWord> metadata_method_rows() {
   return metadata_rows;
 }
 

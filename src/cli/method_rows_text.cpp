@@ -1,4 +1,6 @@
 #include "cli/method_rows.h"
+#include "methods/insert_delete.h"
+#include "methods/sequence.h"
 
 namespace brindle {
 namespace {
@@ -12,11 +14,7 @@ using enum RuleVariant;
 
 constexpr auto insert_operands = std::to_array<MethodOperand>(
     {{"TEXT", Kind::text, "the text to insert", [](S& s, const V& v) { s.insertDeleteInsert = v.text; }}});
-constexpr auto insert_options =
-    placement_options<&S::insertDeleteInsertOptionIndex, &S::insertDeleteAtCharacterPositions,
-                      &S::insertDeleteInsertAtPostionDirection, &S::insertDeleteInsertAtBeforeText,
-                      &S::insertDeleteInsertAtBeforeOccurrence, &S::insertDeleteInsertAtAfterText,
-                      &S::insertDeleteInsertAtAfterOccurrence>();
+constexpr auto insert_options = placement_options<insert_placement>();
 constexpr auto insert_examples = std::to_array<Example>({
     {"insert 'Brest - '", "IMG_9.jpg", "Brest - IMG_9.jpg"},
     {"insert _small --at-end", "IMG_9.jpg", "IMG_9_small.jpg"},
@@ -100,9 +98,9 @@ constexpr auto remove_examples = std::to_array<Example>({
 
 // Number and letter sequences.
 
-template <auto start>
+template <const CounterMembers& counter>
 constexpr std::array<MethodOption, 8> sequence_options(MethodOption first) {
-  first.fill = [](S& s, const V& v) { s.*start = v.text; };
+  first.fill = [](S& s, const V& v) { s.*counter.start = v.text; };
   return {{
       first,
       {"step", "N", Kind::number, "from one item to the next (1)",
@@ -126,10 +124,9 @@ constexpr std::array<MethodOption, 8> sequence_options(MethodOption first) {
        [](S& s, const V&) { s.isAlphaNumericResetSequenceOnEachFolder = true; }},
   }};
 }
-constexpr auto number_options =
-    sequence_options<&S::alphaNumericNumericStartWith>({"start", "N", Kind::number, "the first number (0)"});
-constexpr auto letter_options = sequence_options<&S::alphaNumericAlphabeticStartWith>(
-    {"start", "LETTERS", Kind::letters, "the first letters, a to z (a)"});
+constexpr auto number_options = sequence_options<number_counter>({"start", "N", Kind::number, "the first number (0)"});
+constexpr auto letter_options =
+    sequence_options<letter_counter>({"start", "LETTERS", Kind::letters, "the first letters, a to z (a)"});
 constexpr auto number_examples = std::to_array<Example>({
     {"number --start 1 --mask 000", "IMG_9.jpg", "001.jpg"},
     {"number --start 10 --suffix --separator -", "IMG_9.jpg", "IMG_9-10.jpg"},
@@ -143,7 +140,7 @@ constexpr std::string_view order_note =
     "--sort name or --sort folder before the method to count them by name.";
 
 // clang-format off
-constexpr auto text_rows = std::to_array<MethodRow>({
+constexpr auto text_rows = std::to_array<MethodWord>({
     {"insert", "put a text into the name", "", insert, insert_operands, insert_options, 0, nullptr, insert_examples},
     {"delete", "cut characters out of the name", "", delete_characters, delete_operands, delete_options, 0, nullptr,
      delete_examples},
@@ -157,7 +154,7 @@ constexpr auto text_rows = std::to_array<MethodRow>({
 
 }  // namespace
 
-std::span<const MethodRow> text_method_rows() {
+std::span<const MethodWord> text_method_rows() {
   return text_rows;
 }
 

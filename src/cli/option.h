@@ -1,7 +1,7 @@
 #pragma once
 
 // The words a command line is made of, as data: commands and methods are rows of constant tables (command_table.h,
-// method_table.h) from which parsing, help and completions all follow.
+// method_words.h) from which parsing, help and completions all follow.
 
 #include <cstdint>
 #include <span>

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "cli/method_table.h"
+#include "cli/method_words.h"
 
 namespace brindle {
 

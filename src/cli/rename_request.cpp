@@ -34,12 +34,13 @@ void assign(RenameSettings& settings, const Options& options) {
 bool chooses_method(const std::string& assignment) {
   const SettingRow* row = find_setting(key_of(assignment));
   if (row == nullptr) return true;  // the complaint about the key itself is the better one
-  return row->key == "selectedTab" || (row->tab != SettingTab::all_tabs && row->tab != SettingTab::window);
+  return row->key == "selectedTab" ||
+         (row->method && *row->method != Method::from_list && row->change != SettingChange::shown);
 }
 
 std::string_view closest_method(std::string_view word) {
   std::vector<std::string_view> words;
-  for (const MethodRow& row : method_table()) words.push_back(row.word);
+  for (const MethodWord& row : method_words()) words.push_back(row.word);
   return closest_word(word, words);
 }
 
@@ -101,7 +102,7 @@ void take_rules(RenameRequest& request, const Options& options) {
 
 void take_list(RenameRequest& request, const Options& options) {
   check_assignments(options, "--list");
-  request.settings.selectedTab = rename_from_list_tab;
+  request.settings.selectedTab = tab_of(Method::from_list);
   request.settings.renameFile = decode_file_name(options.list);
   assign(request.settings, options);
 }

@@ -9,10 +9,10 @@
 
 #include "cli/arguments.h"
 #include "methods/rename_plan.h"
+#include "methods/rule.h"
+#include "methods/validation.h"
 #include "platform/date.h"
 #include "settings/rename_settings.h"
-#include "settings/rule.h"
-#include "settings/validation.h"
 
 namespace brindle {
 
@@ -25,7 +25,7 @@ struct RenameRequest {
   std::optional<Date> date_left_out;  ///< of the profile, where the start of the run would come into the names instead
 
   /// Which items there are, and their new names, is said by a list file, `settings.renameFile`.
-  bool is_from_list() const { return !is_chain() && settings.selectedTab == rename_from_list_tab; }
+  bool is_from_list() const { return !is_chain() && selected_method(settings) == Method::from_list; }
   bool is_chain() const { return !rules.empty(); }
   RenamePlan plan() const { return is_chain() ? RenamePlan(rules, now) : RenamePlan(settings, now); }
 };

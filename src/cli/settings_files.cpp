@@ -5,12 +5,12 @@
 #include <algorithm>
 #include <optional>
 
+#include "methods/rule_file.h"
 #include "platform/ascii.h"
 #include "platform/file_name.h"
 #include "platform/translation.h"
 #include "plist/iso_date.h"
 #include "settings/profile_file.h"
-#include "settings/rule_file.h"
 
 namespace brindle {
 
@@ -37,7 +37,7 @@ void check_method(const SettingsRecord& record, const std::string& file) {
   RenameSettings settings;
   settings.selectedTab = -1;
   setSettings(settings, record);
-  if (settings.selectedTab >= sequence_tab && settings.selectedTab <= rename_from_list_tab) return;
+  if (selected_method(settings)) return;
   throw UsageError(translated("{} does not say how to rename; write a method behind the PATHs", file));
 }
 

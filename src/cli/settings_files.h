@@ -8,8 +8,8 @@
 
 #include "cli/arguments.h"
 #include "cli/console.h"
+#include "methods/rule.h"
 #include "settings/rename_settings.h"
-#include "settings/rule.h"
 #include "settings/settings_record.h"
 
 namespace brindle {

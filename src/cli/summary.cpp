@@ -43,8 +43,8 @@ std::size_t count_given_twice(const FileList& files) {
 
 // In the order of the list; with a new start in each folder the run sorts it itself.
 bool counts_items(const RenameSettings& settings) {
-  if (settings.selectedTab == sequence_tab) return !settings.isAlphaNumericResetSequenceOnEachFolder;
-  const bool numbers_photos = settings.selectedTab == photo_tab && settings.photoRenamingMask &&
+  if (selected_method(settings) == Method::sequence) return !settings.isAlphaNumericResetSequenceOnEachFolder;
+  const bool numbers_photos = selected_method(settings) == Method::photo && settings.photoRenamingMask &&
                               settings.photoRenamingMask->find(u"<SEQUENCES_") != std::u16string::npos;
   return numbers_photos && !settings.isPhotoResetSequenceOnEachFolder;
 }

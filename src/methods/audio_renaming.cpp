@@ -22,13 +22,13 @@ constexpr bool may_hold_colons(std::size_t token) {
 
 }  // namespace
 
-AudioParameters::AudioParameters(const AudioArguments& arguments)
-    : mask_(on_disk(arguments.id3RenamingMask)),
-      separator_(arguments.isID3RenamingSeperator ? on_disk(arguments.id3RenamingSeperator) : std::u16string()),
-      replaces_colons_(arguments.isID3RenamingColonReplace),
-      colon_replacement_(on_disk(arguments.id3RenamingColonReplace)),
-      extensions_(arguments.allowedExtensions.begin(), arguments.allowedExtensions.end()) {
-  for (const std::u16string& tag : arguments.tags) entries_.push_back(entry_of(tag));
+AudioParameters::AudioParameters(const RenameSettings& settings)
+    : mask_(on_disk(text_of(settings.id3RenamingMask))),
+      separator_(settings.isID3RenamingSeperator ? on_disk(text_of(settings.id3RenamingSeperator)) : std::u16string()),
+      replaces_colons_(settings.isID3RenamingColonReplace),
+      colon_replacement_(on_disk(text_of(settings.id3RenamingColonReplace))),
+      extensions_(settings.id3Extensions.begin(), settings.id3Extensions.end()) {
+  for (const MetaDataField& field : settings.id3RenamingTagsList) entries_.push_back(entry_of(field.tagCode));
   for (std::size_t i = 0; i < tokens_.size(); ++i) tokens_[i] = SearchText(audio_tokens[i], true);
   if (separator_.empty()) {
     want_for_mask();
@@ -120,23 +120,53 @@ void AudioParameters::write_name(const AudioAttributes& attributes, WorkingName&
   if (name.result.empty()) name.result = name.base;
 }
 
-NameOutcome audio_name(const AudioParameters& parameters, const FileSystemItem& item, const AudioAttributes* read,
-                       WorkingName& name) {
+NameOutcome AudioParameters::make_name(StepRun& run) const {
+  return renameByID3Tags(*this, run.item, run.audio, run.name);
+}
+
+NameOutcome renameByID3Tags(const AudioParameters& parameters, const FileSystemItem& item, const AudioAttributes* read,
+                            WorkingName& name) {
   if (!parameters.takes_part(name.extension)) {
     name.result = name.base;
   } else if (read != nullptr || !parameters.reads_files()) {
     static const AudioAttributes nothing;
     parameters.write_name(read != nullptr ? *read : nothing, name);
   } else {
-    parameters.write_name(read_audio_attributes(item.disk_path(), parameters.wanted()), name);
+    parameters.write_name(read_audio_attributes(item.disk_path(), parameters.wanted_tags()), name);
   }
   return NameOutcome::base;
 }
 
-bool renameByID3Tags(FileSystemItem& item, const AudioParameters& parameters, WorkingName& name, std::u16string& error,
-                     const AudioAttributes* read) {
-  return rename_operation(item, name, error,
-                          [&](WorkingName& working) { return audio_name(parameters, item, read, working); });
+namespace {
+
+void add_audio_rows(RuleRows& rows, RuleVariant) {
+  rows.text("Renaming Mask", &RenameSettings::id3RenamingMask);
+  rows.text_if(&RenameSettings::isID3RenamingSeperator, "Separator", &RenameSettings::id3RenamingSeperator);
+  rows.text_if(&RenameSettings::isID3RenamingColonReplace, "Replace colon[:] with character(s)",
+               &RenameSettings::id3RenamingColonReplace);
+  rows.list("Allowed Extensions", rows.settings.id3Extensions);
 }
+
+constexpr auto audio_kinds = std::to_array<RuleKind>({{RuleVariant::id3_tag, u"ID3Tag"}});
+
+constexpr auto absent_audio_options =
+    std::to_array<AbsentOption>({{&RenameSettings::id3RenamingSeperator}, {&RenameSettings::id3RenamingColonReplace}});
+
+constexpr auto audio_requirements =
+    std::to_array<Requirement>({{&RenameSettings::id3RenamingMask, "ID3INVALIDINPUT", "INVALIDID3RENAMINGMASK"}});
+
+}  // namespace
+
+constexpr MethodRow audio_method = {
+    .method = Method::audio,
+    .title = "METHODAUDIO",
+    .icon = "audio",
+    .rule = u"ID3",
+    .kinds = audio_kinds,
+    .absent = absent_audio_options,
+    .required = audio_requirements,
+    .step = step_of<AudioParameters>,
+    .add_rows = add_audio_rows,
+};
 
 }  // namespace brindle

@@ -1,46 +1,32 @@
 #pragma once
 
-// Audio tags: a name put together from what a song says about itself, by a mask of tokens. Parameters are immutable;
-// any number of threads may use them.
+// Audio tags: a name put together from what a song says about itself, by a mask of tokens.
 
 #include <array>
 #include <cstdint>
 #include <optional>
-#include <span>
 #include <string>
 #include <string_view>
 #include <unordered_set>
 #include <vector>
 
 #include "metadata/audio_attributes.h"
-#include "methods/rename_operation.h"
+#include "methods/method_table.h"
 #include "text/search_text.h"
 
 namespace brindle {
 
-/// The arguments as the settings hold them. "/" becomes ":" in the mask, the separator and the colon replacement.
-struct AudioArguments {
-  std::u16string_view id3RenamingMask = {};  ///< empty: no item takes part; the name itself unless there is a separator
-  bool isID3RenamingSeperator = false;
-  std::u16string_view id3RenamingSeperator = {};  ///< between values; never behind a text of the user's own
-  bool isID3RenamingColonReplace = false;         ///< every ":" of a value becomes id3RenamingColonReplace
-  std::u16string_view id3RenamingColonReplace = {};
-  std::span<const std::u16string> tags =
-      {};  ///< the mask's entries, in order: audio_tokens, and "<text>" for other text
-  std::span<const std::u16string> allowedExtensions = {};  ///< of the items that take part: ".MP3", upper case
-};
-
-class AudioParameters {
+class AudioParameters final : public RenameStep {
  public:
-  explicit AudioParameters(const AudioArguments& arguments);
+  explicit AudioParameters(const RenameSettings& settings);
+  NameOutcome make_name(StepRun& run) const override;
 
   /// Whether an item whose name has this extension (no dot, any case) gets a name from the mask. All others are left
   /// alone.
   bool takes_part(std::u16string_view extension) const;
-  /// Whether names need anything out of the files: then read_audio_attributes is worth doing ahead.
-  bool reads_files() const { return wanted_ != 0; }
-  /// The attributes that names need.
-  AudioTags wanted() const { return wanted_; }
+  bool reads(std::u16string_view extension) const override { return reads_files() && takes_part(extension); }
+  bool reads_files() const override { return wanted_ != 0; }
+  AudioTags wanted_tags() const override { return wanted_; }
 
   /// Puts the name together in name.result, which becomes name.base where there is nothing to put together.
   void write_name(const AudioAttributes& attributes, WorkingName& name) const;
@@ -57,8 +43,8 @@ class AudioParameters {
   void write_mask(const AudioAttributes& attributes, WorkingName& name) const;
   void append_value(const AudioAttributes& attributes, std::size_t token, std::u16string& out) const;
 
-  std::u16string mask_;
-  std::u16string separator_;  // empty for none
+  std::u16string mask_;       // empty: no item takes part; "/" is ":" here and below
+  std::u16string separator_;  // between values, never behind a text of the user's own; empty for none
   bool replaces_colons_;
   std::u16string colon_replacement_;
   std::vector<Entry> entries_;
@@ -68,10 +54,9 @@ class AudioParameters {
 };
 
 /// `read` is what read_audio_attributes said of the item's file; null to have it read when it is needed.
-NameOutcome audio_name(const AudioParameters& parameters, const FileSystemItem& item, const AudioAttributes* read,
-                       WorkingName& name);
+NameOutcome renameByID3Tags(const AudioParameters& parameters, const FileSystemItem& item, const AudioAttributes* read,
+                            WorkingName& name);
 
-bool renameByID3Tags(FileSystemItem& item, const AudioParameters& parameters, WorkingName& name, std::u16string& error,
-                     const AudioAttributes* read = nullptr);
+extern const MethodRow audio_method;
 
 }  // namespace brindle

@@ -1,49 +1,49 @@
 #pragma once
 
-// Date and Time: a date of the file, or a date of the user's choice, put into the base of each name. Parameters are
-// immutable; any number of threads may use them.
+// Date and Time: a date of the file, or a date of the user's choice, put into the base of each name.
 
 #include <cstdint>
-#include <optional>
 #include <string>
-#include <string_view>
 
+#include "methods/date_parts.h"
 #include "methods/placement.h"
-#include "methods/rename_operation.h"
 #include "platform/date.h"
 #include "text/date_format.h"
-#include "text/date_pattern.h"
 #include "text/search_text.h"
 
 namespace brindle {
 
-/// The arguments as the settings hold them. "/" becomes ":" in all texts but the parts.
-struct DateTimeArguments {
-  std::int32_t dateTimeDateOptionIndex = 0;  ///< 0 creation, 1 modification, 2 the custom date
-  std::optional<Date> dateTimeCustomDate = {};
-  std::int32_t dateTimeOptionsIndex = 0;  ///< where it goes, as for Insert
-  std::int32_t dateTimeAtPositionNo = 1;
-  std::int32_t dateTimeAtPositionDirection = 0;
-  std::u16string_view dateTimeAtBeforeText = {};
-  std::int32_t dateTimeAtBeforeTextOccurrence = 1;
-  std::u16string_view dateTimeAtAfterText = {};
-  std::int32_t dateTimeAtAfterTextOccurrence = 1;
-  bool hasDateFormat = true;
-  bool hasTimeFormat = true;  ///< with neither format the pattern is "dd/MM/yyyy hh:mm:ss a"
-  DateParts parts = {};
-  bool isDateTimeColonReplace = false;  ///< every ":" of the date becomes dateTimeColonReplace
-  std::u16string_view dateTimeColonReplace = {};
-  std::u16string_view dateTimeSeparator = {};  ///< literally, between date and time when both are there
-  std::u16string_view dateTimePrefix = {};     ///< stands before the date
-  std::u16string_view dateTimeSuffix = {};
+inline constexpr PlacementMembers date_placement = {
+    &RenameSettings::dateTimeOptionsIndex,
+    {&RenameSettings::isDateTimeAtBeginning, &RenameSettings::isDateTimeAtEnd, &RenameSettings::isDateTimeAtPosition,
+     &RenameSettings::isDateTimeAtBeforeText, &RenameSettings::isDateTimeAtAfterText},
+    &RenameSettings::dateTimeAtPositionNo,
+    &RenameSettings::dateTimeAtPositionDirection,
+    &RenameSettings::dateTimeAtBeforeText,
+    &RenameSettings::dateTimeAtBeforeTextOccurrence,
+    &RenameSettings::dateTimeAtAfterText,
+    &RenameSettings::dateTimeAtAfterTextOccurrence,
 };
 
-/// The pattern these arguments stand for.
-std::u16string date_time_pattern(const DateTimeArguments& arguments);
+inline constexpr DatePartMembers date_time_parts = {
+    {&RenameSettings::dateTimeFormatDatePart1, &RenameSettings::dateTimeFormatDateSeperator1,
+     &RenameSettings::dateTimeFormatDatePart2, &RenameSettings::dateTimeFormatDateSeperator2,
+     &RenameSettings::dateTimeFormatDatePart3},
+    {&RenameSettings::dateTimeFormatTimePart1, &RenameSettings::dateTimeFormatTimeSeperator1,
+     &RenameSettings::dateTimeFormatTimePart2, &RenameSettings::dateTimeFormatTimeSeperator2,
+     &RenameSettings::dateTimeFormatTimePart3},
+};
 
-class DateTimeParameters {
+/// What dateTimeDateOptionIndex chooses.
+enum DateSource : std::int32_t { creation_date = 0, modification_date = 1, custom_date = 2 };
+
+/// The pattern these settings stand for; with neither format "dd/MM/yyyy hh:mm:ss a".
+std::u16string date_time_pattern(const RenameSettings& settings);
+
+class DateTimeParameters final : public RenameStep {
  public:
-  explicit DateTimeParameters(const DateTimeArguments& arguments);
+  explicit DateTimeParameters(const RenameSettings& settings);
+  NameOutcome make_name(StepRun& run) const override;
 
   const Placement& placement() const { return placement_; }
 
@@ -57,7 +57,7 @@ class DateTimeParameters {
   Placement placement_;
   DateFormatter formatter_;
   std::int32_t source_;
-  std::optional<Date> custom_date_;
+  Date custom_date_;
   bool replaces_colons_;
   SearchText colon_;
   std::u16string colon_replacement_;
@@ -65,9 +65,8 @@ class DateTimeParameters {
   std::u16string suffix_;
 };
 
-NameOutcome date_time(const DateTimeParameters& parameters, const FileSystemItem& item, WorkingName& name);
+NameOutcome renameByDateTime(const DateTimeParameters& parameters, const FileSystemItem& item, WorkingName& name);
 
-bool renameByDateTime(FileSystemItem& item, const DateTimeParameters& parameters, WorkingName& name,
-                      std::u16string& error);
+extern const MethodRow date_time_method;
 
 }  // namespace brindle

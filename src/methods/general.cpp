@@ -71,44 +71,48 @@ void WindowsReplacements::append_compatible(std::u16string_view text, std::u16st
   }
 }
 
-GeneralParameters::GeneralParameters(const GeneralArguments& arguments)
-    : option(static_cast<GeneralOption>(arguments.generalOptionIndex)), letter_case(0), number(0) {
+GeneralParameters::GeneralParameters(const RenameSettings& settings)
+    : option(static_cast<GeneralOption>(settings.generalOptionIndex)) {
   switch (option) {
     case GeneralOption::convert_filename_case:
-      letter_case = arguments.generalFileNameCase;
+      letter_case = settings.generalFileNameCase;
       break;
     case GeneralOption::convert_extension:
-      letter_case = arguments.generalExtensionCase;
+      letter_case = settings.generalExtensionCase;
       break;
     case GeneralOption::change_extension:
-      text = on_disk(arguments.generalChangeExtension);
+      text = on_disk(text_of(settings.generalChangeExtension));
       break;
     case GeneralOption::swap_from_seperator:
-      search = {on_disk(arguments.generalSwapSeperator), false};
+      search = {on_disk(text_of(settings.generalSwapSeperator)), false};
       break;
     case GeneralOption::swap_from_position:
-      number = arguments.generalSwapPosition;
+      number = integer_of(settings.generalSwapPosition);
       break;
     case GeneralOption::remove_after_string:
-      search = {on_disk(arguments.generalRemoveAfterString), true};
-      number = arguments.generalRemoveAfterStringOccurrence;
+      search = {on_disk(text_of(settings.generalRemoveAfterString)), true};
+      number = integer_of(settings.generalRemoveAfterStringOccurrence);
       break;
     case GeneralOption::remove_from_string:
-      search = {on_disk(arguments.generalRemoveFromString), true};
-      number = arguments.generalRemoveFromStringOccurrence;
+      search = {on_disk(text_of(settings.generalRemoveFromString)), true};
+      number = integer_of(settings.generalRemoveFromStringOccurrence);
       break;
     case GeneralOption::filename_mask:
-      text = on_disk(arguments.generalFilenameMask);
+      text = on_disk(text_of(settings.generalFilenameMask));
       break;
     case GeneralOption::convert_windows_compatible:
-      windows = WindowsReplacements(arguments.generalConvertWindowsCompatibleString);
+      windows = WindowsReplacements(text_of(settings.generalConvertWindowsCompatibleString));
       break;
     default:
       break;
   }
 }
 
-NameOutcome general_text(const GeneralParameters& parameters, ItemType type, WorkingName& name) {
+NameOutcome GeneralParameters::make_name(StepRun& run) const {
+  return renameByGeneral(*this, run.item.itemType(), run.name);
+}
+
+NameOutcome renameByGeneral(const GeneralParameters& parameters, ItemType type, WorkingName& name) {
   const std::u16string_view base = name.base;
   std::u16string& result = name.result;
   switch (parameters.option) {
@@ -152,11 +156,101 @@ NameOutcome general_text(const GeneralParameters& parameters, ItemType type, Wor
   return NameOutcome::base;
 }
 
-bool renameByGeneral(FileSystemItem& item, const GeneralParameters& parameters, WorkingName& name,
-                     std::u16string& error) {
-  const ItemType type = item.itemType();
-  return rename_operation(item, name, error,
-                          [&](WorkingName& working) { return general_text(parameters, type, working); });
+namespace {
+
+using S = RenameSettings;
+
+// By GeneralOption.
+constexpr auto general_flags = std::to_array<bool S::*>(
+    {&S::isGeneralConvertFilenameCase, &S::isGeneralConvertExtension, &S::isGeneralRemoveExtension,
+     &S::isGeneralChangeExtension, &S::isGeneralReverseFileName, &S::isGeneralRemoveSpaces,
+     &S::isGeneralSwapFromSeperator, &S::isGeneralSwapFromPostion, &S::isGeneralRemoveAfterString,
+     &S::isGeneralRemoveFromString, &S::isGeneralFilenameMask, &S::isGeneralConvertWindowsCompatible});
+
+void select_general(S& settings, RuleVariant) {
+  settings.generalOptionsIndex = settings.generalOptionIndex;
+  select_flag(settings, general_flags, settings.generalOptionIndex);
 }
+
+void add_case(RuleRows& rows, std::string_view label, std::int32_t letter_case) {
+  constexpr std::array<std::string_view, 3> cases = {"Upper Case", "Lower Case", "Proper Case"};
+  if (letter_case >= 1 && letter_case <= 3) return rows.word(label, cases[static_cast<std::size_t>(letter_case) - 1]);
+  rows.number(label, letter_case);
+}
+
+void add_cut(RuleRows& rows, std::string_view label, Text S::*text, Text S::*occurrence) {
+  rows.text(label, text);
+  rows.text("On Occurrence", occurrence);
+}
+
+void add_general_rows(RuleRows& rows, RuleVariant) {
+  switch (static_cast<GeneralOption>(rows.settings.generalOptionIndex)) {
+    case GeneralOption::convert_filename_case:
+      return add_case(rows, "Convert Filename to", rows.settings.generalFileNameCase);
+    case GeneralOption::convert_extension:
+      return add_case(rows, "Convert Extension to", rows.settings.generalExtensionCase);
+    case GeneralOption::remove_extension:
+      return rows.flag("Remove Extension", true);
+    case GeneralOption::change_extension:
+      return rows.text("Add/Change Extension", &S::generalChangeExtension);
+    case GeneralOption::reverse:
+      return rows.flag("Reverse Filename", true);
+    case GeneralOption::remove_spaces:
+      return rows.flag("Remove Spaces", true);
+    case GeneralOption::swap_from_seperator:
+      return rows.text("Swap Filename by separator", &S::generalSwapSeperator);
+    case GeneralOption::swap_from_position:
+      return rows.text("Swap Filename by position", &S::generalSwapPosition);
+    case GeneralOption::remove_after_string:
+      return add_cut(rows, "Remove All Characters After", &S::generalRemoveAfterString,
+                     &S::generalRemoveAfterStringOccurrence);
+    case GeneralOption::remove_from_string:
+      return add_cut(rows, "Remove All Characters From", &S::generalRemoveFromString,
+                     &S::generalRemoveFromStringOccurrence);
+    case GeneralOption::filename_mask:
+      return rows.text("Filename Padding Mask", &S::generalFilenameMask);
+    case GeneralOption::convert_windows_compatible:
+      rows.flag("Convert Filename To Windows Compatible", true);
+      return rows.text("Replace With", &S::generalConvertWindowsCompatibleString);
+  }
+}
+
+constexpr auto general_kinds = std::to_array<RuleKind>({{RuleVariant::general, u"General"}});
+
+constexpr auto absent_general_options = std::to_array<AbsentOption>({
+    {&S::generalChangeExtension},
+    {&S::generalSwapSeperator},
+    {&S::generalRemoveAfterString},
+    {&S::generalRemoveFromString},
+    {&S::generalConvertWindowsCompatibleString},
+    {&S::generalFilenameMask},
+    {&S::generalSwapPosition, u"1"},
+    {&S::generalRemoveAfterStringOccurrence, u"1"},
+    {&S::generalRemoveFromStringOccurrence, u"1"},
+});
+
+constexpr Requirement needed_text(Text S::*text, GeneralOption option) {
+  return {text, "GENERALINVALIDINPUT", "ENTERVALIDVALUE", &S::generalOptionIndex, static_cast<std::int32_t>(option)};
+}
+constexpr auto general_requirements = std::to_array<Requirement>({
+    needed_text(&S::generalRemoveAfterString, GeneralOption::remove_after_string),
+    needed_text(&S::generalRemoveFromString, GeneralOption::remove_from_string),
+    needed_text(&S::generalFilenameMask, GeneralOption::filename_mask),
+});
+
+}  // namespace
+
+constexpr MethodRow general_method = {
+    .method = Method::general,
+    .title = "METHODGENERAL",
+    .icon = "general",
+    .rule = u"General",
+    .kinds = general_kinds,
+    .absent = absent_general_options,
+    .required = general_requirements,
+    .step = step_of<GeneralParameters>,
+    .add_rows = add_general_rows,
+    .select = select_general,
+};
 
 }  // namespace brindle

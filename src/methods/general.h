@@ -1,14 +1,13 @@
 #pragma once
 
-// General: one of twelve transformations of the whole name. Odd parameters leave the name as it is. Parameters are
-// immutable; any number of threads may use them.
+// General: one of twelve transformations of the whole name. Odd options leave the name as it is.
 
 #include <array>
 #include <cstdint>
 #include <string>
 #include <string_view>
 
-#include "methods/rename_operation.h"
+#include "methods/method_table.h"
 #include "text/search_text.h"
 
 namespace brindle {
@@ -29,23 +28,6 @@ enum class GeneralOption : std::int32_t {
   convert_windows_compatible = 11,
 };
 
-/// The arguments as the settings hold them. "/" becomes ":" in all texts but the Windows replacement. Cases are 1
-/// upper, 2 lower, 3 proper; any other leaves the text alone. Positions and occurrences are 1-based.
-struct GeneralArguments {
-  std::int32_t generalOptionIndex = 0;
-  std::int32_t generalFileNameCase = 0;
-  std::int32_t generalExtensionCase = 0;
-  std::u16string_view generalChangeExtension = {};
-  std::u16string_view generalSwapSeperator = {};
-  std::int32_t generalSwapPosition = 1;
-  std::u16string_view generalRemoveAfterString = {};
-  std::u16string_view generalRemoveFromString = {};
-  std::int32_t generalRemoveAfterStringOccurrence = 1;
-  std::int32_t generalRemoveFromStringOccurrence = 1;
-  std::u16string_view generalConvertWindowsCompatibleString = {};
-  std::u16string_view generalFilenameMask = {};
-};
-
 /// The characters that Windows forbids in names, each with what it finally becomes. They are replaced one after the
 /// other, so a replacement that holds a later one of them is itself worked on.
 class WindowsReplacements {
@@ -62,21 +44,21 @@ class WindowsReplacements {
   std::array<bool, 9> too_long_{};
 };
 
-/// The option's arguments made ready; the texts of other options stay empty.
-struct GeneralParameters {
-  explicit GeneralParameters(const GeneralArguments& arguments);
+/// The chosen option made ready; the texts of other options stay empty.
+struct GeneralParameters final : RenameStep {
+  explicit GeneralParameters(const RenameSettings& settings);
+  NameOutcome make_name(StepRun& run) const override;
 
   GeneralOption option;
-  std::int32_t letter_case;
-  std::int32_t number;  ///< position or occurrence
-  std::u16string text;  ///< new extension or mask
+  std::int32_t letter_case = 0;  ///< 1 upper, 2 lower, 3 proper; any other leaves the text alone
+  std::int32_t number = 0;       ///< position or occurrence, from 1
+  std::u16string text;           ///< new extension or mask; "/" is ":" here and in `search`
   SearchText search;
   WindowsReplacements windows;
 };
 
-NameOutcome general_text(const GeneralParameters& parameters, ItemType type, WorkingName& name);
+NameOutcome renameByGeneral(const GeneralParameters& parameters, ItemType type, WorkingName& name);
 
-bool renameByGeneral(FileSystemItem& item, const GeneralParameters& parameters, WorkingName& name,
-                     std::u16string& error);
+extern const MethodRow general_method;
 
 }  // namespace brindle

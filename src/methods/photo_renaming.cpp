@@ -14,17 +14,6 @@
 namespace brindle {
 namespace {
 
-std::u16string pattern_of(std::u16string (*pattern)(const DateParts&), const DateParts& parts) {
-  const std::u16string separators[] = {on_disk(parts.dateSeperator1), on_disk(parts.dateSeperator2),
-                                       on_disk(parts.timeSeperator1), on_disk(parts.timeSeperator2)};
-  DateParts ready = parts;
-  ready.dateSeperator1 = separators[0];
-  ready.dateSeperator2 = separators[1];
-  ready.timeSeperator1 = separators[2];
-  ready.timeSeperator2 = separators[3];
-  return pattern(ready);
-}
-
 bool names(std::u16string_view mask, std::u16string_view group) {
   return SearchText(group, false).find(mask) != SearchText::npos;
 }
@@ -51,18 +40,19 @@ struct PhotoParameters::Values {
   std::optional<WallTime> date;
 };
 
-PhotoParameters::PhotoParameters(const PhotoArguments& arguments)
-    : separator_(arguments.isPhotoRenamingSeperator ? on_disk(arguments.photoRenamingSeperator) : std::u16string()),
-      replaces_colons_(arguments.isPhotoRenamingColonReplace),
-      colon_replacement_(on_disk(arguments.photoRenamingColonReplace)),
-      date_format_(pattern_of(date_pattern, arguments.parts)),
-      time_format_(pattern_of(time_pattern, arguments.parts)),
-      padding_(on_disk(arguments.photoPaddingMask)),
-      has_mask_(!arguments.photoRenamingMask.empty()),
-      mask_names_exif_(names(arguments.photoRenamingMask, u"EXIF_")),
-      mask_names_iptc_(names(arguments.photoRenamingMask, u"IPTC_")),
-      extensions_(arguments.allowedExtensions.begin(), arguments.allowedExtensions.end()) {
-  for (const std::u16string& tag : arguments.tags) tokens_.push_back(token_of(tag));
+PhotoParameters::PhotoParameters(const RenameSettings& settings)
+    : separator_(settings.isPhotoRenamingSeperator ? on_disk(text_of(settings.photoRenamingSeperator))
+                                                   : std::u16string()),
+      replaces_colons_(settings.isPhotoRenamingColonReplace),
+      colon_replacement_(on_disk(text_of(settings.photoRenamingColonReplace))),
+      date_format_(pattern_on_disk(date_pattern, date_parts(settings, photo_parts))),
+      time_format_(pattern_on_disk(time_pattern, date_parts(settings, photo_parts))),
+      padding_(on_disk(text_of(settings.photoPaddingMask))),
+      has_mask_(!is_blank(settings.photoRenamingMask)),
+      mask_names_exif_(names(text_of(settings.photoRenamingMask), u"EXIF_")),
+      mask_names_iptc_(names(text_of(settings.photoRenamingMask), u"IPTC_")),
+      extensions_(settings.photoExtensions.begin(), settings.photoExtensions.end()) {
+  for (const MetaDataField& field : settings.photoMetaDataList) tokens_.push_back(token_of(field.tagCode));
   plan_reading();
 }
 
@@ -200,8 +190,12 @@ void PhotoParameters::write_name(const PhotoMetadata& metadata, std::int32_t num
   if (name.result.empty()) name.result.append(name.base);
 }
 
-NameOutcome photo_name(const PhotoParameters& parameters, const FileSystemItem& item, std::int32_t& numberSequence,
-                       const PhotoMetadata* read, WorkingName& name) {
+NameOutcome PhotoParameters::make_name(StepRun& run) const {
+  return renameByPhotoEXIFTags(*this, run.item, run.photo_number, run.photo, run.name);
+}
+
+NameOutcome renameByPhotoEXIFTags(const PhotoParameters& parameters, const FileSystemItem& item,
+                                  std::int32_t& numberSequence, const PhotoMetadata* read, WorkingName& name) {
   if (!parameters.takes_part(name.extension)) {
     name.result = item.newFilename().empty() ? item.filenameWithExtension() : item.newFilename();
     return NameOutcome::whole;
@@ -215,20 +209,13 @@ NameOutcome photo_name(const PhotoParameters& parameters, const FileSystemItem& 
   return NameOutcome::base;
 }
 
-bool renameByPhotoEXIFTags(FileSystemItem& item, const PhotoParameters& parameters, std::int32_t& numberSequence,
-                           WorkingName& name, std::u16string& error, const PhotoMetadata* read) {
-  return rename_operation(item, name, error, [&](WorkingName& working) {
-    return photo_name(parameters, item, numberSequence, read, working);
-  });
-}
-
 MetaDataList read_metadata_values(const std::string& path, const DateParts& parts) {
   const ImageProperties image = read_image_properties(path, {.exif = true, .iptc = true, .size = true});
   XmpEntries entries;
   entries.wanted.fill(true);
   const XmpTexts xmp = find_xmp_texts(path, entries);
-  const DateFormatter date_format(pattern_of(date_pattern, parts));
-  const DateFormatter time_format(pattern_of(time_pattern, parts));
+  const DateFormatter date_format(pattern_on_disk(date_pattern, parts));
+  const DateFormatter time_format(pattern_on_disk(time_pattern, parts));
   MetaDataList list;
   const auto path_of_file = [&path] { return path; };
   const MessageSubject subject(path_of_file);
@@ -247,5 +234,50 @@ MetaDataList read_metadata_values(const std::string& path, const DateParts& part
   list.set_value(u"<FILEINFO_Filename>", split_extension(name).base);
   return list;
 }
+
+namespace {
+
+void add_photo_rows(RuleRows& rows, RuleVariant) {
+  rows.text("Renaming Mask", &RenameSettings::photoRenamingMask);
+  rows.text_if(&RenameSettings::isPhotoRenamingSeperator, "Separator", &RenameSettings::photoRenamingSeperator);
+  rows.text_if(&RenameSettings::isPhotoRenamingColonReplace, "Replace colon[:] with character(s)",
+               &RenameSettings::photoRenamingColonReplace);
+  const DateParts parts = date_parts(rows.settings, photo_parts);
+  rows.text("Date Format", date_pattern(parts));
+  rows.text("Time Format", time_pattern(parts));
+  rows.text_if_any("Sequence Padding Mask", &RenameSettings::photoPaddingMask);
+  rows.flag("Reset Sequence On Each Folder", &RenameSettings::isPhotoResetSequenceOnEachFolder);
+  rows.list("Allowed Extensions", rows.settings.photoExtensions);
+}
+
+constexpr auto photo_kinds = std::to_array<RuleKind>({{RuleVariant::photo, u"Photo"}});
+
+constexpr auto absent_photo_options = std::to_array<AbsentOption>({
+    {&RenameSettings::photoRenamingSeperator},
+    {&RenameSettings::photoRenamingColonReplace},
+    {&RenameSettings::photoDateSeperator1},
+    {&RenameSettings::photoDateSeperator2},
+    {&RenameSettings::photoTimeSeperator1},
+    {&RenameSettings::photoTimeSeperator2},
+    {&RenameSettings::photoPaddingMask},
+});
+
+constexpr auto photo_requirements =
+    std::to_array<Requirement>({{&RenameSettings::photoRenamingMask, "PHOTOINVALIDINPUT", "INVALIDPHOTORENAMINGMASK"}});
+
+}  // namespace
+
+constexpr MethodRow photo_method = {
+    .method = Method::photo,
+    .title = "METHODPHOTO",
+    .icon = "photo",
+    .rule = u"Photo",
+    .kinds = photo_kinds,
+    .absent = absent_photo_options,
+    .required = photo_requirements,
+    .step = step_of<PhotoParameters>,
+    .add_rows = add_photo_rows,
+    .restarts_in_folder = &RenameSettings::isPhotoResetSequenceOnEachFolder,
+};
 
 }  // namespace brindle

@@ -1,11 +1,9 @@
 #pragma once
 
-// Photo metadata: a name put together from what the picture says about itself, by a mask of tokens. Parameters are
-// immutable; any number of threads may use them.
+// Photo metadata: a name put together from what the picture says about itself, by a mask of tokens.
 
 #include <cstdint>
 #include <optional>
-#include <span>
 #include <string>
 #include <string_view>
 #include <unordered_set>
@@ -13,45 +11,32 @@
 
 #include "metadata/field_source.h"
 #include "metadata/image_parts.h"
-#include "metadata/image_properties.h"
 #include "metadata/metadata_catalogue.h"
-#include "metadata/xmp_text.h"
-#include "methods/rename_operation.h"
+#include "methods/date_parts.h"
+#include "methods/method_table.h"
 #include "text/date_format.h"
-#include "text/date_pattern.h"
 #include "text/search_text.h"
 
 namespace brindle {
 
-/// The arguments as the settings hold them. "/" becomes ":" in all texts but the date parts, the tags and the
-/// extensions.
-struct PhotoArguments {
-  std::u16string_view photoRenamingMask = {};  ///< empty: no item takes part; decides what is read of a file
-  bool isPhotoRenamingSeperator = false;
-  std::u16string_view photoRenamingSeperator = {};  ///< between values; never behind a text of the user's own
-  bool isPhotoRenamingColonReplace = false;         ///< every ":" of a value becomes photoRenamingColonReplace
-  std::u16string_view photoRenamingColonReplace = {};
-  DateParts parts = {};                                    ///< photoDatePart1 … photoTimePart3
-  std::u16string_view photoPaddingMask = {};               ///< its first characters fill the number up to its length
-  std::span<const std::u16string> tags = {};               ///< the tokens of the mask, in order
-  std::span<const std::u16string> allowedExtensions = {};  ///< of the items that take part: ".JPG", upper case
+inline constexpr DatePartMembers photo_parts = {
+    {&RenameSettings::photoDatePart1, &RenameSettings::photoDateSeperator1, &RenameSettings::photoDatePart2,
+     &RenameSettings::photoDateSeperator2, &RenameSettings::photoDatePart3},
+    {&RenameSettings::photoTimePart1, &RenameSettings::photoTimeSeperator1, &RenameSettings::photoTimePart2,
+     &RenameSettings::photoTimeSeperator2, &RenameSettings::photoTimePart3},
 };
 
-/// What the method needs to know of one file.
-struct PhotoMetadata {
-  ImageProperties image;
-  XmpTexts xmp;
-};
-
-class PhotoParameters {
+class PhotoParameters final : public RenameStep {
  public:
-  explicit PhotoParameters(const PhotoArguments& arguments);
+  explicit PhotoParameters(const RenameSettings& settings);
+  NameOutcome make_name(StepRun& run) const override;
 
   /// Whether an item whose name has this extension (no dot, any case) gets a name from the mask. All others are left
   /// alone.
   bool takes_part(std::u16string_view extension) const;
-  /// Whether names need anything out of the files: then read() is worth doing ahead.
-  bool reads_files() const { return parts_.exif || parts_.iptc || parts_.size; }
+  bool reads(std::u16string_view extension) const override { return reads_files() && takes_part(extension); }
+  bool reads_files() const override { return parts_.exif || parts_.iptc || parts_.size; }
+  std::optional<PhotoMetadata> read_photo(const std::string& path) const override { return read(path); }
   /// Reads what the mask needs, and no more. Never fails: an unreadable file has no values. Throws only std::bad_alloc.
   PhotoMetadata read(const std::string& path) const;
 
@@ -74,7 +59,7 @@ class PhotoParameters {
   void append_value(const Token& token, const PhotoMetadata& metadata, const Values& values, WorkingName& name) const;
   void append_coloned(std::u16string_view value, std::u16string& out) const;
 
-  std::u16string separator_;  // empty for none
+  std::u16string separator_;  // between values, never behind a text of the user's own; empty for none
   bool replaces_colons_;
   std::u16string colon_replacement_;
   DateFormatter date_format_;
@@ -92,11 +77,10 @@ class PhotoParameters {
 
 /// `numberSequence` is the caller's running number: only items that take part are counted, each by 1. `read` is what
 /// parameters.read() said of the item's file; null to have it read when it is needed.
-NameOutcome photo_name(const PhotoParameters& parameters, const FileSystemItem& item, std::int32_t& numberSequence,
-                       const PhotoMetadata* read, WorkingName& name);
+NameOutcome renameByPhotoEXIFTags(const PhotoParameters& parameters, const FileSystemItem& item,
+                                  std::int32_t& numberSequence, const PhotoMetadata* read, WorkingName& name);
 
-bool renameByPhotoEXIFTags(FileSystemItem& item, const PhotoParameters& parameters, std::int32_t& numberSequence,
-                           WorkingName& name, std::u16string& error, const PhotoMetadata* read = nullptr);
+extern const MethodRow photo_method;
 
 /// Every field of the catalogue with its value for one file, as a mask would show it; the running number has none.
 MetaDataList read_metadata_values(const std::string& path, const DateParts& parts);

@@ -4,14 +4,14 @@
 
 namespace brindle {
 
-Placement::Placement(const Arguments& arguments)
-    : option_index_(arguments.option_index),
-      position_(arguments.position),
-      from_end_(arguments.direction == 1),
-      before_text_(on_disk(arguments.before_text), true),
-      before_occurrence_(arguments.before_occurrence),
-      after_text_(on_disk(arguments.after_text), true),
-      after_occurrence_(arguments.after_occurrence) {}
+Placement::Placement(const RenameSettings& settings, const PlacementMembers& members)
+    : option_index_(settings.*members.option),
+      position_(integer_of(settings.*members.position)),
+      from_end_(settings.*members.direction == 1),
+      before_text_(on_disk(text_of(settings.*members.before_text)), true),
+      before_occurrence_(integer_of(settings.*members.before_occurrence)),
+      after_text_(on_disk(text_of(settings.*members.after_text)), true),
+      after_occurrence_(integer_of(settings.*members.after_occurrence)) {}
 
 NameOutcome Placement::place(std::u16string_view text, WorkingName& name) const {
   switch (option_index_) {
@@ -45,6 +45,33 @@ void Placement::place_at_position(std::u16string_view text, WorkingName& name) c
   }
   const std::size_t at = from_end_ ? name.base.size() - units : units;
   name.result.append(name.base.substr(0, at)).append(text).append(name.base.substr(at));
+}
+
+void add_place(RuleRows& rows, const PlacementMembers& members, std::optional<std::u16string_view> text) {
+  const RenameSettings& s = rows.settings;
+  const auto add = [&](std::string_view label) { text ? rows.text(label, *text) : rows.word(label, "TRUE"); };
+  const auto add_search = [&](Text RenameSettings::*searched, Text RenameSettings::*occurrence) {
+    rows.text("Text To Search", searched);
+    rows.text("On Occurrence", occurrence);
+  };
+  switch (s.*members.option) {
+    case Placement::at_beginning:
+      return add("Insert At Beginning");
+    case Placement::at_end:
+      return add("Insert At End");
+    case Placement::at_position:
+      add("Insert At Position");
+      rows.text("At Character Positions", members.position);
+      return rows.word("Insert From", s.*members.direction == 1 ? "END" : "START");
+    case Placement::before_text:
+      add("Insert At Before Text");
+      return add_search(members.before_text, members.before_occurrence);
+    case Placement::after_text:
+      add("Insert At After Text");
+      return add_search(members.after_text, members.after_occurrence);
+    default:
+      return;
+  }
 }
 
 }  // namespace brindle

@@ -5,21 +5,29 @@
 
 namespace brindle {
 
-PrefixSuffixParameters::PrefixSuffixParameters(const PrefixSuffixArguments& arguments)
-    : prefix_(arguments.isString ? on_disk(arguments.prefix) : std::u16string(arguments.datePrefix)),
-      suffix_(arguments.isString ? on_disk(arguments.suffix) : std::u16string(arguments.dateSuffix)),
-      attribute_(arguments.fileDateAttribute),
-      is_date_prefix_(arguments.isDatePrefix),
-      is_date_suffix_(arguments.isDateSuffix),
-      now_(arguments.now) {
-  if (!arguments.isString) formatter_.emplace(date_pattern(arguments.parts) + u' ' + time_pattern(arguments.parts));
+PrefixSuffixParameters::PrefixSuffixParameters(const RenameSettings& settings, Date now)
+    : prefix_(settings.isPrefixSuffixString ? on_disk(text_of(settings.prefixSuffixPrefix))
+                                            : std::u16string(text_of(settings.prefixSuffixDatePrefix))),
+      suffix_(settings.isPrefixSuffixString ? on_disk(text_of(settings.prefixSuffixSuffix))
+                                            : std::u16string(text_of(settings.prefixSuffixDateSuffix))),
+      attribute_(settings.prefixSuffixFileDateAttribute),
+      is_date_prefix_(settings.isPrefixSuffixDatePrefix),
+      is_date_suffix_(settings.isPrefixSuffixDateSuffix),
+      now_(now) {
+  if (settings.isPrefixSuffixString) return;
+  const DateParts parts = date_parts(settings, prefix_suffix_parts);
+  formatter_.emplace(date_pattern(parts) + u' ' + time_pattern(parts));
+}
+
+NameOutcome PrefixSuffixParameters::make_name(StepRun& run) const {
+  return renameByPrefixSuffix(*this, run.item, run.name);
 }
 
 Date PrefixSuffixParameters::date_of(const FileSystemItem& item) const {
-  if (attribute_ != 1 && attribute_ != 2) return now_;
+  if (attribute_ != date_created && attribute_ != date_modified) return now_;
   const Result<FileDates> dates = file_dates(item.disk_path());
   if (!dates.ok()) return now_;
-  return attribute_ == 1 ? dates->creation : dates->modification;
+  return attribute_ == date_created ? dates->creation : dates->modification;
 }
 
 PrefixSuffixParameters::Sides PrefixSuffixParameters::sides(const FileSystemItem& item, std::u16string& text) const {
@@ -34,16 +42,70 @@ PrefixSuffixParameters::Sides PrefixSuffixParameters::sides(const FileSystemItem
   return {is_date_prefix_ ? date : date.substr(0, 0), is_date_suffix_ ? date : date.substr(0, 0)};
 }
 
-NameOutcome prefix_suffix(const PrefixSuffixParameters& parameters, const FileSystemItem& item, WorkingName& name) {
+NameOutcome renameByPrefixSuffix(const PrefixSuffixParameters& parameters, const FileSystemItem& item,
+                                 WorkingName& name) {
   const PrefixSuffixParameters::Sides sides = parameters.sides(item, name.scratch);
   name.result.append(sides.before).append(name.base).append(sides.behind);
   return NameOutcome::base;
 }
 
-bool renameByPrefixSuffix(FileSystemItem& item, const PrefixSuffixParameters& parameters, WorkingName& name,
-                          std::u16string& error) {
-  return rename_operation(item, name, error,
-                          [&](WorkingName& working) { return prefix_suffix(parameters, item, working); });
+namespace {
+
+std::shared_ptr<const RenameStep> prefix_suffix_step(const RenameSettings& settings, Date now) {
+  return std::make_shared<const PrefixSuffixParameters>(settings, now);
 }
+
+std::optional<RuleVariant> chosen_prefix(const RenameSettings& settings) {
+  return settings.isPrefixSuffixString ? RuleVariant::as_string : RuleVariant::as_date;
+}
+
+void select_prefix(RenameSettings& settings, RuleVariant variant) {
+  settings.prefixSuffixIndex = variant == RuleVariant::as_date ? 1 : 0;
+}
+
+void add_prefix_rows(RuleRows& rows, RuleVariant variant) {
+  const bool is_date = variant == RuleVariant::as_date;
+  if (is_date) {
+    const std::int32_t date = rows.settings.prefixSuffixFileDateAttribute;
+    rows.word("File Date Attributes", date == date_created    ? "Date Created"
+                                      : date == date_modified ? "Date Modified"
+                                                              : "Current Date");
+    const DateParts parts = date_parts(rows.settings, prefix_suffix_parts);
+    rows.text("DateAndTime Format", date_pattern(parts) + u" " + time_pattern(parts));
+    rows.flag("Add as Prefix", &RenameSettings::isPrefixSuffixDatePrefix);
+    rows.flag("Add as Suffix", &RenameSettings::isPrefixSuffixDateSuffix);
+  }
+  rows.text_if_any("PREFIX", is_date ? &RenameSettings::prefixSuffixDatePrefix : &RenameSettings::prefixSuffixPrefix);
+  rows.text_if_any("SUFFIX", is_date ? &RenameSettings::prefixSuffixDateSuffix : &RenameSettings::prefixSuffixSuffix);
+}
+
+constexpr auto prefix_kinds =
+    std::to_array<RuleKind>({{RuleVariant::as_string, u"As String"}, {RuleVariant::as_date, u"As Date"}});
+
+constexpr auto absent_prefix_options = std::to_array<AbsentOption>({
+    {&RenameSettings::prefixSuffixPrefix},
+    {&RenameSettings::prefixSuffixSuffix},
+    {&RenameSettings::prefixSuffixDateSeperator1},
+    {&RenameSettings::prefixSuffixDateSeperator2},
+    {&RenameSettings::prefixSuffixTimeSeperator1},
+    {&RenameSettings::prefixSuffixTimeSeperator2},
+    {&RenameSettings::prefixSuffixDatePrefix},
+    {&RenameSettings::prefixSuffixDateSuffix},
+});
+
+}  // namespace
+
+constexpr MethodRow prefix_suffix_method = {
+    .method = Method::prefix_suffix,
+    .title = "METHODPREFIXSUFFIX",
+    .icon = "prefix_suffix",
+    .rule = u"PrefixSuffix",
+    .kinds = prefix_kinds,
+    .absent = absent_prefix_options,
+    .step = prefix_suffix_step,
+    .add_rows = add_prefix_rows,
+    .chosen = chosen_prefix,
+    .select = select_prefix,
+};
 
 }  // namespace brindle

@@ -1,37 +1,37 @@
 #pragma once
 
-// Prefix and Suffix: a fixed text, or a date of the file, before and/or behind the base of each name. Parameters are
-// immutable; any number of threads may use them.
+// Prefix and Suffix: a fixed text, or a date of the file, before and/or behind the base of each name.
 
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
 
-#include "methods/rename_operation.h"
+#include "methods/date_parts.h"
+#include "methods/method_table.h"
 #include "platform/date.h"
 #include "text/date_format.h"
-#include "text/date_pattern.h"
 
 namespace brindle {
 
-/// The arguments as the settings hold them.
-struct PrefixSuffixArguments {
-  std::u16string_view prefix = {};     ///< as typed: "/" becomes ":"
-  std::u16string_view suffix = {};     ///< as typed: "/" becomes ":"
-  bool isString = true;                ///< prefix and suffix; off: the date
-  std::int32_t fileDateAttribute = 1;  ///< 1 creation, 2 modification, else the start of the run
-  bool isDatePrefix = false;           ///< the date goes before the name
-  bool isDateSuffix = false;           ///< and/or behind it
-  DateParts parts = {};  ///< used as they are; date and time are always both written, a space between them
-  std::u16string_view datePrefix = {};  ///< stands before the date wherever it goes; used as it is
-  std::u16string_view dateSuffix = {};
-  Date now = {};  ///< the start of the run
+/// Used as they are; date and time are always both written, a space between them.
+inline constexpr DatePartMembers prefix_suffix_parts = {
+    {&RenameSettings::prefixSuffixDatePart1, &RenameSettings::prefixSuffixDateSeperator1,
+     &RenameSettings::prefixSuffixDatePart2, &RenameSettings::prefixSuffixDateSeperator2,
+     &RenameSettings::prefixSuffixDatePart3},
+    {&RenameSettings::prefixSuffixTimePart1, &RenameSettings::prefixSuffixTimeSeperator1,
+     &RenameSettings::prefixSuffixTimePart2, &RenameSettings::prefixSuffixTimeSeperator2,
+     &RenameSettings::prefixSuffixTimePart3},
 };
 
-class PrefixSuffixParameters {
+/// What prefixSuffixFileDateAttribute chooses; any other number is the start of the run as well.
+enum DateAttribute : std::int32_t { date_of_now = 0, date_created = 1, date_modified = 2 };
+
+class PrefixSuffixParameters final : public RenameStep {
  public:
-  explicit PrefixSuffixParameters(const PrefixSuffixArguments& arguments);
+  /// `now` is the start of the run.
+  PrefixSuffixParameters(const RenameSettings& settings, Date now);
+  NameOutcome make_name(StepRun& run) const override;
 
   struct Sides {
     std::u16string_view before;
@@ -46,7 +46,7 @@ class PrefixSuffixParameters {
  private:
   Date date_of(const FileSystemItem& item) const;
 
-  std::u16string prefix_;
+  std::u16string prefix_;  // of the date as typed, of the name with "/" turned to ":"
   std::u16string suffix_;
   std::optional<DateFormatter> formatter_;  // none for texts
   std::int32_t attribute_;
@@ -55,9 +55,9 @@ class PrefixSuffixParameters {
   Date now_;
 };
 
-NameOutcome prefix_suffix(const PrefixSuffixParameters& parameters, const FileSystemItem& item, WorkingName& name);
+NameOutcome renameByPrefixSuffix(const PrefixSuffixParameters& parameters, const FileSystemItem& item,
+                                 WorkingName& name);
 
-bool renameByPrefixSuffix(FileSystemItem& item, const PrefixSuffixParameters& parameters, WorkingName& name,
-                          std::u16string& error);
+extern const MethodRow prefix_suffix_method;
 
 }  // namespace brindle

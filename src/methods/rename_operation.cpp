@@ -1,5 +1,7 @@
 #include "methods/rename_operation.h"
 
+#include <exception>
+
 #include "platform/file_name.h"
 
 namespace brindle {
@@ -8,12 +10,6 @@ namespace {
 std::u16string& failure_format() {
   static std::u16string format = u"Unable to generate the new file name: %@";
   return format;
-}
-
-}  // namespace
-
-void set_failure_format(std::u16string_view format) {
-  failure_format() = format;
 }
 
 void take_apart(const FileSystemItem& item, WorkingName& name) {
@@ -45,6 +41,23 @@ void report_failure(std::u16string& error, const char* reason) {
   } else {
     error.replace(placeholder, 2, text);
   }
+}
+
+}  // namespace
+
+void set_failure_format(std::u16string_view format) {
+  failure_format() = format;
+}
+
+bool run_step(const RenameStep& step, StepRun& run, std::u16string& error) {
+  try {
+    take_apart(run.item, run.name);
+    run.name.result.clear();
+    store(run.item, run.name, step.make_name(run));
+  } catch (const std::exception& failure) {
+    report_failure(error, failure.what());
+  }
+  return error.empty();
 }
 
 }  // namespace brindle

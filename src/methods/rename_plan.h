@@ -1,52 +1,36 @@
 #pragma once
 
-// A tab's settings, or a chain of rules, made ready to run over many items: everything that can be done once a run is
-// done when the plan is made. Running an item is a loop over the steps.
+// A tab's settings, or a chain of rules, made ready to run over many items. Running an item is a loop over the steps.
 //
 // A plan belongs to one thread at a time (its counters move).
 
 #include <cstdint>
+#include <memory>
+#include <optional>
 #include <span>
 #include <string>
-#include <variant>
+#include <string_view>
 #include <vector>
 
-#include "list/file_system_item.h"
-#include "methods/audio_renaming.h"
-#include "methods/date_time.h"
-#include "methods/general.h"
-#include "methods/insert_delete.h"
-#include "methods/item_metadata.h"
-#include "methods/path_components.h"
-#include "methods/photo_renaming.h"
-#include "methods/prefix_suffix.h"
+#include "list/file_list.h"
+#include "metadata/metadata_ahead.h"
 #include "methods/rename_operation.h"
-#include "methods/replace_remove.h"
-#include "methods/sequence.h"
+#include "methods/rule.h"
 #include "settings/rename_settings.h"
-#include "settings/rule.h"
 
 namespace brindle {
 
-/// One operation with its arguments made ready. std::monostate leaves every item alone.
-using RenameStep = std::variant<std::monostate, NumericParameters, AlphabeticParameters, InsertParameters,
-                                DeleteParameters, ReplaceRemoveParameters, PrefixSuffixParameters, DateTimeParameters,
-                                GeneralParameters, PathComponentsParameters, AudioParameters, PhotoParameters>;
-
-/// The step of a settings record's selected tab: one row a tab decides which operation runs. std::monostate for a tab
-/// without a chosen variant, for the list tab, and for any tab outside 0…9. `now` is the start of the run: what "the
-/// current date" means in every name of it.
-RenameStep make_step(const RenameSettings& settings, Date now);
-
-/// The running counter of a sequence step: a number or letters, whichever the step counts in.
-struct SequenceCounter {
-  std::int32_t number = 0;
-  std::u16string letters;
+/// The metadata of one item for one run of a plan's steps.
+struct ItemMetadata {
+  /// By step; none for steps of other kinds, and for what was not read.
+  std::vector<std::optional<PhotoMetadata>> photos;
+  std::optional<AudioAttributes> audio;
 };
 
 class RenamePlan {
  public:
-  /// The method of the selected tab. The settings are expected to be validated and normalised (settings/validation.h).
+  /// The method of the selected tab; `now` is the start of the run, what "the current date" means in every name of it.
+  /// The settings are expected to be validated and normalised (validation.h).
   RenamePlan(const RenameSettings& settings, Date now);
   /// The active rules, in list order.
   RenamePlan(std::span<const Rule> rules, Date now);
@@ -76,7 +60,7 @@ class RenamePlan {
 
  private:
   struct Step {
-    RenameStep operation;
+    std::shared_ptr<const RenameStep> operation;
     SequenceCounter start;
     SequenceCounter counter;
   };
@@ -90,6 +74,26 @@ class RenamePlan {
   bool keeps_loaded_names_ = false;
   bool resets_on_folder_ = false;
   bool reads_files_ = false;
+};
+
+/// Hands out the metadata of rows that are asked for in rising order, read ahead of the row at hand on another core.
+/// Which values come out does not depend on that. One thread; the list and the plan must outlive it, and the names on
+/// the list must not change while it is used.
+class MetadataWindow {
+ public:
+  /// Does nothing at all for a plan whose steps read no files.
+  MetadataWindow(const FileList& files, const RenamePlan& plan);
+
+  /// None when nothing was read ahead: the steps then read what they need themselves.
+  std::optional<ItemMetadata> take(std::size_t row);
+
+ private:
+  void announce();
+
+  const FileList& files_;
+  const RenamePlan& plan_;
+  std::size_t next_ = 0;  // the first row not announced
+  std::unique_ptr<MetadataAhead<ItemMetadata>> ahead_;
 };
 
 }  // namespace brindle

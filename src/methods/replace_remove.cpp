@@ -6,22 +6,28 @@
 
 namespace brindle {
 
-ReplaceRemoveParameters::ReplaceRemoveParameters(const ReplaceRemoveArguments& arguments)
-    : work_(!arguments.removeCharacters              ? Work::replace
-            : arguments.replaceRemoveRemoveType == 0 ? Work::remove_characters
-            : arguments.replaceRemoveRemoveType == 1 ? Work::remove_between
-                                                     : Work::remove_around),
-      replacement_(on_disk(arguments.replaceWith)),
-      start_(arguments.startFromCharacter),
-      occurrence_(arguments.startOnOccurrence),
-      count_(arguments.occurrenceCount),
-      direction_(arguments.replaceRemovePositionDirection) {
-  const std::u16string searched = on_disk(arguments.replaceThis);
+ReplaceRemoveParameters::ReplaceRemoveParameters(const RenameSettings& settings)
+    : work_(settings.isReplaceRemoveReplace || !settings.isReplaceRemoveRemoveCharacters ? Work::replace
+            : settings.replaceRemoveRemoveType == 0                                      ? Work::remove_characters
+            : settings.replaceRemoveRemoveType == 1                                      ? Work::remove_between
+                                                                                         : Work::remove_around),
+      replacement_(settings.isReplaceRemoveReplace ? on_disk(text_of(settings.replaceRemoveWith)) : std::u16string()),
+      start_(integer_of(settings.replaceRemoveStartFromCharacter)),
+      direction_(settings.replaceRemovePositionDirection) {
+  const bool all =
+      settings.isReplaceRemoveAllOccurrence && (settings.isReplaceRemoveReplace || settings.isReplaceRemoveRemove);
+  occurrence_ = all ? 1 : integer_of(settings.replaceRemoveStartOnOccurrence);
+  count_ = all ? -1 : integer_of(settings.replaceRemoveOccuranceCount);
+  const std::u16string searched = on_disk(text_of(settings.replaceRemoveThis));
   if (work_ == Work::remove_characters) {
-    characters_ = CharacterSet(searched, arguments.caseSensitive);
+    characters_ = CharacterSet(searched, settings.isReplaceRemoveCaseSensitive);
   } else {
-    search_ = SearchText(searched, arguments.caseSensitive);
+    search_ = SearchText(searched, settings.isReplaceRemoveCaseSensitive);
   }
+}
+
+NameOutcome ReplaceRemoveParameters::make_name(StepRun& run) const {
+  return renameByReplaceRemove(*this, run.name);
 }
 
 void ReplaceRemoveParameters::append_replaced_from_occurrence(std::u16string_view part, std::u16string& out) const {
@@ -59,7 +65,7 @@ void ReplaceRemoveParameters::append_worked(std::u16string_view part, std::u16st
   }
 }
 
-NameOutcome replace_remove(const ReplaceRemoveParameters& parameters, WorkingName& name) {
+NameOutcome renameByReplaceRemove(const ReplaceRemoveParameters& parameters, WorkingName& name) {
   std::u16string_view oriented = name.base;
   if (parameters.direction() != 0) {
     name.scratch.clear();
@@ -75,9 +81,74 @@ NameOutcome replace_remove(const ReplaceRemoveParameters& parameters, WorkingNam
   return NameOutcome::base;
 }
 
-bool renameByReplaceRemove(FileSystemItem& item, const ReplaceRemoveParameters& parameters, WorkingName& name,
-                           std::u16string& error) {
-  return rename_operation(item, name, error, [&](WorkingName& working) { return replace_remove(parameters, working); });
+namespace {
+
+std::shared_ptr<const RenameStep> replace_remove_step(const RenameSettings& settings, Date now) {
+  const bool removes = settings.isReplaceRemoveRemove || settings.isReplaceRemoveRemoveCharacters;
+  if (!settings.isReplaceRemoveReplace && !removes) return nullptr;
+  return step_of<ReplaceRemoveParameters>(settings, now);
 }
+
+std::optional<RuleVariant> chosen_replacement(const RenameSettings& settings) {
+  if (settings.isReplaceRemoveReplace) return RuleVariant::replace;
+  if (!settings.isReplaceRemoveRemove && !settings.isReplaceRemoveRemoveCharacters) return std::nullopt;
+  return settings.isReplaceRemoveRemoveCharacters && settings.isReplaceRemoveAllOccurrence
+             ? RuleVariant::remove_characters
+             : RuleVariant::remove;
+}
+
+// Whether characters go is itself a carried key of one variant, and off for the others. A rule of that variant that
+// says no to it is a plain removal.
+void select_replacement(RenameSettings& settings, RuleVariant variant) {
+  if (variant != RuleVariant::remove_characters) settings.isReplaceRemoveRemoveCharacters = false;
+  settings.isReplaceRemoveReplace = variant == RuleVariant::replace;
+  settings.isReplaceRemoveRemove = !settings.isReplaceRemoveReplace && !settings.isReplaceRemoveRemoveCharacters;
+  settings.removeReplaceIndex = variant == RuleVariant::replace ? 0 : variant == RuleVariant::remove ? 1 : 2;
+}
+
+std::string_view remove_type(std::int32_t type) {
+  if (type == 0) return "Each of the characters";
+  return type == 1 ? "Between occurrences" : "Between occurrences, with them";
+}
+
+void add_replacement_rows(RuleRows& rows, RuleVariant variant) {
+  const RenameSettings& s = rows.settings;
+  const bool characters = s.isReplaceRemoveRemoveCharacters;
+  rows.text("THIS", &RenameSettings::replaceRemoveThis);
+  if (variant == RuleVariant::replace) rows.text("WITH", &RenameSettings::replaceRemoveWith);
+  if (characters) rows.word("Remove Type", remove_type(s.replaceRemoveRemoveType));
+  rows.flag("Case Sensitive", &RenameSettings::isReplaceRemoveCaseSensitive);
+  rows.word("Start From", s.replaceRemovePositionDirection == 1 ? "End of the filename" : "Beginning of the filename");
+  if (!characters) rows.flag("All Occurrence", &RenameSettings::isReplaceRemoveAllOccurrence);
+  rows.text("Start From Character", &RenameSettings::replaceRemoveStartFromCharacter);
+  if (s.isReplaceRemoveAllOccurrence && !characters) return;
+  rows.text("Start On Occurrence", &RenameSettings::replaceRemoveStartOnOccurrence);
+  rows.text("Occurrence Count", &RenameSettings::replaceRemoveOccuranceCount);
+}
+
+constexpr auto replacement_kinds = std::to_array<RuleKind>({{RuleVariant::replace, u"Replace"},
+                                                            {RuleVariant::remove, u"Remove"},
+                                                            {RuleVariant::remove_characters, u"Remove Characters"}});
+
+constexpr auto absent_replacement_options = std::to_array<AbsentOption>({{&RenameSettings::replaceRemoveWith}});
+
+constexpr auto replacement_requirements =
+    std::to_array<Requirement>({{&RenameSettings::replaceRemoveThis, "REPLACEREMOVEINVALIDINPUT", "ENTERVALIDVALUE"}});
+
+}  // namespace
+
+constexpr MethodRow replace_remove_method = {
+    .method = Method::replace_remove,
+    .title = "METHODREPLACEREMOVE",
+    .icon = "replace_remove",
+    .rule = u"ReplaceRemove",
+    .kinds = replacement_kinds,
+    .absent = absent_replacement_options,
+    .required = replacement_requirements,
+    .step = replace_remove_step,
+    .add_rows = add_replacement_rows,
+    .chosen = chosen_replacement,
+    .select = select_replacement,
+};
 
 }  // namespace brindle

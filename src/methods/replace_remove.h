@@ -1,42 +1,23 @@
 #pragma once
 
 // Replace and Remove: puts one text in place of another in the base of each name, takes a text or a set of characters
-// out, or takes out what stands between occurrences of a text. Odd parameters leave the name as it is. Parameters are
-// immutable; any number of threads may use them.
+// out, or takes out what stands between occurrences of a text. Odd options leave the name as it is.
 
 #include <cstdint>
 #include <string>
 #include <string_view>
 
-#include "methods/rename_operation.h"
+#include "methods/method_table.h"
 #include "text/character_set.h"
 #include "text/search_text.h"
 
 namespace brindle {
 
-/// The arguments as the settings hold them. Texts are as typed: "/" becomes ":".
-struct ReplaceRemoveArguments {
-  std::u16string_view replaceThis = {};  ///< the text to search for; for type 0 the characters to take out
-  std::u16string_view replaceWith = {};  ///< empty for every kind of removal
-  bool caseSensitive = false;
-  bool removeCharacters = false;  ///< selects replaceRemoveRemoveType; off: replace
-  std::int32_t startFromCharacter =
-      1;  ///< 1-based; the units before it stay; at or past the end: the whole name is worked on
-  std::int32_t startOnOccurrence = 1;  ///< 1-based; with fewer occurrences the name stays
-  std::int32_t occurrenceCount = -1;   ///< -1 for all; replace: 0 and below -1 for none
-  /// 0 from the start. 1 from the end: the name is worked on read backwards, unit by unit, while the texts are not
-  /// turned, so a text matches its mirror image and the replacement ends up mirrored. Anything else leaves the name
-  /// reversed.
-  std::int32_t replaceRemovePositionDirection = 0;
-  /// 0: every character of replaceThis, wherever it stands. With n and k the occurrence and the count, 1: what stands
-  /// between occurrences n and n + k; anything else: that and both occurrences. Without a second occurrence, up to the
-  /// end.
-  std::int32_t replaceRemoveRemoveType = 0;
-};
-
-class ReplaceRemoveParameters {
+class ReplaceRemoveParameters final : public RenameStep {
  public:
-  explicit ReplaceRemoveParameters(const ReplaceRemoveArguments& arguments);
+  /// A removal by characters counts its occurrences even when all are asked for.
+  explicit ReplaceRemoveParameters(const RenameSettings& settings);
+  NameOutcome make_name(StepRun& run) const override;
 
   /// The work on a part of the name that is turned the way the direction asks for. Appends to `out`.
   void append_worked(std::u16string_view part, std::u16string& out) const;
@@ -51,18 +32,22 @@ class ReplaceRemoveParameters {
   void append_between_removed(std::u16string_view part, std::u16string& out) const;
 
   Work work_;
-  SearchText search_;
-  CharacterSet characters_;
+  SearchText search_;        // "/" is ":" in the texts
+  CharacterSet characters_;  // taken out wherever they stand
   std::u16string replacement_;
-  std::int32_t start_;
-  std::int32_t occurrence_;
+  std::int32_t start_;       // 1-based; the units before it stay; at or past the end the whole name is worked on
+  std::int32_t occurrence_;  // 1-based; with fewer occurrences the name stays
+  // -1 for all; replace: 0 and below -1 for none. Between: the second text is so many occurrences behind the first;
+  // without one, the removal goes to the end.
   std::int32_t count_;
+  // 0 from the start. 1 from the end: the name is worked on read backwards, unit by unit, while the texts are not
+  // turned, so a text matches its mirror image and the replacement ends up mirrored. Anything else leaves the name
+  // reversed.
   std::int32_t direction_;
 };
 
-NameOutcome replace_remove(const ReplaceRemoveParameters& parameters, WorkingName& name);
+NameOutcome renameByReplaceRemove(const ReplaceRemoveParameters& parameters, WorkingName& name);
 
-bool renameByReplaceRemove(FileSystemItem& item, const ReplaceRemoveParameters& parameters, WorkingName& name,
-                           std::u16string& error);
+extern const MethodRow replace_remove_method;
 
 }  // namespace brindle

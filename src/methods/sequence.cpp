@@ -12,17 +12,6 @@
 namespace brindle {
 namespace {
 
-SequenceParameters common(const SequenceArguments& arguments) {
-  return {.increment = arguments.increment,
-          .decrement = arguments.decrement,
-          .prefix = arguments.prefix,
-          .subffix = arguments.subffix,
-          .separator = std::u16string(arguments.seperator ? arguments.seperatorString : std::u16string_view()),
-          .mask = std::u16string(arguments.addingMask),
-          .incrementBy = arguments.incrementBy,
-          .decrementBy = arguments.decrementBy};
-}
-
 // The value is cut to the mask's width: a mask sets the largest width too.
 void append_masked(std::u16string_view value, const std::u16string& mask, std::u16string& out) {
   append_padded(mask.empty() ? value : value.substr(0, mask.size()), mask, out);
@@ -58,17 +47,36 @@ void step(const AlphabeticParameters& parameters, std::u16string& counter) {
 
 }  // namespace
 
-NumericParameters::NumericParameters(const SequenceArguments& arguments) : SequenceParameters(common(arguments)) {
+SequenceCounter counter_start(const RenameSettings& settings) {
+  return {integer_of(settings.*number_counter.start), std::u16string(text_of(settings.*letter_counter.start))};
+}
+
+SequenceParameters::SequenceParameters(const RenameSettings& settings)
+    : increment(settings.isAlphaNumericIncrement),
+      decrement(settings.isAlphaNumericDecrement),
+      prefix(settings.isAlphaNumericPrefix),
+      subffix(settings.isAlphaNumericSufix),
+      separator(settings.isAlphaNumericSeperator ? text_of(settings.alphaNumericSeperator) : std::u16string_view()),
+      mask(text_of(settings.alphaNumericPaddingMask)),
+      incrementBy(integer_of(settings.alphaNumericIncrementBy)),
+      decrementBy(integer_of(settings.alphaNumericDecrementBy)) {}
+
+NumericParameters::NumericParameters(const RenameSettings& settings) : SequenceParameters(settings) {
   separator = on_disk(separator);
   mask = on_disk(mask);
   incrementBy = std::max(incrementBy, 1);
   decrementBy = std::max(decrementBy, 1);
 }
 
-AlphabeticParameters::AlphabeticParameters(const SequenceArguments& arguments)
-    : SequenceParameters(common(arguments)) {}
+NameOutcome NumericParameters::make_name(StepRun& run) const {
+  return renameByNumeric(*this, run.counter.number, run.name);
+}
 
-NameOutcome number_name(const NumericParameters& parameters, std::int32_t& numericStartWith, WorkingName& name) {
+NameOutcome AlphabeticParameters::make_name(StepRun& run) const {
+  return renameByAlphabetic(*this, run.counter.letters, run.name);
+}
+
+NameOutcome renameByNumeric(const NumericParameters& parameters, std::int32_t& numericStartWith, WorkingName& name) {
   const std::int32_t number = std::max(numericStartWith, 0);
   numericStartWith = number;
   const bool replaces = !parameters.prefix && !parameters.subffix;
@@ -83,8 +91,8 @@ NameOutcome number_name(const NumericParameters& parameters, std::int32_t& numer
   return NameOutcome::base;
 }
 
-NameOutcome letter_name(const AlphabeticParameters& parameters, std::u16string& alphabeticStartWith,
-                        WorkingName& name) {
+NameOutcome renameByAlphabetic(const AlphabeticParameters& parameters, std::u16string& alphabeticStartWith,
+                               WorkingName& name) {
   std::u16string& counter = alphabeticStartWith;
   if (counter.empty()) counter = u"a";
   if (!parameters.mask.empty() && counter.size() > parameters.mask.size()) counter.resize(parameters.mask.size());
@@ -95,16 +103,75 @@ NameOutcome letter_name(const AlphabeticParameters& parameters, std::u16string& 
   return NameOutcome::base;
 }
 
-bool renameByNumeric(FileSystemItem& item, const NumericParameters& parameters, std::int32_t& numericStartWith,
-                     WorkingName& name, std::u16string& error) {
-  return rename_operation(item, name, error,
-                          [&](WorkingName& working) { return number_name(parameters, numericStartWith, working); });
+namespace {
+
+std::shared_ptr<const RenameStep> sequence_step(const RenameSettings& settings, Date now) {
+  if (settings.*number_counter.chosen) return step_of<NumericParameters>(settings, now);
+  return settings.*letter_counter.chosen ? step_of<AlphabeticParameters>(settings, now) : nullptr;
 }
 
-bool renameByAlphabetic(FileSystemItem& item, const AlphabeticParameters& parameters,
-                        std::u16string& alphabeticStartWith, WorkingName& name, std::u16string& error) {
-  return rename_operation(item, name, error,
-                          [&](WorkingName& working) { return letter_name(parameters, alphabeticStartWith, working); });
+std::optional<RuleVariant> chosen_sequence(const RenameSettings& settings) {
+  if (settings.*number_counter.chosen) return RuleVariant::numeric;
+  return settings.*letter_counter.chosen ? std::optional(RuleVariant::alphabetic) : std::nullopt;
 }
+
+void select_sequence(RenameSettings& settings, RuleVariant variant) {
+  settings.*number_counter.chosen = variant == RuleVariant::numeric;
+  settings.*letter_counter.chosen = variant == RuleVariant::alphabetic;
+  settings.alphaNumericNumericAlphabeticIndex = variant == RuleVariant::alphabetic ? 1 : 0;
+  settings.alphaNumericIncrementDecrementIndex = settings.isAlphaNumericDecrement ? 1 : 0;
+}
+
+// Stricter for a rule: no step below 1 for letters either, and the first letter is given whatever the kind.
+void normalise_sequence(RenameSettings& settings, Purpose purpose) {
+  const std::optional<RuleVariant> chosen = chosen_sequence(settings);
+  const bool is_rule = purpose == Purpose::rule;
+  const bool is_lettered = chosen == RuleVariant::alphabetic;
+  for (Text RenameSettings::*const step :
+       {&RenameSettings::alphaNumericIncrementBy, &RenameSettings::alphaNumericDecrementBy}) {
+    const std::int32_t size = integer_of(settings.*step);
+    if (size < 1 && (is_rule || chosen == RuleVariant::numeric)) settings.*step = u"1";
+    if (size > 26 && is_lettered) settings.*step = u"26";
+  }
+  Text& letters = settings.*letter_counter.start;
+  if (is_rule ? !letters : is_lettered && is_blank(letters)) letters = u"a";
+}
+
+void add_sequence_rows(RuleRows& rows, RuleVariant variant) {
+  rows.text("Start With", variant == RuleVariant::numeric ? number_counter.start : letter_counter.start);
+  if (rows.settings.isAlphaNumericDecrement) {
+    rows.text("Decrement by", &RenameSettings::alphaNumericDecrementBy);
+  } else {
+    rows.text("Increment by", &RenameSettings::alphaNumericIncrementBy);
+  }
+  rows.flag("Add as Prefix", &RenameSettings::isAlphaNumericPrefix);
+  rows.flag("Add as Suffix", &RenameSettings::isAlphaNumericSufix);
+  rows.text_if(&RenameSettings::isAlphaNumericSeperator, "Separator", &RenameSettings::alphaNumericSeperator);
+  rows.text_if_any("Padding Mask", &RenameSettings::alphaNumericPaddingMask);
+  rows.flag("Reset Sequence On Each Folder", &RenameSettings::isAlphaNumericResetSequenceOnEachFolder);
+}
+
+constexpr auto sequence_kinds =
+    std::to_array<RuleKind>({{RuleVariant::numeric, u"Numeric"}, {RuleVariant::alphabetic, u"Alphabetic"}});
+
+constexpr auto absent_sequence_options =
+    std::to_array<AbsentOption>({{&RenameSettings::alphaNumericPaddingMask}, {&RenameSettings::alphaNumericSeperator}});
+
+}  // namespace
+
+constexpr MethodRow sequence_method = {
+    .method = Method::sequence,
+    .title = "METHODSEQUENCE",
+    .icon = "sequence",
+    .rule = u"AlphaNumeric",
+    .kinds = sequence_kinds,
+    .absent = absent_sequence_options,
+    .step = sequence_step,
+    .add_rows = add_sequence_rows,
+    .chosen = chosen_sequence,
+    .select = select_sequence,
+    .normalise = normalise_sequence,
+    .restarts_in_folder = &RenameSettings::isAlphaNumericResetSequenceOnEachFolder,
+};
 
 }  // namespace brindle

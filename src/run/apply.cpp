@@ -7,6 +7,7 @@
 #include "list/file_order.h"
 #include "list/open_folder.h"
 #include "list/path_follower.h"
+#include "methods/general.h"
 #include "platform/app_info.h"
 #include "platform/own_folders.h"
 #include "run/folder_workers.h"
@@ -22,7 +23,8 @@ class Run {
  public:
   Run(FileList& files, const ApplyOptions& options, const JobControl& control)
       : files_(files), options_(options), control_(control), throttle_(control) {
-    rules_.case_method = !options.is_chain && options.selectedTab == general_tab && options.generalOptionIndex < 2;
+    rules_.case_method = !options.is_chain && options.method == Method::general &&
+                         options.generalOptionIndex < static_cast<std::int32_t>(GeneralOption::remove_extension);
   }
 
   ApplyResult make();
@@ -200,7 +202,7 @@ ApplyResult Run::make() {
 }  // namespace
 
 bool goes_in_location_order(const ApplyOptions& options) {
-  return (options.isFolders && options.isIncludeSubFolders) || options.selectedTab == rename_from_list_tab;
+  return (options.isFolders && options.isIncludeSubFolders) || options.method == Method::from_list;
 }
 
 void put_in_order_of_run(FileList& files, const ApplyOptions& options) {

@@ -10,6 +10,7 @@
 
 #include "list/file_list.h"
 #include "platform/job.h"
+#include "settings/rename_settings.h"
 
 namespace brindle {
 
@@ -17,7 +18,7 @@ namespace brindle {
 struct ApplyOptions {
   bool isFolders = false;  ///< the list holds folders
   bool isIncludeSubFolders = true;
-  std::int32_t selectedTab = 0;
+  std::optional<Method> method;  ///< whose names they are, unless they came from a chain
   std::int32_t generalOptionIndex = 0;
   bool is_chain = false;     ///< the names came from a chain of rules
   std::string log_folder;    ///< absolute; must exist

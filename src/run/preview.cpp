@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "list/file_order.h"
-#include "methods/item_metadata.h"
+#include "methods/rename_plan.h"
 #include "platform/file_name.h"
 #include "platform/translation.h"
 #include "run/rename_row.h"

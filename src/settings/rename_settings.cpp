@@ -1,7 +1,6 @@
 #include "settings/rename_settings.h"
 
 #include <algorithm>
-#include <string_view>
 
 namespace brindle {
 namespace {
@@ -11,6 +10,15 @@ bool is_audio_token(std::u16string_view entry) {
 }
 
 }  // namespace
+
+std::optional<Method> selected_method(const RenameSettings& settings) {
+  constexpr std::int32_t method_count = 0
+#define METHOD_NAME(name) +1
+#include "settings/settings.def"
+      ;
+  const std::int32_t tab = settings.selectedTab;
+  return tab >= 0 && tab < method_count ? std::optional(static_cast<Method>(tab)) : std::nullopt;
+}
 
 void loadEmptyProfile(RenameSettings& settings, Date now) {
   settings = RenameSettings{};

@@ -85,15 +85,14 @@ SettingsOutcome setSettings(RenameSettings& settings, const SettingsRecord& reco
   resetPhotoMask(settings);
   resetID3Mask(settings);
   return {
-      .refresh_replace_remove = settings.selectedTab == static_cast<std::int32_t>(SettingTab::replace_remove),
+      .refresh_replace_remove = selected_method(settings) == Method::replace_remove,
       .date_left_out = date_left_out(settings, record),
   };
 }
 
 bool uses_custom_date(const RenameSettings& settings) {
   constexpr std::int32_t custom_date = 2;
-  return settings.selectedTab == static_cast<std::int32_t>(SettingTab::date_time) &&
-         settings.dateTimeDateOptionIndex == custom_date;
+  return selected_method(settings) == Method::date_time && settings.dateTimeDateOptionIndex == custom_date;
 }
 
 }  // namespace brindle

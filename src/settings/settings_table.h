@@ -1,7 +1,7 @@
 #pragma once
 
-// The one table of the settings record: a row a key, in record order. Whatever reads, writes, resets, watches,
-// compares, prints or parses settings walks this table, so a key is written down once. Constant data; any thread.
+// The one table of the settings record: a row a key, in record order, from settings.def. Whatever reads, writes,
+// resets, watches, compares, prints or parses settings walks this table. Constant data; any thread.
 
 #include <bitset>
 #include <cstddef>
@@ -16,44 +16,24 @@
 
 namespace brindle {
 
-/// The tab that a key belongs to; tab 9 has no options of its own but `renameFile`.
-enum class SettingTab : std::int8_t {
-  sequence = 0,
-  insert_delete,
-  replace_remove,
-  prefix_suffix,
-  date_time,
-  general_method,
-  audio,
-  photo,
-  path,
-  all_tabs,
-  window,  ///< positions of the window's choices, and the list file
-};
-
 /// The kinds of rules: a method and a variant of it.
 enum class RuleVariant : std::uint8_t {
-  numeric,
-  alphabetic,
-  insert,
-  delete_characters,
-  replace,
-  remove,
-  remove_characters,
-  as_string,
-  as_date,
-  date_time,
-  general,
-  id3_tag,
-  photo,
-  path_components,
+#define RULE_KIND(kind) kind,
+#include "settings/settings.def"
 };
 
 /// Rule variants as bits.
-using RuleSet = std::uint16_t;
+using RuleSet = std::uint32_t;
 constexpr RuleSet rule_bit(RuleVariant variant) {
-  return static_cast<RuleSet>(1U << static_cast<unsigned>(variant));
+  return RuleSet{1} << static_cast<unsigned>(variant);
 }
+
+/// What a new value of a key is to the change signal.
+enum class SettingChange : std::uint8_t {
+  watched,  ///< counts as a change
+  quiet,    ///< does not; the live preview still follows the options of the method that is shown
+  shown,    ///< the key only repeats a choice, as a position of the window's buttons
+};
 
 /// Where a key's value lives. `appVersion` alone has no member: it is written from the program's version, never read
 /// back.
@@ -64,14 +44,17 @@ using SettingMember =
 struct SettingRow {
   std::string_view key;
   SettingMember member;
-  SettingTab tab;
-  bool counts_as_change;     ///< one of the 75 keys that the change signal follows
+  std::optional<Method> method;  ///< whose option it is; none for all methods
+  SettingChange change;
   RuleSet rules;             ///< the rule variants that carry the key
   std::string_view meaning;  ///< in plain words, for `brindle settings`
 };
 
-inline constexpr std::size_t setting_count = 174;
-inline constexpr std::size_t watched_setting_count = 75;
+/// `appVersion`, and the rows of settings.def.
+inline constexpr std::size_t setting_count = 1
+#define SETTING(type, key, default_value, method, change, rules, meaning) +1
+#include "settings/settings.def"
+    ;
 
 /// All rows in record order, `appVersion` first and `renameFile` last.
 std::span<const SettingRow, setting_count> settings_table();
@@ -79,6 +62,9 @@ std::span<const SettingRow, setting_count> settings_table();
 /// The row of a key, or null. Constant time.
 const SettingRow* find_setting(std::string_view key);
 const SettingRow* find_setting(std::u16string_view key);
+
+/// The key that lives in a member. Walks the table.
+std::string_view key_of(SettingMember member);
 
 /// The place of a row in the table.
 inline std::size_t setting_index(const SettingRow& row) {

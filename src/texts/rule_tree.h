@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "settings/rule.h"
+#include "methods/rule.h"
 
 namespace brindle {
 

@@ -7,6 +7,7 @@
 
 #include "window/file_table_view.h"
 #include "window/icons.h"
+#include "window/method_panels.h"
 #include "window/sheets.h"
 #include "window/text.h"
 
@@ -29,18 +30,15 @@ void set_show_hub(const T& t, bool on) {
 
 // What the keyboard is at: the options of a method have a page each.
 std::string_view help_page(const T& t) {
-  constexpr auto method_pages = std::to_array<std::string_view>(
-      {"Sequence.html", "Insert-Delete.html", "Replace-Remove.html", "Prefix-Suffix.html", "Date-Time.html",
-       "General.html", "Audio-renaming.html", "Photo-renaming.html", "Path-components.html", "Rename-from-list.html"});
   const auto* methods = t.window.findChild<const QWidget*>(QStringLiteral("methodArea"));
   const QWidget* focus = QApplication::focusWidget();
-  const auto tab = static_cast<std::size_t>(t.app.values().selectedTab);
+  const std::optional<Method> method = selected_method(t.app.values());
   if (methods == nullptr || focus == nullptr || !methods->isAncestorOf(focus)) return "index.html";
-  return tab < method_pages.size() ? method_pages.at(tab) : "index.html";
+  return method ? method_panel(*method).help_page : "index.html";
 }
 
 void open_list(const T& t) {
-  t.app.select_tab(9);
+  t.app.select_tab(tab_of(Method::from_list));
   t.app.browseRenameFile();
   // Loading it comes next.
   auto* load = t.window.findChild<QWidget*>(QStringLiteral("loadRenameFile"));

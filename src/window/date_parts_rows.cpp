@@ -20,13 +20,13 @@ struct PartEntry {
   const char* pattern;
   TextKey text;
 };
-constexpr std::array date_parts = {
+constexpr std::array entries_of_dates = {
     PartEntry{"None", "PARTNONE"},        PartEntry{"dd", "PARTDAYTWO"},      PartEntry{"d", "PARTDAY"},
     PartEntry{"EEE", "PARTWEEKDAYSHORT"}, PartEntry{"EEEE", "PARTWEEKDAY"},   PartEntry{"MM", "PARTMONTHTWO"},
     PartEntry{"M", "PARTMONTH"},          PartEntry{"MMM", "PARTMONTHSHORT"}, PartEntry{"MMMM", "PARTMONTHNAME"},
     PartEntry{"yyyy", "PARTYEAR"},        PartEntry{"yy", "PARTYEARTWO"},     PartEntry{"ww", "PARTWEEK"},
     PartEntry{"DDD", "PARTDAYOFYEAR"}};
-constexpr std::array time_parts = {
+constexpr std::array entries_of_times = {
     PartEntry{"None", "PARTNONE"},       PartEntry{"HH", "PARTHOURTWO"},   PartEntry{"H", "PARTHOUR"},
     PartEntry{"hh", "PARTHOURHALFTWO"},  PartEntry{"h", "PARTHOURHALF"},   PartEntry{"mm", "PARTMINUTETWO"},
     PartEntry{"m", "PARTMINUTE"},        PartEntry{"ss", "PARTSECONDTWO"}, PartEntry{"s", "PARTSECOND"},
@@ -53,24 +53,9 @@ QLineEdit* separator_field(const PanelContext& context, SettingKey key) {
   return field;
 }
 
-std::u16string_view text_of(const RenameSettings& settings, SettingKey key) {
-  const Text& text = settings.*std::get<Text RenameSettings::*>(find_setting(key)->member);
-  return text ? std::u16string_view(*text) : std::u16string_view();
-}
-
 // The date of now as the picker would have it written; "" when that cannot be.
-std::string written(const RenameSettings& settings, const std::vector<SettingKey>& keys, Date now, bool is_time) {
-  const auto part = [&](std::size_t at) { return text_of(settings, keys[at]); };
-  DateParts parts;
-  if (is_time) {
-    parts = {.timePart1 = part(0),
-             .timeSeperator1 = part(1),
-             .timePart2 = part(2),
-             .timeSeperator2 = part(3),
-             .timePart3 = part(4)};
-  } else {
-    parts = {part(0), part(1), part(2), part(3), part(4)};
-  }
+std::string written(const RenameSettings& settings, const DatePartMembers& members, Date now, bool is_time) {
+  const DateParts parts = date_parts(settings, members);
   try {
     return to_utf8(format_date(now, is_time ? time_pattern(parts) : date_pattern(parts)));
   } catch (const std::exception&) {
@@ -78,9 +63,11 @@ std::string written(const RenameSettings& settings, const std::vector<SettingKey
   }
 }
 
-QWidget* picker(const PanelContext& context, const std::vector<SettingKey>& keys, bool is_time) {
+QWidget* picker(const PanelContext& context, const DatePartMembers& members, bool is_time) {
+  std::vector<SettingKey> keys;
+  for (const auto member : is_time ? members.time : members.date) keys.push_back(key_of(member));
   const std::span<const PartEntry> parts =
-      is_time ? std::span<const PartEntry>(time_parts) : std::span<const PartEntry>(date_parts);
+      is_time ? std::span<const PartEntry>(entries_of_times) : std::span<const PartEntry>(entries_of_dates);
   const TextKey name = is_time ? "TIMEPART" : "DATEPART";
   auto* widget = new QWidget;
   auto* layout = new QHBoxLayout(widget);
@@ -96,7 +83,7 @@ QWidget* picker(const PanelContext& context, const std::vector<SettingKey>& keys
     layout->addWidget(boxes.back(), 1);
   }
   context.bindings.follow(keys, [=, &controller = context.controller](const RenameSettings& settings) {
-    const QString text = qt_text(localized_format("WRITTENNOW", written(settings, keys, controller.now(), is_time)));
+    const QString text = qt_text(localized_format("WRITTENNOW", written(settings, members, controller.now(), is_time)));
     for (QComboBox* box : boxes) box->setToolTip(text);
   });
   return widget;
@@ -104,12 +91,12 @@ QWidget* picker(const PanelContext& context, const std::vector<SettingKey>& keys
 
 }  // namespace
 
-QWidget* date_picker(const PanelContext& context, const DatePartsKeys& keys) {
-  return picker(context, keys.date(), false);
+QWidget* date_picker(const PanelContext& context, const DatePartMembers& members) {
+  return picker(context, members, false);
 }
 
-QWidget* time_picker(const PanelContext& context, const DatePartsKeys& keys) {
-  return picker(context, keys.time(), true);
+QWidget* time_picker(const PanelContext& context, const DatePartMembers& members) {
+  return picker(context, members, true);
 }
 
 }  // namespace brindle

@@ -7,7 +7,7 @@
 
 namespace brindle {
 
-ExampleLine::ExampleLine(std::int32_t tab, BrindleAppController& controller) : tab_(tab), controller_(controller) {
+ExampleLine::ExampleLine(Method method, BrindleAppController& controller) : method_(method), controller_(controller) {
   setObjectName(QStringLiteral("example"));
   setTextFormat(Qt::PlainText);
   setForegroundRole(QPalette::PlaceholderText);
@@ -26,7 +26,7 @@ ExampleLine::~ExampleLine() {
 }
 
 void ExampleLine::refresh() {
-  if (controller_.values().selectedTab != tab_) return;
+  if (selected_method(controller_.values()) != method_) return;
   const FileList* files = controller_.state().isExecuting ? nullptr : &controller_.files();
   const NameExample example = name_example(controller_.values(), files, controller_.now());
   const std::string after = example.problem.empty() ? in_sentence(example.after) : example.problem;

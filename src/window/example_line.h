@@ -11,14 +11,14 @@ namespace brindle {
 
 class ExampleLine final : public QLabel {
  public:
-  /// For the panel of a tab; silent while another tab is chosen.
-  ExampleLine(std::int32_t tab, BrindleAppController& controller);
+  /// For the panel of a method; silent while another is chosen.
+  ExampleLine(Method method, BrindleAppController& controller);
   ~ExampleLine() override;
 
  private:
   void refresh();
 
-  std::int32_t tab_;
+  Method method_;
   BrindleAppController& controller_;
   std::uint32_t settings_observer_ = 0;
   std::uint32_t observer_ = 0;

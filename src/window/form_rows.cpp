@@ -229,9 +229,9 @@ QLayout* FormColumn::indented(QWidget* widget) const {
   return box;
 }
 
-PanelFrame::PanelFrame(std::int32_t tab, QWidget* parent)
+PanelFrame::PanelFrame(Method method, QWidget* parent)
     : widget_(new PanelBody(parent)), rows_(new QVBoxLayout(widget_)) {
-  widget_->setObjectName(QStringLiteral("methodPanel%1").arg(tab));
+  widget_->setObjectName(QStringLiteral("methodPanel%1").arg(tab_of(method)));
   // On a wide screen a field is not drawn away from its label.
   widget_->setMaximumWidth(widget_->fontMetrics().height() * 72);
 }

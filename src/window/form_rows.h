@@ -86,8 +86,8 @@ QWidget* line(const std::vector<LinePart>& parts);
 /// Rows of a label, a check box or a radio button with the field it belongs to.
 class FormColumn {
  public:
-  /// Adds itself to `columns`. Columns share the width by `stretch`.
-  explicit FormColumn(QBoxLayout* columns, int stretch = 1);
+  /// Adds itself to the parent, whose columns share the width by `stretch`.
+  explicit FormColumn(QBoxLayout* parent, int stretch = 1);
 
   void row(TextKey label, QWidget* field);
   void row(QWidget* lead, QWidget* field);
@@ -107,7 +107,7 @@ class FormColumn {
 /// A panel: rows over the whole width first, then columns, the example at the foot.
 class PanelFrame {
  public:
-  PanelFrame(std::int32_t tab, QWidget* parent);
+  PanelFrame(Method method, QWidget* parent);
 
   QWidget* widget() const;
   void head(QWidget* row);

@@ -11,11 +11,12 @@
 #include <functional>
 #include <vector>
 
+#include "methods/method_table.h"
 #include "window/columns.h"
 #include "window/commands.h"
 #include "window/file_table_view.h"
 #include "window/icons.h"
-#include "window/method_area.h"
+#include "window/method_panels.h"
 #include "window/text.h"
 
 namespace brindle {
@@ -108,16 +109,17 @@ void fill_sort(QMenu& menu, BrindleAppController& app, FileTableView& table) {
 // Made once: the keys work without the menu having been open.
 void make_methods_menu(QMenu& menu, BrindleAppController& app) {
   auto* group = new QActionGroup(&menu);
-  for (std::size_t i = 0; i < method_titles.size(); ++i) {
-    const auto tab = static_cast<std::int32_t>(i);
-    QAction* action = menu.addAction(icon(method_titles.at(i).icon), localized_text(method_titles.at(i).key));
+  for (const MethodRow* method : method_table()) {
+    const std::int32_t tab = tab_of(method->method);
+    QAction* action = menu.addAction(icon(method->icon), localized_text(method->title));
     action->setObjectName(QStringLiteral("method%1").arg(tab));
     action->setCheckable(true);
-    action->setShortcut(QKeySequence(QStringLiteral("Ctrl+%1").arg((tab + 1) % 10)));
+    // The ten digits: 1 to 9, and 0.
+    if (tab < 10) action->setShortcut(QKeySequence(QStringLiteral("Ctrl+%1").arg((tab + 1) % 10)));
     group->addAction(action);
-    QObject::connect(action, &QAction::triggered, &menu, [&app, tab] {
-      app.select_tab(tab);
-      app.ports().desktop.focus_setting(method_titles.at(static_cast<std::size_t>(tab)).first_setting);
+    QObject::connect(action, &QAction::triggered, &menu, [&app, chosen = method->method] {
+      app.select_tab(tab_of(chosen));
+      app.ports().desktop.focus_setting(method_panel(chosen).first_setting);
     });
   }
   QObject::connect(&menu, &QMenu::aboutToShow, &menu, [group, &app] {

@@ -7,6 +7,7 @@
 #include <QStackedWidget>
 #include <algorithm>
 
+#include "methods/method_table.h"
 #include "window/icons.h"
 #include "window/method_panels.h"
 #include "window/setting_bindings.h"
@@ -14,43 +15,6 @@
 #include "window/text.h"
 
 namespace brindle {
-namespace {
-
-struct Prefix {
-  std::string_view text;
-  std::int32_t tab;
-};
-
-// What a method's settings begin with, behind an "is".
-constexpr auto prefixes = std::to_array<Prefix>({{"alphaNumeric", 0},
-                                                 {"insertDelete", 1},
-                                                 {"replaceRemove", 2},
-                                                 {"prefixSuffix", 3},
-                                                 {"dateTime", 4},
-                                                 {"general", 5},
-                                                 {"id3", 6},
-                                                 {"photo", 7},
-                                                 {"pathComponents", 8},
-                                                 {"renameFile", 9}});
-
-std::string without_is(std::string_view key) {
-  std::string name(key);
-  if (name.starts_with("is") && name.size() > 2 && name[2] >= 'A' && name[2] <= 'Z') {
-    name.erase(0, 2);
-    name[0] = static_cast<char>(name[0] - 'A' + 'a');
-    if (name.starts_with("iD3")) name.replace(0, 3, "id3");
-  }
-  return name;
-}
-
-std::int32_t tab_of(std::string_view key, std::int32_t otherwise) {
-  const std::string name = without_is(key);
-  const auto found = std::ranges::find_if(prefixes, [&](const Prefix& p) { return name.starts_with(p.text); });
-  return found == prefixes.end() ? otherwise : found->tab;
-}
-
-}  // namespace
-
 MethodArea::MethodArea(BrindleAppController& app, QWidget* parent)
     : QWidget(parent),
       app_(app),
@@ -65,8 +29,8 @@ MethodArea::MethodArea(BrindleAppController& app, QWidget* parent)
   splitter_->setStretchFactor(1, 1);
   panels_->setObjectName(QStringLiteral("methodPanels"));
   make_list();
-  for (QScrollArea*& frame : frames_) {
-    frame = new QScrollArea(panels_);
+  while (frames_.size() < method_table().size()) {
+    QScrollArea* frame = frames_.emplace_back(new QScrollArea(panels_));
     frame->setWidgetResizable(true);
     frame->setFrameShape(QFrame::NoFrame);
     frame->setFocusPolicy(Qt::NoFocus);  // its fields scroll it
@@ -93,8 +57,8 @@ void MethodArea::make_list() {
   const int line = list_->fontMetrics().height();
   list_->setIconSize({line + 2, line + 2});
   int text_width = 0;
-  for (const MethodTitle& title : method_titles) {
-    auto* item = new QListWidgetItem(icon(title.icon), localized_text(title.key), list_);
+  for (const MethodRow* method : method_table()) {
+    auto* item = new QListWidgetItem(icon(method->icon), localized_text(method->title), list_);
     item->setSizeHint({0, line + line / 3});
     text_width = std::max(text_width, list_->fontMetrics().horizontalAdvance(item->text()));
   }
@@ -107,18 +71,19 @@ void MethodArea::make_list() {
   });
 }
 
-void MethodArea::make_panel(std::int32_t tab) {
-  QScrollArea* frame = frames_.at(static_cast<std::size_t>(tab));
+void MethodArea::make_panel(Method method) {
+  QScrollArea* frame = frames_.at(static_cast<std::size_t>(method));
   if (frame->widget() != nullptr) return;
-  frame->setWidget(make_method_panel(tab, app_, *bindings_, frame));
+  frame->setWidget(make_method_panel(method, app_, *bindings_, frame));
   order_tabs(*this);
 }
 
+// Settings of no method show the nearest one's panel, and change nothing.
 void MethodArea::show_tab() {
   const std::int32_t tab = std::clamp(app_.values().selectedTab, 0, static_cast<std::int32_t>(frames_.size()) - 1);
   if (panels_->currentIndex() == tab && frames_.at(static_cast<std::size_t>(tab))->widget() != nullptr) return;
   list_->setCurrentRow(tab);
-  make_panel(tab);
+  make_panel(static_cast<Method>(tab));
   panels_->setCurrentIndex(tab);
 }
 
@@ -127,12 +92,15 @@ void MethodArea::focus_methods() const {
 }
 
 void MethodArea::focus_setting(std::string_view key) {
-  const std::int32_t tab = tab_of(key, app_.values().selectedTab);
-  if (tab != app_.values().selectedTab) app_.select_tab(tab);
-  make_panel(tab);
+  const SettingRow* row = find_setting(key);
+  const std::optional<Method> owner = row != nullptr ? row->method : std::nullopt;
+  const std::optional<Method> method = owner ? owner : selected_method(app_.values());
+  if (!method) return;
+  if (selected_method(app_.values()) != method) app_.select_tab(tab_of(*method));
+  make_panel(*method);
   QWidget* field = bindings_->field_of(key);
   if (field == nullptr) return;
-  frames_.at(static_cast<std::size_t>(tab))->ensureWidgetVisible(field);
+  frames_.at(static_cast<std::size_t>(*method))->ensureWidgetVisible(field);
   field->setFocus(Qt::OtherFocusReason);
 }
 

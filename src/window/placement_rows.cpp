@@ -5,41 +5,35 @@
 #include <QRadioButton>
 
 namespace brindle {
-namespace {
 
-std::int32_t number_of(const RenameSettings& settings, SettingKey key) {
-  return settings.*std::get<std::int32_t RenameSettings::*>(find_setting(key)->member);
-}
-
-}  // namespace
-
-void add_placement_rows(const PanelContext& context, FormColumn& column, QWidget* owner, const PlacementKeys& keys,
+void add_placement_rows(const PanelContext& context, FormColumn& column, QWidget* owner, const PlacementMembers& place,
                         std::function<void(int)> chosen, std::vector<SettingKey> active_keys, const Condition& active) {
   const auto buttons =
-      radio_buttons(context, owner, keys.option,
+      radio_buttons(context, owner, key_of(place.option),
                     {"ATBEGINNING", "ATEND", "ATPOSITION", "BEFORETHETEXT", "AFTERTHETEXT"}, std::move(chosen));
-  NumberField* position = number_field(context, keys.position, "CHARACTERPOSITION");
-  QComboBox* direction = direction_box(context, keys.direction);
-  QLineEdit* before = text_field(context, keys.before_text, "BEFORETHETEXT", 8);
-  NumberField* before_occurrence = number_field(context, keys.before_occurrence, "OCCURRENCE");
-  QLineEdit* after = text_field(context, keys.after_text, "AFTERTHETEXT", 8);
-  NumberField* after_occurrence = number_field(context, keys.after_occurrence, "OCCURRENCE");
+  NumberField* position = number_field(context, key_of(place.position), "CHARACTERPOSITION");
+  QComboBox* direction = direction_box(context, key_of(place.direction));
+  QLineEdit* before = text_field(context, key_of(place.before_text), "BEFORETHETEXT", 8);
+  NumberField* before_occurrence = number_field(context, key_of(place.before_occurrence), "OCCURRENCE");
+  QLineEdit* after = text_field(context, key_of(place.after_text), "AFTERTHETEXT", 8);
+  NumberField* after_occurrence = number_field(context, key_of(place.after_occurrence), "OCCURRENCE");
 
-  column.row(buttons[0]);
-  column.row(buttons[1]);
-  column.row(buttons[2], line({position, direction}));
-  column.row(buttons[3], line({before, "OCCURRENCE", before_occurrence}));
-  column.row(buttons[4], line({after, "OCCURRENCE", after_occurrence}));
+  column.row(buttons[Placement::at_beginning]);
+  column.row(buttons[Placement::at_end]);
+  column.row(buttons[Placement::at_position], line({position, direction}));
+  column.row(buttons[Placement::before_text], line({before, "OCCURRENCE", before_occurrence}));
+  column.row(buttons[Placement::after_text], line({after, "OCCURRENCE", after_occurrence}));
 
-  active_keys.push_back(keys.option);
+  active_keys.push_back(key_of(place.option));
   const auto enable = [&](int option, std::vector<QWidget*> fields) {
-    enable_when(context, active_keys, std::move(fields), [=, key = keys.option](const RenameSettings& settings) {
-      return (!active || active(settings)) && number_of(settings, key) == option;
-    });
+    enable_when(context, active_keys, std::move(fields),
+                [=, chosen_option = place.option](const RenameSettings& settings) {
+                  return (!active || active(settings)) && settings.*chosen_option == option;
+                });
   };
-  enable(2, {position, direction});
-  enable(3, {before, before_occurrence});
-  enable(4, {after, after_occurrence});
+  enable(Placement::at_position, {position, direction});
+  enable(Placement::before_text, {before, before_occurrence});
+  enable(Placement::after_text, {after, after_occurrence});
   if (active) {
     for (QRadioButton* button : buttons) enable_when(context, active_keys, {button}, active);
   }

@@ -212,7 +212,7 @@ void RulesDrawer::update_rule() {
   const std::optional<std::size_t> selected = rules().selectedRule();
   const std::optional<RuleVariant> variant =
       selected ? variant_of(rules().rules()[*selected]) : std::optional<RuleVariant>();
-  if (variant && rule_kind(*variant).tab != controller_.values().selectedTab) {
+  if (variant && rule_names(*variant).method != selected_method(controller_.values())) {
     auto* update = findChild<QWidget*>(QStringLiteral("updateRuleButton"));
     const std::string method = utf8(method_name(rules().rules()[*selected]));
     QToolTip::showText(update->mapToGlobal(update->rect().bottomLeft()),

@@ -1,7 +1,6 @@
 #include "window/rules_model.h"
 
-#include <array>
-
+#include "methods/method_table.h"
 #include "texts/rule_tree.h"
 #include "texts/shown_text.h"
 #include "texts/string_table.h"
@@ -9,10 +8,6 @@
 
 namespace brindle {
 namespace {
-
-constexpr std::array<std::string_view, 9> method_names = {
-    "METHODSEQUENCE", "METHODINSERTDELETE", "METHODREPLACEREMOVE", "METHODPREFIXSUFFIX",  "METHODDATETIME",
-    "METHODGENERAL",  "METHODAUDIO",        "METHODPHOTO",         "METHODPATHCOMPONENTS"};
 
 std::string shown(const std::string& value) {
   return in_sentence(utf16(qt_text(value)));
@@ -42,7 +37,7 @@ QString method_name(const Rule& rule) {
   const std::optional<RuleVariant> variant = variant_of(rule);
   // A rule of a method that is not known here is called what its file calls it.
   if (!variant) return in_one_line(qt_text(std::u16string_view(rule.rule)));
-  return localized_text(method_names.at(static_cast<std::size_t>(rule_kind(*variant).tab)));
+  return localized_text(method_row(rule_names(*variant).method).title);
 }
 
 QString rule_summary(const Rule& rule) {

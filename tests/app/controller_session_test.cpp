@@ -3,9 +3,9 @@
 #include <filesystem>
 
 #include "app/controller_support.h"
+#include "methods/rule_file.h"
 #include "run/run_log.h"
 #include "settings/profile_file.h"
-#include "settings/rule_file.h"
 
 namespace brindle::test {
 namespace {

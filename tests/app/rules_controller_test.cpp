@@ -7,7 +7,8 @@
 #include <vector>
 
 #include "app/scripted_ports.h"
-#include "settings/rule_file.h"
+#include "methods/method_table.h"
+#include "methods/rule_file.h"
 
 namespace brindle {
 namespace {
@@ -18,8 +19,8 @@ using Enabled = RulesController::Enabled;
 
 Rule rule_of(RuleVariant variant, std::u16string_view mark) {
   Rule rule;
-  rule.rule = rule_kind(variant).rule;
-  rule.type = rule_kind(variant).type;
+  rule.rule = rule_names(variant).rule;
+  rule.type = rule_names(variant).type;
   rule.settings.prefixSuffixPrefix = rule.settings.insertDeleteInsert = std::u16string(mark);
   select_variant(rule.settings, variant);
   return rule;
@@ -112,7 +113,7 @@ TEST_F(RulesControllerTest, EveryControlIsOffWhileAChainRunsAndAsItWasAfterwards
   EXPECT_EQ(marks(), u"abc");
   rules.setIsExecuting(false);
   EXPECT_EQ(rules.enabled(), before);
-  rules.tabChanged(rename_from_list_tab);
+  rules.tabChanged(tab_of(Method::from_list));
   EXPECT_FALSE(rules.enabled().addButton);
   rules.tabChanged(0);
   EXPECT_TRUE(rules.enabled().addButton);

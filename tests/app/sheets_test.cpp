@@ -9,7 +9,7 @@
 #include "app/photo_renaming_mask_editor_controller.h"
 #include "app/profile_sheet_controller.h"
 #include "app/rules_sheet_controller.h"
-#include "settings/rule_file.h"
+#include "methods/rule_file.h"
 
 namespace brindle::test {
 namespace {

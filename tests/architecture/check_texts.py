@@ -2,8 +2,8 @@
 
 usage: check_texts.py SOURCE_FOLDER
 
-Every literal in capitals is taken for a key unless it is one of the words below; where rules are shown as trees, every literal is
-one. That the other languages have the texts of English is the affair of tools/translate.
+Every literal in capitals is taken for a key unless it is one of the words below; in the methods, every literal that begins with a
+capital letter is one. That the other languages have the texts of English is the affair of tools/translate.
 """
 
 import pathlib
@@ -15,7 +15,7 @@ CAPITALS = re.compile(r'"([A-Z][A-Z0-9]{2,})"')
 LABEL = re.compile(r'(?<![\w"])"([A-Z][^"\n]+)"')
 ROW = re.compile(r'^    (keyed|counted|unkeyed)\(\s*"((?:[^"\\]|\\.)*)"', re.MULTILINE)
 # Where texts are asked for. Elsewhere capitals are tags of files, names of variables, kinds of fields.
-PLACES = ("app/**/*", "cli/*", "settings/validation.*", "settings/settings_record.*")
+PLACES = ("app/**/*", "cli/*", "methods/*.cpp", "settings/settings_record.*")
 NOT_TEXTS = {
     # keys of the user defaults
     "DEFAULTS", "HUBPOSITION", "INCLUDEHIDDEN", "LASTPROFILE", "LASTRULE", "LIVEPREVIEW", "LIVEPREVIEWALLFILES",
@@ -45,7 +45,7 @@ def main():
         for path in sorted(source.glob(place)):
             if path.suffix not in (".h", ".cpp") or path.name.startswith("strings_"):
                 continue
-            pattern = LABEL if path.name == "rule_tree.cpp" else CAPITALS
+            pattern = LABEL if path.parent.name == "methods" else CAPITALS
             names = pattern.findall(path.read_text(encoding="utf-8"))
             missing += [f"{path}: there is no text {name}" for name in names if name not in texts | NOT_TEXTS]
     print("\n".join(missing))

@@ -88,7 +88,7 @@ TEST(Help, NamesEveryOptionAndFitsTheTerminal) {
       EXPECT_EQ(outcome_of(std::string(example.words)).front(), command.word.front()) << example.words;
     }
   }
-  for (const MethodRow& method : method_table()) {
+  for (const MethodWord& method : method_words()) {
     const std::string text = method_help(method, {}, 80);
     EXPECT_FALSE(method.examples.empty()) << method.word;
     for (const MethodOption& option : method.options) {

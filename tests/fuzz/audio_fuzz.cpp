@@ -8,7 +8,6 @@
 #include <cstdlib>
 #include <iterator>
 #include <string>
-#include <vector>
 
 #include "methods/audio_renaming.h"
 
@@ -26,16 +25,20 @@ std::string path_of(const std::string& folder, std::uint8_t choice) {
 }
 
 void check_name(const brindle::AudioAttributes& attributes) {
-  static const std::vector<std::u16string> allowed = {u".MP3"};
-  static const brindle::AudioParameters parameters(
-      {.id3RenamingMask = u"<Artist> <Year> <Genre> <Title> <Album> <Comments> <TrackNumber> <Composer>",
-       .isID3RenamingColonReplace = true,
-       .allowedExtensions = allowed});
+  static const brindle::AudioParameters parameters = [] {
+    brindle::RenameSettings settings;
+    settings.id3RenamingMask = u"<Artist> <Year> <Genre> <Title> <Album> <Comments> <TrackNumber> <Composer>";
+    settings.isID3RenamingColonReplace = true;
+    return brindle::AudioParameters(settings);
+  }();
   brindle::FileSystemItem item;
   item.set_path("/music", "song.mp3");
   brindle::WorkingName name;
+  brindle::SequenceCounter counter;
+  std::int32_t photo_number = 1;
+  brindle::StepRun run{item, name, counter, photo_number, &attributes, nullptr};
   std::u16string error;
-  require(brindle::renameByID3Tags(item, parameters, name, error, &attributes));
+  require(brindle::run_step(parameters, run, error));
   require(item.newFilename().ends_with(u".mp3"));
 }
 

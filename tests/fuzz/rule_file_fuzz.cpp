@@ -6,10 +6,10 @@
 #include <string_view>
 #include <vector>
 
+#include "methods/rule_file.h"
+#include "methods/validation.h"
 #include "plist/property_list.h"
-#include "settings/rule_file.h"
 #include "settings/settings_record.h"
-#include "settings/validation.h"
 
 namespace {
 

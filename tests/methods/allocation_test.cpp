@@ -4,14 +4,8 @@
 #include <cstdlib>
 #include <new>
 
-#include "methods/date_time.h"
-#include "methods/general.h"
-#include "methods/insert_delete.h"
-#include "methods/path_components.h"
-#include "methods/prefix_suffix.h"
-#include "methods/replace_remove.h"
+#include "methods/rename_plan.h"
 #include "methods/sample_item.h"
-#include "methods/sequence.h"
 
 namespace {
 std::atomic<std::size_t> allocations = 0;
@@ -33,15 +27,15 @@ std::atomic<std::size_t> allocations = 0;
 namespace brindle::test {
 namespace {
 
-template <class Rename>
-void expect_no_allocation(const char* method, Rename rename) {
+void expect_no_allocation(const char* method, const RenameSettings& settings) {
   FileSystemItem item = sample_item(u"Holiday in Brest, été 2024_0001.jpg");
-  WorkingName name;
+  RenamePlan plan(settings, Date{});
+  ASSERT_FALSE(plan.empty()) << method;
   std::u16string error;
   const auto run = [&](int times) {
     for (int i = 0; i < times; ++i) {
       item.setNewFilename(std::u16string_view());
-      rename(item, name, error);
+      plan.run(item, error);
     }
   };
   run(3);
@@ -51,51 +45,58 @@ void expect_no_allocation(const char* method, Rename rename) {
   EXPECT_TRUE(error.empty()) << method;
 }
 
-template <class Parameters, class Operation>
-void expect_no_allocation(const char* method, const Parameters& parameters, Operation operation) {
-  expect_no_allocation(method, [&](FileSystemItem& item, WorkingName& name, std::u16string& error) {
-    operation(item, parameters, name, error);
-  });
+RenameSettings of(Method method) {
+  RenameSettings settings;
+  settings.selectedTab = tab_of(method);
+  return settings;
 }
 
 TEST(Methods, TakeNoMemoryOnceWarm) {
-  expect_no_allocation("insert", InsertParameters({.insertText = u"Brest and around", .insertOptionIndex = 1}),
-                       renameByInsert);
-  expect_no_allocation("delete", DeleteParameters{.numberOfCharacters = 3}, renameByDelete);
+  RenameSettings settings = of(Method::insert_delete);
+  settings.insertDeleteInsert = u"Brest and around";
+  settings.insertDeleteInsertOptionIndex = Placement::at_end;
+  expect_no_allocation("insert", settings);
+  settings.isInsertDeleteInsert = false;
+  settings.isInsertDeleteDelete = true;
+  settings.insertDeleteNumberOfCharacters = u"3";
+  expect_no_allocation("delete", settings);
+  settings = of(Method::replace_remove);
+  settings.replaceRemoveThis = u"É";
+  settings.replaceRemoveWith = u"ee";
   for (const bool exact : {false, true}) {
-    expect_no_allocation(
-        "replace",
-        ReplaceRemoveParameters(
-            {.replaceThis = u"É", .replaceWith = u"ee", .caseSensitive = exact, .replaceRemovePositionDirection = 1}),
-        renameByReplaceRemove);
-    expect_no_allocation(
-        "characters", ReplaceRemoveParameters({.replaceThis = u"aé", .caseSensitive = exact, .removeCharacters = true}),
-        renameByReplaceRemove);
+    settings.isReplaceRemoveCaseSensitive = exact;
+    settings.replaceRemovePositionDirection = 1;
+    settings.isReplaceRemoveReplace = true;
+    expect_no_allocation("replace", settings);
+    settings.isReplaceRemoveReplace = false;
+    settings.isReplaceRemoveRemoveCharacters = true;
+    expect_no_allocation("characters", settings);
   }
-  expect_no_allocation("prefix", PrefixSuffixParameters({.prefix = u"p", .suffix = u"s"}), renameByPrefixSuffix);
-  expect_no_allocation("date", DateTimeParameters({.dateTimeDateOptionIndex = 2, .dateTimeCustomDate = Date{}}),
-                       renameByDateTime);
-  expect_no_allocation("folders", PathComponentsParameters({.pathComponentsLevelNo = -1}), renameByPathComponents);
-  for (std::int32_t option = 0; option <= 12; ++option) {
-    for (const std::int32_t letter_case : {1, 2, 3}) {
-      expect_no_allocation("general",
-                           GeneralParameters({.generalOptionIndex = option,
-                                              .generalFileNameCase = letter_case,
-                                              .generalSwapSeperator = u"_",
-                                              .generalRemoveFromString = u"_",
-                                              .generalFilenameMask = u"000"}),
-                           renameByGeneral);
+  settings = of(Method::prefix_suffix);
+  settings.prefixSuffixPrefix = settings.prefixSuffixSuffix = u"p";
+  expect_no_allocation("prefix", settings);
+  settings = of(Method::date_time);
+  settings.dateTimeDateOptionIndex = 2;
+  expect_no_allocation("date", settings);
+  settings = of(Method::path_components);
+  settings.pathComponentsLevelNo = -1;
+  expect_no_allocation("folders", settings);
+  settings = of(Method::general);
+  settings.generalSwapSeperator = settings.generalRemoveFromString = u"_";
+  settings.generalFilenameMask = u"000";
+  for (settings.generalOptionIndex = 0; settings.generalOptionIndex <= 12; ++settings.generalOptionIndex) {
+    for (settings.generalFileNameCase = 1; settings.generalFileNameCase <= 3; ++settings.generalFileNameCase) {
+      expect_no_allocation("general", settings);
     }
   }
-  const SequenceArguments sequence{.prefix = true, .seperator = true, .seperatorString = u" - ", .addingMask = u"0000"};
-  std::int32_t number = 1;
-  expect_no_allocation("number", [&, numeric = NumericParameters(sequence)](auto& item, auto& name, auto& error) {
-    renameByNumeric(item, numeric, number, name, error);
-  });
-  std::u16string letters = u"a";
-  expect_no_allocation("letter", [&, alphabetic = AlphabeticParameters(sequence)](auto& item, auto& name, auto& error) {
-    renameByAlphabetic(item, alphabetic, letters, name, error);
-  });
+  settings = of(Method::sequence);
+  settings.isAlphaNumericPrefix = settings.isAlphaNumericSeperator = true;
+  settings.alphaNumericSeperator = u" - ";
+  settings.alphaNumericPaddingMask = u"0000";
+  expect_no_allocation("number", settings);
+  settings.isAlphaNumericNumeric = false;
+  settings.isAlphaNumericAlphabetic = true;
+  expect_no_allocation("letter", settings);
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 
 #include "case_table.h"
 #include "methods/sample_item.h"
+#include "settings/list_values.h"
 
 namespace brindle::test {
 namespace {
@@ -27,40 +28,40 @@ AudioAttributes attributes_of(const Case& c) {
   return audio_attributes(data);
 }
 
-AudioParameters parameters_of(const Case& c) {
-  const std::vector<std::u16string> tags = split_bars(c["tags"]);
-  const std::vector<std::u16string> extensions = split_bars(c.has("extensions") ? c["extensions"] : u".MP3|.M4A");
-  return AudioParameters({.id3RenamingMask = c["mask"],
-                          .isID3RenamingSeperator = c.has("separator"),
-                          .id3RenamingSeperator = c["separator"],
-                          .isID3RenamingColonReplace = c.has("colon"),
-                          .id3RenamingColonReplace = c["colon"],
-                          .tags = tags,
-                          .allowedExtensions = extensions});
+FieldList tag_fields(const std::vector<std::u16string>& tags) {
+  FieldList fields;
+  for (const std::u16string& tag : tags) fields.push_back(field_of_token(tag));
+  return fields;
 }
 
 TEST(AudioRenaming, DoesAsTheTableSays) {
   for_each_case("audio_renaming", [](const Case& c) {
     const AudioAttributes read = attributes_of(c);
-    const AudioParameters parameters = parameters_of(c);
-    expect_case(c, [&](FileSystemItem& item, WorkingName& name, std::u16string& error) {
-      return renameByID3Tags(item, parameters, name, error, &read);
-    });
+    RenameSettings settings;
+    settings.id3RenamingMask = c["mask"];
+    settings.isID3RenamingSeperator = c.has("separator");
+    settings.id3RenamingSeperator = c["separator"];
+    settings.isID3RenamingColonReplace = c.has("colon");
+    settings.id3RenamingColonReplace = c["colon"];
+    settings.id3RenamingTagsList = tag_fields(split_bars(c["tags"]));
+    settings.id3Extensions = split_bars(c.has("extensions") ? c["extensions"] : u".MP3|.M4A");
+    expect_case(c, AudioParameters(settings), &read);
   });
 }
 
 TEST(AudioRenaming, ReadsFilesOnlyForTokensThatCount) {
-  const std::vector<std::u16string> tags = {u"<Artist>"};
-  const std::vector<std::u16string> text = {u"<artist>"};
-  EXPECT_TRUE(AudioParameters({.id3RenamingMask = u"a<Title>"}).reads_files());
-  EXPECT_FALSE(AudioParameters({.id3RenamingMask = u"a<title>", .tags = tags}).reads_files());
-  EXPECT_TRUE(AudioParameters(
-                  {.id3RenamingMask = u"-", .isID3RenamingSeperator = true, .id3RenamingSeperator = u"-", .tags = tags})
-                  .reads_files());
-  EXPECT_FALSE(
-      AudioParameters(
-          {.id3RenamingMask = u"<Artist>", .isID3RenamingSeperator = true, .id3RenamingSeperator = u"-", .tags = text})
-          .reads_files());
+  const auto reads = [](const char16_t* mask, const char16_t* tag, bool is_separated) {
+    RenameSettings settings;
+    settings.id3RenamingMask = mask;
+    settings.id3RenamingTagsList = tag_fields({tag});
+    settings.isID3RenamingSeperator = is_separated;
+    settings.id3RenamingSeperator = u"-";
+    return AudioParameters(settings).reads_files();
+  };
+  EXPECT_TRUE(reads(u"a<Title>", u"", false));
+  EXPECT_FALSE(reads(u"a<title>", u"<Artist>", false));
+  EXPECT_TRUE(reads(u"-", u"<Artist>", true));
+  EXPECT_FALSE(reads(u"<Artist>", u"<artist>", true));
 }
 
 // Each value holds the next token five hundred times: 500⁷ characters, were nobody to stop.
@@ -69,12 +70,11 @@ TEST(AudioRenaming, ValuesFullOfTokensEndInANameThatIsTooLong) {
   for (std::size_t i = 0; i < bomb.size(); ++i) {
     for (int times = 0; times < 500; ++times) bomb[i] += i + 1 < bomb.size() ? audio_tokens[i + 1] : u"x";
   }
-  const std::vector<std::u16string> extensions = {u".MP3"};
-  const AudioParameters parameters({.id3RenamingMask = u"<Artist>", .allowedExtensions = extensions});
+  RenameSettings settings;
+  settings.id3RenamingMask = u"<Artist>";
   FileSystemItem item = sample_item(u"x.mp3");
-  WorkingName name;
-  std::u16string error;
-  EXPECT_TRUE(renameByID3Tags(item, parameters, name, error, &bomb));
+  StepRunner run;
+  EXPECT_TRUE(run(AudioParameters(settings), item, &bomb));
   EXPECT_GT(item.newFilename().size(), 255U);
   EXPECT_LE(item.newFilename().size(), 70000U);
 }

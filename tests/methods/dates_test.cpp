@@ -39,96 +39,84 @@ class FileDatesTest : public testing::Test {
   std::string folder_;
 };
 
-DateParts parts_of(const Case& c) {
-  const auto part = [&](const std::string& key) -> std::u16string_view {
-    return c.has(key) ? std::u16string_view(c[key]) : u"None";
-  };
-  return {.datePart1 = part("d1"),
-          .dateSeperator1 = c["ds1"],
-          .datePart2 = part("d2"),
-          .dateSeperator2 = c["ds2"],
-          .datePart3 = part("d3"),
-          .timePart1 = part("t1"),
-          .timeSeperator1 = c["ts1"],
-          .timePart2 = part("t2"),
-          .timeSeperator2 = c["ts2"],
-          .timePart3 = part("t3")};
-}
-
 TEST(PrefixSuffix, DoesAsTheTableSays) {
   for_each_case("prefix_suffix", [](const Case& c) {
-    const bool is_date = c.has("before") || c.has("behind");
-    const PrefixSuffixParameters parameters({.prefix = c["prefix"],
-                                             .suffix = c["suffix"],
-                                             .isString = !is_date,
-                                             .fileDateAttribute = c.number("attribute", 0),
-                                             .isDatePrefix = c.flag("before"),
-                                             .isDateSuffix = c.flag("behind"),
-                                             .parts = parts_of(c),
-                                             .datePrefix = c["prefix"],
-                                             .dateSuffix = c["suffix"],
-                                             .now = some_date});
-    expect_case(c, [&](FileSystemItem& item, WorkingName& name, std::u16string& error) {
-      return renameByPrefixSuffix(item, parameters, name, error);
-    });
+    RenameSettings settings;
+    settings.isPrefixSuffixString = !c.has("before") && !c.has("behind");
+    settings.prefixSuffixPrefix = settings.prefixSuffixDatePrefix = c["prefix"];
+    settings.prefixSuffixSuffix = settings.prefixSuffixDateSuffix = c["suffix"];
+    settings.prefixSuffixFileDateAttribute = c.number("attribute", 0);
+    settings.isPrefixSuffixDatePrefix = c.flag("before");
+    settings.isPrefixSuffixDateSuffix = c.flag("behind");
+    clear_parts(settings, prefix_suffix_parts);
+    fill_parts(c, settings, prefix_suffix_parts);
+    expect_case(c, PrefixSuffixParameters(settings, some_date));
   });
 }
 
 TEST(DateTime, DoesAsTheTableSays) {
   for_each_case("date_time", [](const Case& c) {
-    const DateTimeArguments arguments{.dateTimeDateOptionIndex = c.number("source", 2),
-                                      .dateTimeCustomDate = some_date,
-                                      .dateTimeOptionsIndex = c.number("option", 0),
-                                      .dateTimeAtPositionNo = c.number("position", 1),
-                                      .dateTimeAtPositionDirection = c.number("direction", 0),
-                                      .dateTimeAtBeforeText = c["before"],
-                                      .dateTimeAtBeforeTextOccurrence = c.number("occurrence", 1),
-                                      .dateTimeAtAfterText = c["after"],
-                                      .dateTimeAtAfterTextOccurrence = c.number("occurrence", 1),
-                                      .hasDateFormat = c.flag("date", true),
-                                      .hasTimeFormat = c.flag("time", false),
-                                      .parts = parts_of(c),
-                                      .isDateTimeColonReplace = c.has("colon"),
-                                      .dateTimeColonReplace = c["colon"],
-                                      .dateTimeSeparator = c["separator"],
-                                      .dateTimePrefix = c["prefix"],
-                                      .dateTimeSuffix = c["suffix"]};
-    const std::u16string pattern = date_time_pattern(arguments);
+    RenameSettings settings;
+    settings.dateTimeDateOptionIndex = c.number("source", custom_date);
+    settings.dateTimeCustomDate = some_date;
+    settings.hasDateFormat = c.flag("date", true);
+    settings.hasTimeFormat = c.flag("time", false);
+    settings.isDateTimeColonReplace = c.has("colon");
+    settings.dateTimeColonReplace = c["colon"];
+    settings.dateTimeSeparator = c["separator"];
+    settings.dateTimePrefix = c["prefix"];
+    settings.dateTimeSuffix = c["suffix"];
+    fill_place(c, settings, date_placement);
+    clear_parts(settings, date_time_parts);
+    fill_parts(c, settings, date_time_parts);
+    const std::u16string pattern = date_time_pattern(settings);
     EXPECT_EQ(to_utf8(pattern), to_utf8(c.has("pattern") ? c["pattern"] : pattern));
-    expect_case(c, [&](FileSystemItem& item, WorkingName& name, std::u16string& error) {
-      return renameByDateTime(item, DateTimeParameters(arguments), name, error);
-    });
+    expect_case(c, DateTimeParameters(settings));
   });
+}
+
+// The year of the date of change.
+RenameSettings changed_in_year() {
+  RenameSettings settings;
+  settings.dateTimeDateOptionIndex = modification_date;
+  settings.hasTimeFormat = false;
+  clear_parts(settings, date_time_parts);
+  settings.dateTimeFormatDatePart1 = u"yyyy";
+  return settings;
 }
 
 TEST_F(FileDatesTest, AreReadOfTheFile) {
   FileSystemItem item = sample_item(u"img.jpg", folder_);
-  WorkingName name;
-  std::u16string error;
-  const DateParts parts{.datePart1 = u"yyyy", .dateSeperator1 = u"-", .datePart2 = u"MM", .timePart1 = u"HH"};
-  DateTimeArguments date_time{.dateTimeDateOptionIndex = 1, .hasTimeFormat = false, .parts = parts};
-  EXPECT_TRUE(renameByDateTime(item, DateTimeParameters(date_time), name, error));
+  StepRunner run;
+  RenameSettings settings = changed_in_year();
+  settings.dateTimeFormatDateSeperator1 = u"-";
+  settings.dateTimeFormatDatePart2 = u"MM";
+  EXPECT_TRUE(run(DateTimeParameters(settings), item));
   EXPECT_EQ(to_utf8(item.newFilename()), "2009-05img.jpg");
   // The disk's own date of making the file, where it keeps one, is later than the one the test has set.
-  date_time.dateTimeDateOptionIndex = 0;
-  EXPECT_TRUE(renameByDateTime(item, DateTimeParameters(date_time), name, error));
+  settings.dateTimeDateOptionIndex = creation_date;
+  EXPECT_TRUE(run(DateTimeParameters(settings), item));
   EXPECT_GE(to_utf8(item.newFilename()), "2009-05");
 
   item.setNewFilename(u"");
-  const PrefixSuffixParameters suffix(
-      {.isString = false, .fileDateAttribute = 2, .isDateSuffix = true, .parts = parts, .dateSuffix = u"h"});
-  EXPECT_TRUE(renameByPrefixSuffix(item, suffix, name, error));
+  settings.isPrefixSuffixString = false;
+  settings.prefixSuffixFileDateAttribute = date_modified;
+  settings.isPrefixSuffixDateSuffix = true;
+  settings.prefixSuffixDateSuffix = u"h";
+  clear_parts(settings, prefix_suffix_parts);
+  settings.prefixSuffixDatePart1 = u"yyyy";
+  settings.prefixSuffixDateSeperator1 = u"-";
+  settings.prefixSuffixDatePart2 = u"MM";
+  settings.prefixSuffixTimePart1 = u"HH";
+  EXPECT_TRUE(run(PrefixSuffixParameters(settings, Date{}), item));
   EXPECT_EQ(to_utf8(item.newFilename()), "img2009-05 15h.jpg");
 }
 
 TEST_F(FileDatesTest, OfALinkAreItsOwn) {
   std::filesystem::create_symlink("img.jpg", folder_ + "/link.jpg");
   FileSystemItem item = sample_item(u"link.jpg", folder_);
-  WorkingName name;
-  std::u16string error;
-  const DateTimeParameters year(
-      {.dateTimeDateOptionIndex = 1, .hasTimeFormat = false, .parts = {.datePart1 = u"yyyy"}});
-  EXPECT_TRUE(renameByDateTime(item, year, name, error));
+  StepRunner run;
+  EXPECT_TRUE(run(DateTimeParameters(changed_in_year()), item));
   EXPECT_NE(to_utf8(item.newFilename()), "2009link.jpg");
 }
 

@@ -6,6 +6,7 @@
 
 #include "metadata/metadata_ahead.h"
 #include "methods/sample_item.h"
+#include "settings/list_values.h"
 #include "support/sample_images.h"
 #include "support/temp_tree.h"
 #include "text/text_encoding.h"
@@ -16,17 +17,15 @@ namespace {
 // Before anything asks for the zone: it is looked up once a process.
 const bool mask_zone_is_set = setenv("TZ", "Europe/Berlin", 1) == 0 && setenv("LC_ALL", "C.UTF-8", 1) == 0;
 
-const std::vector<std::u16string> usual_extensions = {u".JPG", u".JPEG", u".EXIF", u".TIF", u".TIFF"};
-
 // "<a><b>c" as its pieces.
-std::vector<std::u16string> tags_of(std::u16string_view mask) {
-  std::vector<std::u16string> tags;
+FieldList mask_fields(std::u16string_view mask) {
+  FieldList fields;
   while (!mask.empty()) {
     const std::size_t end = std::min(mask.find(u'>'), mask.size() - 1) + 1;
-    tags.emplace_back(mask.substr(0, end));
+    fields.push_back(field_of_token(mask.substr(0, end)));
     mask.remove_prefix(end);
   }
-  return tags;
+  return fields;
 }
 
 PhotoMetadata metadata_of(const Case& c) {
@@ -47,40 +46,22 @@ PhotoMetadata metadata_of(const Case& c) {
   return metadata;
 }
 
-DateParts photo_parts(const Case& c) {
-  const auto part = [&c](const char* column, std::u16string_view usual) {
-    return c.has(column) ? std::u16string_view(c[column]) : usual;
-  };
-  return {part("d1", u"dd"),
-          part("ds1", u""),
-          part("d2", u"MM"),
-          part("ds2", u""),
-          part("d3", u"yyyy"),
-          part("t1", u"HH"),
-          u"",
-          part("t2", u"mm"),
-          u"",
-          part("t3", u"ss")};
-}
-
 TEST(PhotoRenaming, DoesAsTheTableSays) {
   for_each_case("photo_renaming", [](const Case& c) {
-    const std::vector<std::u16string> tags = tags_of(c["mask"]);
-    const PhotoParameters parameters({.photoRenamingMask = c.has("string") ? c["string"] : c["mask"],
-                                      .isPhotoRenamingSeperator = c.has("separator"),
-                                      .photoRenamingSeperator = c["separator"],
-                                      .isPhotoRenamingColonReplace = c.has("colon"),
-                                      .photoRenamingColonReplace = c["colon"],
-                                      .parts = photo_parts(c),
-                                      .photoPaddingMask = c["padding"],
-                                      .tags = tags,
-                                      .allowedExtensions = usual_extensions});
+    RenameSettings settings;
+    settings.photoRenamingMask = c.has("string") ? c["string"] : c["mask"];
+    settings.photoMetaDataList = mask_fields(c["mask"]);
+    settings.isPhotoRenamingSeperator = c.has("separator");
+    settings.photoRenamingSeperator = c["separator"];
+    settings.isPhotoRenamingColonReplace = c.has("colon");
+    settings.photoRenamingColonReplace = c["colon"];
+    settings.photoPaddingMask = c["padding"];
+    fill_parts(c, settings, photo_parts);
+    const PhotoParameters parameters(settings);
     // Without a mask that asks for it, nothing is read.
     const PhotoMetadata metadata = parameters.reads_files() ? metadata_of(c) : (metadata_of(c), PhotoMetadata());
     std::int32_t number = c.number("counter", 1);
-    expect_case(c, [&](FileSystemItem& item, WorkingName& name, std::u16string& error) {
-      return renameByPhotoEXIFTags(item, parameters, number, name, error, &metadata);
-    });
+    expect_case(c, parameters, nullptr, &metadata, &number);
     EXPECT_EQ(number, c.number("next", number));
   });
 }
@@ -177,12 +158,12 @@ TEST_F(PhotoFilesTest, CompletesIptcFromXmp) {
 }
 
 TEST_F(PhotoFilesTest, MakesTheSameNamesReadingAheadOrNot) {
-  const std::vector<std::u16string> tags = tags_of(u"<EXIF_Date><EXIF_Time><IPTC_Origin_City>");
-  const PhotoParameters parameters({.photoRenamingMask = u"<EXIF_Date><EXIF_Time><IPTC_Origin_City>",
-                                    .isPhotoRenamingSeperator = true,
-                                    .photoRenamingSeperator = u"_",
-                                    .tags = tags,
-                                    .allowedExtensions = usual_extensions});
+  RenameSettings settings;
+  settings.photoRenamingMask = u"<EXIF_Date><EXIF_Time><IPTC_Origin_City>";
+  settings.photoMetaDataList = mask_fields(*settings.photoRenamingMask);
+  settings.isPhotoRenamingSeperator = true;
+  settings.photoRenamingSeperator = u"_";
+  const PhotoParameters parameters(settings);
   constexpr std::size_t count = 300;
   std::vector<std::string> paths;
   for (std::size_t i = 0; i < count; ++i) {
@@ -192,10 +173,8 @@ TEST_F(PhotoFilesTest, MakesTheSameNamesReadingAheadOrNot) {
   }
   const auto name = [&](std::size_t row, const PhotoMetadata* read) {
     FileSystemItem item = *FileSystemItem::initWithPath(paths[row]);
-    WorkingName working;
-    std::u16string error;
-    std::int32_t number = 1;
-    EXPECT_TRUE(renameByPhotoEXIFTags(item, parameters, number, working, error, read));
+    StepRunner run;
+    EXPECT_TRUE(run(parameters, item, nullptr, read));
     return item.newFilename();
   };
   MetadataAhead<PhotoMetadata> ahead([&](const std::string& path) { return parameters.read(path); }, 16);

@@ -6,50 +6,43 @@
 namespace brindle::test {
 namespace {
 
-SequenceArguments arguments_of(const Case& c) {
-  return {.increment = c.flag("increment", true),
-          .decrement = c.flag("decrement"),
-          .prefix = c.flag("prefix"),
-          .subffix = c.flag("subffix"),
-          .seperator = c.has("separator"),
-          .seperatorString = c["separator"],
-          .addingMask = c["mask"],
-          .incrementBy = c.number("by", 1),
-          .decrementBy = c.number("by", 1)};
+RenameSettings settings_of(const Case& c) {
+  RenameSettings settings;
+  settings.isAlphaNumericIncrement = c.flag("increment", true);
+  settings.isAlphaNumericDecrement = c.flag("decrement");
+  settings.isAlphaNumericPrefix = c.flag("prefix");
+  settings.isAlphaNumericSufix = c.flag("subffix");
+  settings.isAlphaNumericSeperator = c.has("separator");
+  settings.alphaNumericSeperator = c["separator"];
+  settings.alphaNumericPaddingMask = c["mask"];
+  settings.alphaNumericIncrementBy = settings.alphaNumericDecrementBy = typed(c.number("by", 1));
+  return settings;
 }
 
 // The column "result" holds the names of as many items in a row, between "|"; "then" is the counter that is left.
-template <class Rename>
-void expect_run(const Case& c, Rename rename) {
-  WorkingName name;
-  std::u16string error;
+SequenceCounter expect_run(const Case& c, const RenameStep& step, SequenceCounter counter) {
+  StepRunner run;
+  run.counter = std::move(counter);
   for (const std::string& expected : split(to_utf8(c["result"]) + '|', '|')) {
     FileSystemItem item = sample_item(c);
-    EXPECT_EQ(rename(item, name, error), !c.has("error"));
+    EXPECT_EQ(run(step, item), !c.has("error"));
     EXPECT_EQ(to_utf8(item.newFilename()), expected);
   }
-  EXPECT_NE(error.find(c["error"]), std::u16string::npos) << to_utf8(error);
+  EXPECT_NE(run.error.find(c["error"]), std::u16string::npos) << to_utf8(run.error);
+  return run.counter;
 }
 
 TEST(Numeric, CountsAsTheTableSays) {
   for_each_case("numeric", [](const Case& c) {
-    const NumericParameters parameters(arguments_of(c));
-    std::int32_t counter = c.number("counter", 1);
-    expect_run(c, [&](FileSystemItem& item, WorkingName& name, std::u16string& error) {
-      return renameByNumeric(item, parameters, counter, name, error);
-    });
-    EXPECT_EQ(counter, c.number("then", counter));
+    const SequenceCounter left = expect_run(c, NumericParameters(settings_of(c)), {c.number("counter", 1), {}});
+    EXPECT_EQ(left.number, c.number("then", left.number));
   });
 }
 
 TEST(Alphabetic, CountsAsTheTableSays) {
   for_each_case("alphabetic", [](const Case& c) {
-    const AlphabeticParameters parameters(arguments_of(c));
-    std::u16string counter = c["counter"];
-    expect_run(c, [&](FileSystemItem& item, WorkingName& name, std::u16string& error) {
-      return renameByAlphabetic(item, parameters, counter, name, error);
-    });
-    EXPECT_EQ(to_utf8(counter), to_utf8(c.has("then") ? c["then"] : counter));
+    const SequenceCounter left = expect_run(c, AlphabeticParameters(settings_of(c)), {0, c["counter"]});
+    EXPECT_EQ(to_utf8(left.letters), to_utf8(c.has("then") ? c["then"] : left.letters));
   });
 }
 

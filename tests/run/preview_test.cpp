@@ -5,8 +5,8 @@
 #include <filesystem>
 
 #include "gather/gather.h"
+#include "methods/validation.h"
 #include "platform/file_name.h"
-#include "settings/validation.h"
 #include "support/temp_tree.h"
 
 namespace brindle {

@@ -51,7 +51,7 @@ class PanelTest : public testing::Test {
     // The fields of the panel before go with it.
     frame.reset();
     bindings = std::make_unique<SettingBindings>(controller->settings(), nullptr);
-    QWidget* panel = make_method_panel(tab, *controller, *bindings, nullptr);
+    QWidget* panel = make_method_panel(static_cast<Method>(tab), *controller, *bindings, nullptr);
     show(panel, 820, 250);
     return panel;
   }

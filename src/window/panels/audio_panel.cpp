@@ -4,7 +4,7 @@
 #include "window/example_line.h"
 #include "window/flow_layout.h"
 #include "window/mask_rows.h"
-#include "window/panels/panels.h"
+#include "window/method_panels.h"
 #include "window/text.h"
 #include "window/token_strip.h"
 
@@ -58,7 +58,7 @@ QWidget* custom_text_row(const PanelContext& context) {
 }  // namespace
 
 QWidget* make_audio_panel(const PanelContext& context, QWidget* parent) {
-  PanelFrame panel(audio_tab, parent);
+  PanelFrame panel(Method::audio, parent);
   panel.head(audio_mask_row(context));
   panel.head(token_row(context));
   FormColumn left(panel.columns());
@@ -69,7 +69,7 @@ QWidget* make_audio_panel(const PanelContext& context, QWidget* parent) {
                     "MASKSEPARATORTIP");
   add_switched_text(context, right, "isID3RenamingColonReplace", "REPLACECOLONS", "id3RenamingColonReplace",
                     "REPLACECOLONSTIP");
-  panel.foot(new ExampleLine(audio_tab, context.controller));
+  panel.foot(new ExampleLine(Method::audio, context.controller));
   return panel.widget();
 }
 

@@ -3,19 +3,15 @@
 #include <QDateTimeEdit>
 #include <QLineEdit>
 
+#include "methods/date_time.h"
 #include "window/date_parts_rows.h"
 #include "window/example_line.h"
-#include "window/panels/panels.h"
+#include "window/method_panels.h"
 #include "window/placement_rows.h"
 #include "window/text.h"
 
 namespace brindle {
 namespace {
-
-constexpr std::int32_t custom_date = 2;
-constexpr PlacementKeys date_places = {
-    "dateTimeOptionsIndex",           "dateTimeAtPositionNo", "dateTimeAtPositionDirection",  "dateTimeAtBeforeText",
-    "dateTimeAtBeforeTextOccurrence", "dateTimeAtAfterText",  "dateTimeAtAfterTextOccurrence"};
 
 QWidget* source_fields(const PanelContext& context) {
   BrindleAppController& controller = context.controller;
@@ -34,8 +30,8 @@ QWidget* source_fields(const PanelContext& context) {
 }
 
 void add_format_rows(const PanelContext& context, FormColumn& column) {
-  QWidget* date = date_picker(context, date_time_date_keys);
-  QWidget* time = time_picker(context, date_time_date_keys);
+  QWidget* date = date_picker(context, date_time_parts);
+  QWidget* time = time_picker(context, date_time_parts);
   QLineEdit* between = text_field(context, "dateTimeSeparator", "BETWEENDATEANDTIME", 4);
   QLineEdit* instead = text_field(context, "dateTimeColonReplace", "REPLACECOLONS", 4);
   column.row("WHICHDATE", source_fields(context));
@@ -56,14 +52,14 @@ void add_format_rows(const PanelContext& context, FormColumn& column) {
 }  // namespace
 
 QWidget* make_date_time_panel(const PanelContext& context, QWidget* parent) {
-  PanelFrame panel(date_time_tab, parent);
+  PanelFrame panel(Method::date_time, parent);
   BrindleAppController& controller = context.controller;
   FormColumn left(panel.columns(), 4);
   add_format_rows(context, left);
   FormColumn right(panel.columns(), 3);
-  add_placement_rows(context, right, panel.widget(), date_places,
+  add_placement_rows(context, right, panel.widget(), date_placement,
                      [&controller](int option) { controller.dateTimeOptionsChanged(option); });
-  panel.foot(new ExampleLine(date_time_tab, controller));
+  panel.foot(new ExampleLine(Method::date_time, controller));
   return panel.widget();
 }
 

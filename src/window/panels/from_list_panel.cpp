@@ -4,7 +4,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 
-#include "window/panels/panels.h"
+#include "window/method_panels.h"
 #include "window/text.h"
 
 namespace brindle {
@@ -31,7 +31,7 @@ QWidget* file_row(const PanelContext& context, QWidget* panel) {
 }  // namespace
 
 QWidget* make_from_list_panel(const PanelContext& context, QWidget* parent) {
-  PanelFrame panel(rename_from_list_tab, parent);
+  PanelFrame panel(Method::from_list, parent);
   BrindleAppController& controller = context.controller;
   // Chosen here for the list that is about to be loaded; the window's own choice follows when it is.
   const auto kinds = radio_buttons(context, panel.widget(), "isFolders", {"FILES", "FOLDERS"}, [](int) {});

@@ -3,7 +3,7 @@
 #include <QRadioButton>
 
 #include "window/example_line.h"
-#include "window/panels/panels.h"
+#include "window/method_panels.h"
 #include "window/text.h"
 
 namespace brindle {
@@ -38,7 +38,7 @@ QLineEdit* text_with_hint(const PanelContext& context, SettingKey key, TextKey n
 }  // namespace
 
 QWidget* make_general_panel(const PanelContext& context, QWidget* parent) {
-  PanelFrame panel(general_tab, parent);
+  PanelFrame panel(Method::general, parent);
   BrindleAppController& controller = context.controller;
   const auto buttons =
       radio_buttons(context, panel.widget(), "generalOptionIndex",
@@ -67,7 +67,7 @@ QWidget* make_general_panel(const PanelContext& context, QWidget* parent) {
   row(right, 10, {text_with_hint(context, "generalFilenameMask", "FITTOMASK", "FITTOMASKTIP")});
   row(right, 11,
       {text_with_hint(context, "generalConvertWindowsCompatibleString", "WINDOWSCOMPATIBLE", "WINDOWSCOMPATIBLETIP")});
-  panel.foot(new ExampleLine(general_tab, controller));
+  panel.foot(new ExampleLine(Method::general, controller));
   return panel.widget();
 }
 

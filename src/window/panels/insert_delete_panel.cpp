@@ -2,17 +2,13 @@
 #include <QLineEdit>
 #include <QRadioButton>
 
+#include "methods/insert_delete.h"
 #include "window/example_line.h"
-#include "window/panels/panels.h"
+#include "window/method_panels.h"
 #include "window/placement_rows.h"
 
 namespace brindle {
 namespace {
-
-constexpr PlacementKeys insert_places = {"insertDeleteInsertOptionIndex",        "insertDeleteAtCharacterPositions",
-                                         "insertDeleteInsertAtPostionDirection", "insertDeleteInsertAtBeforeText",
-                                         "insertDeleteInsertAtBeforeOccurrence", "insertDeleteInsertAtAfterText",
-                                         "insertDeleteInsertAtAfterOccurrence"};
 
 bool deletes(const RenameSettings& settings) {
   return settings.isInsertDeleteDelete;
@@ -24,7 +20,7 @@ bool inserts(const RenameSettings& settings) {
 }  // namespace
 
 QWidget* make_insert_delete_panel(const PanelContext& context, QWidget* parent) {
-  PanelFrame panel(insert_delete_tab, parent);
+  PanelFrame panel(Method::insert_delete, parent);
   QWidget* owner = panel.widget();
   BrindleAppController& controller = context.controller;
   const auto kinds = radio_buttons(context, owner, "isInsertDeleteDelete", {"INSERTTEXT", "DELETECHARACTERS"},
@@ -36,7 +32,7 @@ QWidget* make_insert_delete_panel(const PanelContext& context, QWidget* parent) 
   left.indent();
   enable_when(context, {"isInsertDeleteDelete"}, {text}, inserts);
   add_placement_rows(
-      context, left, owner, insert_places, [&controller](int option) { controller.insertOptionChanged(option); },
+      context, left, owner, insert_placement, [&controller](int option) { controller.insertOptionChanged(option); },
       {"isInsertDeleteDelete"}, inserts);
 
   FormColumn right(panel.columns(), 2);
@@ -49,7 +45,7 @@ QWidget* make_insert_delete_panel(const PanelContext& context, QWidget* parent) 
   right.row("NUMBEROFCHARACTERS", line({count}));
   right.row(backwards);
   enable_when(context, {"isInsertDeleteDelete"}, {position, count, backwards}, deletes);
-  panel.foot(new ExampleLine(insert_delete_tab, controller));
+  panel.foot(new ExampleLine(Method::insert_delete, controller));
   return owner;
 }
 

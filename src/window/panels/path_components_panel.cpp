@@ -1,22 +1,14 @@
 #include <QLineEdit>
 
+#include "methods/path_components.h"
 #include "window/example_line.h"
-#include "window/panels/panels.h"
+#include "window/method_panels.h"
 #include "window/placement_rows.h"
 #include "window/text.h"
 
 namespace brindle {
-namespace {
-
-constexpr PlacementKeys path_places = {"pathComponentsOptionsIndex",        "pathComponentsAtPositionNo",
-                                       "pathComponentsAtPositionDirection", "pathComponentsAtBeforeText",
-                                       "pathComponentsAtBeforeOccurrence",  "pathComponentsAtAfterText",
-                                       "pathComponentsAtAfterOccurrence"};
-
-}  // namespace
-
 QWidget* make_path_components_panel(const PanelContext& context, QWidget* parent) {
-  PanelFrame panel(path_components_tab, parent);
+  PanelFrame panel(Method::path_components, parent);
   BrindleAppController& controller = context.controller;
   FormColumn left(panel.columns(), 2);
   NumberField* levels = number_field(context, "pathComponentsLevelNo", "FOLDERLEVELS");
@@ -26,9 +18,9 @@ QWidget* make_path_components_panel(const PanelContext& context, QWidget* parent
   left.row("FOLDERPREFIX", text_field(context, "pathComponentsPrefix", "FOLDERPREFIX", 6));
   left.row("FOLDERSUFFIX", text_field(context, "pathComponentsSuffix", "FOLDERSUFFIX", 6));
   FormColumn right(panel.columns(), 3);
-  add_placement_rows(context, right, panel.widget(), path_places,
+  add_placement_rows(context, right, panel.widget(), path_placement,
                      [&controller](int option) { controller.pathComponentsOptionsChanged(option); });
-  panel.foot(new ExampleLine(path_components_tab, controller));
+  panel.foot(new ExampleLine(Method::path_components, controller));
   return panel.widget();
 }
 

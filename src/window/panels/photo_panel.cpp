@@ -2,10 +2,11 @@
 #include <QLineEdit>
 #include <QPushButton>
 
+#include "methods/photo_renaming.h"
 #include "window/date_parts_rows.h"
 #include "window/example_line.h"
 #include "window/mask_rows.h"
-#include "window/panels/panels.h"
+#include "window/method_panels.h"
 #include "window/sheets.h"
 #include "window/text.h"
 #include "window/token_strip.h"
@@ -27,11 +28,11 @@ QWidget* photo_mask_row(const PanelContext& context) {
 }  // namespace
 
 QWidget* make_photo_panel(const PanelContext& context, QWidget* parent) {
-  PanelFrame panel(photo_tab, parent);
+  PanelFrame panel(Method::photo, parent);
   panel.head(photo_mask_row(context));
   FormColumn left(panel.columns(), 4);
-  left.row("DATEFORMAT", date_picker(context, photo_date_keys));
-  left.row("TIMEFORMAT", time_picker(context, photo_date_keys));
+  left.row("DATEFORMAT", date_picker(context, photo_parts));
+  left.row("TIMEFORMAT", time_picker(context, photo_parts));
   add_extensions_row(context, left, "photoExtensions", photo_items);
   FormColumn right(panel.columns(), 3);
   add_switched_text(context, right, "isPhotoRenamingSeperator", "WITHSEPARATOR", "photoRenamingSeperator",
@@ -43,7 +44,7 @@ QWidget* make_photo_panel(const PanelContext& context, QWidget* parent) {
   padding->setToolTip(localized_text("PHOTOPADDINGTIP"));
   right.row("NUMBERPADDING", padding);
   right.row(check_box(context, "isPhotoResetSequenceOnEachFolder", "RESTARTINFOLDER"));
-  panel.foot(new ExampleLine(photo_tab, context.controller));
+  panel.foot(new ExampleLine(Method::photo, context.controller));
   return panel.widget();
 }
 

@@ -3,9 +3,10 @@
 #include <QLineEdit>
 #include <QRadioButton>
 
+#include "methods/prefix_suffix.h"
 #include "window/date_parts_rows.h"
 #include "window/example_line.h"
-#include "window/panels/panels.h"
+#include "window/method_panels.h"
 
 namespace brindle {
 namespace {
@@ -18,12 +19,13 @@ bool adds_texts(const RenameSettings& settings) {
 }
 
 void add_date_rows(const PanelContext& context, FormColumn& column) {
-  QComboBox* source = choice_box(context, "prefixSuffixFileDateAttribute", "WHICHDATE",
-                                 {{"DATECREATED", 1}, {"DATEMODIFIED", 2}, {"DATENOW", 0}});
+  QComboBox* source =
+      choice_box(context, "prefixSuffixFileDateAttribute", "WHICHDATE",
+                 {{"DATECREATED", date_created}, {"DATEMODIFIED", date_modified}, {"DATENOW", date_of_now}});
   QWidget* place = line({check_box(context, "isPrefixSuffixDatePrefix", "BEFORENAME"),
                          check_box(context, "isPrefixSuffixDateSuffix", "AFTERNAME")});
-  QWidget* date = date_picker(context, prefix_suffix_date_keys);
-  QWidget* time = time_picker(context, prefix_suffix_date_keys);
+  QWidget* date = date_picker(context, prefix_suffix_parts);
+  QWidget* time = time_picker(context, prefix_suffix_parts);
   QWidget* around = line({"TEXTBEFORE", text_field(context, "prefixSuffixDatePrefix", "TEXTBEFORE", 4), "TEXTAFTER",
                           text_field(context, "prefixSuffixDateSuffix", "TEXTAFTER", 4)});
   column.row("WHICHDATE", line({source}));
@@ -37,7 +39,7 @@ void add_date_rows(const PanelContext& context, FormColumn& column) {
 }  // namespace
 
 QWidget* make_prefix_suffix_panel(const PanelContext& context, QWidget* parent) {
-  PanelFrame panel(prefix_suffix_tab, parent);
+  PanelFrame panel(Method::prefix_suffix, parent);
   BrindleAppController& controller = context.controller;
   const auto kinds = radio_buttons(context, panel.widget(), "isPrefixSuffixDate", {"ADDTEXTS", "ADDDATE"},
                                    [&controller](int id) { controller.prefixSuffixChanged(id == 1); });
@@ -53,7 +55,7 @@ QWidget* make_prefix_suffix_panel(const PanelContext& context, QWidget* parent) 
   right.row(kinds[1]);
   right.indent();
   add_date_rows(context, right);
-  panel.foot(new ExampleLine(prefix_suffix_tab, controller));
+  panel.foot(new ExampleLine(Method::prefix_suffix, controller));
   return panel.widget();
 }
 

@@ -5,7 +5,7 @@
 #include <QRadioButton>
 
 #include "window/example_line.h"
-#include "window/panels/panels.h"
+#include "window/method_panels.h"
 #include "window/text.h"
 
 namespace brindle {
@@ -66,7 +66,7 @@ void add_range_rows(const PanelContext& context, FormColumn& column) {
 }  // namespace
 
 QWidget* make_replace_remove_panel(const PanelContext& context, QWidget* parent) {
-  PanelFrame panel(replace_remove_tab, parent);
+  PanelFrame panel(Method::replace_remove, parent);
   BrindleAppController& controller = context.controller;
   const auto kinds =
       radio_buttons(context, panel.widget(), "removeReplaceIndex", {"REPLACETEXT", "REMOVETEXT", "REMOVECHARACTERS"},
@@ -79,7 +79,7 @@ QWidget* make_replace_remove_panel(const PanelContext& context, QWidget* parent)
   add_text_rows(context, left);
   FormColumn right(panel.columns());
   add_range_rows(context, right);
-  panel.foot(new ExampleLine(replace_remove_tab, controller));
+  panel.foot(new ExampleLine(Method::replace_remove, controller));
   return panel.widget();
 }
 

@@ -4,7 +4,7 @@
 #include <QRegularExpressionValidator>
 
 #include "window/example_line.h"
-#include "window/panels/panels.h"
+#include "window/method_panels.h"
 #include "window/text.h"
 
 namespace brindle {
@@ -46,7 +46,7 @@ QWidget* direction_fields(const PanelContext& context, QWidget* owner) {
 }  // namespace
 
 QWidget* make_sequence_panel(const PanelContext& context, QWidget* parent) {
-  PanelFrame panel(sequence_tab, parent);
+  PanelFrame panel(Method::sequence, parent);
   QWidget* owner = panel.widget();
   BrindleAppController& controller = context.controller;
   const auto kinds = radio_buttons(context, owner, "isAlphaNumericAlphabetic", {"NUMBERS", "LETTERSCHOICE"},
@@ -72,7 +72,7 @@ QWidget* make_sequence_panel(const PanelContext& context, QWidget* parent) {
   right.row(hint);
   right.row(separates, separator);
   right.row(check_box(context, "isAlphaNumericResetSequenceOnEachFolder", "RESTARTINFOLDER"));
-  panel.foot(new ExampleLine(sequence_tab, context.controller));
+  panel.foot(new ExampleLine(Method::sequence, context.controller));
   return owner;
 }
 

@@ -1,4 +1,4 @@
-#include "settings/rule_file.h"
+#include "methods/rule_file.h"
 
 #include <algorithm>
 #include <cstddef>

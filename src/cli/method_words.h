@@ -58,7 +58,7 @@ struct MethodOperand {
   FillSettings fill = nullptr;
 };
 
-struct MethodRow {
+struct MethodWord {
   std::string_view word;
   std::string_view summary;                 ///< half a line
   std::string_view about;                   ///< what else a person should know; may be empty
@@ -70,10 +70,10 @@ struct MethodRow {
   std::span<const Example> examples;
 };
 
-std::span<const MethodRow> method_table();
+std::span<const MethodWord> method_words();
 
 /// The row of a method's word, or null.
-const MethodRow* find_method(std::string_view word);
-const MethodOption* find_option(const MethodRow& method, std::string_view name);
+const MethodWord* find_method(std::string_view word);
+const MethodOption* find_option(const MethodWord& method, std::string_view name);
 
 }  // namespace brindle

@@ -1,4 +1,4 @@
-#include "cli/method_table.h"
+#include "cli/method_words.h"
 
 #include <fmt/format.h>
 #include <gmock/gmock.h>
@@ -37,7 +37,7 @@ void expect_name(const std::string& words, const std::string& path, std::string_
 }
 
 TEST(Methods, KeepTheirExamplesPromise) {
-  for (const MethodRow& method : method_table()) {
+  for (const MethodWord& method : method_words()) {
     for (const Example& example : method.examples) {
       const std::string words(example.words);
       EXPECT_EQ(parse_line("preview . " + words).methods.front().method, &method) << words;

@@ -1,7 +1,10 @@
-#include "settings/rule.h"
+#include "methods/rule.h"
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+
+#include "methods/method_table.h"
 #include "settings/list_values.h"
 #include "support/case_file.h"
 #include "texts/string_table.h"
@@ -57,7 +60,7 @@ TEST(Rule, IsMadeFromTheSelectedTab) {
 /// Settings with no default in them, of which a rule of the variant can be made.
 RenameSettings changed_for(RuleVariant variant) {
   RenameSettings settings = all_changed();
-  settings.selectedTab = rule_kind(variant).tab;
+  settings.selectedTab = tab_of(rule_names(variant).method);
   settings.isAlphaNumericNumeric = variant == RuleVariant::numeric;
   settings.isAlphaNumericAlphabetic = variant == RuleVariant::alphabetic;
   settings.alphaNumericIncrementBy = settings.alphaNumericDecrementBy = u"17";
@@ -72,9 +75,34 @@ Rule rule_of(RenameSettings settings) {
   return std::get<Rule>(getRule(settings));
 }
 
+std::vector<RuleVariant> all_variants() {
+  std::vector<RuleVariant> variants;
+  for (const MethodRow* method : method_table()) {
+    for (const RuleKind& kind : method->kinds) variants.push_back(kind.variant);
+  }
+  return variants;
+}
+
+TEST(MethodTable, IsInTheOrderOfTheStoredNumbersWithEveryKindOfRuleOnce) {
+  for (std::size_t i = 0; i < method_table().size(); ++i) {
+    RenameSettings settings;
+    settings.selectedTab = static_cast<std::int32_t>(i);
+    EXPECT_EQ(selected_method(settings), method_table()[i]->method);
+    EXPECT_TRUE(has_text(method_table()[i]->title));
+  }
+  std::vector<RuleVariant> variants = all_variants();
+  std::ranges::sort(variants);
+  EXPECT_EQ(std::ranges::adjacent_find(variants), variants.end());
+  for (const SettingRow& row : settings_table()) {
+    for (const RuleVariant variant : variants) {
+      const bool is_carried = (row.rules & rule_bit(variant)) != 0;
+      EXPECT_TRUE(!is_carried || rule_names(variant).method == row.method) << row.key;
+    }
+  }
+}
+
 TEST(Rule, CarriesTheKeysOfItsVariant) {
-  for (unsigned i = 0; i < 14; ++i) {
-    const auto variant = static_cast<RuleVariant>(i);
+  for (const RuleVariant variant : all_variants()) {
     const RenameSettings settings = changed_for(variant);
     const Rule rule = rule_of(settings);
     EXPECT_EQ(variant_of(rule), variant);

@@ -10,8 +10,8 @@
 #include <string_view>
 #include <vector>
 
+#include "methods/rule.h"
 #include "platform/status.h"
-#include "settings/rule.h"
 
 namespace brindle {
 

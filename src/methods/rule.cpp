@@ -1,18 +1,66 @@
+#include "methods/rule.h"
+
 #include <optional>
 #include <type_traits>
 #include <utility>
 
+#include "methods/method_table.h"
 #include "settings/list_values.h"
-#include "settings/rule.h"
 #include "settings/stored_value.h"
-
-// The stored form of rules.
 
 namespace brindle {
 namespace {
 
+void copy_carried(RuleVariant variant, const RenameSettings& from, RenameSettings& to) {
+  for_each_rule_setting(variant, [&](const SettingRow& row) {
+    std::visit(
+        [&](auto member) {
+          if constexpr (!std::is_same_v<decltype(member), std::monostate>) to.*member = from.*member;
+        },
+        row.member);
+  });
+}
+
+}  // namespace
+
+void Rule::reset_sequence() {
+  number_sequence = -1;
+  letter_sequence.clear();
+}
+
+std::optional<RuleVariant> variant_of(const Rule& rule) {
+  return find_variant(rule.rule, rule.type);
+}
+
+NewRule getRule(RenameSettings& settings) {
+  normalise(settings, Purpose::rule);
+  const std::optional<RuleVariant> variant = chosen_variant(settings);
+  if (!variant) {
+    const std::optional<Refusal> refusal = find_missing_text(settings);
+    return refusal ? NewRule(*refusal) : NewRule();
+  }
+  Rule rule;
+  rule.rule = rule_names(*variant).rule;
+  rule.type = rule_names(*variant).type;
+  copy_carried(*variant, settings, rule.settings);
+  select_variant(rule.settings, *variant);
+  if (const std::optional<Refusal> refusal = find_missing_text(rule.settings)) return *refusal;
+  return rule;
+}
+
+void setRule(RenameSettings& settings, const Rule& rule) {
+  const std::optional<RuleVariant> variant = variant_of(rule);
+  if (!variant) return;
+  copy_carried(*variant, rule.settings, settings);
+  select_variant(settings, *variant);
+}
+
+// The stored form.
+
+namespace {
+
 bool is_sequence(RuleVariant variant) {
-  return rule_kind(variant).tab == 0;
+  return rule_names(variant).method == Method::sequence;
 }
 
 std::u16string text_entry(const PropertyDictionary& dictionary, std::u16string_view key) {

@@ -6,7 +6,7 @@
 #include <optional>
 #include <string_view>
 
-#include "settings/rename_settings.h"
+#include "methods/method_table.h"
 
 namespace brindle {
 
@@ -20,15 +20,12 @@ struct Refusal {
 };
 
 /// Gives the options of the selected tab that are absent or out of range their usable values, which the window then
-/// shows, and says what is missing, if anything. A tab outside 0…9 needs nothing.
+/// shows, and says what is missing, if anything. A tab of no method needs nothing.
 std::optional<Refusal> validate_and_normalise(RenameSettings& settings);
 
-// The two steps alone, for a tab that need not be the selected one; rules combine them differently.
+// The two steps alone.
 
-/// Fills in absent options of `tab` ("" for texts, "1" for a position or an occurrence); no limits of numbers.
-void fill_absent_options(RenameSettings& settings, std::int32_t tab);
-
-/// What the method of `tab` misses. For tab 1 the demands are those of inserting.
-std::optional<Refusal> find_missing_text(const RenameSettings& settings, std::int32_t tab);
+void normalise(RenameSettings& settings, Purpose purpose);
+std::optional<Refusal> find_missing_text(const RenameSettings& settings);
 
 }  // namespace brindle

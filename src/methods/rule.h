@@ -10,22 +10,11 @@
 #include <string_view>
 #include <variant>
 
+#include "methods/validation.h"
 #include "plist/property_value.h"
-#include "settings/rename_settings.h"
 #include "settings/settings_table.h"
-#include "settings/validation.h"
 
 namespace brindle {
-
-/// What a rule of one variant is called, and the tab whose options it holds.
-struct RuleKind {
-  RuleVariant variant;
-  std::int32_t tab;
-  std::u16string_view rule;  ///< the method: "AlphaNumeric", …, and "Date & Time"
-  std::u16string_view type;  ///< the variant: "Numeric", …, and "DateTime"
-};
-
-const RuleKind& rule_kind(RuleVariant variant);
 
 struct Rule {
   std::u16string rule;   ///< the method's name; a rule of an unknown method renames nothing
@@ -48,13 +37,8 @@ struct Rule {
   bool operator==(const Rule&) const = default;
 };
 
-/// Which variant a rule runs as. The method's name decides; a type that the method does not know stands for the last of
-/// its variants (letters, deletion, removal, date). None for an unknown method.
+/// Which variant a rule runs as, by its names (find_variant); none for an unknown method.
 std::optional<RuleVariant> variant_of(const Rule& rule);
-
-/// Selects the tab of a variant and sets the choices that belong to it: which of the method's variants, and the flags
-/// of its option. The keys that the variant carries are expected to be in place.
-void select_variant(RenameSettings& settings, RuleVariant variant);
 
 /// A new rule; or why the options are refused; or neither, when the selected tab is of no kind to make a rule of.
 using NewRule = std::variant<std::monostate, Rule, Refusal>;

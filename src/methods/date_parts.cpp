@@ -1,0 +1,24 @@
+#include "methods/date_parts.h"
+
+#include "text/string_utilities.h"
+
+namespace brindle {
+
+DateParts date_parts(const RenameSettings& settings, const DatePartMembers& members) {
+  const auto date = [&](std::size_t at) { return text_of(settings.*members.date[at]); };
+  const auto time = [&](std::size_t at) { return text_of(settings.*members.time[at]); };
+  return {date(0), date(1), date(2), date(3), date(4), time(0), time(1), time(2), time(3), time(4)};
+}
+
+std::u16string pattern_on_disk(std::u16string (*pattern)(const DateParts&), const DateParts& parts) {
+  const std::array<std::u16string, 4> separators = {on_disk(parts.dateSeperator1), on_disk(parts.dateSeperator2),
+                                                    on_disk(parts.timeSeperator1), on_disk(parts.timeSeperator2)};
+  DateParts ready = parts;
+  ready.dateSeperator1 = separators[0];
+  ready.dateSeperator2 = separators[1];
+  ready.timeSeperator1 = separators[2];
+  ready.timeSeperator2 = separators[3];
+  return pattern(ready);
+}
+
+}  // namespace brindle
