@@ -7,6 +7,7 @@
 #include <array>
 #include <exception>
 
+#include "app/window_model.h"
 #include "platform/file_name.h"
 #include "text/date_format.h"
 #include "text/date_pattern.h"
@@ -96,7 +97,8 @@ QWidget* picker(const PanelContext& context, const std::vector<SettingKey>& keys
     layout->addWidget(boxes.back(), 1);
   }
   context.bindings.follow(keys, [=, &controller = context.controller](const RenameSettings& settings) {
-    const QString text = qt_text(localized_format("WRITTENNOW", written(settings, keys, controller.now(), is_time)));
+    const QString text =
+        qt_text(localized_format("WRITTENNOW", written(settings, keys, controller.model().now(), is_time)));
     for (QComboBox* box : boxes) box->setToolTip(text);
   });
   return widget;

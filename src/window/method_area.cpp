@@ -7,10 +7,12 @@
 #include <QStackedWidget>
 #include <algorithm>
 
+#include "app/options_controller.h"
+#include "app/window_model.h"
 #include "window/icons.h"
+#include "window/keyboard.h"
 #include "window/method_panels.h"
 #include "window/setting_bindings.h"
-#include "window/tab_order.h"
 #include "window/text.h"
 
 namespace brindle {
@@ -54,7 +56,7 @@ std::int32_t tab_of(std::string_view key, std::int32_t otherwise) {
 MethodArea::MethodArea(BrindleAppController& app, QWidget* parent)
     : QWidget(parent),
       app_(app),
-      bindings_(new SettingBindings(app.settings(), this)),
+      bindings_(new SettingBindings(app.model().settings(), this)),
       splitter_(new QSplitter(Qt::Horizontal, this)),
       list_(new QListWidget(splitter_)),
       panels_(new QStackedWidget(splitter_)) {
@@ -77,12 +79,13 @@ MethodArea::MethodArea(BrindleAppController& app, QWidget* parent)
   row->setContentsMargins(0, 0, 0, 0);
   row->addWidget(splitter_);
   show_tab();
-  // Not through the bindings: they are being walked when they call, and a new panel adds to them.
-  observer_ = app_.settings().add_observer([this](const SettingsChange&) { show_tab(); });
+  observer_ = app_.model().add_observer([this](ChangedSet changed) {
+    if (has(changed, Changed::settings)) show_tab();
+  });
 }
 
 MethodArea::~MethodArea() {
-  app_.settings().remove_observer(observer_);
+  app_.model().remove_observer(observer_);
 }
 
 void MethodArea::make_list() {
@@ -103,7 +106,7 @@ void MethodArea::make_list() {
   list_->setMaximumWidth(width * 3 / 2);
   splitter_->setSizes({width, width * 4});
   connect(list_, &QListWidget::currentRowChanged, this, [this](int row) {
-    if (row >= 0 && row != app_.values().selectedTab) app_.select_tab(row);
+    if (row >= 0 && row != app_.model().values().selectedTab) app_.options().select_tab(row);
   });
 }
 
@@ -115,7 +118,8 @@ void MethodArea::make_panel(std::int32_t tab) {
 }
 
 void MethodArea::show_tab() {
-  const std::int32_t tab = std::clamp(app_.values().selectedTab, 0, static_cast<std::int32_t>(frames_.size()) - 1);
+  const std::int32_t tab =
+      std::clamp(app_.model().values().selectedTab, 0, static_cast<std::int32_t>(frames_.size()) - 1);
   if (panels_->currentIndex() == tab && frames_.at(static_cast<std::size_t>(tab))->widget() != nullptr) return;
   list_->setCurrentRow(tab);
   make_panel(tab);
@@ -127,8 +131,8 @@ void MethodArea::focus_methods() const {
 }
 
 void MethodArea::focus_setting(std::string_view key) {
-  const std::int32_t tab = tab_of(key, app_.values().selectedTab);
-  if (tab != app_.values().selectedTab) app_.select_tab(tab);
+  const std::int32_t tab = tab_of(key, app_.model().values().selectedTab);
+  if (tab != app_.model().values().selectedTab) app_.options().select_tab(tab);
   make_panel(tab);
   QWidget* field = bindings_->field_of(key);
   if (field == nullptr) return;

@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "app/brindle_app_controller.h"
+#include "app/rules_controller.h"
 #include "texts/rule_tree.h"
 #include "texts/shown_text.h"
 #include "texts/string_table.h"
@@ -53,19 +55,19 @@ QString rule_summary(const Rule& rule) {
 }
 
 RulesModel::RulesModel(BrindleAppController& controller, QObject* parent)
-    : QAbstractTableModel(parent), controller_(controller) {
-  rows_ = static_cast<int>(controller_.rules_controller().rules().size());
-  observer_ = controller_.add_observer([this](ChangedSet changed) {
+    : QAbstractTableModel(parent), model_(controller.model()), rules_(controller.rules_controller()) {
+  rows_ = static_cast<int>(rules_.rules().size());
+  observer_ = model_.add_observer([this](ChangedSet changed) {
     if (has(changed, Changed::rules)) refresh();
   });
 }
 
 RulesModel::~RulesModel() {
-  controller_.remove_observer(observer_);
+  model_.remove_observer(observer_);
 }
 
 void RulesModel::refresh() {
-  const int rows = static_cast<int>(controller_.rules_controller().rules().size());
+  const int rows = static_cast<int>(rules_.rules().size());
   if (rows != rows_) {
     beginResetModel();
     rows_ = rows;
@@ -84,7 +86,7 @@ int RulesModel::columnCount(const QModelIndex& parent) const {
 }
 
 QVariant RulesModel::data(const QModelIndex& index, int role) const {
-  const std::vector<Rule>& rules = controller_.rules_controller().rules();
+  const std::vector<Rule>& rules = rules_.rules();
   if (!index.isValid() || static_cast<std::size_t>(index.row()) >= rules.size()) return {};
   const Rule& rule = rules[static_cast<std::size_t>(index.row())];
   if (role == Qt::ToolTipRole) return rule_summary(rule);
@@ -99,8 +101,7 @@ QVariant RulesModel::data(const QModelIndex& index, int role) const {
 
 bool RulesModel::setData(const QModelIndex& index, const QVariant& value, int role) {
   if (role != Qt::CheckStateRole || index.column() != active) return false;
-  controller_.rules_controller().setObjectValue(value.toInt() == Qt::Checked ? u"1" : u"0", "isActive",
-                                                static_cast<std::size_t>(index.row()));
+  rules_.setObjectValue(value.toInt() == Qt::Checked ? u"1" : u"0", "isActive", static_cast<std::size_t>(index.row()));
   return true;
 }
 

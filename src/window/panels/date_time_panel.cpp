@@ -3,6 +3,8 @@
 #include <QDateTimeEdit>
 #include <QLineEdit>
 
+#include "app/options_controller.h"
+#include "app/window_model.h"
 #include "window/date_parts_rows.h"
 #include "window/example_line.h"
 #include "window/panels/panels.h"
@@ -22,7 +24,7 @@ QWidget* source_fields(const PanelContext& context) {
   QComboBox* source = choice_box(context, "dateTimeDateOptionIndex", "WHICHDATE",
                                  {{"DATECREATED", {}}, {"DATEMODIFIED", {}}, {"DATECUSTOM", {}}});
   QObject::connect(source, &QComboBox::activated, source,
-                   [&controller](int index) { controller.dateTimeDateTypeChanged(index); });
+                   [&controller](int index) { controller.options().dateTimeDateTypeChanged(index); });
   auto* custom = new QDateTimeEdit;
   custom->setObjectName(QStringLiteral("dateTimeCustomDate"));
   custom->setAccessibleName(localized_text("DATECUSTOM"));
@@ -62,8 +64,8 @@ QWidget* make_date_time_panel(const PanelContext& context, QWidget* parent) {
   add_format_rows(context, left);
   FormColumn right(panel.columns(), 3);
   add_placement_rows(context, right, panel.widget(), date_places,
-                     [&controller](int option) { controller.dateTimeOptionsChanged(option); });
-  panel.foot(new ExampleLine(date_time_tab, controller));
+                     [&controller](int option) { controller.options().dateTimeOptionsChanged(option); });
+  panel.foot(new ExampleLine(date_time_tab, controller.model()));
   return panel.widget();
 }
 

@@ -2,6 +2,8 @@
 #include <QLineEdit>
 #include <QRadioButton>
 
+#include "app/options_controller.h"
+#include "app/window_model.h"
 #include "window/example_line.h"
 #include "window/panels/panels.h"
 #include "window/placement_rows.h"
@@ -28,7 +30,7 @@ QWidget* make_insert_delete_panel(const PanelContext& context, QWidget* parent) 
   QWidget* owner = panel.widget();
   BrindleAppController& controller = context.controller;
   const auto kinds = radio_buttons(context, owner, "isInsertDeleteDelete", {"INSERTTEXT", "DELETECHARACTERS"},
-                                   [&controller](int id) { controller.insertDeleteChanged(id == 1); });
+                                   [&controller](int id) { controller.options().insertDeleteChanged(id == 1); });
 
   FormColumn left(panel.columns(), 3);
   QLineEdit* text = text_field(context, "insertDeleteInsert", "INSERTTEXT");
@@ -36,8 +38,9 @@ QWidget* make_insert_delete_panel(const PanelContext& context, QWidget* parent) 
   left.indent();
   enable_when(context, {"isInsertDeleteDelete"}, {text}, inserts);
   add_placement_rows(
-      context, left, owner, insert_places, [&controller](int option) { controller.insertOptionChanged(option); },
-      {"isInsertDeleteDelete"}, inserts);
+      context, left, owner, insert_places,
+      [&controller](int option) { controller.options().insertOptionChanged(option); }, {"isInsertDeleteDelete"},
+      inserts);
 
   FormColumn right(panel.columns(), 2);
   NumberField* position = number_field(context, "insertDeleteFromCharacterPosition", "FROMCHARACTER");
@@ -49,7 +52,7 @@ QWidget* make_insert_delete_panel(const PanelContext& context, QWidget* parent) 
   right.row("NUMBEROFCHARACTERS", line({count}));
   right.row(backwards);
   enable_when(context, {"isInsertDeleteDelete"}, {position, count, backwards}, deletes);
-  panel.foot(new ExampleLine(insert_delete_tab, controller));
+  panel.foot(new ExampleLine(insert_delete_tab, controller.model()));
   return owner;
 }
 

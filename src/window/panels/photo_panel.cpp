@@ -2,6 +2,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 
+#include "app/window_model.h"
 #include "window/date_parts_rows.h"
 #include "window/example_line.h"
 #include "window/mask_rows.h"
@@ -43,7 +44,7 @@ QWidget* make_photo_panel(const PanelContext& context, QWidget* parent) {
   padding->setToolTip(localized_text("PHOTOPADDINGTIP"));
   right.row("NUMBERPADDING", padding);
   right.row(check_box(context, "isPhotoResetSequenceOnEachFolder", "RESTARTINFOLDER"));
-  panel.foot(new ExampleLine(photo_tab, context.controller));
+  panel.foot(new ExampleLine(photo_tab, context.controller.model()));
   return panel.widget();
 }
 

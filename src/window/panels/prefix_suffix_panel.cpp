@@ -3,6 +3,8 @@
 #include <QLineEdit>
 #include <QRadioButton>
 
+#include "app/options_controller.h"
+#include "app/window_model.h"
 #include "window/date_parts_rows.h"
 #include "window/example_line.h"
 #include "window/panels/panels.h"
@@ -40,7 +42,7 @@ QWidget* make_prefix_suffix_panel(const PanelContext& context, QWidget* parent) 
   PanelFrame panel(prefix_suffix_tab, parent);
   BrindleAppController& controller = context.controller;
   const auto kinds = radio_buttons(context, panel.widget(), "isPrefixSuffixDate", {"ADDTEXTS", "ADDDATE"},
-                                   [&controller](int id) { controller.prefixSuffixChanged(id == 1); });
+                                   [&controller](int id) { controller.options().prefixSuffixChanged(id == 1); });
   QLineEdit* prefix = text_field(context, "prefixSuffixPrefix", "PREFIXTEXT");
   QLineEdit* suffix = text_field(context, "prefixSuffixSuffix", "SUFFIXTEXT");
   FormColumn left(panel.columns(), 2);
@@ -53,7 +55,7 @@ QWidget* make_prefix_suffix_panel(const PanelContext& context, QWidget* parent) 
   right.row(kinds[1]);
   right.indent();
   add_date_rows(context, right);
-  panel.foot(new ExampleLine(prefix_suffix_tab, controller));
+  panel.foot(new ExampleLine(prefix_suffix_tab, controller.model()));
   return panel.widget();
 }
 
