@@ -17,8 +17,12 @@
 #include <string>
 #include <string_view>
 
+#include "app/list_controller.h"
+#include "app/order_controller.h"
+#include "app/preview_controller.h"
+#include "app/window_model.h"
 #include "texts/string_table.h"
-#include "window/columns.h"
+#include "window/file_table_model.h"
 #include "window/sample_folder.h"
 #include "window/stage.h"
 #include "window/text.h"
@@ -151,15 +155,16 @@ void Session::move() {
   run("one row up", [this] { key(Qt::Key_Up, Qt::ControlModifier); });
   key(Qt::Key_End, Qt::ShiftModifier);
   run("half the list up", [this] { key(Qt::Key_Up, Qt::ControlModifier); });
-  run("half the list to the start", [this] { stage_.app().move_rows(RowSet(stage_.table().selected_rows()), 0); });
+  run("half the list to the start",
+      [this] { stage_.app().order().move_rows(RowSet(stage_.table().selected_rows()), 0); });
   go_to(0);
 }
 
 void Session::set_live_limit(bool all) {
-  LivePreviewPreferences preferences = stage_.app().live_preview();
+  LivePreviewPreferences preferences = stage_.app().model().live_preview();
   preferences.isLivePreviewEnabled = true;
   preferences.isLivePreviewAllFiles = all;
-  stage_.app().setLivePreviewPreferences(preferences);
+  stage_.app().preview().setLivePreviewPreferences(preferences);
 }
 
 void Session::type(const std::string& name, const QString& text, int shown_row) {
@@ -168,7 +173,8 @@ void Session::type(const std::string& name, const QString& text, int shown_row) 
   run(
       name, [field, text] { QTest::keyClicks(field, text); },
       [this, field, shown_row] {
-        return stage_.app().state().rename_enabled && cell(shown_row, new_name_column).startsWith(field->text());
+        return stage_.app().model().state().rename_enabled &&
+               cell(shown_row, new_name_column).startsWith(field->text());
       });
 }
 
@@ -224,7 +230,7 @@ void Session::remove_and_clear() {
 
 void Session::run() {
   std::printf("%-44s %9s %9s %9s %9s\n", "", "ms", "gap, ms", "at work", "selected");
-  stage_.app().setIncludeSubFolders(true);
+  stage_.app().list().setIncludeSubFolders(true);
   load();
   std::printf("%-44s %9d\n", "  (rows)", row_count());
   scroll();

@@ -1,10 +1,6 @@
 #include "window/stage.h"
 
 #include <QApplication>
-#include <QDropEvent>
-#include <QMimeData>
-#include <QUrl>
-#include <utility>
 
 namespace brindle::bench {
 namespace {
@@ -19,14 +15,7 @@ double milliseconds(const QElapsedTimer& clock) {
 }  // namespace
 
 Stage::Stage() {
-  controller_ = std::make_unique<BrindleAppController>(Ports{alerts_, chooser_, main_thread_, worker_, desktop_});
-  if (!controller_->awakeFromNib()) qFatal("no data folder");
-  window_ = std::make_unique<MainWindow>(*controller_);
-  desktop_.set_window(window_.get());
-  window_->resize(1400, 900);
-  window_->show();
-  controller_->applicationDidFinishLaunching();
-  window_->activateWindow();
+  driven_.open(1400, 900);
   table_ = find<FileTableView>("fileTable");
   table_->viewport()->installEventFilter(this);
   clock_.start();
@@ -48,7 +37,7 @@ Figure Stage::phase(const std::string& name, const std::function<void()>& acts, 
   last_paint_ = 0;
   // As an event, like a key: so that what it blocks is seen.
   bool acted = false;
-  main_thread_.post([&] {
+  driven_.main_thread.post([&] {
     acts();
     acted = true;
   });
@@ -66,25 +55,10 @@ Figure Stage::phase(const std::string& name, const std::function<void()>& acts, 
   return {name, std::max(idle_since, last_paint_), watchdog_.stop()};
 }
 
-void Stage::drop(const std::vector<std::string>& paths) const {
-  QMimeData data;
-  QList<QUrl> urls;
-  for (const std::string& path : paths)
-    urls << QUrl::fromEncoded("file://" + QByteArray::fromStdString(path).toPercentEncoding("/"));
-  data.setUrls(urls);
-  QWidget* target = find("listPanel");
-  QDragEnterEvent enter({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-  QApplication::sendEvent(target, &enter);
-  QDropEvent event({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-  QApplication::sendEvent(target, &event);
-}
-
 void Stage::close() {
-  if (!window_) return;
-  window_->close_now();
-  desktop_.set_window(nullptr);
-  window_.reset();
-  controller_.reset();
+  if (!driven_.window) return;
+  driven_.window->close_now();
+  driven_.close();
 }
 
 }  // namespace brindle::bench

@@ -9,11 +9,9 @@
 #include <string>
 #include <vector>
 
-#include "app/brindle_app_controller.h"
-#include "window/desktop.h"
+#include "app/window_model.h"
+#include "support/driven_window.h"
 #include "window/file_table_view.h"
-#include "window/main_thread.h"
-#include "window/main_window.h"
 #include "window/watchdog.h"
 
 namespace brindle::bench {
@@ -45,15 +43,15 @@ class Stage final : public QObject {
   /// Runs `acts` under the watchdog, until no job runs, `done` says so, and what changed has been painted.
   Figure phase(const std::string& name, const std::function<void()>& acts, const std::function<bool()>& done = {});
 
-  BrindleAppController& app() { return *controller_; }
-  MainWindow& window() { return *window_; }
+  BrindleAppController& app() { return *driven_.controller; }
+  MainWindow& window() { return *driven_.window; }
   FileTableView& table() const { return *table_; }
   template <class Widget = QWidget>
   Widget* find(const char* name) const {
-    return window_->findChild<Widget*>(QString::fromLatin1(name));
+    return driven_.child<Widget>(name);
   }
-  void drop(const std::vector<std::string>& paths) const;
-  bool is_idle() const { return !controller_->state().isExecuting; }
+  void drop(const std::vector<std::string>& paths) const { driven_.drop(find("listPanel"), paths); }
+  bool is_idle() const { return driven_.is_idle(); }
   /// Closes the window as a person does, and frees all.
   void close();
 
@@ -63,11 +61,7 @@ class Stage final : public QObject {
   Watchdog watchdog_;
   Consent alerts_;
   NoChooser chooser_;
-  QtMainThread main_thread_;
-  QtWorker worker_{main_thread_};
-  QtDesktop desktop_;
-  std::unique_ptr<BrindleAppController> controller_;
-  std::unique_ptr<MainWindow> window_;
+  test::DrivenWindow driven_{alerts_, chooser_};
   FileTableView* table_ = nullptr;
   QElapsedTimer clock_;
   double last_paint_ = 0;  // on clock_, ms

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "app/brindle_app_controller.h"
+#include "app/options_controller.h"
 #include "settings/list_values.h"
 
 namespace brindle {
@@ -24,40 +24,39 @@ void bracket_own_texts(RenameSettings& settings) {
 
 }  // namespace
 
-void BrindleAppController::id3RenamingMaskActions(std::u16string_view entry) {
+void OptionsController::id3RenamingMaskActions(std::u16string_view entry) {
   settings_.commit([entry](RenameSettings& settings) {
     settings.id3RenamingTagsList.push_back(field_of_token(entry));
     bracket_own_texts(settings);
     resetID3Mask(settings);
   });
-  tell(Changed::masks);
+  model_.tell(Changed::masks);
 }
 
-void BrindleAppController::id3RenamingMaskRemoveLast() {
+void OptionsController::id3RenamingMaskRemoveLast() {
   if (values().id3RenamingTagsList.empty()) return;
   settings_.commit([](RenameSettings& settings) {
     settings.id3RenamingTagsList.pop_back();
     resetID3Mask(settings);
   });
-  tell(Changed::masks);
+  model_.tell(Changed::masks);
 }
 
-void BrindleAppController::setPhotoMetaDataList(FieldList fields) {
+void OptionsController::setPhotoMetaDataList(FieldList fields) {
   settings_.commit([&fields](RenameSettings& settings) {
     settings.photoMetaDataList = std::move(fields);
     resetPhotoMask(settings);
   });
-  tell(Changed::masks);
+  model_.tell(Changed::masks);
 }
 
-void BrindleAppController::ExtensionsEditorControllerDidFinish(std::int32_t itemType, TextList extensions) {
+void OptionsController::ExtensionsEditorControllerDidFinish(std::int32_t itemType, TextList extensions) {
   settings_.commit([&](RenameSettings& settings) {
     (itemType == 0 ? settings.photoExtensions : settings.id3Extensions) = std::move(extensions);
   });
 }
 
-// A mask holds its separators: when one changes, it is made anew from its list. (A record brings its masks along.)
-void BrindleAppController::rebuild_masks(const SettingsChange& change) {
+void OptionsController::rebuild_masks(const SettingsChange& change) {
   const bool audio = !values().id3RenamingTagsList.empty() && !change.contains("id3RenamingMask") &&
                      (change.contains("isID3RenamingSeperator") || change.contains("id3RenamingSeperator"));
   const bool photo = !values().photoMetaDataList.empty() && !change.contains("photoRenamingMask") &&
@@ -70,7 +69,7 @@ void BrindleAppController::rebuild_masks(const SettingsChange& change) {
     }
     if (photo) resetPhotoMask(settings);
   });
-  tell(Changed::masks);
+  model_.tell(Changed::masks);
 }
 
 }  // namespace brindle

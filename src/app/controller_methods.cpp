@@ -1,11 +1,11 @@
 // The handlers of the radio buttons on the method tabs.
 
-#include "app/brindle_app_controller.h"
+#include "app/options_controller.h"
 
 namespace brindle {
 
 // Edits a choice and brings the flags and indexes of its method in line, without leaving the tab shown.
-void BrindleAppController::choose(RuleVariant variant, const std::function<void(RenameSettings&)>& edit) {
+void OptionsController::choose(RuleVariant variant, const std::function<void(RenameSettings&)>& edit) {
   settings_.commit([&](RenameSettings& settings) {
     edit(settings);
     const std::int32_t tab = settings.selectedTab;
@@ -14,7 +14,7 @@ void BrindleAppController::choose(RuleVariant variant, const std::function<void(
   });
 }
 
-void BrindleAppController::select_tab(std::int32_t tab) {
+void OptionsController::select_tab(std::int32_t tab) {
   settings_.commit([tab](RenameSettings& settings) {
     // The list file is forgotten when its tab is left.
     if (settings.selectedTab == tab_of(Method::from_list) && tab != settings.selectedTab) settings.renameFile.reset();
@@ -22,7 +22,7 @@ void BrindleAppController::select_tab(std::int32_t tab) {
   });
 }
 
-void BrindleAppController::alphaNumericIncrementDecrementChanged(bool decrement) {
+void OptionsController::alphaNumericIncrementDecrementChanged(bool decrement) {
   settings_.commit([decrement](RenameSettings& settings) {
     settings.isAlphaNumericIncrement = !decrement;
     settings.isAlphaNumericDecrement = decrement;
@@ -30,19 +30,19 @@ void BrindleAppController::alphaNumericIncrementDecrementChanged(bool decrement)
   });
 }
 
-void BrindleAppController::alphaNumericNumericAlphabeticChanged(bool alphabetic) {
+void OptionsController::alphaNumericNumericAlphabeticChanged(bool alphabetic) {
   choose(alphabetic ? RuleVariant::alphabetic : RuleVariant::numeric, [](RenameSettings&) {});
 }
 
-void BrindleAppController::insertDeleteChanged(bool deletes) {
+void OptionsController::insertDeleteChanged(bool deletes) {
   choose(deletes ? RuleVariant::delete_characters : RuleVariant::insert, [](RenameSettings&) {});
 }
 
-void BrindleAppController::insertOptionChanged(std::int32_t option) {
+void OptionsController::insertOptionChanged(std::int32_t option) {
   choose(RuleVariant::insert, [option](RenameSettings& settings) { settings.insertDeleteInsertOptionIndex = option; });
 }
 
-void BrindleAppController::replaceRemoveChanged(std::int32_t choice) {
+void OptionsController::replaceRemoveChanged(std::int32_t choice) {
   const RuleVariant variant = choice == 0   ? RuleVariant::replace
                               : choice == 1 ? RuleVariant::remove
                                             : RuleVariant::remove_characters;
@@ -51,14 +51,14 @@ void BrindleAppController::replaceRemoveChanged(std::int32_t choice) {
     // Only with this flag a rule made of these options removes characters too.
     if (choice == 2) settings.isReplaceRemoveAllOccurrence = true;
   });
-  settings_.flip_settings_changed();
+  settings_.signal();
 }
 
-void BrindleAppController::replaceRemoveRemoveTypeChanged(std::int32_t type) {
+void OptionsController::replaceRemoveRemoveTypeChanged(std::int32_t type) {
   settings_.commit([type](RenameSettings& settings) { settings.replaceRemoveRemoveType = type; });
 }
 
-void BrindleAppController::prefixSuffixChanged(bool date) {
+void OptionsController::prefixSuffixChanged(bool date) {
   settings_.commit([date](RenameSettings& settings) {
     settings.isPrefixSuffixString = !date;
     settings.isPrefixSuffixDate = date;
@@ -66,25 +66,25 @@ void BrindleAppController::prefixSuffixChanged(bool date) {
   });
 }
 
-void BrindleAppController::dateTimeOptionsChanged(std::int32_t option) {
+void OptionsController::dateTimeOptionsChanged(std::int32_t option) {
   choose(RuleVariant::date_time, [option](RenameSettings& settings) { settings.dateTimeOptionsIndex = option; });
-  settings_.flip_settings_changed();
+  settings_.signal();
 }
 
-void BrindleAppController::dateTimeDateTypeChanged(std::int32_t option) {
+void OptionsController::dateTimeDateTypeChanged(std::int32_t option) {
   settings_.commit([option](RenameSettings& settings) {
     settings.dateTimeDateOptionIndex = option;
     settings.hasDateTimeCustomDate = option == 2;
   });
-  settings_.flip_settings_changed();
+  settings_.signal();
 }
 
-void BrindleAppController::generalOptionsChanged(std::int32_t option) {
+void OptionsController::generalOptionsChanged(std::int32_t option) {
   choose(RuleVariant::general, [option](RenameSettings& settings) { settings.generalOptionIndex = option; });
-  settings_.flip_settings_changed();
+  settings_.signal();
 }
 
-void BrindleAppController::pathComponentsOptionsChanged(std::int32_t option) {
+void OptionsController::pathComponentsOptionsChanged(std::int32_t option) {
   choose(RuleVariant::path_components,
          [option](RenameSettings& settings) { settings.pathComponentsOptionsIndex = option; });
 }

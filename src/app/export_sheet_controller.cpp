@@ -25,7 +25,7 @@ struct Outcome {
 std::string describe_left_out(const FileList& files, const std::vector<std::uint32_t>& rows) {
   if (rows.empty() || rows.front() >= files.size()) return {};
   const std::string path = to_utf8(FileSystemItem::getDisplayFilePath(decode_file_name(files.path(rows.front()))));
-  return localized_format("EXPORTLEFTOUT", rows.size()) + "\n“" + path + "”";
+  return localized_format("EXPORTLEFTOUT", rows.size(), path);
 }
 
 }  // namespace
@@ -54,7 +54,8 @@ void ExportSheetController::export_list_now() {
   const ExportRefusal refusal = check_export(options_);
   if (refusal != ExportRefusal::none) {
     const bool no_column = refusal == ExportRefusal::no_column;
-    show_alert(ports(), export_title, no_column ? "EXPORTNOCOLUMN" : "EXPORTFILESFAILED", AlertStyle::critical);
+    show_alert(ports(), make_alert(export_title, no_column ? "EXPORTNOCOLUMN" : "EXPORTFILESFAILED"),
+               AlertStyle::critical);
     return finish();
   }
   SaveRequest request;
@@ -69,7 +70,7 @@ void ExportSheetController::export_list_now() {
 
 void ExportSheetController::write(const std::string& path) {
   const auto outcome = std::make_shared<Outcome>();
-  const auto work = [&files = app().files(), options = options_, path, outcome](const JobControl& control) {
+  const auto work = [&files = model().files(), options = options_, path, outcome](const JobControl& control) {
     try {
       const auto exported = export_list(files, options, export_titles(), path, control);
       outcome->error = exported.reason();
@@ -79,18 +80,16 @@ void ExportSheetController::write(const std::string& path) {
     }
     outcome->cancelled = control.cancelled();
   };
-  app().run_job(
-      Job::exporting, work, [this] { finish(); },
-      [this, outcome] {
-        if (!outcome->cancelled) tell_outcome(outcome->error, describe_left_out(app().files(), outcome->left_out));
-      });
+  const auto tell = [this, outcome] {
+    if (!outcome->cancelled) tell_outcome(outcome->error, describe_left_out(model().files(), outcome->left_out));
+  };
+  jobs().run_job({.job = Job::exporting, .work = work, .finished = [this] { finish(); }, .afterwards = tell});
 }
 
 void ExportSheetController::tell_outcome(const std::string& error, const std::string& left_out) const {
-  const std::string_view key = error.empty() ? "EXPORTFILESEXPORTEDSUCCESS" : "EXPORTFILESEXPORTEDFAILED";
-  Alert alert{export_title, key, localized(export_title), localized(key), error.empty() ? left_out : error};
-  alert.style = error.empty() ? AlertStyle::informational : AlertStyle::critical;
-  ports().alerts.show(alert);
+  const bool is_written = error.empty();
+  show_alert(ports(), make_alert(export_title, is_written ? "EXPORTFILESEXPORTEDSUCCESS" : "EXPORTFILESEXPORTEDFAILED"),
+             is_written ? AlertStyle::informational : AlertStyle::critical, is_written ? left_out : error);
 }
 
 void ExportSheetController::finish() {
@@ -99,7 +98,7 @@ void ExportSheetController::finish() {
 }
 
 void ExportSheetController::cancel() {
-  if (timer_ == 0) return app().cancelProcess();
+  if (timer_ == 0) return jobs().cancelProcess();
   ports().main_thread.cancel_timer(timer_);
   timer_ = 0;
   finish();

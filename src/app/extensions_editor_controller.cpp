@@ -4,6 +4,7 @@
 #include <string>
 #include <utility>
 
+#include "app/options_controller.h"
 #include "list/file_system_item.h"
 #include "platform/file_name.h"
 #include "text/text_case.h"
@@ -26,12 +27,12 @@ std::u16string allowed_extension(std::string_view path) {
 }  // namespace
 
 ExtensionsEditorController::ExtensionsEditorController(BrindleAppController& app, std::int32_t itemType)
-    : SheetController(app), itemType_(itemType) {
-  extensions_ = itemType_ == photo ? app.values().photoExtensions : app.values().id3Extensions;
+    : SheetController(app), options_(app.options()), itemType_(itemType) {
+  extensions_ = itemType_ == photo ? model().values().photoExtensions : model().values().id3Extensions;
   if (!extensions_.empty()) selected_ = 0;
 }
 
-void ExtensionsEditorController::tableViewSelectionDidChange(std::optional<std::size_t> row) {
+void ExtensionsEditorController::select_row(std::optional<std::size_t> row) {
   selected_ = row && *row < extensions_.size() ? row : std::nullopt;
   tell();
 }
@@ -43,25 +44,22 @@ void ExtensionsEditorController::add() {
   std::u16string entry = chosen.empty() ? std::u16string() : allowed_extension(chosen.front());
   if (entry.empty()) return;
   if (std::ranges::find(extensions_, entry) != extensions_.end()) {
-    constexpr std::string_view title = "ADDFILEEXTENSIONTITLE";
-    constexpr std::string_view message = "ADDFILEEXTENSIONALREADYEXISTS";
-    ports().alerts.show({title, message, localized(title), localized_format(message, to_utf8(entry)), ""});
-    return;
+    return show_alert(ports(), make_alert("ADDFILEEXTENSIONTITLE", "ADDFILEEXTENSIONALREADYEXISTS", to_utf8(entry)));
   }
   extensions_.push_back(std::move(entry));
-  tableViewSelectionDidChange(extensions_.size() - 1);
+  select_row(extensions_.size() - 1);
 }
 
 void ExtensionsEditorController::remove() {
   if (!selected_) return;
   const std::size_t row = *selected_;
   extensions_.erase(extensions_.begin() + static_cast<std::ptrdiff_t>(row));
-  tableViewSelectionDidChange(row == 0 ? 0 : row - 1);
+  select_row(row == 0 ? 0 : row - 1);
 }
 
 void ExtensionsEditorController::apply() {
   if (!can_apply()) return;
-  app().ExtensionsEditorControllerDidFinish(itemType_, extensions_);
+  options_.ExtensionsEditorControllerDidFinish(itemType_, extensions_);
   close();
 }
 

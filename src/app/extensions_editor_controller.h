@@ -12,6 +12,8 @@
 
 namespace brindle {
 
+class OptionsController;
+
 class ExtensionsEditorController final : public SheetController {
  public:
   static constexpr std::int32_t photo = 0;
@@ -23,7 +25,7 @@ class ExtensionsEditorController final : public SheetController {
   std::int32_t itemType() const { return itemType_; }
   const TextList& extensions() const { return extensions_; }  ///< upper case, with their dots
   std::optional<std::size_t> selected_row() const { return selected_; }
-  void tableViewSelectionDidChange(std::optional<std::size_t> row);
+  void select_row(std::optional<std::size_t> row);
   bool can_remove() const { return selected_.has_value(); }
   bool can_apply() const { return selected_.has_value(); }
 
@@ -36,6 +38,7 @@ class ExtensionsEditorController final : public SheetController {
  private:
   std::string_view help_page() const override { return "Extensions.html"; }
 
+  OptionsController& options_;
   std::int32_t itemType_;
   TextList extensions_;
   std::optional<std::size_t> selected_;

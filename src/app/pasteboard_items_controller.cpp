@@ -4,10 +4,12 @@
 #include <unordered_set>
 #include <utility>
 
+#include "app/list_controller.h"
+
 namespace brindle {
 
 PasteboardItemsController::PasteboardItemsController(BrindleAppController& app, std::vector<std::string> paths)
-    : SheetController(app), Files_(std::move(paths)) {}
+    : SheetController(app), list_(app.list()), Files_(std::move(paths)) {}
 
 void PasteboardItemsController::add_files(const std::vector<std::string>& paths) {
   std::unordered_set<std::string_view> known(Files_.begin(), Files_.end());
@@ -31,7 +33,7 @@ void PasteboardItemsController::setProcessSubfolders(bool process) {
 
 void PasteboardItemsController::apply() {
   if (!can_begin()) return;
-  app().PasteboardItemsControllerDidFinish(isFolders_, isProcessSubfolders_, Files_);
+  list_.PasteboardItemsControllerDidFinish(isFolders_, isProcessSubfolders_, Files_);
   close();
 }
 

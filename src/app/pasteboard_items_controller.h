@@ -10,6 +10,8 @@
 
 namespace brindle {
 
+class ListController;
+
 class PasteboardItemsController final : public SheetController {
  public:
   /// Files, subfolders included, until chosen otherwise.
@@ -30,6 +32,7 @@ class PasteboardItemsController final : public SheetController {
  private:
   std::string_view help_page() const override { return "ChooseItems.html"; }
 
+  ListController& list_;
   std::vector<std::string> Files_;
   bool isFolders_ = false;
   bool isProcessSubfolders_ = true;

@@ -4,6 +4,7 @@
 #include <iterator>
 #include <utility>
 
+#include "app/options_controller.h"
 #include "platform/file_name.h"
 #include "text/search_text.h"
 #include "text/text_encoding.h"
@@ -17,7 +18,7 @@ constexpr std::u16string_view custom_token = u"<>";
 }  // namespace
 
 PhotoRenamingMaskEditorController::PhotoRenamingMaskEditorController(BrindleAppController& app)
-    : SheetController(app), fields_(app.values().photoMetaDataList) {
+    : SheetController(app), options_(app.options()), fields_(model().values().photoMetaDataList) {
   filterItems({});
 }
 
@@ -36,7 +37,7 @@ void PhotoRenamingMaskEditorController::filterItems(std::u16string_view text) {
   tell();
 }
 
-void PhotoRenamingMaskEditorController::tableViewSelectionDidChange(std::optional<std::size_t> row) {
+void PhotoRenamingMaskEditorController::select_row(std::optional<std::size_t> row) {
   selected_ = row && *row < fields_.size() ? row : std::nullopt;
   tell();
 }
@@ -72,7 +73,7 @@ void PhotoRenamingMaskEditorController::drop(std::span<const MetaDataField* cons
   row = std::min(row, fields_.size());
   fields_.insert(fields_.begin() + static_cast<std::ptrdiff_t>(row), std::make_move_iterator(dropped.begin()),
                  std::make_move_iterator(dropped.end()));
-  tableViewSelectionDidChange(row);
+  select_row(row);
 }
 
 void PhotoRenamingMaskEditorController::moveUp() {
@@ -85,18 +86,18 @@ void PhotoRenamingMaskEditorController::moveDown() {
 
 void PhotoRenamingMaskEditorController::move_to(std::size_t row) {
   std::swap(fields_[*selected_], fields_[row]);
-  tableViewSelectionDidChange(row);
+  select_row(row);
 }
 
 void PhotoRenamingMaskEditorController::clearSelected() {
   if (!selected_) return;
   const std::size_t row = *selected_;
   fields_.erase(fields_.begin() + static_cast<std::ptrdiff_t>(row));
-  tableViewSelectionDidChange(fields_.empty() ? 0 : std::min(row, fields_.size() - 1));
+  select_row(fields_.empty() ? 0 : std::min(row, fields_.size() - 1));
 }
 
 void PhotoRenamingMaskEditorController::ok() {
-  app().setPhotoMetaDataList(fields_);
+  options_.setPhotoMetaDataList(fields_);
   close();
 }
 

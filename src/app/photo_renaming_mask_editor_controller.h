@@ -14,10 +14,12 @@
 
 namespace brindle {
 
+class OptionsController;
+
 class PhotoRenamingMaskEditorController final : public SheetController {
  public:
-  /// The pasteboard type of fields on their way from the outline to the table.
-  static constexpr std::string_view pasteboard_type = "MetaDataPBoardType";
+  /// The type of fields on their way from the outline to the table.
+  static constexpr std::string_view fields_type = "MetaDataPBoardType";
 
   explicit PhotoRenamingMaskEditorController(BrindleAppController& app);
 
@@ -34,7 +36,7 @@ class PhotoRenamingMaskEditorController final : public SheetController {
 
   const FieldList& fields() const { return fields_; }  ///< the mask, a row a field
   std::optional<std::size_t> selected_row() const { return selected_; }
-  void tableViewSelectionDidChange(std::optional<std::size_t> row);
+  void select_row(std::optional<std::size_t> row);
   bool can_move_up() const { return selected_ && *selected_ > 0; }
   bool can_move_down() const { return selected_ && *selected_ + 1 < fields_.size(); }
   bool can_clear() const { return selected_.has_value(); }
@@ -56,6 +58,7 @@ class PhotoRenamingMaskEditorController final : public SheetController {
   std::optional<MetaDataField> copy_of(const MetaDataField& field) const;
   void move_to(std::size_t row);
 
+  OptionsController& options_;
   std::vector<Group> outline_;
   FieldList fields_;
   std::optional<std::size_t> selected_;

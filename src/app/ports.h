@@ -14,6 +14,8 @@
 #include <string_view>
 #include <vector>
 
+#include "texts/string_table.h"
+
 namespace brindle {
 
 enum class AlertStyle : std::uint8_t { informational, warning, critical };
@@ -126,15 +128,20 @@ struct Ports {
   DesktopPort& desktop;
 };
 
-// Shorthands for alerts made of keys.
+// Every alert is made and shown by these.
 
-/// An alert with the texts of two keys, to be filled in further.
-Alert alert_of_keys(std::string_view title_key, std::string_view message_key);
-/// A message with an OK button.
-void show_alert(const Ports& ports, std::string_view title_key, std::string_view message_key,
-                AlertStyle style = AlertStyle::warning);
-/// Whether the first button was chosen.
-bool ask(const Ports& ports, std::string_view title_key, std::string_view message_key, std::string_view yes = "YES",
-         std::string_view no = "NO");
+/// A message of the program's own words. Without a title's key the title is the program's name.
+Alert make_alert_of(std::string_view title_key, std::string_view message_key, std::string message);
+/// The same with the text of a key, filled with the values.
+template <class... Values>
+Alert make_alert(std::string_view title_key, std::string_view message_key, const Values&... values) {
+  return make_alert_of(title_key, message_key, localized_format(message_key, values...));
+}
+
+/// With an OK button; `informative_text` stands below the message.
+void show_alert(const Ports& ports, Alert alert, AlertStyle style = AlertStyle::warning,
+                std::string informative_text = {});
+/// With two buttons. Whether the first was chosen.
+bool ask(const Ports& ports, Alert question, std::string_view yes = "YES", std::string_view no = "NO");
 
 }  // namespace brindle

@@ -6,6 +6,8 @@
 #include <cerrno>
 #include <utility>
 
+#include "app/document_name.h"
+#include "app/profiles_controller.h"
 #include "list/file_order.h"
 #include "platform/ascii.h"
 #include "platform/atomic_file.h"
@@ -25,11 +27,6 @@ namespace {
 
 constexpr std::string_view profile_title = "PROFILETITLE";
 
-bool is_profile_name(std::string_view name) {
-  const std::string ending = "." + std::string(profile_extension);
-  return name.size() > ending.size() && ends_ignoring_case(name, ending);
-}
-
 // Whether anything stands there; what cannot be told counts as there.
 bool exists(const std::string& path) {
   return file_dates(path).status().error() != ENOENT;
@@ -42,7 +39,8 @@ std::string remove_file(const std::string& path) {
 
 }  // namespace
 
-ProfileSheetController::ProfileSheetController(BrindleAppController& app) : SheetController(app) {
+ProfileSheetController::ProfileSheetController(BrindleAppController& app)
+    : SheetController(app), app_profiles_(app.profiles()) {
   loadProfiles();
 }
 
@@ -58,7 +56,7 @@ void ProfileSheetController::loadProfiles() {
   FolderEntry entry;
   if (folder) reader.start(folder);
   while (folder && reader.next(entry)) {
-    if (entry.kind == EntryKind::folder || !is_profile_name(entry.name)) continue;
+    if (entry.kind == EntryKind::folder || !has_extension(entry.name, profile_extension)) continue;
     const Result<FileDates> dates = file_dates(path + "/" + std::string(entry.name));
     if (!dates.ok()) continue;
     const std::string created = to_utf8(format_date(dates->creation, u"yyyy-MM-dd HH:mm:ss"));
@@ -106,9 +104,9 @@ std::string ProfileSheetController::objectValue(std::string_view column, std::si
 }
 
 void ProfileSheetController::loadProfile() {
-  if (currProfileFilePath_.empty()) return show_alert(ports(), profile_title, "PROFILESELECT");
+  if (currProfileFilePath_.empty()) return show_alert(ports(), make_alert(profile_title, "PROFILESELECT"));
   if (!can_begin()) return;
-  app().loadProfileFromSheet(currProfileFilePath_);
+  app_profiles_.loadProfileFromSheet(currProfileFilePath_);
   close();
 }
 
@@ -123,16 +121,12 @@ std::string ProfileSheetController::new_profile_path(std::string& fault) const {
 
 void ProfileSheetController::saveProfile() {
   ports().desktop.end_editing();
-  if (newProfileName_.empty()) return show_alert(ports(), profile_title, "PROFILEENTERNEWNAME");
+  if (newProfileName_.empty()) return show_alert(ports(), make_alert(profile_title, "PROFILEENTERNEWNAME"));
   std::string fault;
   const std::string path = new_profile_path(fault);
-  if (fault.empty() && exists(path) && !ask(ports(), profile_title, "PROFILEOVERWRITECONFIRM")) return;
-  if (!fault.empty() || !app().saveNewProfile(path)) {
-    constexpr std::string_view message = "PROFILESAVEDFAILED";
-    Alert alert{profile_title, message, localized(profile_title), localized(message), fault};
-    alert.style = AlertStyle::critical;
-    ports().alerts.show(alert);
-    return;
+  if (fault.empty() && exists(path) && !ask(ports(), make_alert(profile_title, "PROFILEOVERWRITECONFIRM"))) return;
+  if (!fault.empty() || !app_profiles_.saveNewProfile(path)) {
+    return show_alert(ports(), make_alert(profile_title, "PROFILESAVEDFAILED"), AlertStyle::critical, fault);
   }
   loadProfiles();
   select(std::nullopt);
@@ -141,11 +135,11 @@ void ProfileSheetController::saveProfile() {
 }
 
 void ProfileSheetController::deleteProfile() {
-  if (currProfileFilePath_.empty()) return show_alert(ports(), profile_title, "PROFILESELECT");
-  if (!ask(ports(), profile_title, "PROFILEDELETECONFIRM")) return;
+  if (currProfileFilePath_.empty()) return show_alert(ports(), make_alert(profile_title, "PROFILESELECT"));
+  if (!ask(ports(), make_alert(profile_title, "PROFILEDELETECONFIRM"))) return;
   const std::string reason = remove_file(currProfileFilePath_);
   if (!reason.empty()) log_failure("deleteProfile", reason);
-  app().forget_profile();
+  app_profiles_.forget_profile();
   loadProfiles();
   select(std::nullopt);
   tell();

@@ -13,6 +13,8 @@
 
 namespace brindle {
 
+class ProfilesController;
+
 struct ProfileRecord {
   std::string profileName;  ///< bytes, extension included
   std::string dateCreated;  ///< as text, in the user's zone
@@ -52,6 +54,7 @@ class ProfileSheetController final : public SheetController {
   void select(std::optional<std::size_t> row);
   std::string new_profile_path(std::string& fault) const;
 
+  ProfilesController& app_profiles_;
   std::vector<ProfileRecord> profiles_;
   std::optional<std::size_t> selected_;
   std::string currProfileFilePath_;

@@ -158,9 +158,7 @@ bool read_rules(const Ports& ports, const std::string& path, MethodNames names, 
     rules = *std::move(read);
     return true;
   }
-  Alert alert{"OPENRULETITLE", "", localized("OPENRULETITLE"), read.reason(), ""};
-  alert.style = AlertStyle::critical;
-  ports.alerts.show(alert);
+  show_alert(ports, make_alert_of("OPENRULETITLE", "", read.reason()), AlertStyle::critical);
   return false;
 }
 
@@ -174,9 +172,8 @@ bool save_rules(const Ports& ports, const std::string& folder, const std::vector
   const Status status = write_rule_file(*path, rules);
   if (!status.ok()) log_failure("addAppVersionToRuleFile", status.reason());
   const std::string_view key = status.ok() ? "RULESETTINGSFILESAVEDSUCCESS" : "RULESETTINGSFILEUNABLETOSAVE";
-  Alert alert{"RULESETTINGSFILETITLE", key, localized("RULESETTINGSFILETITLE"), localized(key), status.reason()};
-  alert.style = status.ok() ? AlertStyle::informational : AlertStyle::warning;
-  ports.alerts.show(alert);
+  show_alert(ports, make_alert("RULESETTINGSFILETITLE", key),
+             status.ok() ? AlertStyle::informational : AlertStyle::warning, status.reason());
   return status.ok();
 }
 

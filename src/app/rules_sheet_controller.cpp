@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "app/preview_controller.h"
 #include "methods/rule_file.h"
 #include "platform/app_info.h"
 #include "settings/preferences.h"
@@ -11,11 +12,15 @@
 namespace brindle {
 
 RulesSheetController::RulesSheetController(BrindleAppController& app)
-    : SheetController(app), rules_(app.rules_controller().rules()), nodes_(rule_nodes(rules_)) {
+    : SheetController(app),
+      chain_(app.rules_controller()),
+      preview_(app.preview()),
+      rules_(chain_.rules()),
+      nodes_(rule_nodes(rules_)) {
   if (!rules_.empty()) selected_ = 0;
 }
 
-void RulesSheetController::outlineViewSelectionDidChange(std::optional<std::size_t> rule) {
+void RulesSheetController::select_rule(std::optional<std::size_t> rule) {
   selected_ = rule && *rule < rules_.size() ? rule : std::nullopt;
   tell();
 }
@@ -40,7 +45,7 @@ void RulesSheetController::openRule() {
   if (chosen.empty()) return;
   const std::string& path = chosen.front();
   if (!isFileVersionMatch(appVersionInPlist(path).value_or(""))) {
-    return show_alert(ports(), "OPENRULETITLE", "OPENRULEINCOMPATIBLE");
+    return show_alert(ports(), make_alert("OPENRULETITLE", "OPENRULEINCOMPATIBLE"));
   }
   if (!read_rules(ports(), path, MethodNames::as_read, rules_)) return;
   ruleFilePath_ = path;
@@ -53,10 +58,9 @@ void RulesSheetController::saveRule() {
 
 void RulesSheetController::preview() {
   if (!can_preview() || !can_begin()) return;
-  BrindleAppController& main = app();
-  main.rules_controller().setRules(rules_);
-  main.rules_controller().resetData(false);
-  main.ports().main_thread.post([&main] { main.actionPreviewRule(); });
+  chain_.setRules(rules_);
+  chain_.resetData(false);
+  ports().main_thread.post([&preview = preview_] { preview.actionPreviewRule(); });
   close();
 }
 

@@ -13,6 +13,9 @@
 
 namespace brindle {
 
+class PreviewController;
+class RulesController;
+
 class RulesSheetController final : public SheetController {
  public:
   explicit RulesSheetController(BrindleAppController& app);
@@ -22,7 +25,7 @@ class RulesSheetController final : public SheetController {
   const std::vector<RuleNode>& outline() const { return nodes_; }
   const std::string& ruleFilePath() const { return ruleFilePath_; }  ///< of the file opened here; "" before
   std::optional<std::size_t> selectedRule() const { return selected_; }
-  void outlineViewSelectionDidChange(std::optional<std::size_t> rule);
+  void select_rule(std::optional<std::size_t> rule);
 
   // Which buttons are on.
 
@@ -46,6 +49,8 @@ class RulesSheetController final : public SheetController {
   void show(std::optional<std::size_t> selected);
   void move_to(std::size_t row);
 
+  RulesController& chain_;
+  PreviewController& preview_;
   std::vector<Rule> rules_;
   std::vector<RuleNode> nodes_;
   std::string ruleFilePath_;

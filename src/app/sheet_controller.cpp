@@ -4,22 +4,14 @@
 
 namespace brindle {
 
-SheetController::SheetController(BrindleAppController& app) : app_(app) {
-  observer_ = app_.add_observer([this](ChangedSet what) {
-    if (has(what, Changed::state)) state_changed();
+SheetController::SheetController(BrindleAppController& app) : model_(app.model()), jobs_(app.jobs()) {
+  observer_ = model_.add_observer([this](ChangedSet what) {
+    if (has(what, Changed::state)) tell();
   });
 }
 
 SheetController::~SheetController() {
-  app_.remove_observer(observer_);
-}
-
-void SheetController::state_changed() {
-  tell();
-  if (!waiting_ || app_.state().isExecuting) return;
-  ports().main_thread.post([this, begin = std::exchange(waiting_, nullptr), alive = std::weak_ptr(alive_)] {
-    if (alive.lock() && !is_closed_) when_idle(begin);
-  });
+  model_.remove_observer(observer_);
 }
 
 bool SheetController::sheetClosed() {
@@ -42,16 +34,17 @@ void SheetController::close() {
 }
 
 bool SheetController::can_begin() const {
-  if (!app_.state().isExecuting || app_.state().is_quiet) return true;
+  if (!model_.state().is_busy()) return true;
   ports().desktop.beep();
   return false;
 }
 
 void SheetController::when_idle(std::function<void()> begin) {
   if (!can_begin()) return;
-  if (!app_.state().isExecuting) return begin();
-  waiting_ = std::move(begin);
-  app_.cancelProcess();
+  const auto begin_here = [this, begin = std::move(begin), alive = std::weak_ptr(alive_)] {
+    if (alive.lock() && !is_closed_) begin();
+  };
+  jobs_.command(begin_here, JobsController::BrokenOff::left);
 }
 
 }  // namespace brindle

@@ -8,7 +8,7 @@
 #include <string_view>
 
 #include "app/brindle_app_controller.h"
-#include "app/ports.h"
+#include "app/jobs_controller.h"
 
 namespace brindle {
 
@@ -36,21 +36,19 @@ class SheetController {
  protected:
   virtual std::string_view help_page() const = 0;
 
-  BrindleAppController& app() const { return app_; }
-  const Ports& ports() const { return app_.ports(); }
+  WindowModel& model() const { return model_; }
+  JobsController& jobs() const { return jobs_; }
+  const Ports& ports() const { return model_.ports(); }
   void tell() const;
   void close();
-  /// Whether the main controller can be given a command: false, with a beep, while a job runs that does not make way.
+  /// Whether a command would be heard: false, with a beep, while a job runs that does not make way.
   bool can_begin() const;
-  /// Calls `begin`, which starts a job, when none runs any more; at once, or when a quiet one has made way. Beeps while
-  /// any other runs.
+  /// Calls `begin`, which starts a job, at once or when a quiet one has made way. Beeps while any other runs.
   void when_idle(std::function<void()> begin);
 
  private:
-  void state_changed();
-
-  BrindleAppController& app_;
-  std::function<void()> waiting_;
+  WindowModel& model_;
+  JobsController& jobs_;
   std::shared_ptr<char> alive_ = std::make_shared<char>();
   std::uint32_t observer_ = 0;
   bool is_closed_ = false;

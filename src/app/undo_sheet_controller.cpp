@@ -7,6 +7,7 @@
 #include <memory>
 #include <utility>
 
+#include "app/renaming_controller.h"
 #include "list/file_order.h"
 #include "log/undo_progress.h"
 #include "platform/app_info.h"
@@ -46,8 +47,9 @@ class FirstReason {
   void hear(const LogEntry& entry, std::string_view reason) {
     if (reason.empty() || !text_.empty()) return;
     const std::string path = fmt::format("{}/{}", entry.target_folder, entry.target_name);
-    text_ = entry.fault.empty() ? fmt::format("“{}”: {}", in_sentence(decode_file_name(path)), localized(reason))
-                                : std::string(reason);
+    text_ = entry.fault.empty()
+                ? localized_format("ITEMANDREASON", in_sentence(decode_file_name(path)), localized(reason))
+                : std::string(reason);
   }
   const std::string& text() const { return text_; }
 
@@ -64,7 +66,7 @@ struct UndoSheetController::Outcome {
   bool unreadable = false;  ///< no log, so nothing was tried
 };
 
-UndoSheetController::UndoSheetController(BrindleAppController& app) : SheetController(app) {
+UndoSheetController::UndoSheetController(BrindleAppController& app) : SheetController(app), renaming_(app.renaming()) {
   recover_interrupted_runs(defaultLogFolderPath());
   loadUserLogFiles();
 }
@@ -134,7 +136,7 @@ void UndoSheetController::openLogFile() {
   const std::vector<std::string> chosen = ports().chooser.choose(request);
   if (chosen.empty()) return;
   if (!isFileVersionMatch(appVersionInPlist(chosen.front()).value_or(""))) {
-    return show_alert(ports(), undo_title, "UNDOFILESFOLDERSINCOMPATIBLE", AlertStyle::critical);
+    return show_alert(ports(), make_alert(undo_title, "UNDOFILESFOLDERSINCOMPATIBLE"), AlertStyle::critical);
   }
   currLogFilePath_ = chosen.front();
   selected_.reset();
@@ -163,8 +165,10 @@ void UndoSheetController::verifyLogFile() {
       outcome->result.error = error.what();
     }
   };
-  app().run_job(
-      Job::undo, work, [this, outcome] { verified(*outcome); }, [this, outcome] { tell_verified(*outcome); });
+  jobs().run_job({.job = Job::undo,
+                  .work = work,
+                  .finished = [this, outcome] { verified(*outcome); },
+                  .afterwards = [this, outcome] { tell_verified(*outcome); }});
 }
 
 void UndoSheetController::verified(const Outcome& outcome) {
@@ -177,23 +181,22 @@ void UndoSheetController::verified(const Outcome& outcome) {
 
 void UndoSheetController::tell_verified(const Outcome& outcome) const {
   if (totalFilesCanBeUndoFromLog_ > 0) return;
-  constexpr std::string_view message = "UNDOFILESFOLDERSINVALIDFILE";
-  ports().alerts.show({undo_title, message, localized(undo_title), localized(message), outcome.result.error});
+  show_alert(ports(), make_alert(undo_title, "UNDOFILESFOLDERSINVALIDFILE"), AlertStyle::warning, outcome.result.error);
 }
 
 void UndoSheetController::undoRenaming() {
   if (isUndoing_) return;
-  if (currLogFilePath_.empty()) return show_alert(ports(), undo_title, "UNDOFILESFOLDERSNOLOGSELECTED");
-  if (totalFilesCanBeUndoFromLog_ < 1) return removeSelectedFileFromList();
+  if (currLogFilePath_.empty()) return show_alert(ports(), make_alert(undo_title, "UNDOFILESFOLDERSNOLOGSELECTED"));
+  if (totalFilesCanBeUndoFromLog_ < 1) return delete_log();
   when_idle([this] { start_undo(); });
 }
 
 void UndoSheetController::start_undo() {
   if (currLogFilePath_.empty()) return;  // deleted while this waited
   begin("UNDOINGITEMS");
-  app().setStartTime();
+  jobs().setStartTime();
   const auto outcome = std::make_shared<Outcome>();
-  const auto work = [path = currLogFilePath_, outcome, &files = app().files_for_undo()](const JobControl& control) {
+  const auto work = [path = currLogFilePath_, outcome, &files = renaming_.files_for_undo()](const JobControl& control) {
     try {
       undo(path, files, control, *outcome);
     } catch (const std::exception& error) {
@@ -201,8 +204,10 @@ void UndoSheetController::start_undo() {
       outcome->result.error = error.what();
     }
   };
-  app().run_job(
-      Job::undo, work, [this, outcome] { undone(*outcome); }, [this, outcome] { tell_undone(*outcome); });
+  jobs().run_job({.job = Job::undo,
+                  .work = work,
+                  .finished = [this, outcome] { undone(*outcome); },
+                  .afterwards = [this, outcome] { tell_undone(*outcome); }});
 }
 
 // On the job's thread.
@@ -225,21 +230,18 @@ void UndoSheetController::undone(const Outcome& outcome) {
   const UndoResult& result = outcome.result;
   isUndoing_ = false;
   status_label_ = localized_format("ITEMSRESTORED", result.restored);
-  app().show_undone(result.restored);
-  app().showLastActionTimeTaken("UNDOINGTIME");
+  renaming_.show_undone(result.restored);
+  jobs().showLastActionTimeTaken("UNDOINGTIME");
   tell();
 }
 
 void UndoSheetController::tell_undone(const Outcome& outcome) {
   const UndoResult& result = outcome.result;
-  Alert alert{undo_title, "UNDOTOTALNOSITEMSFOUND", localized(undo_title), "", ""};
-  alert.message = localized_format("UNDOTOTALNOSITEMSFOUND", result.entries) +
-                  localized_format("UNDOTOTALNOSITEMSRENAMED", result.restored);
+  Alert alert = make_alert(undo_title, "UNDOTOTALNOSITEMSFOUND", result.entries);
+  alert.message += localized_format("UNDOTOTALNOSITEMSRENAMED", result.restored);
   if (result.already > 0) alert.message += localized_format("UNDOTOTALNOSITEMSALREADY", result.already);
   alert.message += localized_format("UNDOTOTALNOSITEMDOESNOTEXISTS", result.left_alone());
-  alert.informative_text = what_became_of_log(outcome);
-  alert.style = AlertStyle::informational;
-  ports().alerts.show(alert);
+  show_alert(ports(), std::move(alert), AlertStyle::informational, what_became_of_log(outcome));
   // A file that is no log goes as well, but only to where it can be got back from.
   if (result.put_away || (outcome.unreadable && move_to_trash(currLogFilePath_) == 0)) drop_from_list();
 }
@@ -254,15 +256,14 @@ std::string UndoSheetController::what_became_of_log(const Outcome& outcome) {
 }
 
 void UndoSheetController::cancel() {
-  if (isUndoing_) app().cancelProcess();
+  if (isUndoing_) jobs().cancelProcess();
 }
 
-void UndoSheetController::removeSelectedFileFromList() {
+void UndoSheetController::delete_log() {
   const Status status = brindle::deleteLogFile(currLogFilePath_);
   if (!status.ok()) {
     log_failure("deleteLogFile", status.reason());
-    ports().alerts.show({undo_title, "", localized(undo_title), status.reason(), ""});
-    return;
+    return show_alert(ports(), make_alert_of(undo_title, "", status.reason()));
   }
   drop_from_list();
 }
@@ -279,17 +280,16 @@ void UndoSheetController::drop_from_list() {
 }
 
 void UndoSheetController::viewLogFileContent() {
-  if (currLogFilePath_.empty()) return show_alert(ports(), "VIEWLOGFILETITLE", "VIEWLOGFILETITLEMESSAGE");
+  if (currLogFilePath_.empty()) return show_alert(ports(), make_alert("VIEWLOGFILETITLE", "VIEWLOGFILETITLEMESSAGE"));
   if (!ports().desktop.open_with_default_application(currLogFilePath_)) ports().desktop.beep();
 }
 
 void UndoSheetController::deleteLogFile() {
   if (isUndoing_) return;
-  if (currLogFilePath_.empty()) return show_alert(ports(), undo_title, "UNDOFILESFOLDERSNOLOGSELECTED");
-  Alert question = alert_of_keys(undo_title, "UNDOFILESFOLDERSDELETECONFIRM");
+  if (currLogFilePath_.empty()) return show_alert(ports(), make_alert(undo_title, "UNDOFILESFOLDERSNOLOGSELECTED"));
+  Alert question = make_alert(undo_title, "UNDOFILESFOLDERSDELETECONFIRM");
   question.title = localized("DELETELOGTITLE");
-  question.buttons = {"YES", "NO"};
-  if (ports().alerts.show(question) == 0) removeSelectedFileFromList();
+  if (ask(ports(), std::move(question))) delete_log();
 }
 
 bool UndoSheetController::sheetClosed() {

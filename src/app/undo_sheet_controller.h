@@ -14,6 +14,8 @@
 
 namespace brindle {
 
+class RenamingController;
+
 class UndoSheetController final : public SheetController {
  public:
   /// Finishes the logs of interrupted runs, then lists the folder's.
@@ -58,11 +60,12 @@ class UndoSheetController final : public SheetController {
   void undone(const Outcome& outcome);
   void tell_undone(const Outcome& outcome);
   static std::string what_became_of_log(const Outcome& outcome);
-  void removeSelectedFileFromList();
+  void delete_log();
   void drop_from_list();
   void show_count(std::size_t count);
   void show_broken_off_undo();
 
+  RenamingController& renaming_;
   std::vector<LogRecord> logFiles_;
   std::optional<std::size_t> selected_;
   std::string currLogFilePath_;

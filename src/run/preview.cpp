@@ -13,8 +13,6 @@
 namespace brindle {
 namespace {
 
-constexpr std::string_view status_text_reason =
-    to_translate("the new name is one of the texts that stand for a status");
 constexpr std::size_t usual_name_limit = 255;
 
 /// What the two kinds of preview have in common: the counters, the operations, the outcome.

@@ -11,6 +11,7 @@
 #include "list/file_list.h"
 #include "log/journal.h"
 #include "platform/folder_handle.h"
+#include "platform/translation.h"
 
 namespace brindle {
 
@@ -33,6 +34,10 @@ RowOutcome rename_row(const ItemRecord& record, const FolderHandle& folder, cons
 /// The reason of a failed attempt, in words. Of folders that OpenFolder opens, ESTALE says that another one stands
 /// there, and ELOOP that a symbolic link does.
 std::string_view describe_error(int error);
+
+/// Why a new name that reads like a status is none.
+inline constexpr std::string_view status_text_reason =
+    to_translate("the new name is one of the texts that stand for a status");
 
 /// Settles a row that has a proposed name: "No Changes" when it is the name that the item has, with the reason when
 /// the program's own data hangs on that name, "… Already Exists" when something else in the folder has it (a change of

@@ -35,11 +35,6 @@ void SettingsStore::replace(RenameSettings edited) {
   tell(change);
 }
 
-void SettingsStore::setIsSettingsChanged(bool changed) {
-  if (std::exchange(is_settings_changed_, changed) == changed) return;
-  tell({.keys = {}, .isSettingsChanged = true, .has_values = true});
-}
-
 std::uint32_t SettingsStore::add_observer(Observer observer) {
   observers_.push_back({++last_id_, std::move(observer)});
   return last_id_;
@@ -49,7 +44,8 @@ void SettingsStore::remove_observer(std::uint32_t id) {
   std::erase_if(observers_, [id](const Entry& entry) { return entry.id == id; });
 }
 
-void SettingsStore::tell(const SettingsChange& change) {
+void SettingsStore::tell(SettingsChange change) {
+  change.is_quiet = is_quiet_;
   waiting_.push_back(change);
   if (telling_) return;
   telling_ = true;

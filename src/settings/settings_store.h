@@ -18,8 +18,9 @@ namespace brindle {
 /// What one commit changed. It names the keys; the values are pulled from the store.
 struct SettingsChange {
   SettingSet keys;                 ///< the rows whose values differ from before
-  bool isSettingsChanged = false;  ///< one of the keys that count as a change is among them, or the flag itself changed
+  bool isSettingsChanged = false;  ///< one of the keys that count as a change is among them, or signal()
   bool has_values = false;         ///< … and for one of these, neither the old nor the new value is absent
+  bool is_quiet = false;           ///< made by a loading: fields show it, but it is nobody's wish for a new preview
 
   bool contains(std::string_view key) const {
     const SettingRow* row = find_setting(key);
@@ -48,14 +49,21 @@ class SettingsStore {
   /// The same with a whole new record.
   void replace(RenameSettings edited);
 
-  // The flag beside the signal. Observers react to every change of it, whatever its value: the handlers of the choice
-  // buttons, whose keys do not count as a change, flip it to wake them.
+  /// Tells a change of no key that counts as one: for the choice buttons, whose keys do not count.
+  void signal() { tell({.keys = {}, .isSettingsChanged = true, .has_values = true}); }
 
-  bool isSettingsChanged() const { return is_settings_changed_; }
-  void setIsSettingsChanged(bool changed);
-  void flip_settings_changed() { setIsSettingsChanged(!is_settings_changed_); }
-  /// Takes the flag back without telling anyone: for an observer that has seen to the change.
-  void clear_settings_changed() { is_settings_changed_ = false; }
+  /// While one lives every change is told as a quiet one, those that observers make of it included.
+  class Quiet {
+   public:
+    explicit Quiet(SettingsStore& store) : store_(store), before_(std::exchange(store.is_quiet_, true)) {}
+    Quiet(const Quiet&) = delete;
+    Quiet& operator=(const Quiet&) = delete;
+    ~Quiet() { store_.is_quiet_ = before_; }
+
+   private:
+    SettingsStore& store_;
+    bool before_;
+  };
 
   /// Adds an observer, to be called after each change in the order of adding. It may commit: that change is told when
   /// the round is over. It may add and remove observers. Returns what remove_observer() takes.
@@ -68,11 +76,11 @@ class SettingsStore {
     Observer observer;
   };
 
-  void tell(const SettingsChange& change);
+  void tell(SettingsChange change);
   void tell_everyone(const SettingsChange& change);
 
   RenameSettings settings_;
-  bool is_settings_changed_ = false;
+  bool is_quiet_ = false;
   std::vector<Entry> observers_;
   std::uint32_t last_id_ = 0;
   bool telling_ = false;

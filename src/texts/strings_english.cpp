@@ -209,7 +209,7 @@ constexpr auto texts_by_key = std::to_array<EnglishText>({
     keyed("EXPORTHINT",
           "Writes the list as a text with a tab between columns. Edit it in a spreadsheet, and read it back with the "
           "method “From a List”."),
-    keyed("EXPORTLEFTOUT", "Left out, since a list cannot hold a tab or a line break in a name: %d"),
+    keyed("EXPORTLEFTOUT", "Left out, since a list cannot hold a tab or a line break in a name: %d\n“%@”"),
     keyed("EXPORTLOCATION", "Location"),
     keyed("EXPORTNAME", "Current name"),
     keyed("EXPORTNEWNAME", "New name"),
@@ -292,6 +292,7 @@ constexpr auto texts_by_key = std::to_array<EnglishText>({
     unkeyed("IPTC - Keywords"),
     unkeyed("IPTC - Origin"),
     unkeyed("IPTC - Supplemental Categories"),
+    keyed("ITEMANDREASON", "“%@”: %@"),
     counted("ITEMCOUNT", "%d item", "%d items"),
     keyed("ITEMRENAMINGMESSAGEFILES", "Rename the files to the names of the preview? The renaming can be undone."),
     keyed("ITEMRENAMINGMESSAGEFOLDERS", "Rename the folders to the names of the preview? The renaming can be undone."),

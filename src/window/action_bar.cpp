@@ -10,7 +10,6 @@
 #include "window/commands.h"
 #include "window/file_table_model.h"
 #include "window/file_table_view.h"
-#include "window/plain_text.h"
 #include "window/text.h"
 #include "window/theme.h"
 
@@ -50,9 +49,9 @@ QPushButton* action_button(QAction* action, QWidget* parent) {
 
 }  // namespace
 
-ActionBar::ActionBar(BrindleAppController& app, FileTableView& table, const Commands& commands, QWidget* parent)
+ActionBar::ActionBar(WindowModel& model, FileTableView& table, const Commands& commands, QWidget* parent)
     : QWidget(parent),
-      app_(app),
+      model_(model),
       table_(table),
       count_(status_label(this, "countLabel")),
       renameable_(status_label(this, "renameableLabel")),
@@ -75,16 +74,16 @@ ActionBar::ActionBar(BrindleAppController& app, FileTableView& table, const Comm
   set_quiet(selected_);
   set_quiet(time_);
   connect(&table_, &FileTableView::selection_changed, this, [this] { show_state(); });
-  observer_ = app_.add_observer([this](ChangedSet) { show_state(); });
+  observer_ = model_.add_observer([this](ChangedSet) { show_state(); });
   show_state();
 }
 
 ActionBar::~ActionBar() {
-  app_.remove_observer(observer_);
+  model_.remove_observer(observer_);
 }
 
 void ActionBar::show_state() {
-  const WindowState& state = app_.state();
+  const WindowState& state = model_.state();
   const std::size_t selected = table_.selected_count();
   const std::size_t renameable = table_.file_model().renameable_count();
   show_text(count_, qt_text(state.count_label));

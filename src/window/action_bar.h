@@ -3,7 +3,7 @@
 #include <QWidget>
 #include <cstdint>
 
-#include "app/brindle_app_controller.h"
+#include "app/window_model.h"
 
 class QLabel;
 
@@ -16,13 +16,13 @@ class FileTableView;
 /// buttons that everything leads to. Main thread.
 class ActionBar final : public QWidget {
  public:
-  ActionBar(BrindleAppController& app, FileTableView& table, const Commands& commands, QWidget* parent);
+  ActionBar(WindowModel& model, FileTableView& table, const Commands& commands, QWidget* parent);
   ~ActionBar() override;
 
  private:
   void show_state();
 
-  BrindleAppController& app_;
+  WindowModel& model_;
   FileTableView& table_;
   QLabel* count_;
   QLabel* renameable_;

@@ -5,6 +5,15 @@
 #include <QKeySequence>
 #include <array>
 
+#include "app/chain_controller.h"
+#include "app/jobs_controller.h"
+#include "app/list_controller.h"
+#include "app/options_controller.h"
+#include "app/preferences_controller.h"
+#include "app/preview_controller.h"
+#include "app/profiles_controller.h"
+#include "app/renaming_controller.h"
+#include "app/window_model.h"
 #include "window/file_table_view.h"
 #include "window/icons.h"
 #include "window/method_panels.h"
@@ -17,29 +26,29 @@ namespace {
 using T = CommandTargets;
 
 void set_live_preview(const T& t, bool on) {
-  LivePreviewPreferences preferences = t.app.live_preview();
+  LivePreviewPreferences preferences = t.app.model().live_preview();
   preferences.isLivePreviewEnabled = on;
-  t.app.setLivePreviewPreferences(preferences);
+  t.app.preview().setLivePreviewPreferences(preferences);
 }
 
 void set_show_hub(const T& t, bool on) {
-  Preferences preferences = t.app.preferences();
+  Preferences preferences = t.app.model().preferences();
   preferences.isShowHubIcon = on;
-  t.app.setPreferences(preferences);
+  t.app.preferences().setPreferences(preferences);
 }
 
 // What the keyboard is at: the options of a method have a page each.
 std::string_view help_page(const T& t) {
   const auto* methods = t.window.findChild<const QWidget*>(QStringLiteral("methodArea"));
   const QWidget* focus = QApplication::focusWidget();
-  const std::optional<Method> method = selected_method(t.app.values());
+  const std::optional<Method> method = selected_method(t.app.model().values());
   if (methods == nullptr || focus == nullptr || !methods->isAncestorOf(focus)) return "index.html";
   return method ? method_panel(*method).help_page : "index.html";
 }
 
 void open_list(const T& t) {
-  t.app.select_tab(tab_of(Method::from_list));
-  t.app.browseRenameFile();
+  t.app.options().select_tab(tab_of(Method::from_list));
+  t.app.list().browseRenameFile();
   // Loading it comes next.
   auto* load = t.window.findChild<QWidget*>(QStringLiteral("loadRenameFile"));
   if (load != nullptr && load->isEnabled()) load->setFocus(Qt::OtherFocusReason);
@@ -47,13 +56,13 @@ void open_list(const T& t) {
 
 constexpr auto commands = std::to_array<Command>({
     {"addFiles", "COMMANDADDFILES", "add_files", "Ctrl+O", Needs::idle,
-     [](const T& t, bool) { t.app.addFilesAction(); }, nullptr, false, "SHORTADDFILES"},
+     [](const T& t, bool) { t.app.list().addFilesAction(); }, nullptr, false, "SHORTADDFILES"},
     {"addFolder", "COMMANDADDFOLDER", "add_folder", "Ctrl+Shift+O", Needs::idle,
-     [](const T& t, bool) { t.app.addFolderAction(); }, nullptr, false, "SHORTADDFOLDER"},
+     [](const T& t, bool) { t.app.list().addFolderAction(); }, nullptr, false, "SHORTADDFOLDER"},
     {"addFilesFolders", "COMMANDADDFILESFOLDERS", "add_items", "Ctrl+Alt+O", Needs::idle,
-     [](const T& t, bool) { t.app.addFilesFolders(); }},
+     [](const T& t, bool) { t.app.list().addFilesFolders(); }},
     {"addClipboard", "COMMANDADDCLIPBOARD", "clipboard", "Ctrl+Shift+V;Ctrl+V", Needs::idle,
-     [](const T& t, bool) { t.app.addFilesFoldersFromFinder(); }, nullptr, false, "SHORTADDCLIPBOARD"},
+     [](const T& t, bool) { t.app.list().addFilesFoldersFromFinder(); }, nullptr, false, "SHORTADDCLIPBOARD"},
     {"openList", "COMMANDOPENLIST", "from_list", "Ctrl+L", Needs::idle, [](const T& t, bool) { open_list(t); }},
     {"export", "COMMANDEXPORT", "export", "Ctrl+E", Needs::idle,
      [](const T& t, bool) { show_export_sheet(&t.window, t.app); }, nullptr, false, "SHORTEXPORT"},
@@ -66,7 +75,7 @@ constexpr auto commands = std::to_array<Command>({
     {"remove", "COMMANDREMOVE", "remove", "Del;Backspace", Needs::items,
      [](const T& t, bool) { t.table.remove_selected(); }, nullptr, true, "SHORTREMOVE"},
     {"clear", "COMMANDCLEAR", "clear", "Ctrl+Shift+Del", Needs::items,
-     [](const T& t, bool) { t.app.clearFilesFolders(); }, nullptr, false, "SHORTCLEAR"},
+     [](const T& t, bool) { t.app.list().clearFilesFolders(); }, nullptr, false, "SHORTCLEAR"},
     {"selectAll", "COMMANDSELECTALL", "", "Ctrl+A", Needs::items, [](const T& t, bool) { t.table.selectAll(); },
      nullptr, true},
     {"moveUp", "COMMANDMOVEUP", "move_up", "Ctrl+Up", Needs::selection,
@@ -77,18 +86,19 @@ constexpr auto commands = std::to_array<Command>({
      [](const T& t, bool) { show_preferences_sheet(&t.window, t.app); }},
 
     {"preview", "COMMANDPREVIEW", "preview", "F5;Ctrl+P", Needs::preview,
-     [](const T& t, bool) { t.app.actionPreview(); }, nullptr, false, "SHORTPREVIEW", "TIPPREVIEW"},
+     [](const T& t, bool) { t.app.preview().actionPreview(); }, nullptr, false, "SHORTPREVIEW", "TIPPREVIEW"},
     {"rename", "COMMANDRENAME", "rename", "Ctrl+Return;Ctrl+Enter", Needs::rename,
-     [](const T& t, bool) { t.app.actionApply(); }, nullptr, false, "SHORTRENAME", "TIPRENAME"},
-    {"cancel", "COMMANDCANCEL", "cancel", "Esc", Needs::job, [](const T& t, bool) { t.app.cancelProcess(); }},
+     [](const T& t, bool) { t.app.renaming().actionApply(); }, nullptr, false, "SHORTRENAME", "TIPRENAME"},
+    {"cancel", "COMMANDCANCEL", "cancel", "Esc", Needs::job, [](const T& t, bool) { t.app.jobs().cancelProcess(); }},
     {"undo", "COMMANDUNDO", "undo", "Ctrl+Z", Needs::idle, [](const T& t, bool) { show_undo_sheet(&t.window, t.app); },
      nullptr, false, "SHORTUNDO"},
     {"livePreview", "COMMANDLIVEPREVIEW", "live_on", "Ctrl+Shift+L", Needs::nothing, set_live_preview,
-     [](const T& t) { return t.app.live_preview().isLivePreviewEnabled; }, false, "SHORTLIVEPREVIEW", "TIPLIVEPREVIEW"},
+     [](const T& t) { return t.app.model().live_preview().isLivePreviewEnabled; }, false, "SHORTLIVEPREVIEW",
+     "TIPLIVEPREVIEW"},
     {"livePreviewPreferences", "COMMANDLIVEPREVIEWPREFERENCES", "", "Ctrl+Alt+L", Needs::idle,
      [](const T& t, bool) { show_live_preview_sheet(&t.window, t.app); }},
 
-    {"addRule", "COMMANDADDRULE", "plus", "Ctrl+R", Needs::idle, [](const T& t, bool) { t.app.addToRule(); }},
+    {"addRule", "COMMANDADDRULE", "plus", "Ctrl+R", Needs::idle, [](const T& t, bool) { t.app.chain().addToRule(); }},
     {"showRules", "COMMANDSHOWRULES", "rules", "Ctrl+Shift+R", Needs::nothing,
      [](const T& t, bool on) {
        if (t.drawer.isChecked() != on) t.drawer.trigger();
@@ -98,23 +108,25 @@ constexpr auto commands = std::to_array<Command>({
      [](const T& t, bool) { show_rules_sheet(&t.window, t.app); }},
 
     {"emptyProfile", "COMMANDEMPTYPROFILE", "", "Ctrl+N", Needs::idle,
-     [](const T& t, bool) { t.app.loadEmptyProfile(); }},
+     [](const T& t, bool) { t.app.profiles().loadEmptyProfile(); }},
     {"defaultProfile", "COMMANDDEFAULTPROFILE", "", "Ctrl+D", Needs::idle,
      [](const T& t, bool) { t.app.loadDefaultProfile(); }},
     {"openProfile", "COMMANDOPENPROFILE", "open", "Ctrl+Shift+P", Needs::idle,
-     [](const T& t, bool) { t.app.loadProfile(); }},
-    {"saveProfile", "COMMANDSAVEPROFILE", "save", "Ctrl+S", Needs::idle, [](const T& t, bool) { t.app.saveProfile(); }},
+     [](const T& t, bool) { t.app.profiles().loadProfile(); }},
+    {"saveProfile", "COMMANDSAVEPROFILE", "save", "Ctrl+S", Needs::idle,
+     [](const T& t, bool) { t.app.profiles().saveProfile(); }},
     {"saveProfileAs", "COMMANDSAVEPROFILEAS", "", "Ctrl+Shift+S", Needs::idle,
-     [](const T& t, bool) { t.app.saveAsProfile(); }},
+     [](const T& t, bool) { t.app.profiles().saveAsProfile(); }},
     {"manageProfiles", "COMMANDMANAGEPROFILES", "profiles", "Ctrl+M", Needs::idle,
      [](const T& t, bool) { show_profiles_sheet(&t.window, t.app); }, nullptr, false, "SHORTMANAGEPROFILES"},
 
     {"showPicture", "COMMANDSHOWPICTURE", "picture", "Space", Needs::one_row,
      [](const T& t, bool) { t.table.toggle_picture(); }, nullptr, true},
     {"includeHidden", "COMMANDINCLUDEHIDDEN", "", "Ctrl+H", Needs::idle,
-     [](const T& t, bool on) { t.app.setIncludeHidden(on); }, [](const T& t) { return t.app.include_hidden(); }},
+     [](const T& t, bool on) { t.app.preferences().setIncludeHidden(on); },
+     [](const T& t) { return t.app.model().include_hidden(); }},
     {"showHub", "COMMANDSHOWHUB", "hub", "Ctrl+B", Needs::nothing, set_show_hub,
-     [](const T& t) { return t.app.preferences().isShowHubIcon; }},
+     [](const T& t) { return t.app.model().preferences().isShowHubIcon; }},
 
     {"help", "COMMANDHELP", "help", "F1", Needs::nothing,
      [](const T& t, bool) { show_help_page(&t.window, help_page(t)); }},
@@ -181,8 +193,8 @@ QAction* Commands::action(std::string_view id) const {
 }
 
 bool Commands::is_enabled(Needs needs) const {
-  const WindowState& state = targets_.app.state();
-  const bool idle = !state.isExecuting || state.is_quiet;
+  const WindowState& state = targets_.app.model().state();
+  const bool idle = !state.is_busy();
   switch (needs) {
     case Needs::nothing:
       return true;
@@ -199,7 +211,7 @@ bool Commands::is_enabled(Needs needs) const {
     case Needs::rename:
       return state.rename_enabled;
     case Needs::job:
-      return state.isExecuting && !state.is_quiet;
+      return state.is_busy();
   }
   return false;
 }

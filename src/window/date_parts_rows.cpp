@@ -7,6 +7,7 @@
 #include <array>
 #include <exception>
 
+#include "app/window_model.h"
 #include "platform/file_name.h"
 #include "text/date_format.h"
 #include "text/date_pattern.h"
@@ -83,7 +84,8 @@ QWidget* picker(const PanelContext& context, const DatePartMembers& members, boo
     layout->addWidget(boxes.back(), 1);
   }
   context.bindings.follow(keys, [=, &controller = context.controller](const RenameSettings& settings) {
-    const QString text = qt_text(localized_format("WRITTENNOW", written(settings, members, controller.now(), is_time)));
+    const QString text =
+        qt_text(localized_format("WRITTENNOW", written(settings, members, controller.model().now(), is_time)));
     for (QComboBox* box : boxes) box->setToolTip(text);
   });
   return widget;

@@ -19,7 +19,6 @@
 #include "platform/file_name.h"
 #include "texts/shown_text.h"
 #include "texts/string_table.h"
-#include "window/plain_text.h"
 #include "window/text.h"
 
 namespace brindle {

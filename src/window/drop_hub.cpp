@@ -12,6 +12,9 @@
 #include <QTimer>
 #include <QWindow>
 
+#include "app/brindle_app_controller.h"
+#include "app/preferences_controller.h"
+#include "window/keyboard.h"
 #include "window/text.h"
 #include "window/url_drops.h"
 
@@ -51,7 +54,8 @@ void draw_sign(QPainter& painter, const QColor& color) {
 
 DropHub::DropHub(BrindleAppController& app, Dropped dropped)
     : QWidget(nullptr, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint | Qt::WindowDoesNotAcceptFocus),
-      app_(app),
+      model_(app.model()),
+      preferences_(app.preferences()),
       dropped_(std::move(dropped)) {
   setObjectName(QStringLiteral("drop_hub"));
   setAttribute(Qt::WA_TranslucentBackground);
@@ -68,25 +72,25 @@ DropHub::DropHub(BrindleAppController& app, Dropped dropped)
   busy_.setLoopCount(-1);
   connect(&busy_, &QVariantAnimation::valueChanged, this, [this] { update(); });
   restore_position();
-  observer_ = app_.add_observer([this](ChangedSet changed) { follow(changed); });
-  follow(static_cast<ChangedSet>(~0U));
+  observer_ = model_.add_observer([this](ChangedSet changed) { show_change(changed); });
+  show_change(static_cast<ChangedSet>(~0U));
 }
 
 DropHub::~DropHub() {
-  app_.remove_observer(observer_);
+  model_.remove_observer(observer_);
 }
 
-void DropHub::follow(ChangedSet changed) {
-  if (has(changed, Changed::preferences)) setVisible(app_.preferences().isShowHubIcon);
+void DropHub::show_change(ChangedSet changed) {
+  if (has(changed, Changed::preferences)) setVisible(model_.preferences().isShowHubIcon);
   if (!has(changed, Changed::state)) return;
-  const bool executing = app_.state().isExecuting;
+  const bool executing = model_.state().isExecuting;
   if (executing == (busy_.state() == QAbstractAnimation::Running)) return;
   executing ? busy_.start() : busy_.stop();
   update();
 }
 
 void DropHub::restore_position() {
-  const QStringList parts = qt_text(app_.user_defaults().text(user_default::hub_position, u"")).split(u',');
+  const QStringList parts = qt_text(model_.user_defaults().text(user_default::hub_position, u"")).split(u',');
   bool has_x = false;
   bool has_y = false;
   const QPoint place(parts.value(0).toInt(&has_x), parts.value(1).toInt(&has_y));
@@ -94,7 +98,7 @@ void DropHub::restore_position() {
 }
 
 void DropHub::keep_position() {
-  app_.user_defaults().set(user_default::hub_position, QStringLiteral("%1,%2").arg(x()).arg(y()).toStdU16String());
+  model_.user_defaults().set(user_default::hub_position, QStringLiteral("%1,%2").arg(x()).arg(y()).toStdU16String());
 }
 
 void DropHub::set_highlighted(bool highlighted) {
@@ -103,9 +107,9 @@ void DropHub::set_highlighted(bool highlighted) {
 }
 
 void DropHub::hide_for_good() {
-  Preferences preferences = app_.preferences();
+  Preferences preferences = model_.preferences();
   preferences.isShowHubIcon = false;
-  app_.setPreferences(preferences);
+  preferences_.setPreferences(preferences);
 }
 
 void DropHub::paintEvent(QPaintEvent* /*event*/) {
@@ -127,7 +131,7 @@ void DropHub::paintEvent(QPaintEvent* /*event*/) {
 }
 
 void DropHub::dragEnterEvent(QDragEnterEvent* event) {
-  const bool is_busy = app_.state().isExecuting && !app_.state().is_quiet;
+  const bool is_busy = model_.state().is_busy();
   if (!holds_files(*event->mimeData()) || is_busy) return;
   event->setDropAction(Qt::CopyAction);
   event->accept();
@@ -167,16 +171,16 @@ void DropHub::mouseReleaseEvent(QMouseEvent* /*event*/) {
 }
 
 void DropHub::mouseDoubleClickEvent(QMouseEvent* /*event*/) {
-  app_.ports().desktop.bring_to_front();
+  model_.ports().desktop.bring_to_front();
 }
 
 void DropHub::keyPressEvent(QKeyEvent* event) {
-  if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Space) app_.ports().desktop.bring_to_front();
+  if (is_enter(*event) || event->key() == Qt::Key_Space) model_.ports().desktop.bring_to_front();
 }
 
 void DropHub::contextMenuEvent(QContextMenuEvent* event) {
   QMenu menu;
-  menu.addAction(localized_text("HUBSHOWWINDOW"), this, [this] { app_.ports().desktop.bring_to_front(); });
+  menu.addAction(localized_text("HUBSHOWWINDOW"), this, [this] { model_.ports().desktop.bring_to_front(); });
   menu.addAction(localized_text("HUBHIDE"), this, [this] { hide_for_good(); });
   menu.exec(event->globalPos());
 }

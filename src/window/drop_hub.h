@@ -10,9 +10,12 @@
 #include <string>
 #include <vector>
 
-#include "app/brindle_app_controller.h"
+#include "app/window_model.h"
 
 namespace brindle {
+
+class BrindleAppController;
+class PreferencesController;
 
 class DropHub final : public QWidget {
  public:
@@ -35,13 +38,14 @@ class DropHub final : public QWidget {
   void contextMenuEvent(QContextMenuEvent* event) override;
 
  private:
-  void follow(ChangedSet changed);
+  void show_change(ChangedSet changed);
   void restore_position();
   void keep_position();
   void set_highlighted(bool highlighted);
   void hide_for_good();
 
-  BrindleAppController& app_;
+  WindowModel& model_;
+  PreferencesController& preferences_;
   Dropped dropped_;
   std::uint32_t observer_ = 0;
   QVariantAnimation busy_;

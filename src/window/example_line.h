@@ -5,22 +5,21 @@
 #include <QLabel>
 #include <cstdint>
 
-#include "app/brindle_app_controller.h"
+#include "app/window_model.h"
 
 namespace brindle {
 
 class ExampleLine final : public QLabel {
  public:
   /// For the panel of a method; silent while another is chosen.
-  ExampleLine(Method method, BrindleAppController& controller);
+  ExampleLine(Method method, WindowModel& model);
   ~ExampleLine() override;
 
  private:
   void refresh();
 
   Method method_;
-  BrindleAppController& controller_;
-  std::uint32_t settings_observer_ = 0;
+  WindowModel& model_;
   std::uint32_t observer_ = 0;
 };
 

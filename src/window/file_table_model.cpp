@@ -4,9 +4,10 @@
 #include <algorithm>
 #include <limits>
 
+#include "app/brindle_app_controller.h"
+#include "app/preview_controller.h"
 #include "list/file_system_item.h"
 #include "platform/file_name.h"
-#include "window/columns.h"
 #include "window/icons.h"
 #include "window/text.h"
 
@@ -23,18 +24,18 @@ constexpr std::size_t most_wanted_photos = 512;
 }  // namespace
 
 FileTableModel::FileTableModel(BrindleAppController& app, QObject* parent)
-    : QAbstractTableModel(parent), app_(app), photo_timer_(new QTimer(this)) {
+    : QAbstractTableModel(parent), model_(app.model()), preview_(app.preview()), photo_timer_(new QTimer(this)) {
   photo_timer_->setSingleShot(true);
   photo_timer_->callOnTimeout(this, [this] { request_photo_fields(); });
-  observer_ = app_.add_observer([this](ChangedSet changed) { follow(changed); });
+  observer_ = model_.add_observer([this](ChangedSet changed) { show_change(changed); });
   show_rows();
 }
 
 FileTableModel::~FileTableModel() {
-  app_.remove_observer(observer_);
+  model_.remove_observer(observer_);
 }
 
-void FileTableModel::follow(ChangedSet changed) {
+void FileTableModel::show_change(ChangedSet changed) {
   item_row_ = -1;
   if (!is_readable()) return;
   if (has(changed, Changed::rows)) {
@@ -48,7 +49,7 @@ void FileTableModel::show_rows() {
   item_ = {};  // folders may have other numbers now
   item_row_ = -1;
   wanted_photos_.clear();
-  const int rows = is_readable() ? static_cast<int>(std::min<std::size_t>(app_.files().size(), INT32_MAX)) : 0;
+  const int rows = is_readable() ? static_cast<int>(std::min<std::size_t>(model_.files().size(), INT32_MAX)) : 0;
   if (rows == rows_) {
     emit order_changed();
     return show_names();
@@ -66,7 +67,7 @@ void FileTableModel::show_names() {
 }
 
 void FileTableModel::count_renameable() {
-  renameable_count_ = is_readable() ? app_.files().renameable_count() : 0;
+  renameable_count_ = is_readable() ? model_.files().renameable_count() : 0;
 }
 
 int FileTableModel::rowCount(const QModelIndex& parent) const {
@@ -78,7 +79,7 @@ int FileTableModel::columnCount(const QModelIndex& parent) const {
 }
 
 const FileSystemItem& FileTableModel::item(int row) const {
-  if (item_row_ != row) app_.files().read(static_cast<std::size_t>(row), item_);
+  if (item_row_ != row) model_.files().read(static_cast<std::size_t>(row), item_);
   item_row_ = row;
   return item_;
 }
@@ -86,7 +87,7 @@ const FileSystemItem& FileTableModel::item(int row) const {
 QVariant FileTableModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid() || index.row() >= rows_ || !is_readable()) return {};
   const int row = index.row();
-  const ItemRecord& record = app_.files()[static_cast<std::size_t>(row)];
+  const ItemRecord& record = model_.files()[static_cast<std::size_t>(row)];
   switch (role) {
     case Qt::DisplayRole:
       return in_one_line(text(row, index.column()).toString());
@@ -120,14 +121,14 @@ QVariant FileTableModel::text(int row, int column) const {
 
 // The fixed texts are shown in the user's language.
 QVariant FileTableModel::new_name_text(int row) const {
-  const ItemStatus status = app_.files()[static_cast<std::size_t>(row)].status;
+  const ItemStatus status = model_.files()[static_cast<std::size_t>(row)].status;
   if (is_terminal(status)) return localized_text(to_utf8(status_text(status)));
   const auto field = item(row).displayField("newFilename");
   return field ? qt_text(std::u16string_view(*field)) : QString();
 }
 
 QVariant FileTableModel::photo_text(int row, int column) const {
-  const auto fields = app_.photo_fields().find(app_.files(), static_cast<std::size_t>(row));
+  const auto fields = model_.photo_fields().find(model_.files(), static_cast<std::size_t>(row));
   if (!fields) {
     if (wanted_photos_.size() < most_wanted_photos) wanted_photos_.push_back(static_cast<std::size_t>(row));
     if (!photo_timer_->isActive()) photo_timer_->start(20);
@@ -143,13 +144,13 @@ void FileTableModel::request_photo_fields() {
   if (is_readable() && !wanted_photos_.empty()) {
     std::ranges::sort(wanted_photos_);
     wanted_photos_.erase(std::unique(wanted_photos_.begin(), wanted_photos_.end()), wanted_photos_.end());
-    app_.photo_fields().request(app_.files(), wanted_photos_);
+    model_.photo_fields().request(model_.files(), wanted_photos_);
   }
   wanted_photos_.clear();
 }
 
 QVariant FileTableModel::tooltip(int row, int column) const {
-  const FileList& files = app_.files();
+  const FileList& files = model_.files();
   const std::string_view reason = files.reason(static_cast<std::size_t>(row));
   const std::string_view wanted = files.wanted(static_cast<std::size_t>(row));
   QString tip = in_one_line(text(row, column == icon_column ? name_column : column).toString());
@@ -190,7 +191,7 @@ bool FileTableModel::setData(const QModelIndex& index, const QVariant& value, in
   if (role != Qt::EditRole || index.column() != new_name_column || !is_readable()) return false;
   const QString name = value.toString();
   if (name == data(index, Qt::EditRole).toString()) return false;
-  app_.set_new_name(static_cast<std::size_t>(index.row()), utf16(name));
+  preview_.set_new_name(static_cast<std::size_t>(index.row()), utf16(name));
   return true;
 }
 

@@ -5,14 +5,20 @@
 
 #include <QAbstractTableModel>
 #include <QColor>
+#include <array>
+#include <cstddef>
 #include <cstdint>
+#include <string_view>
 #include <vector>
 
-#include "app/brindle_app_controller.h"
+#include "app/window_model.h"
 
 class QTimer;
 
 namespace brindle {
+
+class BrindleAppController;
+class PreviewController;
 
 class FileTableModel final : public QAbstractTableModel {
   Q_OBJECT
@@ -34,7 +40,7 @@ class FileTableModel final : public QAbstractTableModel {
   bool setData(const QModelIndex& index, const QVariant& value, int role = Qt::EditRole) override;
 
   /// Whether the list may be read now.
-  bool is_readable() const { return !app_.state().isExecuting; }
+  bool is_readable() const { return !model_.state().isExecuting; }
   /// Rows whose new name will be given by a renaming.
   std::size_t renameable_count() const { return renameable_count_; }
 
@@ -46,7 +52,7 @@ class FileTableModel final : public QAbstractTableModel {
   void order_changed();
 
  private:
-  void follow(ChangedSet changed);
+  void show_change(ChangedSet changed);
   void show_rows();
   void show_names();
   void count_renameable();
@@ -57,7 +63,8 @@ class FileTableModel final : public QAbstractTableModel {
   QVariant tooltip(int row, int column) const;
   void request_photo_fields();
 
-  BrindleAppController& app_;
+  WindowModel& model_;
+  PreviewController& preview_;
   std::uint32_t observer_ = 0;
   int rows_ = 0;
   std::size_t renameable_count_ = 0;
@@ -68,5 +75,34 @@ class FileTableModel final : public QAbstractTableModel {
   mutable std::vector<std::size_t> wanted_photos_;
   QTimer* photo_timer_;
 };
+
+// The columns of the file table, in their first order.
+
+struct Column {
+  std::string_view identifier;  ///< as in FileSystemItem::displayField; what the list is sorted by
+  std::string_view title;       ///< key of the string table
+  int characters;               ///< the width it begins with
+  bool is_shown;                ///< until somebody chooses otherwise
+  bool is_photo;                ///< read from the file, when it is seen
+};
+
+inline constexpr std::array<Column, 12> columns = {{
+    {"icon", "COLUMNICON", 4, true, false},
+    {"filenameWithExtension", "COLUMNFILENAMEWITHEXTENSION", 36, true, false},
+    {"newFilename", "COLUMNNEWFILENAME", 36, true, false},
+    {"fileLocation", "COLUMNFILELOCATION", 22, true, false},
+    {"filename", "COLUMNFILENAME", 28, false, false},
+    {"fileExtension", "COLUMNFILEEXTENSION", 10, false, false},
+    {"fileWithPath", "COLUMNFILEWITHPATH", 50, false, false},
+    {"fileType", "COLUMNFILETYPE", 10, false, false},
+    {"make", "COLUMNMAKE", 16, false, true},
+    {"model", "COLUMNMODEL", 18, false, true},
+    {"dimensions", "COLUMNDIMENSIONS", 14, false, true},
+    {"pictureTaken", "COLUMNPICTURETAKEN", 24, false, true},
+}};
+
+inline constexpr int icon_column = 0;
+inline constexpr int name_column = 1;
+inline constexpr int new_name_column = 2;
 
 }  // namespace brindle

@@ -11,12 +11,15 @@
 #include <string>
 #include <vector>
 
-#include "app/brindle_app_controller.h"
+#include "app/window_model.h"
 
 class QMenu;
 
 namespace brindle {
 
+class BrindleAppController;
+class ListController;
+class OrderController;
 class FileTableModel;
 class ImagePopup;
 class RowSelection;
@@ -75,7 +78,7 @@ class FileTableView final : public QTableView {
   void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
 
  private:
-  void follow(ChangedSet changed);
+  void show_change(ChangedSet changed);
   void set_up_header();
   void apply_metrics();
   void hand_over_selection();
@@ -88,7 +91,9 @@ class FileTableView final : public QTableView {
   void header_menu(QPoint place);
   void begin_hover();
 
-  BrindleAppController& app_;
+  WindowModel& window_model_;
+  ListController& list_commands_;
+  OrderController& order_;
   FileTableModel* model_;
   ImagePopup* picture_;
   std::uint32_t observer_ = 0;

@@ -1,6 +1,7 @@
 #include "window/form_rows.h"
 
 #include <QApplication>
+#include <QBoxLayout>
 #include <QButtonGroup>
 #include <QCheckBox>
 #include <QComboBox>
@@ -13,13 +14,72 @@
 #include <QRadioButton>
 #include <QStyle>
 #include <QVBoxLayout>
+#include <QWidget>
 #include <utility>
 
-#include "window/panel_body.h"
-#include "window/plain_text.h"
 #include "window/text.h"
 
 namespace brindle {
+
+// The widget of a method's panel, which puts its columns one below the other where there is no room beside. Main
+// thread.
+
+class PanelBody final : public QWidget {
+ public:
+  using QWidget::QWidget;
+
+  /// The layout of the columns, in the panel's own layout.
+  void set_columns(QBoxLayout* columns);
+
+ protected:
+  bool event(QEvent* event) override;
+  /// What the panel lies in tells how much room there is: the panel itself is never narrower than what it shows.
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void fit();
+  int width_side_by_side() const;
+
+  QBoxLayout* columns_ = nullptr;
+};
+
+void PanelBody::set_columns(QBoxLayout* columns) {
+  columns_ = columns;
+  fit();
+}
+
+bool PanelBody::event(QEvent* event) {
+  if (event->type() == QEvent::ParentAboutToChange && parentWidget() != nullptr)
+    parentWidget()->removeEventFilter(this);
+  if (event->type() == QEvent::ParentChange && parentWidget() != nullptr) parentWidget()->installEventFilter(this);
+  if (event->type() == QEvent::Show || event->type() == QEvent::LayoutRequest) fit();
+  return QWidget::event(event);
+}
+
+bool PanelBody::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::Resize) fit();
+  return QWidget::eventFilter(watched, event);
+}
+
+int PanelBody::width_side_by_side() const {
+  const QMargins margins = layout()->contentsMargins();
+  int width = margins.left() + margins.right() + fontMetrics().height() * 2 * (columns_->count() - 1);
+  for (int i = 0; i < columns_->count(); ++i) width += columns_->itemAt(i)->minimumSize().width();
+  return width;
+}
+
+void PanelBody::fit() {
+  if (columns_ == nullptr || parentWidget() == nullptr) return;
+  const bool has_room = width_side_by_side() <= parentWidget()->width();
+  const auto direction = has_room ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom;
+  const int spacing = has_room ? fontMetrics().height() * 2 : style()->pixelMetric(QStyle::PM_LayoutVerticalSpacing);
+  // Setting what is set already asks for another layout, and another, for ever.
+  if (columns_->spacing() != spacing) columns_->setSpacing(spacing);
+  if (columns_->direction() == direction) return;
+  columns_->setDirection(direction);
+  layout()->activate();
+}
+
 namespace {
 
 QString object_name(std::string_view key) {

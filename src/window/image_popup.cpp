@@ -2,20 +2,125 @@
 
 #include <QApplication>
 #include <QCursor>
+#include <QFile>
+#include <QImage>
+#include <QImageReader>
 #include <QLabel>
 #include <QMimeDatabase>
 #include <QPointer>
 #include <QScreen>
+#include <QSize>
 #include <QVBoxLayout>
+#include <condition_variable>
+#include <functional>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <thread>
 #include <utility>
 
+#include "list/file_system_item.h"
+#include "metadata/image_properties.h"
+#include "platform/byte_source.h"
+#include "platform/process.h"
 #include "texts/shown_text.h"
-#include "window/picture_reader.h"
-#include "window/plain_text.h"
 #include "window/text.h"
 #include "window/theme.h"
 
 namespace brindle {
+
+// Reads pictures for people to look at, one at a time, on a thread of its own.
+
+/// Requests come from one thread; each replaces the one that is still waiting.
+class PictureReader {
+ public:
+  struct Request {
+    std::string path;  ///< bytes
+    QSize bounds;      ///< pixels; the picture is no larger
+    /// Called on the reading thread. A null image when there is no picture, or one too large to be read.
+    std::function<void(QImage, PhotoFields)> done;
+  };
+
+  PictureReader() = default;
+  PictureReader(const PictureReader&) = delete;
+  PictureReader& operator=(const PictureReader&) = delete;
+  /// Waits for the file that is being read.
+  ~PictureReader();
+
+  void read(Request request);
+
+ private:
+  void run();
+
+  std::mutex mutex_;
+  std::condition_variable wake_;
+  std::optional<Request> waiting_;
+  bool ends_ = false;
+  std::thread thread_;  // begun with the first request
+};
+
+/// The picture in a file, upright, scaled down into `bounds`. Null for whatever is no regular file with a picture.
+QImage read_picture(const std::string& path, QSize bounds);
+
+namespace {
+
+// A picture may claim any size; this much memory is given to one.
+constexpr int most_megabytes = 512;
+constexpr std::uint64_t largest_file = std::uint64_t{1} << 30U;
+
+}  // namespace
+
+QImage read_picture(const std::string& path, QSize bounds) {
+  const RegularFile file = RegularFile::open(path);
+  if (!file || file.size() > largest_file) return {};
+  QFile device;
+  if (!device.open(file.descriptor(), QIODevice::ReadOnly, QFileDevice::DontCloseHandle)) return {};
+  QImageReader reader(&device);
+  reader.setDecideFormatFromContent(true);
+  reader.setAutoTransform(true);
+  QImageReader::setAllocationLimit(most_megabytes);
+  const QSize size = reader.size();
+  const bool turned = reader.transformation() & QImageIOHandler::TransformationRotate90;
+  const QSize room = turned ? bounds.transposed() : bounds;
+  if (size.isValid() && (size.width() > room.width() || size.height() > room.height()))
+    reader.setScaledSize(size.scaled(room, Qt::KeepAspectRatio).expandedTo({1, 1}));
+  QImage image = reader.read();
+  if (image.width() <= bounds.width() && image.height() <= bounds.height()) return image;
+  return image.scaled(bounds, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+}
+
+PictureReader::~PictureReader() {
+  {
+    const std::scoped_lock lock(mutex_);
+    ends_ = true;
+  }
+  wake_.notify_one();
+  if (thread_.joinable()) thread_.join();
+}
+
+void PictureReader::read(Request request) {
+  {
+    const std::scoped_lock lock(mutex_);
+    waiting_ = std::move(request);
+  }
+  wake_.notify_one();
+  if (!thread_.joinable() && !start_thread(thread_, [this] { run(); })) return;  // the next request tries again
+}
+
+void PictureReader::run() {
+  for (;;) {
+    std::unique_lock lock(mutex_);
+    wake_.wait(lock, [this] { return ends_ || waiting_; });
+    if (ends_) return;
+    const Request request = *std::exchange(waiting_, std::nullopt);
+    lock.unlock();
+    QImage image = read_picture(request.path, request.bounds);
+    PhotoFields fields;
+    if (!image.isNull()) fields = read_photo_fields(request.path);
+    request.done(std::move(image), std::move(fields));
+  }
+}
+
 namespace {
 
 QLabel* label(QWidget* parent, const char* name) {
@@ -44,9 +149,9 @@ bool names_picture(const ItemRecord& item) {
 
 }  // namespace
 
-ImagePopup::ImagePopup(BrindleAppController& app, QWidget* owner)
+ImagePopup::ImagePopup(WindowModel& model, QWidget* owner)
     : QFrame(owner, Qt::ToolTip),
-      app_(app),
+      model_(model),
       picture_(label(this, "popupPicture")),
       name_(label(this, "popupName")),
       fields_(label(this, "popupFields")),
@@ -66,13 +171,13 @@ ImagePopup::ImagePopup(BrindleAppController& app, QWidget* owner)
 ImagePopup::~ImagePopup() = default;
 
 void ImagePopup::show_row_when_picture(std::size_t row) {
-  if (row < app_.files().size() && names_picture(app_.files()[row])) show_row(row);
+  if (row < model_.files().size() && names_picture(model_.files()[row])) show_row(row);
 }
 
 void ImagePopup::show_row(std::size_t row) {
-  if (row >= app_.files().size()) return;
+  if (row >= model_.files().size()) return;
   const int width = fontMetrics().averageCharWidth() * 70;
-  const QString name = in_one_line(display_path_text(app_.files()[row].name()));
+  const QString name = in_one_line(display_path_text(model_.files()[row].name()));
   name_->setText(fontMetrics().elidedText(name, Qt::ElideMiddle, width));
   picture_->setText(localized_text("PICTURELOADING"));
   fields_->hide();
@@ -85,7 +190,7 @@ void ImagePopup::show_row(std::size_t row) {
       self->show_image(image);
     });
   };
-  reader_->read({app_.files().path(row), bounds, done});
+  reader_->read({model_.files().path(row), bounds, done});
   place();
   show();
 }

@@ -9,7 +9,7 @@
 #include <memory>
 #include <string>
 
-#include "app/brindle_app_controller.h"
+#include "app/window_model.h"
 
 class QLabel;
 
@@ -19,7 +19,7 @@ class PictureReader;
 
 class ImagePopup final : public QFrame {
  public:
-  ImagePopup(BrindleAppController& app, QWidget* owner);
+  ImagePopup(WindowModel& model, QWidget* owner);
   ~ImagePopup() override;
 
   /// Shows a row of the list, beside the mouse or the row; says so where the file holds no picture.
@@ -35,7 +35,7 @@ class ImagePopup final : public QFrame {
   void show_fields(const PhotoFields& fields);
   void place();
 
-  BrindleAppController& app_;
+  WindowModel& model_;
   QLabel* picture_;
   QLabel* name_;
   QLabel* fields_;

@@ -8,8 +8,10 @@
 #include <QSignalBlocker>
 
 #include "app/brindle_app_controller.h"
+#include "app/list_controller.h"
+#include "app/preferences_controller.h"
+#include "app/window_model.h"
 #include "window/mnemonics.h"
-#include "window/plain_text.h"
 #include "window/setting_bindings.h"
 #include "window/text.h"
 #include "window/theme.h"
@@ -29,7 +31,9 @@ class ListOptionsRow final : public QWidget {
  public:
   ListOptionsRow(BrindleAppController& app, SettingBindings& bindings, QWidget* parent)
       : QWidget(parent),
-        app_(app),
+        model_(app.model()),
+        list_commands_(app.list()),
+        preferences_(app.preferences()),
         files_(button<QRadioButton>(this, "modeFiles", "LISTMODEFILES")),
         folders_(button<QRadioButton>(this, "modeFolders", "LISTMODEFOLDERS")),
         subfolders_(button<QCheckBox>(this, "isIncludeSubFolders", "LISTSUBFOLDERS")),
@@ -45,30 +49,32 @@ class ListOptionsRow final : public QWidget {
     give_mnemonics(this);
     call_controller();
     bindings.follow({"isFiles", "isFolders", "isIncludeSubFolders"}, [this](const RenameSettings&) { show_state(); });
-    observer_ = app_.add_observer([this](ChangedSet) { show_state(); });
+    observer_ = model_.add_observer([this](ChangedSet) { show_state(); });
   }
-  ~ListOptionsRow() override { app_.remove_observer(observer_); }
+  ~ListOptionsRow() override { model_.remove_observer(observer_); }
 
  private:
   void call_controller() {
     connect(folders_, &QRadioButton::toggled, this, [this](bool folders) {
-      if (folders == app_.values().isFolders) return;
-      app_.filesFoldersOptionChanged(folders);
+      if (folders == model_.values().isFolders) return;
+      list_commands_.filesFoldersOptionChanged(folders);
       show_state();
     });
-    connect(subfolders_, &QCheckBox::clicked, this, [this](bool on) { app_.setIncludeSubFolders(on); });
-    connect(hidden_, &QCheckBox::clicked, this, [this](bool on) { app_.setIncludeHidden(on); });
+    connect(subfolders_, &QCheckBox::clicked, this, [this](bool on) { list_commands_.setIncludeSubFolders(on); });
+    connect(hidden_, &QCheckBox::clicked, this, [this](bool on) { preferences_.setIncludeHidden(on); });
   }
 
   void show_state() {
-    const WindowState& state = app_.state();
-    setEnabled(!state.isExecuting || state.is_quiet);
-    (app_.values().isFolders ? folders_ : files_)->setChecked(true);
-    subfolders_->setChecked(app_.values().isIncludeSubFolders);
-    hidden_->setChecked(app_.include_hidden());
+    const WindowState& state = model_.state();
+    setEnabled(!state.is_busy());
+    (model_.values().isFolders ? folders_ : files_)->setChecked(true);
+    subfolders_->setChecked(model_.values().isIncludeSubFolders);
+    hidden_->setChecked(model_.include_hidden());
   }
 
-  BrindleAppController& app_;
+  WindowModel& model_;
+  ListController& list_commands_;
+  PreferencesController& preferences_;
   QRadioButton* files_;
   QRadioButton* folders_;
   QCheckBox* subfolders_;

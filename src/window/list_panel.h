@@ -6,12 +6,14 @@
 #include <QStackedWidget>
 #include <cstdint>
 
-#include "app/brindle_app_controller.h"
+#include "app/window_model.h"
 
 class QTimer;
 
 namespace brindle {
 
+class BrindleAppController;
+class ListController;
 class Commands;
 class FileTableView;
 class LoadingBox;
@@ -22,15 +24,16 @@ class ListPanel final : public QStackedWidget {
   ~ListPanel() override;
 
   FileTableView& table() const { return *table_; }
-  /// The doors that the hint and the loading box offer. Called once, when there are commands.
-  void add_doors(const Commands& commands);
+  /// The buttons of the hint and of the loading box. Called once, when there are commands.
+  void add_buttons(const Commands& commands);
 
  private:
-  void follow();
+  void show_job();
   void hold_still();
   void show_page();
 
-  BrindleAppController& app_;
+  WindowModel& model_;
+  ListController& list_commands_;
   FileTableView* table_;
   LoadingBox* loading_ = nullptr;
   QWidget* hint_;

@@ -17,7 +17,6 @@
 #include "window/application.h"
 #include "window/application_service.h"
 #include "window/icons.h"
-#include "window/plain_text.h"
 #include "window/text.h"
 #include "window/theme.h"
 

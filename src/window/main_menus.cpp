@@ -11,9 +11,13 @@
 #include <functional>
 #include <vector>
 
+#include "app/chain_controller.h"
+#include "app/list_controller.h"
+#include "app/options_controller.h"
+#include "app/window_model.h"
 #include "methods/method_table.h"
-#include "window/columns.h"
 #include "window/commands.h"
+#include "window/file_table_model.h"
 #include "window/file_table_view.h"
 #include "window/icons.h"
 #include "window/method_panels.h"
@@ -66,23 +70,23 @@ QString menu_text(QString text) {
   return text.replace(QStringLiteral("&"), QStringLiteral("&&"));
 }
 
-bool is_idle(const BrindleAppController& app) {
-  return !app.state().isExecuting || app.state().is_quiet;
+bool is_idle(BrindleAppController& app) {
+  return !app.model().state().is_busy();
 }
 
 void fill_recent(QMenu& menu, BrindleAppController& app) {
-  for (std::size_t i = 0; i < app.recentItems().size(); ++i) {
-    QAction* action = menu.addAction(menu_text(in_one_line(path_text(app.recentItems()[i].itemPath))));
+  for (std::size_t i = 0; i < app.model().recentItems().size(); ++i) {
+    QAction* action = menu.addAction(menu_text(in_one_line(path_text(app.model().recentItems()[i].itemPath))));
     action->setEnabled(is_idle(app));
-    QObject::connect(action, &QAction::triggered, &menu, [&app, i] { app.recentFolderChanged(i + 1); });
+    QObject::connect(action, &QAction::triggered, &menu, [&app, i] { app.list().recentFolderChanged(i + 1); });
   }
 }
 
 void fill_rules(QMenu& menu, BrindleAppController& app) {
-  for (const auto& [title, file] : app.loadRulesMenu()) {
+  for (const auto& [title, file] : app.chain().loadRulesMenu()) {
     QAction* action = menu.addAction(menu_text(in_one_line(path_text(title))));
     action->setEnabled(is_idle(app));
-    QObject::connect(action, &QAction::triggered, &menu, [&app, file = file] { app.ruleMenuItemClick(file); });
+    QObject::connect(action, &QAction::triggered, &menu, [&app, file = file] { app.chain().ruleMenuItemClick(file); });
   }
 }
 
@@ -100,7 +104,7 @@ void fill_sort(QMenu& menu, BrindleAppController& app, FileTableView& table) {
   for (std::size_t i = 1; i < columns.size(); ++i) {
     QAction* action = menu.addAction(localized_text(columns.at(i).title));
     action->setCheckable(true);
-    action->setChecked(app.sorted_column() == columns.at(i).identifier);
+    action->setChecked(app.model().sorting().column == columns.at(i).identifier);
     action->setEnabled(is_idle(app));
     QObject::connect(action, &QAction::triggered, &table, [&table, i] { table.sort_by(static_cast<int>(i)); });
   }
@@ -118,12 +122,12 @@ void make_methods_menu(QMenu& menu, BrindleAppController& app) {
     if (tab < 10) action->setShortcut(QKeySequence(QStringLiteral("Ctrl+%1").arg((tab + 1) % 10)));
     group->addAction(action);
     QObject::connect(action, &QAction::triggered, &menu, [&app, chosen = method->method] {
-      app.select_tab(tab_of(chosen));
-      app.ports().desktop.focus_setting(method_panel(chosen).first_setting);
+      app.options().select_tab(tab_of(chosen));
+      app.model().ports().desktop.focus_setting(method_panel(chosen).first_setting);
     });
   }
   QObject::connect(&menu, &QMenu::aboutToShow, &menu, [group, &app] {
-    const qsizetype tab = app.values().selectedTab;
+    const qsizetype tab = app.model().values().selectedTab;
     if (tab >= 0 && tab < group->actions().size()) group->actions().at(tab)->setChecked(true);
   });
 }

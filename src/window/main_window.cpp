@@ -10,18 +10,23 @@
 #include <QToolBar>
 #include <QVBoxLayout>
 
+#include "app/jobs_controller.h"
+#include "app/list_controller.h"
+#include "app/profiles_controller.h"
+#include "app/rules_controller.h"
+#include "app/window_model.h"
 #include "window/action_bar.h"
-#include "window/columns.h"
 #include "window/commands.h"
+#include "window/file_table_model.h"
 #include "window/file_table_view.h"
 #include "window/icons.h"
+#include "window/keyboard.h"
 #include "window/list_options_row.h"
 #include "window/list_panel.h"
 #include "window/main_menus.h"
 #include "window/method_area.h"
 #include "window/rules_drawer.h"
 #include "window/sheets.h"
-#include "window/tab_order.h"
 #include "window/text.h"
 #include "window/theme.h"
 #include "window/url_drops.h"
@@ -39,14 +44,14 @@ MainWindow::MainWindow(BrindleAppController& app) : app_(app) {
   table.set_context_menu([this](QMenu& menu) { fill_context_menu(menu, *commands_); });
   connect(&table, &FileTableView::selection_changed, this, [this] { commands_->refresh(); });
   connect(table.selectionModel(), &QItemSelectionModel::currentChanged, this, [this] { commands_->refresh(); });
-  accept_file_drops(this, [this](std::vector<std::string> paths) { app_.acceptDrop(std::move(paths)); });
+  accept_file_drops(this, [this](std::vector<std::string> paths) { app_.list().acceptDrop(std::move(paths)); });
   restore_or_arrange();
-  observer_ = app_.add_observer([this](ChangedSet changed) { follow(changed); });
-  follow(ChangedSet{} | Changed::state | Changed::profile);
+  observer_ = app_.model().add_observer([this](ChangedSet changed) { show_change(changed); });
+  show_change(ChangedSet{} | Changed::state | Changed::profile);
 }
 
 MainWindow::~MainWindow() {
-  app_.remove_observer(observer_);
+  app_.model().remove_observer(observer_);
 }
 
 void MainWindow::make_drawer() {
@@ -71,13 +76,13 @@ void MainWindow::make_centre() {
   auto* lower = new QWidget(rows_);
   list_ = new ListPanel(app_, lower);
   commands_ = new Commands({app_, list_->table(), *this, *drawer_->toggleViewAction()}, this);
-  list_->add_doors(*commands_);
+  list_->add_buttons(*commands_);
   auto* below = new QVBoxLayout(lower);
   below->setContentsMargins(0, spacing(*this) / 2, 0, 0);
   below->setSpacing(spacing(*this) * 3 / 4);
   below->addWidget(make_list_options_row(app_, methods_->bindings(), lower));
   below->addWidget(list_, 1);
-  below->addWidget(new ActionBar(app_, list_->table(), *commands_, lower));
+  below->addWidget(new ActionBar(app_.model(), list_->table(), *commands_, lower));
   order_tabs(*lower);
   rows_->setStretchFactor(0, 0);
   rows_->setStretchFactor(1, 1);
@@ -102,16 +107,17 @@ void MainWindow::restore_or_arrange() {
   // The names are what one looks at.
   for (const int column : {name_column, new_name_column})
     list_->table().setColumnWidth(column, std::max(list_->table().columnWidth(column), width() * 2 / 9));
-  restore_window(parts(), app_.user_defaults());
+  restore_window(parts(), app_.model().user_defaults());
 }
 
-void MainWindow::follow(ChangedSet changed) {
+void MainWindow::show_change(ChangedSet changed) {
   commands_->refresh();
   // A rule file that is opened opens the drawer.
   const bool open = app_.rules_controller().isOpen();
   if (has(changed, Changed::rules) && drawer_->toggleViewAction()->isChecked() != open) drawer_->setVisible(open);
-  if (has(changed, Changed::profile) || has(changed, Changed::state)) setWindowTitle(title_text(app_.window_title()));
-  if (!app_.state().isExecuting && std::exchange(closes_when_idle_, false))
+  if (has(changed, Changed::profile) || has(changed, Changed::state))
+    setWindowTitle(title_text(app_.profiles().window_title()));
+  if (!app_.model().state().isExecuting && std::exchange(closes_when_idle_, false))
     QMetaObject::invokeMethod(
         this, [this] { close_now(); }, Qt::QueuedConnection);
 }
@@ -119,25 +125,25 @@ void MainWindow::follow(ChangedSet changed) {
 // Closing.
 
 bool MainWindow::may_stop_work() {
-  return app_.state().is_quiet || closes_when_idle_ ||
-         ask(app_.ports(), "QUITBUSYTITLE", "QUITBUSYMESSAGE", "QUITBUSYSTOP", "QUITBUSYSTAY");
+  return app_.model().state().is_quiet || closes_when_idle_ ||
+         ask(app_.model().ports(), make_alert("QUITBUSYTITLE", "QUITBUSYMESSAGE"), "QUITBUSYSTOP", "QUITBUSYSTAY");
 }
 
 bool MainWindow::save_session() {
-  remember_window(parts(), app_.user_defaults());
+  remember_window(parts(), app_.model().user_defaults());
   return app_.applicationShouldTerminate();
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
   event->ignore();
-  if (app_.state().isExecuting && !may_stop_work()) return;
+  if (app_.model().state().isExecuting && !may_stop_work()) return;
   close_now();
 }
 
 void MainWindow::close_now() {
-  if (app_.state().isExecuting) {
+  if (app_.model().state().isExecuting) {
     closes_when_idle_ = true;
-    return app_.cancelProcess();
+    return app_.jobs().cancelProcess();
   }
   if (!save_session()) return;
   hide();

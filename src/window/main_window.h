@@ -6,6 +6,7 @@
 #include <cstdint>
 
 #include "app/brindle_app_controller.h"
+#include "app/window_model.h"
 #include "window/desktop.h"
 #include "window/window_memory.h"
 
@@ -46,7 +47,7 @@ class MainWindow final : public QMainWindow, public WindowAccess {
   void make_centre();
   void make_drawer();
   void restore_or_arrange();
-  void follow(ChangedSet changed);
+  void show_change(ChangedSet changed);
   bool may_stop_work();
   WindowParts parts();
 

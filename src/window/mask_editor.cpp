@@ -13,7 +13,9 @@
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
+#include "app/window_model.h"
 #include "window/form_rows.h"
+#include "window/keyboard.h"
 #include "window/mask_table.h"
 #include "window/sheets.h"
 #include "window/text.h"
@@ -46,7 +48,7 @@ class FieldOutline final : public QTreeWidget {
   // Enter adds a field; the sheet's default button is not meant.
   void keyPressEvent(QKeyEvent* event) override {
     QTreeWidget::keyPressEvent(event);
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) event->accept();
+    if (is_enter(*event)) event->accept();
   }
 };
 
@@ -78,7 +80,7 @@ MaskEditor::MaskEditor(BrindleAppController& app, QWidget* parent)
   attach(controller_);
   search_->setFocus();
   resize(fontMetrics().averageCharWidth() * 100, fontMetrics().height() * 30);
-  keep_size(*this, app.user_defaults());
+  keep_size(*this, app.model().user_defaults());
 }
 
 MaskEditor::~MaskEditor() {
@@ -133,14 +135,14 @@ QWidget* MaskEditor::make_table() {
     controller_.drop(fields, row);
   };
   table_->moved = [this](std::size_t from, std::size_t before) {
-    controller_.tableViewSelectionDidChange(from);
+    controller_.select_row(from);
     for (std::size_t row = from; row > before; --row) controller_.moveUp();
     for (std::size_t row = from; row + 1 < before; ++row) controller_.moveDown();
   };
   connect(table_, &QTableWidget::itemSelectionChanged, this, [this] {
     const QList<QTableWidgetItem*> selected = table_->selectedItems();
-    controller_.tableViewSelectionDidChange(
-        selected.isEmpty() ? std::nullopt : std::optional(static_cast<std::size_t>(selected.front()->row())));
+    controller_.select_row(selected.isEmpty() ? std::nullopt
+                                              : std::optional(static_cast<std::size_t>(selected.front()->row())));
   });
   auto* remove = new QShortcut(QKeySequence::Delete, table_);
   remove->setContext(Qt::WidgetShortcut);
@@ -175,8 +177,8 @@ void MaskEditor::show_outline() {
 
 bool MaskEditor::eventFilter(QObject* watched, QEvent* event) {
   if (watched != search_ || event->type() != QEvent::KeyPress) return Sheet::eventFilter(watched, event);
-  const int key = static_cast<QKeyEvent*>(event)->key();
-  if (key != Qt::Key_Return && key != Qt::Key_Enter && key != Qt::Key_Down) return Sheet::eventFilter(watched, event);
+  const auto& key = *static_cast<QKeyEvent*>(event);
+  if (!is_enter(key) && key.key() != Qt::Key_Down) return Sheet::eventFilter(watched, event);
   go_to_first_field();
   return true;
 }

@@ -25,7 +25,7 @@ class MaskEditor final : public Sheet {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  void follow() override { show_fields(); }
+  void show_state() override { show_fields(); }
   QWidget* make_outline();
   QWidget* make_table();
   void show_outline();

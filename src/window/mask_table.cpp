@@ -14,7 +14,7 @@ namespace brindle {
 namespace {
 
 QString mime_type() {
-  return QStringLiteral("application/x-brindle.") + qt_text(PhotoRenamingMaskEditorController::pasteboard_type);
+  return QStringLiteral("application/x-brindle.") + qt_text(PhotoRenamingMaskEditorController::fields_type);
 }
 
 }  // namespace

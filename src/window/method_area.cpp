@@ -7,18 +7,20 @@
 #include <QStackedWidget>
 #include <algorithm>
 
+#include "app/options_controller.h"
+#include "app/window_model.h"
 #include "methods/method_table.h"
 #include "window/icons.h"
+#include "window/keyboard.h"
 #include "window/method_panels.h"
 #include "window/setting_bindings.h"
-#include "window/tab_order.h"
 #include "window/text.h"
 
 namespace brindle {
 MethodArea::MethodArea(BrindleAppController& app, QWidget* parent)
     : QWidget(parent),
       app_(app),
-      bindings_(new SettingBindings(app.settings(), this)),
+      bindings_(new SettingBindings(app.model().settings(), this)),
       splitter_(new QSplitter(Qt::Horizontal, this)),
       list_(new QListWidget(splitter_)),
       panels_(new QStackedWidget(splitter_)) {
@@ -41,12 +43,13 @@ MethodArea::MethodArea(BrindleAppController& app, QWidget* parent)
   row->setContentsMargins(0, 0, 0, 0);
   row->addWidget(splitter_);
   show_tab();
-  // Not through the bindings: they are being walked when they call, and a new panel adds to them.
-  observer_ = app_.settings().add_observer([this](const SettingsChange&) { show_tab(); });
+  observer_ = app_.model().add_observer([this](ChangedSet changed) {
+    if (has(changed, Changed::settings)) show_tab();
+  });
 }
 
 MethodArea::~MethodArea() {
-  app_.settings().remove_observer(observer_);
+  app_.model().remove_observer(observer_);
 }
 
 void MethodArea::make_list() {
@@ -67,7 +70,7 @@ void MethodArea::make_list() {
   list_->setMaximumWidth(width * 3 / 2);
   splitter_->setSizes({width, width * 4});
   connect(list_, &QListWidget::currentRowChanged, this, [this](int row) {
-    if (row >= 0 && row != app_.values().selectedTab) app_.select_tab(row);
+    if (row >= 0 && row != app_.model().values().selectedTab) app_.options().select_tab(row);
   });
 }
 
@@ -80,7 +83,8 @@ void MethodArea::make_panel(Method method) {
 
 // Settings of no method show the nearest one's panel, and change nothing.
 void MethodArea::show_tab() {
-  const std::int32_t tab = std::clamp(app_.values().selectedTab, 0, static_cast<std::int32_t>(frames_.size()) - 1);
+  const std::int32_t tab =
+      std::clamp(app_.model().values().selectedTab, 0, static_cast<std::int32_t>(frames_.size()) - 1);
   if (panels_->currentIndex() == tab && frames_.at(static_cast<std::size_t>(tab))->widget() != nullptr) return;
   list_->setCurrentRow(tab);
   make_panel(static_cast<Method>(tab));
@@ -94,9 +98,9 @@ void MethodArea::focus_methods() const {
 void MethodArea::focus_setting(std::string_view key) {
   const SettingRow* row = find_setting(key);
   const std::optional<Method> owner = row != nullptr ? row->method : std::nullopt;
-  const std::optional<Method> method = owner ? owner : selected_method(app_.values());
+  const std::optional<Method> method = owner ? owner : selected_method(app_.model().values());
   if (!method) return;
-  if (selected_method(app_.values()) != method) app_.select_tab(tab_of(*method));
+  if (selected_method(app_.model().values()) != method) app_.options().select_tab(tab_of(*method));
   make_panel(*method);
   QWidget* field = bindings_->field_of(key);
   if (field == nullptr) return;

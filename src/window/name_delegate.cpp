@@ -3,11 +3,12 @@
 #include <QApplication>
 #include <QLineEdit>
 #include <QPainter>
+#include <QTextBoundaryFinder>
 #include <QTextLayout>
 #include <QTimer>
+#include <algorithm>
 
 #include "window/file_table_model.h"
-#include "window/name_difference.h"
 #include "window/text.h"
 #include "window/theme.h"
 
@@ -111,6 +112,32 @@ void NameDelegate::setEditorData(QWidget* editor, const QModelIndex& index) cons
   field->setText(index.data(Qt::EditRole).toString());
   // The view selects all when the editor has the keyboard.
   QTimer::singleShot(0, field, [field] { select_base(field); });
+}
+
+namespace {
+
+bool splits(QTextBoundaryFinder& finder, qsizetype place) {
+  finder.setPosition(place);
+  return !finder.isAtBoundary();
+}
+
+}  // namespace
+
+ChangedPart changed_part(const QString& old_name, const QString& new_name) {
+  QTextBoundaryFinder old_characters(QTextBoundaryFinder::Grapheme, old_name);
+  QTextBoundaryFinder new_characters(QTextBoundaryFinder::Grapheme, new_name);
+  const qsizetype shorter = std::min(old_name.size(), new_name.size());
+  qsizetype start = 0;
+  while (start < shorter && old_name[start] == new_name[start]) ++start;
+  while (start > 0 && (splits(old_characters, start) || splits(new_characters, start))) --start;
+  qsizetype same_end = 0;
+  while (same_end < shorter - start &&
+         old_name[old_name.size() - 1 - same_end] == new_name[new_name.size() - 1 - same_end])
+    ++same_end;
+  while (same_end > 0 &&
+         (splits(old_characters, old_name.size() - same_end) || splits(new_characters, new_name.size() - same_end)))
+    --same_end;
+  return {start, new_name.size() - same_end};
 }
 
 }  // namespace brindle

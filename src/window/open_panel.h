@@ -50,6 +50,7 @@ class OpenPanel final : public QDialog {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  static constexpr int path_role = Qt::UserRole;  // of a place: its path
   void make_places();
   void make_table();
   void make_fields();

@@ -15,6 +15,10 @@
 #include <utility>
 #include <vector>
 
+#include "app/brindle_app_controller.h"
+#include "app/chain_controller.h"
+#include "app/rules_controller.h"
+#include "app/window_model.h"
 #include "texts/string_table.h"
 #include "window/icons.h"
 #include "window/rules_model.h"
@@ -109,7 +113,7 @@ class RulesTable final : public QTableView {
 class RulesDrawer final : public QWidget {
  public:
   RulesDrawer(BrindleAppController& controller, QWidget* parent);
-  ~RulesDrawer() override { controller_.remove_observer(observer_); }
+  ~RulesDrawer() override { controller_.model().remove_observer(observer_); }
 
  private:
   using Flag = bool RulesController::Enabled::*;
@@ -151,7 +155,7 @@ RulesDrawer::RulesDrawer(BrindleAppController& controller, QWidget* parent)
   rows->addLayout(make_changes());
   table_->setContextMenuPolicy(Qt::CustomContextMenu);
   connect(table_, &QWidget::customContextMenuRequested, this, &RulesDrawer::show_menu);
-  observer_ = controller.add_observer([this](ChangedSet changed) {
+  observer_ = controller.model().add_observer([this](ChangedSet changed) {
     if (has(changed, Changed::rules) || has(changed, Changed::state)) show_state();
   });
   show_state();
@@ -174,7 +178,7 @@ QToolButton* RulesDrawer::button(const char* name, std::string_view drawing, std
 QHBoxLayout* RulesDrawer::make_commands() {
   using Enabled = RulesController::Enabled;
   QToolButton* add =
-      button("addButton", "plus", "RULEADDTIP", &Enabled::addButton, [this] { controller_.addToRule(); });
+      button("addButton", "plus", "RULEADDTIP", &Enabled::addButton, [this] { controller_.chain().addToRule(); });
   QToolButton* update =
       button("updateRuleButton", "edit_name", "RULEUPDATETIP", &Enabled::updateRuleButton, [this] { update_rule(); });
   add->setText(localized_text("RULEADD"));
@@ -212,7 +216,7 @@ void RulesDrawer::update_rule() {
   const std::optional<std::size_t> selected = rules().selectedRule();
   const std::optional<RuleVariant> variant =
       selected ? variant_of(rules().rules()[*selected]) : std::optional<RuleVariant>();
-  if (variant && rule_names(*variant).method != selected_method(controller_.values())) {
+  if (variant && rule_names(*variant).method != selected_method(controller_.model().values())) {
     auto* update = findChild<QWidget*>(QStringLiteral("updateRuleButton"));
     const std::string method = utf8(method_name(rules().rules()[*selected]));
     QToolTip::showText(update->mapToGlobal(update->rect().bottomLeft()),

@@ -1,5 +1,9 @@
 #include "window/rules_model.h"
 
+#include <array>
+
+#include "app/brindle_app_controller.h"
+#include "app/rules_controller.h"
 #include "methods/method_table.h"
 #include "texts/rule_tree.h"
 #include "texts/shown_text.h"
@@ -48,19 +52,19 @@ QString rule_summary(const Rule& rule) {
 }
 
 RulesModel::RulesModel(BrindleAppController& controller, QObject* parent)
-    : QAbstractTableModel(parent), controller_(controller) {
-  rows_ = static_cast<int>(controller_.rules_controller().rules().size());
-  observer_ = controller_.add_observer([this](ChangedSet changed) {
+    : QAbstractTableModel(parent), model_(controller.model()), rules_(controller.rules_controller()) {
+  rows_ = static_cast<int>(rules_.rules().size());
+  observer_ = model_.add_observer([this](ChangedSet changed) {
     if (has(changed, Changed::rules)) refresh();
   });
 }
 
 RulesModel::~RulesModel() {
-  controller_.remove_observer(observer_);
+  model_.remove_observer(observer_);
 }
 
 void RulesModel::refresh() {
-  const int rows = static_cast<int>(controller_.rules_controller().rules().size());
+  const int rows = static_cast<int>(rules_.rules().size());
   if (rows != rows_) {
     beginResetModel();
     rows_ = rows;
@@ -79,7 +83,7 @@ int RulesModel::columnCount(const QModelIndex& parent) const {
 }
 
 QVariant RulesModel::data(const QModelIndex& index, int role) const {
-  const std::vector<Rule>& rules = controller_.rules_controller().rules();
+  const std::vector<Rule>& rules = rules_.rules();
   if (!index.isValid() || static_cast<std::size_t>(index.row()) >= rules.size()) return {};
   const Rule& rule = rules[static_cast<std::size_t>(index.row())];
   if (role == Qt::ToolTipRole) return rule_summary(rule);
@@ -94,8 +98,7 @@ QVariant RulesModel::data(const QModelIndex& index, int role) const {
 
 bool RulesModel::setData(const QModelIndex& index, const QVariant& value, int role) {
   if (role != Qt::CheckStateRole || index.column() != active) return false;
-  controller_.rules_controller().setObjectValue(value.toInt() == Qt::Checked ? u"1" : u"0", "isActive",
-                                                static_cast<std::size_t>(index.row()));
+  rules_.setObjectValue(value.toInt() == Qt::Checked ? u"1" : u"0", "isActive", static_cast<std::size_t>(index.row()));
   return true;
 }
 

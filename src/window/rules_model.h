@@ -4,9 +4,13 @@
 
 #include <QAbstractTableModel>
 
-#include "app/brindle_app_controller.h"
+#include "app/window_model.h"
 
 namespace brindle {
+
+class BrindleAppController;
+class RulesController;
+struct Rule;
 
 class RulesModel final : public QAbstractTableModel {
  public:
@@ -26,7 +30,8 @@ class RulesModel final : public QAbstractTableModel {
  private:
   void refresh();
 
-  BrindleAppController& controller_;
+  WindowModel& model_;
+  RulesController& rules_;
   std::uint32_t observer_ = 0;
   int rows_ = 0;
 };

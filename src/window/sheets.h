@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "app/brindle_app_controller.h"
+#include "app/list_controller.h"
 
 class QWidget;
 
@@ -19,7 +20,7 @@ void show_undo_sheet(QWidget* parent, BrindleAppController& app);
 void show_profiles_sheet(QWidget* parent, BrindleAppController& app);
 /// The chain as a tree: open, put in order, save, preview.
 void show_rules_sheet(QWidget* parent, BrindleAppController& app);
-/// Asks controller.showExport() first, so it may be called with an empty list.
+/// Asks controller.list().showExport() first, so it may be called with an empty list.
 void show_export_sheet(QWidget* parent, BrindleAppController& app);
 void show_preferences_sheet(QWidget* parent, BrindleAppController& app);
 void show_live_preview_sheet(QWidget* parent, BrindleAppController& app);

@@ -3,7 +3,6 @@
 // Colours, fonts and measures of the window, for light and dark palettes. Main thread.
 
 #include <QColor>
-#include <QFont>
 #include <QPalette>
 
 #include "list/item_status.h"
@@ -29,10 +28,13 @@ void follow_desktop_theme();
 /// A dark or a light palette of our own, for the whole program.
 void use_palette(bool dark);
 
-/// The font with digits of one width.
-QFont digits_font(const QWidget& widget);
-
 /// The distance between groups and around panels, in pixels; it grows with the font.
 int spacing(const QWidget& widget);
+
+// The toolkit's own style, with what it draws too faintly: the outlines of check boxes and radio buttons, and where in
+// the window the keyboard is. Main thread.
+
+/// Uses it for the whole program, unless the desktop brought a style of its own.
+void use_window_style();
 
 }  // namespace brindle

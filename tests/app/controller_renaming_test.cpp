@@ -4,7 +4,17 @@
 
 #include <filesystem>
 
+#include "app/chain_controller.h"
 #include "app/controller_support.h"
+#include "app/jobs_controller.h"
+#include "app/list_controller.h"
+#include "app/options_controller.h"
+#include "app/order_controller.h"
+#include "app/preferences_controller.h"
+#include "app/preview_controller.h"
+#include "app/renaming_controller.h"
+#include "app/rules_controller.h"
+#include "app/window_model.h"
 #include "log/rename_log.h"
 
 namespace brindle::test {
@@ -19,20 +29,20 @@ class Renaming : public ControllerTest {
 
   /// Chooses to put `text` before each name.
   void insert(const std::u16string& text) {
-    app().select_tab(1);
+    app().options().select_tab(1);
     set([&text](RenameSettings& settings) { settings.insertDeleteInsert = text; });
   }
   void preview() {
-    app().actionPreview();
+    app().preview().actionPreview();
     advance(500);
   }
   void rename() {
     ports_.alerts.answers = {0};
-    app().actionApply();
+    app().renaming().actionApply();
     run();
     alerts();
   }
-  std::size_t logs() { return loadUserLogFiles(app().preferences().defaultLogFolderPath).size(); }
+  std::size_t logs() { return loadUserLogFiles(app().model().preferences().defaultLogFolderPath).size(); }
 };
 
 TEST_F(Renaming, EveryDoorLeadsToTheList) {
@@ -42,73 +52,74 @@ TEST_F(Renaming, EveryDoorLeadsToTheList) {
     run();
     const std::vector<std::string> found = rows();
     ports_.alerts.answers = {0};
-    if (!found.empty()) app().clearFilesFolders();
+    if (!found.empty()) app().list().clearFilesFolders();
     alerts();
     return found;
   };
   const std::vector<std::string> chosen = {tree_ / "d", tree_ / "f"};
   ports_.chooser.open_answers = {chosen, {tree_ / "d"}, chosen, {}};
-  EXPECT_THAT(load([this] { app().addFilesAction(); }), ElementsAre("1", "f"));
-  EXPECT_THAT(load([this] { app().addFolderAction(); }), ElementsAre("1"));
-  EXPECT_THAT(load([this] { app().addFilesFolders(); }), ElementsAre("1", "f"));
-  EXPECT_THAT(load([this] { app().addFilesFolders(); }), IsEmpty());  // cancelled
-  EXPECT_THAT(load([this] { app().recentFolderChanged(0); }), IsEmpty());
-  app().setIncludeHidden(true);
-  EXPECT_THAT(load([this] { app().recentFolderChanged(1); }), ::testing::UnorderedElementsAre("1", ".hidden"));
-  app().setIncludeHidden(false);
+  EXPECT_THAT(load([this] { app().list().addFilesAction(); }), ElementsAre("1", "f"));
+  EXPECT_THAT(load([this] { app().list().addFolderAction(); }), ElementsAre("1"));
+  EXPECT_THAT(load([this] { app().list().addFilesFolders(); }), ElementsAre("1", "f"));
+  EXPECT_THAT(load([this] { app().list().addFilesFolders(); }), IsEmpty());  // cancelled
+  EXPECT_THAT(load([this] { app().list().recentFolderChanged(0); }), IsEmpty());
+  app().preferences().setIncludeHidden(true);
+  EXPECT_THAT(load([this] { app().list().recentFolderChanged(1); }), ::testing::UnorderedElementsAre("1", ".hidden"));
+  app().preferences().setIncludeHidden(false);
   ports_.desktop.clipboard = chosen;
-  EXPECT_THAT(load([this] { app().addFilesFoldersFromFinder(); }), ElementsAre("1", "f"));
-  EXPECT_THAT(load([&] { app().PasteboardItemsControllerDidFinish(true, false, chosen); }), ElementsAre("d"));
-  EXPECT_TRUE(app().values().isFolders);
-  EXPECT_EQ(app().values().fileFolderIndex, 1);
-  EXPECT_THAT(load([&] { app().loadFiles(chosen); }), ElementsAre("f"));  // folders are not looked into any more
-  EXPECT_TRUE(app().values().isFiles);
+  EXPECT_THAT(load([this] { app().list().addFilesFoldersFromFinder(); }), ElementsAre("1", "f"));
+  EXPECT_THAT(load([&] { app().list().PasteboardItemsControllerDidFinish(true, false, chosen); }), ElementsAre("d"));
+  EXPECT_TRUE(app().model().values().isFolders);
+  EXPECT_EQ(app().model().values().fileFolderIndex, 1);
+  EXPECT_THAT(load([&] { app().list().loadFiles(chosen); }), ElementsAre("f"));  // folders are not looked into any more
+  EXPECT_TRUE(app().model().values().isFiles);
 }
 
 TEST_F(Renaming, PathsMayPassThroughLinksAndWhatCannotBeReadIsALineWithAList) {
   tree_.make({"home -> real", "real/a", "real/t1/b", "loop -> loop"});
-  app().loadFiles({tree_ / "home/a", tree_ / "home/t1/", tree_ / "loop/x", tree_ / "loop/<b>"});
+  app().list().loadFiles({tree_ / "home/a", tree_ / "home/t1/", tree_ / "loop/x", tree_ / "loop/<b>"});
   run();
   EXPECT_THAT(rows(), ElementsAre("a", "b"));
-  EXPECT_EQ(app().files().path(1), tree_ / "real/t1/b");
-  EXPECT_EQ(app().state().unreadable_label, "2 items could not be read");
-  EXPECT_EQ(app().state().unreadable_list, tree_ / "loop/x" + ": a symbolic link stands in the way to it\n" +
-                                               tree_ / "loop/<b>" + ": a symbolic link stands in the way to it");
+  EXPECT_EQ(app().model().files().path(1), tree_ / "real/t1/b");
+  EXPECT_EQ(app().model().state().unreadable_label, "2 items could not be read");
+  EXPECT_EQ(app().model().state().unreadable_list, tree_ / "loop/x" + ": a symbolic link stands in the way to it\n" +
+                                                       tree_ / "loop/<b>" +
+                                                       ": a symbolic link stands in the way to it");
   add({"real/a"});
-  EXPECT_EQ(app().state().unreadable_label + app().state().unreadable_list, "");
+  EXPECT_EQ(app().model().state().unreadable_label + app().model().state().unreadable_list, "");
 }
 
 TEST_F(Renaming, StateFollowsTheList) {
   tree_.make({"a", "b", "c"});
   add({"a", "b", "c"});
   insert(u"x");
-  EXPECT_TRUE(app().state().preview_enabled);
-  EXPECT_FALSE(app().state().rename_enabled || app().state().shows_empty_hint);
-  EXPECT_EQ(app().state().count_label, "3 files found");
+  EXPECT_TRUE(app().model().state().preview_enabled);
+  EXPECT_FALSE(app().model().state().rename_enabled || app().model().state().shows_empty_hint);
+  EXPECT_EQ(app().model().state().count_label, "3 files found");
   preview();
-  EXPECT_TRUE(app().state().rename_enabled);
-  app().RemoveFiles({});
+  EXPECT_TRUE(app().model().state().rename_enabled);
+  app().list().RemoveFiles({});
   EXPECT_TRUE(ports_.desktop.has("tooltip NOITEMSTOREMOVE"));
-  app().RemoveFiles({0, 2});
+  app().list().RemoveFiles({0, 2});
   EXPECT_THAT(rows(), ElementsAre("b -> xb"));
-  EXPECT_FALSE(app().state().rename_enabled);
+  EXPECT_FALSE(app().model().state().rename_enabled);
   add({"a"});  // removed, so it can come again
   EXPECT_THAT(rows(), ElementsAre("b -> xb", "a"));
   ports_.alerts.answers = {1};
-  app().clearFilesFolders();
-  EXPECT_EQ(app().files().size(), 2U);
+  app().list().clearFilesFolders();
+  EXPECT_EQ(app().model().files().size(), 2U);
   ports_.alerts.answers = {0};  // a row was taken out
-  app().filesFoldersOptionChanged(true);
+  app().list().filesFoldersOptionChanged(true);
   EXPECT_THAT(rows(), IsEmpty());
-  EXPECT_TRUE(app().values().isIncludeSubFolders && app().state().shows_empty_hint);
-  app().actionPreview();
+  EXPECT_TRUE(app().model().values().isIncludeSubFolders && app().model().state().shows_empty_hint);
+  app().preview().actionPreview();
   EXPECT_TRUE(ports_.desktop.has("tooltip NOITEMSTOPREVIEW"));
-  EXPECT_FALSE(app().showExport());
-  app().select_tab(9);
-  app().filesFoldersOptionChanged(false);
+  EXPECT_FALSE(app().list().showExport());
+  app().options().select_tab(9);
+  app().list().filesFoldersOptionChanged(false);
   add({"a"});
   EXPECT_THAT(rows(), ElementsAre("a -> No Changes"));
-  EXPECT_FALSE(app().state().preview_enabled);
+  EXPECT_FALSE(app().model().state().preview_enabled);
 }
 
 TEST_F(Renaming, PreviewAndRenameWithALog) {
@@ -117,17 +128,17 @@ TEST_F(Renaming, PreviewAndRenameWithALog) {
   insert(u"x");
   preview();
   EXPECT_THAT(rows(), ElementsAre("a -> xa", "b -> File Already Exists"));
-  EXPECT_EQ(app().state().lastActionTimeTaken, "Preview: 0 s");
+  EXPECT_EQ(app().model().state().lastActionTimeTaken, "Preview: 0 s");
   ports_.alerts.answers = {1};
-  app().actionApply();
+  app().renaming().actionApply();
   EXPECT_EQ(logs(), 0U);
   rename();
   EXPECT_THAT(rows(), ElementsAre("xa -> Renaming (OK)", "b -> File Already Exists"));
   EXPECT_THAT(tree_.names(), ElementsAre("b", "xa", "xb"));
   EXPECT_EQ(logs(), 1U);
-  EXPECT_EQ(app().state().count_label, "1 file renamed in all");
-  EXPECT_FALSE(app().state().rename_enabled);
-  app().actionApply();  // off: asks nothing
+  EXPECT_EQ(app().model().state().count_label, "1 file renamed in all");
+  EXPECT_FALSE(app().model().state().rename_enabled);
+  app().renaming().actionApply();  // off: asks nothing
 }
 
 TEST_F(Renaming, WhatIsMissingIsToldAndGetsTheFocus) {
@@ -138,17 +149,17 @@ TEST_F(Renaming, WhatIsMissingIsToldAndGetsTheFocus) {
   EXPECT_THAT(alerts(), ElementsAre("ENTERVALIDVALUE"));
   EXPECT_TRUE(ports_.desktop.has("focus insertDeleteInsert"));
   EXPECT_THAT(rows(), ElementsAre("a"));
-  app().addToRule();
+  app().chain().addToRule();
   EXPECT_THAT(rows(), ElementsAre("a"));
   ASSERT_EQ(ports_.alerts.shown.size(), 1U);
   EXPECT_EQ(ports_.alerts.shown[0].title_key, "UNABLETOADDRULE");
-  app().select_tab(0);
+  app().options().select_tab(0);
   set([](RenameSettings& settings) { settings.alphaNumericIncrementBy = u"0"; });
   preview();
-  EXPECT_EQ(app().values().alphaNumericIncrementBy, u"1");
-  app().select_tab(9);
+  EXPECT_EQ(app().model().values().alphaNumericIncrementBy, u"1");
+  app().options().select_tab(9);
   ports_.alerts.shown.clear();
-  app().addToRule();  // makes no rule, and says nothing
+  app().chain().addToRule();  // makes no rule, and says nothing
   EXPECT_THAT(app().rules_controller().rules(), IsEmpty());
   EXPECT_THAT(alerts(), IsEmpty());
 }
@@ -157,15 +168,15 @@ TEST_F(Renaming, AChainIsPreviewedWhileItsDrawerIsOpen) {
   tree_.make({"a", "b"});
   add({"a", "b"});
   insert(u"x");
-  app().addToRule();
-  app().select_tab(0);
-  app().addToRule();
+  app().chain().addToRule();
+  app().options().select_tab(0);
+  app().chain().addToRule();
   app().rules_controller().setOpen(true);
-  app().actionPreview();
+  app().preview().actionPreview();
   EXPECT_THAT(rows(), ElementsAre("a", "b"));
   advance(500);
   EXPECT_THAT(rows(), ElementsAre("a -> 0", "b -> 1"));
-  EXPECT_TRUE(app().state().isRulePreview);
+  EXPECT_TRUE(app().model().state().isRulePreview);
   app().rules_controller().setObjectValue(u"0", "isActive", 1);
   preview();
   EXPECT_THAT(rows(), ElementsAre("a -> xa", "b -> xb"));
@@ -176,7 +187,7 @@ TEST_F(Renaming, AChainIsPreviewedWhileItsDrawerIsOpen) {
 TEST_F(Renaming, TheLivePreviewFollowsTyping) {
   tree_.make({"a", "b", "c"});
   add({"a", "b", "c"});
-  app().setLivePreviewPreferences({true, false, u"2"});
+  app().preview().setLivePreviewPreferences({true, false, u"2"});
   advance(100);
   EXPECT_THAT(rows(), ElementsAre("a -> 0", "b -> 1", "c -> No New Name"));
   insert(u"x");
@@ -190,23 +201,22 @@ TEST_F(Renaming, TheLivePreviewFollowsTyping) {
   advance(400);
   EXPECT_THAT(rows(), ElementsAre("a -> No New Name", "b -> No New Name", "c -> No New Name"));
   EXPECT_THAT(alerts(), IsEmpty());
-  EXPECT_FALSE(app().state().rename_enabled);
-  app().select_tab(3);  // takes over from the names of the last method
+  EXPECT_FALSE(app().model().state().rename_enabled);
+  app().options().select_tab(3);  // takes over from the names of the last method
   advance(400);
   EXPECT_THAT(rows(), ElementsAre("a -> a", "b -> b", "c -> No New Name"));
   set([](RenameSettings& settings) { settings.prefixSuffixSuffix = u"!"; });
   advance(400);
   EXPECT_THAT(rows(), ElementsAre("a -> a!", "b -> b!", "c -> No New Name"));
-  app().set_new_name(2, u"d");
-  app().select_tab(5);  // but not from a name typed by hand
+  app().preview().set_new_name(2, u"d");
+  app().options().select_tab(5);  // but not from a name typed by hand
   set([](RenameSettings& settings) { settings.generalSwapPosition = std::nullopt; });
   EXPECT_EQ(ports_.main_thread.timers(), 0U);  // nothing was typed: a value went absent
-  app().generalOptionsChanged(1);              // its key does not count, its button does
+  app().options().generalOptionsChanged(1);    // its key does not count, its button does
   advance(400);
-  EXPECT_EQ(app().values().generalSwapPosition, u"1");
+  EXPECT_EQ(app().model().values().generalSwapPosition, u"1");
   EXPECT_EQ(ports_.main_thread.timers(), 0U);  // put in order without waking itself
-  EXPECT_FALSE(app().settings().isSettingsChanged());
-  app().setLivePreviewPreferences({false, false, u"2"});
+  app().preview().setLivePreviewPreferences({false, false, u"2"});
   insert(u"z");
   EXPECT_EQ(ports_.main_thread.timers(), 0U);
 }
@@ -214,7 +224,7 @@ TEST_F(Renaming, TheLivePreviewFollowsTyping) {
 TEST_F(Renaming, ALivePreviewThatChangesNothingIsNoRename) {
   tree_.make({"a", "b"});
   add({"a", "b"});
-  app().select_tab(2);
+  app().options().select_tab(2);
   const auto replace_a = [this](const char16_t* with) {
     set([with](RenameSettings& settings) {
       settings.replaceRemoveThis = u"a";
@@ -224,14 +234,14 @@ TEST_F(Renaming, ALivePreviewThatChangesNothingIsNoRename) {
   replace_a(u"A");
   advance(400);
   EXPECT_THAT(rows(), ElementsAre("a -> A", "b -> b"));
-  app().select_tab(9);  // a list brings its own names
+  app().options().select_tab(9);  // a list brings its own names
   EXPECT_THAT(rows(), ElementsAre("a", "b"));
-  EXPECT_FALSE(app().state().rename_enabled);
-  app().select_tab(2);
+  EXPECT_FALSE(app().model().state().rename_enabled);
+  app().options().select_tab(2);
   replace_a(u"c");
   advance(400);
   ports_.alerts.answers = {0};
-  app().actionApply();
+  app().renaming().actionApply();
   run();
   EXPECT_THAT(rows(), ElementsAre("c -> Renaming (OK)", "b -> No Changes"));
   EXPECT_THAT(alerts(), ElementsAre("ITEMRENAMINGMESSAGEFILES"));  // and nothing that was refused
@@ -265,27 +275,27 @@ TEST_F(Renaming, ALongListIsPreviewedByAQuietJobThatMakesWay) {
   std::vector<std::string> names;
   for (int i = 0; i < 20'001; ++i) names.push_back("gone" + std::to_string(i));
   add(names);
-  app().setLivePreviewPreferences({true, true, u""});
+  app().preview().setLivePreviewPreferences({true, true, u""});
   ports_.worker.hold = true;
   insert(u"x");
   advance(400);
-  EXPECT_TRUE(app().state().isExecuting && app().state().is_quiet);
-  EXPECT_EQ(app().state().status_label, "");
+  EXPECT_TRUE(app().model().state().isExecuting && app().model().state().is_quiet);
+  EXPECT_EQ(app().model().state().status_label, "");
   insert(u"xy");
   ports_.worker.release();
   advance(400);
   ports_.worker.release();
   run();
-  EXPECT_EQ(app().files().new_filename(20'000), u"xygone20000");
+  EXPECT_EQ(app().model().files().new_filename(20'000), u"xygone20000");
   insert(u"z");
   advance(400);
-  app().RemoveFiles({0});
-  EXPECT_EQ(app().state().item_count, 20'001U);
+  app().list().RemoveFiles({0});
+  EXPECT_EQ(app().model().state().item_count, 20'001U);
   ports_.worker.release();
   run();
-  EXPECT_EQ(app().state().item_count, 20'000U);
+  EXPECT_EQ(app().model().state().item_count, 20'000U);
   advance(400);  // twenty thousand are named at once, and the preview that was broken off is made again
-  EXPECT_EQ(app().files().new_filename(19'999), u"zgone20000");
+  EXPECT_EQ(app().model().files().new_filename(19'999), u"zgone20000");
 }
 
 TEST_F(Renaming, ARenamingThatIsCancelledGoesOnLater) {
@@ -295,15 +305,15 @@ TEST_F(Renaming, ARenamingThatIsCancelledGoesOnLater) {
   preview();
   ports_.worker.hold = true;
   rename();
-  EXPECT_TRUE(app().state().isExecuting);
-  EXPECT_FALSE(app().state().preview_enabled);
-  app().RemoveFiles({0});
-  app().sort_by_column("filename", false);
-  app().cancelProcess();
+  EXPECT_TRUE(app().model().state().isExecuting);
+  EXPECT_FALSE(app().model().state().preview_enabled);
+  app().list().RemoveFiles({0});
+  app().order().sort_by_column("filename", false);
+  app().jobs().cancelProcess();
   ports_.worker.release();
   run();
   EXPECT_THAT(rows(), ElementsAre("a -> xa", "b -> xb"));
-  EXPECT_TRUE(app().state().rename_enabled);
+  EXPECT_TRUE(app().model().state().rename_enabled);
   ports_.worker.hold = false;
   rename();
   EXPECT_THAT(tree_.names(), ElementsAre("xa", "xb"));
@@ -314,17 +324,17 @@ TEST_F(Renaming, WithoutALogOnlyWhenThePersonSaysSo) {
   add({"a"});
   insert(u"x");
   preview();
-  Preferences preferences = app().preferences();
+  Preferences preferences = app().model().preferences();
   preferences.defaultLogFolderPath = tree_ / "no such folder";
-  app().setPreferences(preferences);
+  app().preferences().setPreferences(preferences);
   ports_.alerts.answers = {0, 1};
-  app().actionApply();
+  app().renaming().actionApply();
   run();
   EXPECT_THAT(alerts(), ElementsAre("ITEMRENAMINGMESSAGEFILES", "LOGCREATEFAILED"));
   EXPECT_THAT(tree_.names(), ElementsAre("a"));
-  EXPECT_TRUE(app().state().rename_enabled);
+  EXPECT_TRUE(app().model().state().rename_enabled);
   ports_.alerts.answers = {0, 0};
-  app().actionApply();
+  app().renaming().actionApply();
   run();
   EXPECT_THAT(tree_.names(), ElementsAre("xa"));
 }
@@ -334,27 +344,27 @@ TEST_F(Renaming, FromAList) {
   std::ofstream(tree_ / "list.txt") << "a\tA2\t" << tree_.path() << "\nb\t\t" << tree_.path() << "\nnone\tn\t"
                                     << tree_.path() << "\n";
   std::ofstream(tree_ / "empty.txt") << "nothing\n";
-  app().select_tab(9);
-  app().loadRenameFile(false);
+  app().options().select_tab(9);
+  app().list().loadRenameFile(false);
   run();
   ports_.chooser.open_answers = {{tree_ / "empty.txt"}, {tree_ / "list.txt"}};
-  app().browseRenameFile();
-  app().loadRenameFile(false);
+  app().list().browseRenameFile();
+  app().list().loadRenameFile(false);
   run();
   EXPECT_THAT(alerts(), ElementsAre("UNABLETOOPENFILE", "RENAMEFROMFILEMESSAGE"));
-  EXPECT_FALSE(app().values().renameFile);
+  EXPECT_FALSE(app().model().values().renameFile);
   add({"old"});
-  app().browseRenameFile();
+  app().list().browseRenameFile();
   ports_.alerts.answers = {0};
-  app().loadRenameFile(false);
+  app().list().loadRenameFile(false);
   run();
   advance(400);
   EXPECT_THAT(rows(), ElementsAre("a -> A2", "b -> No Changes", "none -> File Not Found"));
-  EXPECT_FALSE(app().state().preview_enabled);
+  EXPECT_FALSE(app().model().state().preview_enabled);
   rename();
   EXPECT_THAT(tree_.names(), ElementsAre("A2", "b", "empty.txt", "list.txt", "old"));
-  app().select_tab(0);
-  EXPECT_FALSE(app().values().renameFile);
+  app().options().select_tab(0);
+  EXPECT_FALSE(app().model().values().renameFile);
 }
 
 TEST_F(Renaming, NamesTypedByHandAreChecked) {
@@ -376,12 +386,12 @@ TEST_F(Renaming, NamesTypedByHandAreChecked) {
                                    {0, std::u16string(300, u'n'), "a -> No Changes"},
                                    {1, u"new", "gone -> File Not Found"}};
   for (const Case& each : cases) {
-    app().set_new_name(each.row, each.typed);
+    app().preview().set_new_name(each.row, each.typed);
     EXPECT_EQ(rows()[each.row], each.shown);
-    EXPECT_EQ(app().state().rename_enabled, each.shown.ends_with("-> A") || each.shown.ends_with(":2"));
+    EXPECT_EQ(app().model().state().rename_enabled, each.shown.ends_with("-> A") || each.shown.ends_with(":2"));
   }
-  EXPECT_FALSE(app().files().reason(0).empty());
-  app().set_new_name(0, u"1/2");
+  EXPECT_FALSE(app().model().files().reason(0).empty());
+  app().preview().set_new_name(0, u"1/2");
   rename();
   EXPECT_THAT(tree_.names(), ElementsAre("1:2", "taken"));
 }
@@ -391,7 +401,8 @@ TEST_F(Renaming, OrderByColumnsAndByHand) {
   add({"z/b10.txt", "z/B9.txt", "a/b10.txt", "a/c.jpg"});
   const auto order = [this] {
     std::string names;
-    for (std::size_t row = 0; row < 4; ++row) names += app().files().path(row).substr(tree_.path().size() + 1) + " ";
+    for (std::size_t row = 0; row < 4; ++row)
+      names += app().model().files().path(row).substr(tree_.path().size() + 1) + " ";
     return names;
   };
   struct Case {
@@ -406,42 +417,42 @@ TEST_F(Renaming, OrderByColumnsAndByHand) {
                                             {"dimensions", false, "a/c.jpg a/b10.txt z/b10.txt z/B9.txt "},
                                             {"no column", true, "a/c.jpg a/b10.txt z/b10.txt z/B9.txt "},
                                             {"fileWithPath", true, "a/b10.txt a/c.jpg z/B9.txt z/b10.txt "}}) {
-    app().sort_by_column(each.column, each.ascending);
+    app().order().sort_by_column(each.column, each.ascending);
     run();
     EXPECT_EQ(order(), each.order) << each.column;
   }
-  EXPECT_EQ(app().sorted_column(), "fileWithPath");
-  const auto followed = [this] { return app().files().followed().rows.rows(); };
-  app().follow_rows({{0, 3}, 3});
-  app().move_rows_up({0, 3});
+  EXPECT_EQ(app().model().sorting().column, "fileWithPath");
+  const auto followed = [this] { return app().model().files().followed().rows.rows(); };
+  app().order().follow_rows({{0, 3}, 3});
+  app().order().move_rows_up({0, 3});
   EXPECT_THAT(followed(), ElementsAre(0, 2));
-  EXPECT_EQ(app().files().followed().current, 2);
+  EXPECT_EQ(app().model().files().followed().current, 2);
   EXPECT_EQ(order(), "a/b10.txt a/c.jpg z/b10.txt z/B9.txt ");
-  EXPECT_EQ(app().sorted_column(), "");
-  app().follow_rows({{0, 3}, {}});
-  app().move_rows_down({0, 3});
+  EXPECT_EQ(app().model().sorting().column, "");
+  app().order().follow_rows({{0, 3}, {}});
+  app().order().move_rows_down({0, 3});
   EXPECT_THAT(followed(), ElementsAre(1, 3));
   EXPECT_EQ(order(), "a/c.jpg a/b10.txt z/b10.txt z/B9.txt ");
-  app().follow_rows({{0, 3}, {}});
-  app().move_rows({0, 3}, 2);
+  app().order().follow_rows({{0, 3}, {}});
+  app().order().move_rows({0, 3}, 2);
   EXPECT_THAT(followed(), ElementsAre(1, 2));
   EXPECT_EQ(order(), "a/b10.txt a/c.jpg z/B9.txt z/b10.txt ");
-  app().move_rows({1}, 99);
+  app().order().move_rows({1}, 99);
   EXPECT_THAT(followed(), ElementsAre(1, 3));
 }
 
 TEST_F(Renaming, ChoicesAndTheirFlagsGoTogether) {
-  app().insertOptionChanged(4);
-  app().dateTimeDateTypeChanged(2);
-  app().dateTimeOptionsChanged(2);
-  app().generalOptionsChanged(11);
-  app().pathComponentsOptionsChanged(1);
-  app().alphaNumericIncrementDecrementChanged(true);
-  app().alphaNumericNumericAlphabeticChanged(true);
-  app().prefixSuffixChanged(true);
-  app().replaceRemoveChanged(2);
-  app().replaceRemoveRemoveTypeChanged(1);
-  const RenameSettings& s = app().values();
+  app().options().insertOptionChanged(4);
+  app().options().dateTimeDateTypeChanged(2);
+  app().options().dateTimeOptionsChanged(2);
+  app().options().generalOptionsChanged(11);
+  app().options().pathComponentsOptionsChanged(1);
+  app().options().alphaNumericIncrementDecrementChanged(true);
+  app().options().alphaNumericNumericAlphabeticChanged(true);
+  app().options().prefixSuffixChanged(true);
+  app().options().replaceRemoveChanged(2);
+  app().options().replaceRemoveRemoveTypeChanged(1);
+  const RenameSettings& s = app().model().values();
   EXPECT_TRUE(s.isInsertDeleteInsertAtAfterText && !s.isInsertDeleteInsertAtBeginning);
   EXPECT_TRUE(s.hasDateTimeCustomDate && s.isDateTimeAtPosition && !s.isDateTimeAtBeginning);
   EXPECT_TRUE(s.isGeneralConvertWindowsCompatible && !s.isGeneralConvertFilenameCase && s.generalOptionsIndex == 11);
@@ -451,34 +462,35 @@ TEST_F(Renaming, ChoicesAndTheirFlagsGoTogether) {
   EXPECT_TRUE(s.isPrefixSuffixDate && !s.isPrefixSuffixString && s.prefixSuffixIndex == 1);
   EXPECT_TRUE(s.isReplaceRemoveRemoveCharacters && !s.isReplaceRemoveReplace && !s.isReplaceRemoveRemove);
   EXPECT_TRUE(s.removeReplaceIndex == 2 && s.replaceRemoveRemoveType == 1 && s.selectedTab == 0);
-  app().replaceRemoveChanged(1);
+  app().options().replaceRemoveChanged(1);
   EXPECT_TRUE(s.isReplaceRemoveRemove && !s.isReplaceRemoveRemoveCharacters);
 
   set([](RenameSettings& settings) {
     settings.isID3RenamingSeperator = true;
     settings.id3RenamingSeperator = u"-";
   });
-  app().id3RenamingMaskActions(u"<Artist>");
-  app().id3RenamingMaskActions(u"<Title>");
+  app().options().id3RenamingMaskActions(u"<Artist>");
+  app().options().id3RenamingMaskActions(u"<Title>");
   EXPECT_EQ(s.id3RenamingMask, u"<Artist>-<Title>");
   set([](RenameSettings& settings) { settings.id3RenamingSeperator = u"_"; });
   EXPECT_EQ(s.id3RenamingMask, u"<Artist>_<Title>");
-  app().id3RenamingMaskRemoveLast();
+  app().options().id3RenamingMaskRemoveLast();
   EXPECT_EQ(s.id3RenamingMask, u"<Artist>");
 }
 
 TEST_F(Renaming, AJobThatFailsIsToldAndLeavesEverythingUsable) {
   bool finished = false;
-  app().run_job(
-      Job::exporting, [](const JobControl&) { throw std::runtime_error("no room"); }, [&] { finished = true; });
+  app().jobs().run_job({.job = Job::exporting,
+                        .work = [](const JobControl&) { throw std::runtime_error("no room"); },
+                        .finished = [&] { finished = true; }});
   run();
   EXPECT_TRUE(finished);
   ASSERT_EQ(ports_.alerts.shown.size(), 1U);
   EXPECT_EQ(ports_.alerts.shown[0].informative_text, "no room");
-  EXPECT_FALSE(app().state().isExecuting);
+  EXPECT_FALSE(app().model().state().isExecuting);
   tree_.make({"a"});
   add({"a"});
-  EXPECT_EQ(app().files().size(), 1U);
+  EXPECT_EQ(app().model().files().size(), 1U);
 }
 
 class WithThreads : public ControllerTest {};
@@ -488,30 +500,28 @@ TEST_F(WithThreads, ThreadsLoadPreviewAndRenameWhileTheQueueStaysShort) {
   std::vector<std::string> names;
   for (int i = 0; i < 300; ++i) names.push_back("d/" + std::to_string(i));
   tree_.make(names);
-  const auto settle = [this] { ports_.main_thread.run_until([this] { return !app().state().isExecuting; }); };
-  app().loadFiles({tree_ / "d"});
-  app().select_tab(1);  // typing goes on while a job runs
+  const auto settle = [this] { ports_.main_thread.run_until([this] { return !app().model().state().isExecuting; }); };
+  app().list().loadFiles({tree_ / "d"});
+  app().options().select_tab(1);  // typing goes on while a job runs
   set([](RenameSettings& settings) { settings.insertDeleteInsert = u"x"; });
   settle();
-  EXPECT_EQ(app().state().count_label, "300 files found");
-  app().actionPreview();
+  EXPECT_EQ(app().model().state().count_label, "300 files found");
+  app().preview().actionPreview();
   settle();
   ports_.alerts.answers = {0};
-  app().actionApply();
-  EXPECT_TRUE(app().state().isExecuting);
+  app().renaming().actionApply();
+  EXPECT_TRUE(app().model().state().isExecuting);
   settle();
-  EXPECT_EQ(app().state().count_label, "300 files renamed in all");
+  EXPECT_EQ(app().model().state().count_label, "300 files renamed in all");
   EXPECT_TRUE(std::filesystem::exists(tree_ / "d/x299"));
 
   // A job that reports all the time: one call waits, whatever the view's pace.
   bool finished = false;
-  app().run_job(
-      Job::undo,
-      [](const JobControl& control) {
-        for (std::size_t i = 0; i < 100'000 && !control.cancelled(); ++i) control.progress->report({i, 100'000, "/p"});
-      },
-      [&finished] { finished = true; });
-  app().cancelProcess();
+  const auto report = [](const JobControl& control) {
+    for (std::size_t i = 0; i < 100'000 && !control.cancelled(); ++i) control.progress->report({i, 100'000, "/p"});
+  };
+  app().jobs().run_job({.job = Job::undo, .work = report, .finished = [&finished] { finished = true; }});
+  app().jobs().cancelProcess();
   settle();
   EXPECT_TRUE(finished);
   EXPECT_LE(ports_.main_thread.most_queued(), 3U);

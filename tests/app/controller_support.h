@@ -9,7 +9,9 @@
 #include <vector>
 
 #include "app/brindle_app_controller.h"
+#include "app/list_controller.h"
 #include "app/scripted_ports.h"
+#include "app/window_model.h"
 #include "platform/file_name.h"
 
 namespace brindle::test {
@@ -20,8 +22,8 @@ class ControllerTest : public testing::Test {
   void start(const Ports& ports) {
     app_.reset();
     app_.emplace(ports, ports_.clock());
-    ASSERT_TRUE(app_->awakeFromNib());
-    app_->applicationDidFinishLaunching();
+    ASSERT_TRUE(app_->start());
+    app_->restore_session();
     ports_.main_thread.run_posted();
   }
   /// Ends the program as a person does, and starts it again.
@@ -35,20 +37,20 @@ class ControllerTest : public testing::Test {
   void advance(int milliseconds) { ports_.main_thread.advance(std::chrono::milliseconds(milliseconds)); }
   template <class Edit>
   void set(Edit&& edit) {
-    app().settings().commit(std::forward<Edit>(edit));
+    app().model().settings().commit(std::forward<Edit>(edit));
   }
   void add(const std::vector<std::string>& names) {
     std::vector<std::string> paths;
     for (const std::string& name : names) paths.push_back(tree_ / name);
-    app().acceptDrop(std::move(paths));
+    app().list().acceptDrop(std::move(paths));
     run();
   }
   /// "name" or "name -> new name" of every row.
   std::vector<std::string> rows() {
     std::vector<std::string> rows;
-    for (std::size_t row = 0; row < app().files().size(); ++row) {
-      const std::string name(app().files()[row].name());
-      const std::string new_name = to_utf8(app().files().new_filename(row));
+    for (std::size_t row = 0; row < app().model().files().size(); ++row) {
+      const std::string name(app().model().files()[row].name());
+      const std::string new_name = to_utf8(app().model().files().new_filename(row));
       rows.push_back(new_name.empty() ? name : name + " -> " + new_name);
     }
     return rows;

@@ -3,12 +3,16 @@
 #include <filesystem>
 #include <fstream>
 
+#include "app/chain_controller.h"
 #include "app/controller_support.h"
 #include "app/extensions_editor_controller.h"
 #include "app/pasteboard_items_controller.h"
 #include "app/photo_renaming_mask_editor_controller.h"
 #include "app/profile_sheet_controller.h"
+#include "app/profiles_controller.h"
+#include "app/rules_controller.h"
 #include "app/rules_sheet_controller.h"
+#include "app/window_model.h"
 #include "methods/rule_file.h"
 
 namespace brindle::test {
@@ -57,8 +61,8 @@ TEST_F(Sheets, AProfileIsMadeReplacedOpenedAndDeleted) {
     sheet.setNewProfileName(u"a/b");
     sheet.saveProfile();
     set_text(u"third");
-    app().loadProfileFromSheet(profile("a:b.brprofile"));
-    EXPECT_EQ(app().values().insertDeleteInsert, opened);
+    app().profiles().loadProfileFromSheet(profile("a:b.brprofile"));
+    EXPECT_EQ(app().model().values().insertDeleteInsert, opened);
   }
   EXPECT_THAT(alerts(), ElementsAre("PROFILEOVERWRITECONFIRM", "PROFILEOVERWRITECONFIRM"));
 
@@ -71,13 +75,13 @@ TEST_F(Sheets, AProfileIsMadeReplacedOpenedAndDeleted) {
   sheet.deleteProfile();
   EXPECT_FALSE(std::filesystem::exists(profile("a:b.brprofile")));
   EXPECT_THAT(names(sheet), ElementsAre("OLD.BRPROFILE"));
-  EXPECT_EQ(app().currProfileFile(), "");
+  EXPECT_EQ(app().profiles().currProfileFile(), "");
   EXPECT_EQ(sheet.selected_row(), std::nullopt);
   EXPECT_THAT(alerts(), ElementsAre("PROFILESELECT", "PROFILEDELETECONFIRM", "PROFILEDELETECONFIRM"));
 }
 
 TEST_F(Sheets, OpeningAProfileClosesTheSheet) {
-  ASSERT_TRUE(app().saveNewProfile(profile("p.brprofile")));
+  ASSERT_TRUE(app().profiles().saveNewProfile(profile("p.brprofile")));
   ProfileSheetController sheet(app());
   sheet.loadProfile();
   EXPECT_THAT(alerts(), ElementsAre("PROFILESELECT"));
@@ -85,7 +89,7 @@ TEST_F(Sheets, OpeningAProfileClosesTheSheet) {
   sheet.tableViewSelectionDidChange(0);
   sheet.loadProfile();
   EXPECT_TRUE(sheet.is_closed());
-  EXPECT_EQ(app().currProfileFile(), profile("p.brprofile"));
+  EXPECT_EQ(app().profiles().currProfileFile(), profile("p.brprofile"));
 }
 
 TEST_F(Sheets, ANameThatNoDiskTakesIsToldWithItsReason) {
@@ -103,7 +107,7 @@ TEST_F(Sheets, ARuleFileIsReadPutInOrderAndPreviewed) {
   std::string error;
   for (const char16_t* text : {u"a", u"b", u"c"}) {
     set_text(text);
-    ASSERT_TRUE(app().addRule(error));
+    ASSERT_TRUE(app().chain().addRule(error));
   }
   std::vector<Rule> chain = app().rules_controller().rules();
   chain[1].rule = u"Rule - InsertDelete";  // stays as it is in the file, and does nothing
@@ -130,17 +134,17 @@ TEST_F(Sheets, ARuleFileIsReadPutInOrderAndPreviewed) {
   run();
   EXPECT_TRUE(sheet.is_closed());
   EXPECT_THAT(rows(), ElementsAre("name.txt -> acname.txt"));
-  EXPECT_TRUE(app().state().isRulePreview);
+  EXPECT_TRUE(app().model().state().isRulePreview);
 }
 
 TEST_F(Sheets, RemovingTheLastRuleSelectsTheOneBefore) {
   std::string error;
   for (const char16_t* text : {u"a", u"b"}) {
     set_text(text);
-    ASSERT_TRUE(app().addRule(error));
+    ASSERT_TRUE(app().chain().addRule(error));
   }
   RulesSheetController sheet(app());
-  sheet.outlineViewSelectionDidChange(1);
+  sheet.select_rule(1);
   sheet.clearSelected();
   EXPECT_EQ(sheet.selectedRule(), 0U);
   sheet.clearSelected();
@@ -156,21 +160,21 @@ TEST_F(Sheets, ExtensionsAreTakenFromFilesAndEachOnce) {
   ASSERT_EQ(ports_.alerts.shown.size(), 1U);
   EXPECT_THAT(ports_.alerts.shown[0].message, HasSubstr(".OGG"));
   EXPECT_EQ(sheet.selected_row(), 4U);
-  sheet.tableViewSelectionDidChange(1);
+  sheet.select_row(1);
   sheet.remove();
   EXPECT_EQ(sheet.selected_row(), 0U);
   sheet.remove();
   EXPECT_EQ(sheet.selected_row(), 0U);
-  EXPECT_EQ(app().values().id3Extensions.size(), 4U);
+  EXPECT_EQ(app().model().values().id3Extensions.size(), 4U);
   sheet.apply();
-  EXPECT_EQ(app().values().id3Extensions, (TextList{u".AAC", u".M4B", u".OGG"}));
-  EXPECT_EQ(app().values().photoExtensions.size(), 5U);
+  EXPECT_EQ(app().model().values().id3Extensions, (TextList{u".AAC", u".M4B", u".OGG"}));
+  EXPECT_EQ(app().model().values().photoExtensions.size(), 5U);
 
   ExtensionsEditorController photo(app(), ExtensionsEditorController::photo);
   for (int i = 0; i < 5; ++i) photo.remove();
   photo.apply();  // nothing is selected any more
   photo.sheetClosed();
-  EXPECT_EQ(app().values().photoExtensions.size(), 5U);
+  EXPECT_EQ(app().model().values().photoExtensions.size(), 5U);
 }
 
 TEST_F(Sheets, DroppedPathsAreLoadedAsChosen) {
@@ -206,9 +210,9 @@ TEST_F(MaskSheet, FieldsComeByDoubleClickAndDrop) {
   sheet.add(custom);  // no text is given
   ports_.desktop.custom_tag = u" - ";
   sheet.add(custom);
-  sheet.tableViewSelectionDidChange(0);
+  sheet.select_row(0);
   sheet.add(field(u"<EXIF_Time>"));  // the first row selected is as none
-  sheet.tableViewSelectionDidChange(1);
+  sheet.select_row(1);
   sheet.add(field(u"<EXIF_Device_Make>"));
   EXPECT_THAT(labels(), ElementsAre("Date", "Device Make", "< - >", "Time"));
   EXPECT_EQ(sheet.selected_row(), 2U);
@@ -217,13 +221,14 @@ TEST_F(MaskSheet, FieldsComeByDoubleClickAndDrop) {
   sheet.drop(dropped, 0);
   sheet.clearSelected();
   sheet.moveDown();
-  sheet.tableViewSelectionDidChange(4);
+  sheet.select_row(4);
   sheet.moveDown();  // last already
   sheet.moveUp();
   EXPECT_THAT(labels(), ElementsAre("Date", "Filename", "Device Make", "Time", "< - >"));
-  EXPECT_TRUE(app().values().photoMetaDataList.empty());
+  EXPECT_TRUE(app().model().values().photoMetaDataList.empty());
   sheet.ok();
-  EXPECT_EQ(app().values().photoRenamingMask, u"<EXIF_Date><FILEINFO_Filename><EXIF_Device_Make><EXIF_Time>< - >");
+  EXPECT_EQ(app().model().values().photoRenamingMask,
+            u"<EXIF_Date><FILEINFO_Filename><EXIF_Device_Make><EXIF_Time>< - >");
 }
 
 TEST_F(MaskSheet, TheFilterShowsMatchingFieldsInTheirGroups) {

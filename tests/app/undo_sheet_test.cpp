@@ -6,7 +6,12 @@
 
 #include "app/controller_support.h"
 #include "app/export_sheet_controller.h"
+#include "app/list_controller.h"
+#include "app/options_controller.h"
+#include "app/preview_controller.h"
+#include "app/renaming_controller.h"
 #include "app/undo_sheet_controller.h"
+#include "app/window_model.h"
 #include "metadata/metadata_catalogue.h"
 #include "platform/data_folders.h"
 
@@ -25,14 +30,14 @@ class UndoSheet : public ControllerTest {
   /// Renames files by putting a text before their names, each in a run of its own; keeps the log's name.
   void rename(const std::vector<std::string>& names) {
     tree_.make(names);
-    app().filesFoldersOptionChanged(false);
+    app().list().filesFoldersOptionChanged(false);
     add(names);
-    app().select_tab(1);
+    app().options().select_tab(1);
     set([](RenameSettings& settings) { settings.insertDeleteInsert = u"x"; });
-    app().actionPreview();
+    app().preview().actionPreview();
     advance(500);
     ports_.alerts.answers = {0};
-    app().actionApply();
+    app().renaming().actionApply();
     run();
     alerts();
   }
@@ -69,7 +74,7 @@ TEST_F(UndoSheet, UndoesTheSelectedLogAndTellsWhatItCouldNot) {
   ASSERT_EQ(ports_.alerts.shown.size(), 1U);
   EXPECT_THAT(ports_.alerts.shown[0].message, HasSubstr("3"));
   EXPECT_THAT(ports_.alerts.shown[0].informative_text, HasSubstr("/xc”: another file has its old name"));
-  EXPECT_THAT(app().state().lastActionTimeTaken, HasSubstr("Undo"));
+  EXPECT_THAT(app().model().state().lastActionTimeTaken, HasSubstr("Undo"));
   EXPECT_THAT(ports_.alerts.shown[0].informative_text, HasSubstr("The log stays"));
   EXPECT_THAT(logs(), SizeIs(1)) << "what was left alone can be tried again";
   std::filesystem::remove(tree_ / "c");
@@ -90,7 +95,7 @@ TEST_F(UndoSheet, TheListFollows) {
   sheet.undoRenaming();
   run();
   EXPECT_THAT(rows(), ElementsAre("a", "b"));
-  EXPECT_EQ(app().state().count_label, "2 items restored");
+  EXPECT_EQ(app().model().state().count_label, "2 items restored");
   ASSERT_THAT(ports_.alerts.shown, SizeIs(1));
   EXPECT_THAT(ports_.alerts.shown[0].informative_text, HasSubstr("Logs/Undone/Log "));
   EXPECT_THAT(sheet.logFiles(), IsEmpty());
@@ -120,12 +125,12 @@ TEST_F(UndoSheet, ACancelledUndoKeepsItsLog) {
 
 TEST_F(UndoSheet, TheLivePreviewMakesWay) {
   rename({"a.jpg"});
-  app().setPhotoMetaDataList({*find_field(u"<EXIF_Date>")});
-  app().select_tab(7);
+  app().options().setPhotoMetaDataList({*find_field(u"<EXIF_Date>")});
+  app().options().select_tab(7);
   ports_.worker.hold = true;
   set([](RenameSettings& settings) { settings.insertDeleteInsert = u"y"; });
   advance(500);
-  ASSERT_TRUE(app().state().is_quiet);
+  ASSERT_TRUE(app().model().state().is_quiet);
   UndoSheetController sheet(app());
   sheet.tableViewSelectionDidChange(0);
   sheet.undoRenaming();

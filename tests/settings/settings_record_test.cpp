@@ -173,17 +173,17 @@ TEST_F(StoreTest, SignalsOnlyTheKeysThatCount) {
                                             std::pair(true, false), std::pair(true, true)));
 }
 
-TEST_F(StoreTest, SignalsEveryChangeOfTheFlag) {
-  store.flip_settings_changed();
-  store.setIsSettingsChanged(true);
-  EXPECT_EQ(told.size(), 1U);
-  store.flip_settings_changed();
-  EXPECT_FALSE(store.isSettingsChanged());
-  store.flip_settings_changed();
-  store.clear_settings_changed();
-  EXPECT_FALSE(store.isSettingsChanged());
+TEST_F(StoreTest, TellsWhetherAChangeIsQuietAndSignalsWithoutAny) {
+  store.signal();
+  {
+    const SettingsStore::Quiet quiet(store);
+    commit("isFiles=0");
+    const SettingsStore::Quiet within(store);
+  }
+  commit("isFiles=1");
   ASSERT_EQ(told.size(), 3U);
-  EXPECT_TRUE(told[2].isSettingsChanged && told[2].keys.none());
+  EXPECT_TRUE(told[0].isSettingsChanged && told[0].keys.none());
+  EXPECT_EQ(std::vector({told[0].is_quiet, told[1].is_quiet, told[2].is_quiet}), std::vector({false, true, false}));
 }
 
 TEST_F(StoreTest, ObserversMayCommitAndLeave) {

@@ -5,9 +5,12 @@
 #include <QPushButton>
 #include <thread>
 
-#include "window/columns.h"
+#include "app/jobs_controller.h"
+#include "app/list_controller.h"
+#include "app/options_controller.h"
+#include "app/preview_controller.h"
 #include "window/file_table_model.h"
-#include "window/name_difference.h"
+#include "window/name_delegate.h"
 #include "window/window_fixture.h"
 
 namespace brindle::test {
@@ -43,14 +46,14 @@ TEST_F(FileTableTest, TheModelKeepsItsPromisesThroughEveryChange) {
   disk.make({"a.txt", "b.jpg", "sub/c.mp3"});
   for (int column = 0; column < table().model()->columnCount(); ++column) table().show_column(column, true);
   drop_on_list({disk / "a.txt", disk / "b.jpg", disk / "sub/c.mp3"});
-  controller->select_tab(3);
-  controller->actionPreview();
+  controller->options().select_tab(3);
+  controller->preview().actionPreview();
   wait_until_idle();
-  controller->set_new_name(0, u"b.jpg");
+  controller->preview().set_new_name(0, u"b.jpg");
   table().sort_by(new_name_column);
   table().sort_by(8);
   wait_until_idle();
-  controller->RemoveFiles({0, 2});
+  controller->list().RemoveFiles({0, 2});
   EXPECT_EQ(table().model()->rowCount(), 1);
 }
 
@@ -62,7 +65,7 @@ TEST_F(FileTableTest, CellsSayWhatTheListHolds) {
   for (int column = 0; column < expected.size(); ++column) EXPECT_EQ(cell(0, column), expected[column]) << column;
 
   // A name that cannot be says why.
-  controller->set_new_name(0, std::u16string(300, u'x'));
+  controller->preview().set_new_name(0, std::u16string(300, u'x'));
   EXPECT_EQ(cell(0, new_name_column), "No Changes");
   const QString tip = table().model()->index(0, new_name_column).data(Qt::ToolTipRole).toString();
   EXPECT_TRUE(tip.contains("long")) << tip.toStdString();
@@ -91,7 +94,7 @@ TEST_F(FileTableTest, LongWorkShowsItsBoxAndIsCancelledByItsButton) {
   const auto until_cancelled = [](const JobControl& control) {
     while (!control.cancelled()) std::this_thread::sleep_for(std::chrono::milliseconds(1));
   };
-  ASSERT_TRUE(controller->run_job(Job::loading, until_cancelled, {}));
+  ASSERT_TRUE(controller->jobs().run_job({.job = Job::loading, .work = until_cancelled}));
   EXPECT_FALSE(find<QAction>("preview")->isEnabled());
   EXPECT_TRUE(QTest::qWaitFor([this] { return find("loadingBox")->isVisible(); }));
   picture("loading");
@@ -103,7 +106,7 @@ TEST_F(FileTableTest, LongWorkShowsItsBoxAndIsCancelledByItsButton) {
 
 TEST_F(FileTableTest, ALongSelectionIsOneRange) {
   for (int i = 0; i < 3000; ++i) disk.make({"many/f" + std::to_string(i)});
-  controller->setIncludeSubFolders(true);
+  controller->list().setIncludeSubFolders(true);
   drop_on_list({disk / "many"});
   ASSERT_EQ(table().model()->rowCount(), 3000);
   table().selectAll();

@@ -16,13 +16,18 @@
 #include <QTreeView>
 #include <fstream>
 
+#include "app/chain_controller.h"
+#include "app/options_controller.h"
+#include "app/preview_controller.h"
+#include "app/profiles_controller.h"
+#include "app/window_model.h"
 #include "platform/file_name.h"
 #include "texts/shown_text.h"
-#include "window/columns.h"
 #include "window/dialogs.h"
+#include "window/file_table_model.h"
 #include "window/open_panel.h"
-#include "window/plain_text.h"
 #include "window/sheets.h"
+#include "window/text.h"
 #include "window/window_fixture.h"
 
 namespace brindle::test {
@@ -79,18 +84,18 @@ class ForeignNamesTest : public WindowTest {
 
   void fill_folders() {
     for (const std::string& name : names) disk.make({name + ".txt", "folder/" + name + "/" + name});
-    const Preferences& folders = controller->preferences();
+    const Preferences& folders = controller->model().preferences();
     for (const std::string& name : names) {
       std::ofstream(folders.defaultLogFolderPath + "/" + name + "-7.xml") << "<files></files>";
-      controller->settings().commit([&](RenameSettings& settings) {
+      controller->model().settings().commit([&](RenameSettings& settings) {
         settings.selectedTab = 1;
         settings.insertDeleteInsert = decode_file_name(name);
         settings.renameFile = decode_file_name(disk / name);
         settings.photoExtensions.emplace_back(decode_file_name(name));
         settings.photoMetaDataList.emplace_back().tagCode = decode_file_name("<" + name + ">");
       });
-      controller->addToRule();
-      EXPECT_TRUE(controller->saveNewProfile(folders.defaultProfileFolderPath + "/" + name + ".brprofile"));
+      controller->chain().addToRule();
+      EXPECT_TRUE(controller->profiles().saveNewProfile(folders.defaultProfileFolderPath + "/" + name + ".brprofile"));
       std::ofstream(folders.defaultRulesFolderPath + "/" + name + ".brrule") << "x";
     }
   }
@@ -99,7 +104,7 @@ class ForeignNamesTest : public WindowTest {
     for (const std::string& name : names) files.push_back(disk / (name + ".txt"));
     drop_on_list(files);
     for (std::size_t row = 0; row < names.size(); ++row)
-      controller->set_new_name(row, decode_file_name(names[(row + 1) % names.size()]));
+      controller->preview().set_new_name(row, decode_file_name(names[(row + 1) % names.size()]));
     for (int column = 0; column < table().model()->columnCount(); ++column) table().show_column(column, true);
   }
 
@@ -164,9 +169,9 @@ TEST_F(ForeignNamesTest, ArePlainTextInTheWholeWindow) {
   fill_list();
   find<QAction>("showRules")->trigger();
   chooser.save_answers = {disk / (names[5] + "[*].brprofile")};
-  controller->saveAsProfile();
+  controller->profiles().saveAsProfile();
   for (std::int32_t tab = 0; tab < 10; ++tab) {
-    controller->select_tab(tab);
+    controller->options().select_tab(tab);
     QApplication::processEvents();
   }
   QTest::keyClick(&table(), Qt::Key_Space);
@@ -260,7 +265,7 @@ TEST_F(ForeignNamesTest, ArePlainTextInQuestionsAndInTheToolkitsOwnPanel) {
 TEST_F(ForeignNamesTest, MarksPiledOnALetterStayInTheirRow) {
   disk.make({"a.txt", "b.txt", "c.txt"});
   drop_on_list({disk / "a.txt", disk / "b.txt", disk / "c.txt"});
-  for (std::size_t row = 0; row < 3; ++row) controller->set_new_name(row, u"x");
+  for (std::size_t row = 0; row < 3; ++row) controller->preview().set_new_name(row, u"x");
   const auto other_rows = [this] {
     QApplication::processEvents();
     const QImage all = table().viewport()->grab().toImage();
@@ -269,7 +274,7 @@ TEST_F(ForeignNamesTest, MarksPiledOnALetterStayInTheirRow) {
                           all.copy(0, own.bottom() + 1, all.width(), own.height()));
   };
   const auto before = other_rows();
-  controller->set_new_name(1, u"x" + std::u16string(30, u'\u0301') + std::u16string(30, u'\u0323'));
+  controller->preview().set_new_name(1, u"x" + std::u16string(30, u'\u0301') + std::u16string(30, u'\u0323'));
   EXPECT_TRUE(before == other_rows());
 }
 

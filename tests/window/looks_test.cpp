@@ -5,6 +5,7 @@
 #include <cmath>
 #include <string>
 
+#include "app/options_controller.h"
 #include "window/window_fixture.h"
 
 namespace brindle::test {
@@ -51,12 +52,12 @@ QString next_stop(const QWidget* from) {
 
 TEST_F(LooksTest, TheTabKeyGoesThroughTheWindowAsItIsRead) {
   for (std::int32_t tab = 0; tab < 10; ++tab) {
-    controller->select_tab(tab);
+    controller->options().select_tab(tab);
     const QString first = next_stop(find("methodList"));
     EXPECT_NE(find(("methodPanel" + std::to_string(tab)).c_str())->findChild<QWidget*>(first), nullptr)
         << tab << first.toStdString();
   }
-  controller->select_tab(1);
+  controller->options().select_tab(1);
   EXPECT_EQ(next_stop(find("isInsertDeleteDelete0")), "insertDeleteInsert");
   EXPECT_EQ(next_stop(find("optionHidden")), "hint_addFiles");
 }
@@ -85,7 +86,7 @@ TEST_P(InEachFont, NoPanelScrollsSidewaysBesideTheRules) {
     find<QAction>("showRules")->trigger();
     EXPECT_TRUE(find("ruleTableView")->isVisible());
     for (std::int32_t tab = 0; tab < 10; ++tab) {
-      controller->select_tab(tab);
+      controller->options().select_tab(tab);
       QApplication::processEvents();
       const QWidget* panel = find(("methodPanel" + std::to_string(tab)).c_str());
       EXPECT_LE(panel->width(), panel->parentWidget()->width()) << tab << language.code;

@@ -8,9 +8,12 @@
 #include <QSet>
 #include <QTimer>
 
+#include "app/list_controller.h"
+#include "app/rules_controller.h"
 #include "app/undo_sheet_controller.h"
-#include "window/columns.h"
+#include "app/window_model.h"
 #include "window/commands.h"
+#include "window/file_table_model.h"
 #include "window/window_fixture.h"
 
 namespace brindle::test {
@@ -20,7 +23,7 @@ using MainWindowTest = WindowTest;
 
 TEST_F(MainWindowTest, AFolderIsDroppedPreviewedWhileTypingRenamedAndUndone) {
   disk.make({"in/b 2.txt", "in/b 10.txt", "in/a.txt"});
-  controller->setIncludeSubFolders(true);
+  controller->list().setIncludeSubFolders(true);
   EXPECT_TRUE(find("emptyHint")->isVisible());
   picture("empty");
   drop_on_list({disk / "in"});
@@ -31,7 +34,7 @@ TEST_F(MainWindowTest, AFolderIsDroppedPreviewedWhileTypingRenamedAndUndone) {
   auto* text = find<QLineEdit>("insertDeleteInsert");
   text->setFocus();
   QTest::keyClicks(text, "new ");
-  EXPECT_TRUE(QTest::qWaitFor([this] { return controller->state().rename_enabled; }));
+  EXPECT_TRUE(QTest::qWaitFor([this] { return controller->model().state().rename_enabled; }));
   wait_until_idle();
   QStringList new_names = column_texts(new_name_column);
   new_names.sort();
@@ -107,8 +110,8 @@ TEST_F(MainWindowTest, NamesThatAreNoUtf8ComeInByDrop) {
   const std::string name = "caf\xe9 100%.txt";
   disk.make({name});
   drop_on_list({disk / name});
-  ASSERT_EQ(controller->files().size(), 1U);
-  EXPECT_EQ(controller->files()[0].name(), name);
+  ASSERT_EQ(controller->model().files().size(), 1U);
+  EXPECT_EQ(controller->model().files()[0].name(), name);
 }
 
 TEST_F(MainWindowTest, SizeColumnsAndSplittersAreFoundAgain) {
@@ -148,12 +151,12 @@ TEST_F(MainWindowTest, EveryCommandHasATextAndKeysOfItsOwnInEveryLanguage) {
 
 TEST_F(MainWindowTest, FoldersModeEmptiesTheListAndTakesSubfolders) {
   disk.make({"in/sub/deep/", "in/a.txt"});
-  controller->setIncludeSubFolders(true);
+  controller->list().setIncludeSubFolders(true);
   drop_on_list({disk / "in"});
   EXPECT_EQ(column_texts(name_column), QStringList{"a.txt"});
   find<QRadioButton>("modeFolders")->click();
-  EXPECT_TRUE(controller->files().empty());
-  EXPECT_TRUE(controller->values().isIncludeSubFolders);
+  EXPECT_TRUE(controller->model().files().empty());
+  EXPECT_TRUE(controller->model().values().isIncludeSubFolders);
   drop_on_list({disk / "in"});
   EXPECT_EQ(column_texts(name_column), QStringList({"sub", "deep"}));
 }
@@ -173,7 +176,7 @@ TEST_P(InEveryLook, TheWindowFitsItsSmallestScreen) {
   open();
   disk.make({"Holiday/IMG_0001.JPG", "Holiday/IMG_0002.JPG", "Holiday/notes (1).txt", "Holiday/Tune.mp3",
              "Holiday/Sub/IMG_0003.JPG"});
-  controller->setIncludeSubFolders(true);
+  controller->list().setIncludeSubFolders(true);
   drop_on_list({disk / "Holiday"});
   find<QAction>("method2")->trigger();
   auto* search = find<QLineEdit>("replaceRemoveThis");
@@ -192,6 +195,54 @@ INSTANTIATE_TEST_SUITE_P(MainWindow, InEveryLook,
                          testing::Values(Look{"light", 0, false}, Look{"dark", 0, true}, Look{"german", 1, false},
                                          Look{"german_dark", 1, true}),
                          [](const auto& look) { return std::string(look.param.name); });
+
+TEST_F(WindowTest, ShowsNamesInOneLineAndOpensTheDrawerWithARuleFile) {
+  disk.make({"a\nb.txt", "\xff.txt"});
+  drop_on_list({disk / "a\nb.txt", disk / "\xff.txt"});
+  EXPECT_EQ(column_texts(1), (QStringList{QStringLiteral("a\u240Ab.txt"), QStringLiteral("\uFFFD.txt")}));
+  EXPECT_FALSE(find("rulesDrawer")->isVisible());
+  controller->rules_controller().setOpen(true);
+  EXPECT_TRUE(find("rulesDrawer")->isVisible());
+}
+
+TEST_F(WindowTest, EnterTakesATypedNameAndEndsTheTyping) {
+  disk.make({"a.txt"});
+  drop_on_list({disk / "a.txt"});
+  table().setCurrentIndex(table().model()->index(0, 1));
+  trigger("editName");
+  auto* editor = table().findChild<QLineEdit*>(QStringLiteral("newNameEditor"));
+  ASSERT_NE(editor, nullptr);
+  editor->setText(QStringLiteral("b.txt"));
+  editor->setModified(true);
+  QTest::keyClick(editor, Qt::Key_Return);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return table().findChild<QLineEdit*>() == nullptr; }));
+  EXPECT_EQ(cell(0, 2), QStringLiteral("b.txt"));
+}
+
+// Counts how often anything asks for another layout.
+class LayoutCounter final : public QObject {
+ public:
+  int requests = 0;
+
+ protected:
+  bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+    if (event->type() == QEvent::LayoutRequest) ++requests;
+    return false;
+  }
+};
+
+// Two layouts that follow each other would keep a processor busy for as long as the window is open.
+TEST_F(WindowTest, AWindowThatNobodyTouchesRests) {
+  for (int method = 0; method < 10; ++method) {
+    find<QAction>(qPrintable(QStringLiteral("method%1").arg(method)))->trigger();
+    QTest::qWait(50);
+    LayoutCounter counter;
+    qApp->installEventFilter(&counter);
+    QTest::qWait(100);
+    qApp->removeEventFilter(&counter);
+    EXPECT_LE(counter.requests, 5) << "method " << method;
+  }
+}
 
 }  // namespace
 }  // namespace brindle::test

@@ -5,6 +5,8 @@
 #include <QSet>
 #include <QSpinBox>
 
+#include "app/list_controller.h"
+#include "app/window_model.h"
 #include "methods/method_table.h"
 #include "window/panel_fixture.h"
 #include "window/token_strip.h"
@@ -109,7 +111,7 @@ TEST_F(MethodPanels, TheExampleShowsWhatIsTyped) {
   type("insertDeleteInsert", "My ");
   EXPECT_TRUE(example_of(panel).contains("My Photo 1.jpg")) << example_of(panel).toStdString();
   home.make({"in/shot.png"});
-  controller->loadFiles({home / "in/shot.png"});
+  controller->list().loadFiles({home / "in/shot.png"});
   ports.main_thread.run_posted();
   EXPECT_TRUE(example_of(panel).contains("My shot.png")) << example_of(panel).toStdString();
 
@@ -142,7 +144,8 @@ TEST_F(MethodPanels, NumberFieldsTakeNumbersAndNothingElse) {
   QTest::keyClick(find("insertDeleteFromCharacterPosition"), Qt::Key_Down);
   EXPECT_EQ(values().insertDeleteFromCharacterPosition, u"1");
   // What a profile brings is shown as it is.
-  controller->settings().commit([](RenameSettings& settings) { settings.insertDeleteNumberOfCharacters = u"5000"; });
+  controller->model().settings().commit(
+      [](RenameSettings& settings) { settings.insertDeleteNumberOfCharacters = u"5000"; });
   EXPECT_EQ(find<QSpinBox>("insertDeleteNumberOfCharacters")->text(), "5000");
 }
 

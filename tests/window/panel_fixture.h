@@ -11,7 +11,9 @@
 #include <memory>
 
 #include "app/brindle_app_controller.h"
+#include "app/options_controller.h"
 #include "app/scripted_ports.h"
+#include "app/window_model.h"
 #include "texts/string_table.h"
 #include "window/method_panels.h"
 #include "window/setting_bindings.h"
@@ -24,8 +26,8 @@ class PanelTest : public testing::Test {
  protected:
   PanelTest() {
     controller = std::make_unique<BrindleAppController>(ports.ports(), ports.clock());
-    EXPECT_TRUE(controller->awakeFromNib());
-    bindings = std::make_unique<SettingBindings>(controller->settings(), nullptr);
+    EXPECT_TRUE(controller->start());
+    bindings = std::make_unique<SettingBindings>(controller->model().settings(), nullptr);
   }
   ~PanelTest() override {
     frame.reset();
@@ -47,10 +49,10 @@ class PanelTest : public testing::Test {
     EXPECT_TRUE(QTest::qWaitForWindowActive(frame.get()));
   }
   QWidget* show_panel(std::int32_t tab) {
-    controller->select_tab(tab);
+    controller->options().select_tab(tab);
     // The fields of the panel before go with it.
     frame.reset();
-    bindings = std::make_unique<SettingBindings>(controller->settings(), nullptr);
+    bindings = std::make_unique<SettingBindings>(controller->model().settings(), nullptr);
     QWidget* panel = make_method_panel(static_cast<Method>(tab), *controller, *bindings, nullptr);
     show(panel, 820, 250);
     return panel;
@@ -67,7 +69,7 @@ class PanelTest : public testing::Test {
     QTest::keyClick(widget, Qt::Key_A, Qt::ControlModifier);
     QTest::keyClicks(widget, QString::fromUtf8(text));
   }
-  const RenameSettings& values() const { return controller->values(); }
+  const RenameSettings& values() const { return controller->model().values(); }
 
   static void picture(QWidget* widget, const std::string& name) {
     const char* folder = std::getenv("BRINDLE_TEST_PICTURES");

@@ -8,6 +8,9 @@
 #include <QToolTip>
 #include <QTreeWidget>
 
+#include "app/options_controller.h"
+#include "app/rules_controller.h"
+#include "app/window_model.h"
 #include "metadata/metadata_catalogue.h"
 #include "window/mask_editor.h"
 #include "window/mask_table.h"
@@ -25,7 +28,7 @@ class RulesDrawerTest : public PanelTest {
     table = find<QTableView>("ruleTableView");
   }
   void add_prefix(const char16_t* text) {
-    controller->settings().commit([=](RenameSettings& settings) {
+    controller->model().settings().commit([=](RenameSettings& settings) {
       settings.selectedTab = 3;
       settings.prefixSuffixPrefix = text;
     });
@@ -58,19 +61,19 @@ TEST_F(RulesDrawerTest, TheChainIsMadeByButtonsAndKeys) {
   EXPECT_EQ(table->currentIndex().row(), 1);
   QTest::keyClick(table, Qt::Key_Space);
   EXPECT_EQ(chain(), u"ac-b");
-  controller->settings().commit([](RenameSettings& settings) { settings.prefixSuffixPrefix = u"new"; });
+  controller->model().settings().commit([](RenameSettings& settings) { settings.prefixSuffixPrefix = u"new"; });
   find<QToolButton>("updateRuleButton")->click();
   EXPECT_TRUE(chain().starts_with(u"anew"));
   const QString summary = table->model()->index(1, 1).data(Qt::ToolTipRole).toString();
   EXPECT_TRUE(summary.contains("new") && summary.contains("Prefix")) << summary.toStdString();
   EXPECT_TRUE(table->model()->index(1, 2).data().toString().endsWith(": new"));
-  controller->select_tab(1);
+  controller->options().select_tab(1);
   find<QToolButton>("updateRuleButton")->click();
   EXPECT_TRUE(QToolTip::text().contains("Prefix")) << QToolTip::text().toStdString();
   picture(frame.get(), "rules");
   QTest::keyClick(table, Qt::Key_Delete);
   EXPECT_EQ(chain(), u"ab");
-  controller->select_tab(9);
+  controller->options().select_tab(9);
   EXPECT_FALSE(find("addButton")->isEnabled());
   find<QToolButton>("clearAllButton")->click();
   EXPECT_EQ(table->model()->rowCount(), 0);

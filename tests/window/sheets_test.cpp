@@ -21,6 +21,14 @@
 #include <map>
 #include <utility>
 
+#include "app/chain_controller.h"
+#include "app/list_controller.h"
+#include "app/options_controller.h"
+#include "app/preview_controller.h"
+#include "app/profiles_controller.h"
+#include "app/renaming_controller.h"
+#include "app/rules_controller.h"
+#include "app/window_model.h"
 #include "window/drop_hub.h"
 #include "window/window_fixture.h"
 
@@ -48,20 +56,20 @@ class SheetsTest : public WindowTest {
     return rows;
   }
   void insert_text(const char16_t* text) {
-    controller->select_tab(1);
-    controller->settings().commit([text](RenameSettings& settings) { settings.insertDeleteInsert = text; });
+    controller->options().select_tab(1);
+    controller->model().settings().commit([text](RenameSettings& settings) { settings.insertDeleteInsert = text; });
   }
   void rename_all() {
-    controller->actionPreview();
+    controller->preview().actionPreview();
     wait_until_idle();
     alerts.answers = {0};
-    controller->actionApply();
+    controller->renaming().actionApply();
     wait_until_idle();
     alerts.take();
   }
   void add_rule(const char16_t* text) {
     insert_text(text);
-    controller->addToRule();
+    controller->chain().addToRule();
   }
   std::vector<std::u16string> inserted_by_rules() {
     std::vector<std::u16string> texts;
@@ -123,7 +131,7 @@ TEST_F(SheetsTest, EnterAfterEnterUndoesOneRun) {
 }
 
 TEST_F(SheetsTest, LogsAreSortedOpenedFromElsewhereAndDeleted) {
-  const std::string logs = controller->preferences().defaultLogFolderPath;
+  const std::string logs = controller->model().preferences().defaultLogFolderPath;
   for (const char* name : {"a-7.xml", "b-12.xml"}) std::ofstream(logs + "/" + name) << "<files></files>";
   std::ofstream(disk / "c-1.xml")
       << R"(<files><file srclocation="/x" srcfilename="a" tarlocation="/x" tarfilename="b"/></files>)";
@@ -166,7 +174,7 @@ TEST_F(SheetsTest, AProfileIsSavedUnderATypedNameOpenedAndDeleted) {
     QTest::keyClick(part("profiles"), Qt::Key_Return);
     EXPECT_FALSE(is_open());
   });
-  EXPECT_EQ(controller->values().insertDeleteInsert, u"kept");
+  EXPECT_EQ(controller->model().values().insertDeleteInsert, u"kept");
   alerts.answers = {0};
   with_sheet(show, [this] {
     click("deleteProfile");
@@ -231,7 +239,7 @@ TEST_F(SheetsTest, TheListIsExportedWithTheChosenColumns) {
 }
 
 TEST_F(SheetsTest, PreferencesAreTakenOverOnlyWhenTheyAreApplied) {
-  const Preferences before = controller->preferences();
+  const Preferences before = controller->model().preferences();
   const auto change = [this] {
     chooser.open_answers = {{disk / "logs"}, {disk / "rules"}};
     click("defaultLogFolderPath_browse");
@@ -243,14 +251,14 @@ TEST_F(SheetsTest, PreferencesAreTakenOverOnlyWhenTheyAreApplied) {
   };
   const auto show = [this] { show_preferences_sheet(window.get(), *controller); };
   with_sheet(show, [&] { change(), QTest::keyClick(sheet, Qt::Key_Escape); });
-  EXPECT_EQ(controller->preferences().defaultLogFolderPath, before.defaultLogFolderPath);
-  EXPECT_FALSE(controller->include_hidden());
+  EXPECT_EQ(controller->model().preferences().defaultLogFolderPath, before.defaultLogFolderPath);
+  EXPECT_FALSE(controller->model().include_hidden());
   with_sheet(show, [&] { change(), click("applyPreferences"); });
-  EXPECT_EQ(controller->preferences().defaultLogFolderPath, disk / "logs");
-  EXPECT_EQ(controller->preferences().defaultRulesFolderPath, before.defaultRulesFolderPath);
-  EXPECT_FALSE(controller->preferences().isShowHubIcon);
-  EXPECT_TRUE(controller->preferences().automaticSaveCurrProfile);
-  EXPECT_TRUE(controller->include_hidden());
+  EXPECT_EQ(controller->model().preferences().defaultLogFolderPath, disk / "logs");
+  EXPECT_EQ(controller->model().preferences().defaultRulesFolderPath, before.defaultRulesFolderPath);
+  EXPECT_FALSE(controller->model().preferences().isShowHubIcon);
+  EXPECT_TRUE(controller->model().preferences().automaticSaveCurrProfile);
+  EXPECT_TRUE(controller->model().include_hidden());
 }
 
 TEST_F(SheetsTest, TheLimitOfTheLivePreviewIsANumber) {
@@ -263,7 +271,7 @@ TEST_F(SheetsTest, TheLimitOfTheLivePreviewIsANumber) {
                  QTest::keyClicks(limit, typed);
                  click("applyLivePreview");
                });
-    return controller->live_preview().livePreviewFilesLimit;
+    return controller->model().live_preview().livePreviewFilesLimit;
   };
   EXPECT_EQ(limit_after("0"), u"2500");
   EXPECT_EQ(limit_after("12a"), u"12");
@@ -276,8 +284,8 @@ TEST_F(SheetsTest, TheLimitOfTheLivePreviewIsANumber) {
                EXPECT_FALSE(part("isLivePreviewAllFiles")->isEnabled());
                click("applyLivePreview");
              });
-  EXPECT_FALSE(controller->live_preview().isLivePreviewEnabled);
-  EXPECT_TRUE(controller->live_preview().isLivePreviewAllFiles);
+  EXPECT_FALSE(controller->model().live_preview().isLivePreviewEnabled);
+  EXPECT_TRUE(controller->model().live_preview().isLivePreviewAllFiles);
 }
 
 TEST_F(SheetsTest, ExtensionsAreAddedByAFileAndRemoved) {
@@ -293,7 +301,7 @@ TEST_F(SheetsTest, ExtensionsAreAddedByAFileAndRemoved) {
                QTest::keyClick(list, Qt::Key_Return);
                EXPECT_FALSE(is_open());
              });
-  EXPECT_EQ(controller->values().id3Extensions, (TextList{u".M4A", u".AAC", u".M4B", u".FLAC"}));
+  EXPECT_EQ(controller->model().values().id3Extensions, (TextList{u".M4A", u".AAC", u".M4B", u".FLAC"}));
 }
 
 TEST_F(SheetsTest, WhatIsDroppedOnTheHubIsListedAsChosen) {
@@ -316,7 +324,7 @@ TEST_F(SheetsTest, WhatIsDroppedOnTheHubIsListedAsChosen) {
   // With subfolders it is these that are meant, without them the dropped folder itself.
   EXPECT_EQ(dropped([this] { click("isFolders"); }), QStringList("Harbour"));
   alerts.answers = {0};
-  controller->clearFilesFolders();
+  controller->list().clearFilesFolders();
   EXPECT_EQ(dropped([this] { click("isFolders"), click("isProcessSubfolders"); }), QStringList("Brest"));
 }
 
@@ -326,7 +334,8 @@ TEST_F(SheetsTest, EverySheetSaysWhatItsPartsAreAndClosesWithEscape) {
   insert_text(u"Brest - ");
   rename_all();
   add_rule(u"Brest - ");
-  EXPECT_TRUE(controller->saveNewProfile(controller->preferences().defaultProfileFolderPath + "/Camera.brprofile"));
+  EXPECT_TRUE(controller->profiles().saveNewProfile(controller->model().preferences().defaultProfileFolderPath +
+                                                    "/Camera.brprofile"));
   const std::vector<std::pair<const char*, std::function<void()>>> sheets = {
       {"undo", [this] { show_undo_sheet(window.get(), *controller); }},
       {"profiles", [this] { show_profiles_sheet(window.get(), *controller); }},
@@ -346,7 +355,7 @@ TEST_F(SheetsTest, EverySheetSaysWhatItsPartsAreAndClosesWithEscape) {
     open();
     drop_on_list({disk / "Brest - IMG_9.jpg", disk / "Brest - IMG_10.jpg"});
     insert_text(u"2026 ");
-    controller->actionPreview();
+    controller->preview().actionPreview();
     wait_until_idle();
     picture(("window_" + std::string(language.code)).c_str());
     for (const bool dark : {false, true}) {

@@ -6,11 +6,8 @@
 
 #include <QApplication>
 #include <QDialog>
-#include <QDropEvent>
-#include <QMimeData>
 #include <QTest>
 #include <QTimer>
-#include <QUrl>
 #include <cstdlib>
 #include <functional>
 #include <memory>
@@ -18,12 +15,11 @@
 #include <vector>
 
 #include "app/scripted_ports.h"
+#include "app/window_model.h"
+#include "support/driven_window.h"
 #include "support/temp_tree.h"
 #include "texts/string_table.h"
-#include "window/desktop.h"
 #include "window/file_table_view.h"
-#include "window/main_thread.h"
-#include "window/main_window.h"
 #include "window/text.h"
 #include "window/theme.h"
 
@@ -43,26 +39,17 @@ class WindowTest : public testing::Test {
   }
 
   void open() {
-    controller = std::make_unique<BrindleAppController>(Ports{alerts, chooser, main_thread, worker, desktop});
-    ASSERT_TRUE(controller->awakeFromNib());
-    window = std::make_unique<MainWindow>(*controller);
-    desktop.set_window(window.get());
-    window->resize(1024, 700);
-    window->show();
-    controller->applicationDidFinishLaunching();
-    window->activateWindow();
+    driven.open(1024, 700);
     EXPECT_TRUE(QTest::qWaitForWindowActive(window.get()));
   }
   void close() {
     wait_until_idle();
-    desktop.set_window(nullptr);
-    window.reset();
-    controller.reset();
+    driven.close();
   }
 
   template <class Widget = QWidget>
   Widget* find(const char* name) const {
-    auto* widget = window->findChild<Widget*>(QString::fromLatin1(name));
+    auto* widget = driven.child<Widget>(name);
     EXPECT_NE(widget, nullptr) << name;
     return widget;
   }
@@ -75,7 +62,7 @@ class WindowTest : public testing::Test {
   }
 
   void wait_until_idle() const {
-    EXPECT_TRUE(QTest::qWaitFor([this] { return !controller->state().isExecuting; }));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return driven.is_idle(); }));
     QApplication::processEvents();
   }
   void trigger(const char* command) const {
@@ -85,17 +72,7 @@ class WindowTest : public testing::Test {
     wait_until_idle();
   }
   static void drop(QWidget* target, const std::vector<std::string>& paths) {
-    QMimeData data;
-    QList<QUrl> urls;
-    for (const std::string& path : paths)
-      urls << QUrl::fromEncoded("file://" + QByteArray::fromStdString(path).toPercentEncoding("/"));
-    data.setUrls(urls);
-    QDragEnterEvent enter({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(target, &enter);
-    EXPECT_TRUE(enter.isAccepted());
-    QDropEvent event({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(target, &event);
-    EXPECT_TRUE(event.isAccepted());
+    EXPECT_TRUE(DrivenWindow::drop(target, paths));
   }
   void drop_on_list(const std::vector<std::string>& paths) {
     drop(find("listPanel"), paths);
@@ -134,11 +111,11 @@ class WindowTest : public testing::Test {
   TempTree disk;
   ScriptedAlerts alerts;
   ScriptedChooser chooser;
-  QtMainThread main_thread;
-  QtWorker worker{main_thread};
-  QtDesktop desktop;
-  std::unique_ptr<BrindleAppController> controller;
-  std::unique_ptr<MainWindow> window;
+  DrivenWindow driven{alerts, chooser};
+  QtMainThread& main_thread = driven.main_thread;
+  QtDesktop& desktop = driven.desktop;
+  std::unique_ptr<BrindleAppController>& controller = driven.controller;
+  std::unique_ptr<MainWindow>& window = driven.window;
   QDialog* sheet = nullptr;  ///< what with_sheet shows
 };
 

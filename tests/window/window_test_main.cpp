@@ -2,8 +2,8 @@
 
 #include <QApplication>
 
-#include "window/plain_text.h"
-#include "window/window_style.h"
+#include "window/text.h"
+#include "window/theme.h"
 
 int main(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);

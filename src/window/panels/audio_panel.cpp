@@ -1,6 +1,8 @@
 #include <QLineEdit>
 #include <QPushButton>
 
+#include "app/options_controller.h"
+#include "app/window_model.h"
 #include "window/example_line.h"
 #include "window/flow_layout.h"
 #include "window/mask_rows.h"
@@ -16,8 +18,8 @@ constexpr std::int32_t audio_items = 1;
 QWidget* audio_mask_row(const PanelContext& context) {
   BrindleAppController& controller = context.controller;
   TokenStrip* strip = mask_strip(context, "id3RenamingTagsList", "AUDIOMASKHINT");
-  QPushButton* remove =
-      push_button("id3RenamingMaskRemoveLast", "REMOVELAST", [&controller] { controller.id3RenamingMaskRemoveLast(); });
+  QPushButton* remove = push_button("id3RenamingMaskRemoveLast", "REMOVELAST",
+                                    [&controller] { controller.options().id3RenamingMaskRemoveLast(); });
   enable_when(context, {"id3RenamingTagsList"}, {remove},
               [](const RenameSettings& settings) { return !settings.id3RenamingTagsList.empty(); });
   return line({"MASKLABEL", strip, remove});
@@ -32,7 +34,7 @@ QWidget* token_row(const PanelContext& context) {
   for (const std::u16string_view token : audio_tokens) {
     const std::string name = utf8(qt_text(token.substr(1, token.size() - 2)));
     flow->addWidget(push_button(
-        name, name, [token, &controller = context.controller] { controller.id3RenamingMaskActions(token); }));
+        name, name, [token, &controller = context.controller] { controller.options().id3RenamingMaskActions(token); }));
   }
   return line({"ADDFIELD", buttons});
 }
@@ -44,7 +46,7 @@ QWidget* custom_text_row(const PanelContext& context) {
   text->setClearButtonEnabled(true);
   const auto add = [text, &controller = context.controller] {
     if (text->text().isEmpty()) return;
-    controller.id3RenamingMaskActions(utf16(u'<' + text->text() + u'>'));
+    controller.options().id3RenamingMaskActions(utf16(u'<' + text->text() + u'>'));
     text->clear();
   };
   QPushButton* button = push_button("id3AddCustomText", "ADDTOMASK", add);
@@ -69,7 +71,7 @@ QWidget* make_audio_panel(const PanelContext& context, QWidget* parent) {
                     "MASKSEPARATORTIP");
   add_switched_text(context, right, "isID3RenamingColonReplace", "REPLACECOLONS", "id3RenamingColonReplace",
                     "REPLACECOLONSTIP");
-  panel.foot(new ExampleLine(Method::audio, context.controller));
+  panel.foot(new ExampleLine(Method::audio, context.controller.model()));
   return panel.widget();
 }
 

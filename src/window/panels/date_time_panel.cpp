@@ -3,6 +3,8 @@
 #include <QDateTimeEdit>
 #include <QLineEdit>
 
+#include "app/options_controller.h"
+#include "app/window_model.h"
 #include "methods/date_time.h"
 #include "window/date_parts_rows.h"
 #include "window/example_line.h"
@@ -18,7 +20,7 @@ QWidget* source_fields(const PanelContext& context) {
   QComboBox* source = choice_box(context, "dateTimeDateOptionIndex", "WHICHDATE",
                                  {{"DATECREATED", {}}, {"DATEMODIFIED", {}}, {"DATECUSTOM", {}}});
   QObject::connect(source, &QComboBox::activated, source,
-                   [&controller](int index) { controller.dateTimeDateTypeChanged(index); });
+                   [&controller](int index) { controller.options().dateTimeDateTypeChanged(index); });
   auto* custom = new QDateTimeEdit;
   custom->setObjectName(QStringLiteral("dateTimeCustomDate"));
   custom->setAccessibleName(localized_text("DATECUSTOM"));
@@ -58,8 +60,8 @@ QWidget* make_date_time_panel(const PanelContext& context, QWidget* parent) {
   add_format_rows(context, left);
   FormColumn right(panel.columns(), 3);
   add_placement_rows(context, right, panel.widget(), date_placement,
-                     [&controller](int option) { controller.dateTimeOptionsChanged(option); });
-  panel.foot(new ExampleLine(Method::date_time, controller));
+                     [&controller](int option) { controller.options().dateTimeOptionsChanged(option); });
+  panel.foot(new ExampleLine(Method::date_time, controller.model()));
   return panel.widget();
 }
 

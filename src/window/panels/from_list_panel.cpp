@@ -4,6 +4,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 
+#include "app/list_controller.h"
 #include "window/method_panels.h"
 #include "window/text.h"
 
@@ -21,7 +22,7 @@ QWidget* file_row(const PanelContext& context, QWidget* panel) {
     file->setToolTip(in_one_line(file->text()));
   });
   QPushButton* choose = push_button("browseRenameFile", "CHOOSEMORE", [&controller = context.controller, panel] {
-    controller.browseRenameFile();
+    controller.list().browseRenameFile();
     auto* load = panel->findChild<QWidget*>(QStringLiteral("loadRenameFile"));
     if (load != nullptr && load->isEnabled()) load->setFocus();
   });
@@ -36,7 +37,7 @@ QWidget* make_from_list_panel(const PanelContext& context, QWidget* parent) {
   // Chosen here for the list that is about to be loaded; the window's own choice follows when it is.
   const auto kinds = radio_buttons(context, panel.widget(), "isFolders", {"FILES", "FOLDERS"}, [](int) {});
   QPushButton* load = push_button("loadRenameFile", "LOADLIST",
-                                  [kinds, &controller] { controller.loadRenameFile(kinds[1]->isChecked()); });
+                                  [kinds, &controller] { controller.list().loadRenameFile(kinds[1]->isChecked()); });
   load->setAutoDefault(true);  // Enter presses it, too
   enable_when(context, {"renameFile"}, {load}, [](const RenameSettings& s) { return !is_blank(s.renameFile); });
   FormColumn column(panel.columns());

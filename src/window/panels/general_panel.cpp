@@ -2,6 +2,8 @@
 #include <QLineEdit>
 #include <QRadioButton>
 
+#include "app/options_controller.h"
+#include "app/window_model.h"
 #include "window/example_line.h"
 #include "window/method_panels.h"
 #include "window/text.h"
@@ -44,7 +46,7 @@ QWidget* make_general_panel(const PanelContext& context, QWidget* parent) {
       radio_buttons(context, panel.widget(), "generalOptionIndex",
                     {"NAMECASE", "EXTENSIONCASE", "REMOVEEXTENSION", "CHANGEEXTENSION", "REVERSENAME", "REMOVESPACES",
                      "SWAPATTEXT", "SWAPATPOSITION", "REMOVEAFTER", "REMOVEFROM", "FITTOMASK", "WINDOWSCOMPATIBLE"},
-                    [&controller](int option) { controller.generalOptionsChanged(option); });
+                    [&controller](int option) { controller.options().generalOptionsChanged(option); });
   const auto row = [&](FormColumn& column, int option, const std::vector<LinePart>& parts) {
     option_row(context, column, buttons, option, parts);
   };
@@ -67,7 +69,7 @@ QWidget* make_general_panel(const PanelContext& context, QWidget* parent) {
   row(right, 10, {text_with_hint(context, "generalFilenameMask", "FITTOMASK", "FITTOMASKTIP")});
   row(right, 11,
       {text_with_hint(context, "generalConvertWindowsCompatibleString", "WINDOWSCOMPATIBLE", "WINDOWSCOMPATIBLETIP")});
-  panel.foot(new ExampleLine(Method::general, controller));
+  panel.foot(new ExampleLine(Method::general, controller.model()));
   return panel.widget();
 }
 

@@ -2,6 +2,8 @@
 #include <QLineEdit>
 #include <QRadioButton>
 
+#include "app/options_controller.h"
+#include "app/window_model.h"
 #include "methods/insert_delete.h"
 #include "window/example_line.h"
 #include "window/method_panels.h"
@@ -24,7 +26,7 @@ QWidget* make_insert_delete_panel(const PanelContext& context, QWidget* parent) 
   QWidget* owner = panel.widget();
   BrindleAppController& controller = context.controller;
   const auto kinds = radio_buttons(context, owner, "isInsertDeleteDelete", {"INSERTTEXT", "DELETECHARACTERS"},
-                                   [&controller](int id) { controller.insertDeleteChanged(id == 1); });
+                                   [&controller](int id) { controller.options().insertDeleteChanged(id == 1); });
 
   FormColumn left(panel.columns(), 3);
   QLineEdit* text = text_field(context, "insertDeleteInsert", "INSERTTEXT");
@@ -32,8 +34,9 @@ QWidget* make_insert_delete_panel(const PanelContext& context, QWidget* parent) 
   left.indent();
   enable_when(context, {"isInsertDeleteDelete"}, {text}, inserts);
   add_placement_rows(
-      context, left, owner, insert_placement, [&controller](int option) { controller.insertOptionChanged(option); },
-      {"isInsertDeleteDelete"}, inserts);
+      context, left, owner, insert_placement,
+      [&controller](int option) { controller.options().insertOptionChanged(option); }, {"isInsertDeleteDelete"},
+      inserts);
 
   FormColumn right(panel.columns(), 2);
   NumberField* position = number_field(context, "insertDeleteFromCharacterPosition", "FROMCHARACTER");
@@ -45,7 +48,7 @@ QWidget* make_insert_delete_panel(const PanelContext& context, QWidget* parent) 
   right.row("NUMBEROFCHARACTERS", line({count}));
   right.row(backwards);
   enable_when(context, {"isInsertDeleteDelete"}, {position, count, backwards}, deletes);
-  panel.foot(new ExampleLine(Method::insert_delete, controller));
+  panel.foot(new ExampleLine(Method::insert_delete, controller.model()));
   return owner;
 }
 

@@ -1,5 +1,7 @@
 #include <QLineEdit>
 
+#include "app/options_controller.h"
+#include "app/window_model.h"
 #include "methods/path_components.h"
 #include "window/example_line.h"
 #include "window/method_panels.h"
@@ -19,8 +21,8 @@ QWidget* make_path_components_panel(const PanelContext& context, QWidget* parent
   left.row("FOLDERSUFFIX", text_field(context, "pathComponentsSuffix", "FOLDERSUFFIX", 6));
   FormColumn right(panel.columns(), 3);
   add_placement_rows(context, right, panel.widget(), path_placement,
-                     [&controller](int option) { controller.pathComponentsOptionsChanged(option); });
-  panel.foot(new ExampleLine(Method::path_components, controller));
+                     [&controller](int option) { controller.options().pathComponentsOptionsChanged(option); });
+  panel.foot(new ExampleLine(Method::path_components, controller.model()));
   return panel.widget();
 }
 

@@ -2,6 +2,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 
+#include "app/window_model.h"
 #include "methods/photo_renaming.h"
 #include "window/date_parts_rows.h"
 #include "window/example_line.h"
@@ -44,7 +45,7 @@ QWidget* make_photo_panel(const PanelContext& context, QWidget* parent) {
   padding->setToolTip(localized_text("PHOTOPADDINGTIP"));
   right.row("NUMBERPADDING", padding);
   right.row(check_box(context, "isPhotoResetSequenceOnEachFolder", "RESTARTINFOLDER"));
-  panel.foot(new ExampleLine(Method::photo, context.controller));
+  panel.foot(new ExampleLine(Method::photo, context.controller.model()));
   return panel.widget();
 }
 

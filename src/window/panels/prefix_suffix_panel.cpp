@@ -3,6 +3,8 @@
 #include <QLineEdit>
 #include <QRadioButton>
 
+#include "app/options_controller.h"
+#include "app/window_model.h"
 #include "methods/prefix_suffix.h"
 #include "window/date_parts_rows.h"
 #include "window/example_line.h"
@@ -42,7 +44,7 @@ QWidget* make_prefix_suffix_panel(const PanelContext& context, QWidget* parent) 
   PanelFrame panel(Method::prefix_suffix, parent);
   BrindleAppController& controller = context.controller;
   const auto kinds = radio_buttons(context, panel.widget(), "isPrefixSuffixDate", {"ADDTEXTS", "ADDDATE"},
-                                   [&controller](int id) { controller.prefixSuffixChanged(id == 1); });
+                                   [&controller](int id) { controller.options().prefixSuffixChanged(id == 1); });
   QLineEdit* prefix = text_field(context, "prefixSuffixPrefix", "PREFIXTEXT");
   QLineEdit* suffix = text_field(context, "prefixSuffixSuffix", "SUFFIXTEXT");
   FormColumn left(panel.columns(), 2);
@@ -55,7 +57,7 @@ QWidget* make_prefix_suffix_panel(const PanelContext& context, QWidget* parent) 
   right.row(kinds[1]);
   right.indent();
   add_date_rows(context, right);
-  panel.foot(new ExampleLine(Method::prefix_suffix, controller));
+  panel.foot(new ExampleLine(Method::prefix_suffix, controller.model()));
   return panel.widget();
 }
 

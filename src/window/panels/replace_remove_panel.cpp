@@ -4,6 +4,8 @@
 #include <QLineEdit>
 #include <QRadioButton>
 
+#include "app/options_controller.h"
+#include "app/window_model.h"
 #include "window/example_line.h"
 #include "window/method_panels.h"
 #include "window/text.h"
@@ -43,7 +45,7 @@ void add_text_rows(const PanelContext& context, FormColumn& column) {
   QComboBox* type = choice_box(context, "replaceRemoveRemoveType", "REMOVETYPE",
                                {{"REMOVEEACH", {}}, {"REMOVEBETWEEN", {}}, {"REMOVEBETWEENTOO", {}}});
   QObject::connect(type, &QComboBox::activated, type,
-                   [&controller](int index) { controller.replaceRemoveRemoveTypeChanged(index); });
+                   [&controller](int index) { controller.options().replaceRemoveRemoveTypeChanged(index); });
   column.row("REMOVETYPE", type);
   column.row(check_box(context, "isReplaceRemoveCaseSensitive", "CASESENSITIVE"));
   enable_when(context, choice_keys, {with}, replaces);
@@ -70,7 +72,7 @@ QWidget* make_replace_remove_panel(const PanelContext& context, QWidget* parent)
   BrindleAppController& controller = context.controller;
   const auto kinds =
       radio_buttons(context, panel.widget(), "removeReplaceIndex", {"REPLACETEXT", "REMOVETEXT", "REMOVECHARACTERS"},
-                    [&controller](int choice) { controller.replaceRemoveChanged(choice); });
+                    [&controller](int choice) { controller.options().replaceRemoveChanged(choice); });
   // The flags decide what is done, not the index.
   context.bindings.follow({"removeReplaceIndex", "isReplaceRemoveReplace", "isReplaceRemoveRemoveCharacters"},
                           [kinds](const RenameSettings& settings) { kinds[choice_of(settings)]->setChecked(true); });
@@ -79,7 +81,7 @@ QWidget* make_replace_remove_panel(const PanelContext& context, QWidget* parent)
   add_text_rows(context, left);
   FormColumn right(panel.columns());
   add_range_rows(context, right);
-  panel.foot(new ExampleLine(Method::replace_remove, controller));
+  panel.foot(new ExampleLine(Method::replace_remove, controller.model()));
   return panel.widget();
 }
 

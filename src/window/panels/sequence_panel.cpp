@@ -3,6 +3,8 @@
 #include <QRadioButton>
 #include <QRegularExpressionValidator>
 
+#include "app/options_controller.h"
+#include "app/window_model.h"
 #include "window/example_line.h"
 #include "window/method_panels.h"
 #include "window/text.h"
@@ -30,9 +32,10 @@ QWidget* start_fields(const PanelContext& context) {
 }
 
 QWidget* direction_fields(const PanelContext& context, QWidget* owner) {
-  const auto buttons = radio_buttons(
-      context, owner, "isAlphaNumericDecrement", {"COUNTUP", "COUNTDOWN"},
-      [&controller = context.controller](int id) { controller.alphaNumericIncrementDecrementChanged(id == 1); });
+  const auto buttons = radio_buttons(context, owner, "isAlphaNumericDecrement", {"COUNTUP", "COUNTDOWN"},
+                                     [&controller = context.controller](int id) {
+                                       controller.options().alphaNumericIncrementDecrementChanged(id == 1);
+                                     });
   NumberField* up = number_field(context, "alphaNumericIncrementBy", "COUNTBY", {1, 999999999, false});
   NumberField* down = number_field(context, "alphaNumericDecrementBy", "COUNTBY", {1, 999999999, false});
   show_when(context, {"isAlphaNumericDecrement"}, {up}, [](const RenameSettings& s) { return !counts_down(s); });
@@ -49,8 +52,9 @@ QWidget* make_sequence_panel(const PanelContext& context, QWidget* parent) {
   PanelFrame panel(Method::sequence, parent);
   QWidget* owner = panel.widget();
   BrindleAppController& controller = context.controller;
-  const auto kinds = radio_buttons(context, owner, "isAlphaNumericAlphabetic", {"NUMBERS", "LETTERSCHOICE"},
-                                   [&controller](int id) { controller.alphaNumericNumericAlphabeticChanged(id == 1); });
+  const auto kinds =
+      radio_buttons(context, owner, "isAlphaNumericAlphabetic", {"NUMBERS", "LETTERSCHOICE"},
+                    [&controller](int id) { controller.options().alphaNumericNumericAlphabeticChanged(id == 1); });
   QLineEdit* padding = text_field(context, "alphaNumericPaddingMask", "PADDING", 6);
   padding->setPlaceholderText(QStringLiteral("000"));
   padding->setToolTip(localized_text("PADDINGTIP"));
@@ -72,7 +76,7 @@ QWidget* make_sequence_panel(const PanelContext& context, QWidget* parent) {
   right.row(hint);
   right.row(separates, separator);
   right.row(check_box(context, "isAlphaNumericResetSequenceOnEachFolder", "RESTARTINFOLDER"));
-  panel.foot(new ExampleLine(Method::sequence, context.controller));
+  panel.foot(new ExampleLine(Method::sequence, context.controller.model()));
   return owner;
 }
 

@@ -8,7 +8,6 @@
 #include "platform/app_info.h"
 #include "texts/string_table.h"
 #include "window/icons.h"
-#include "window/plain_text.h"
 #include "window/sheets.h"
 #include "window/sheets/sheet.h"
 #include "window/text.h"

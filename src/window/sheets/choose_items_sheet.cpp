@@ -9,7 +9,6 @@
 
 #include "app/pasteboard_items_controller.h"
 #include "texts/string_table.h"
-#include "window/plain_text.h"
 #include "window/sheets.h"
 #include "window/sheets/sheet.h"
 #include "window/text.h"
@@ -37,7 +36,7 @@ class ChooseItemsSheet final : public Sheet {
 
  private:
   QRadioButton* choice(const char* name, TextKey text, bool folders);
-  void follow() override;
+  void show_state() override;
 
   PasteboardItemsController controller_;
   QLabel* count_ = plain_label(this);
@@ -75,7 +74,7 @@ QRadioButton* ChooseItemsSheet::choice(const char* name, TextKey text, bool fold
   return button;
 }
 
-void ChooseItemsSheet::follow() {
+void ChooseItemsSheet::show_state() {
   count_->setText(qt_text(localized_format("CHOOSEITEMSCOUNT", controller_.Files().size())));
   names_->setText(names_of(controller_.Files(), fontMetrics()));
   files_->setChecked(controller_.isFiles());

@@ -10,6 +10,8 @@
 #include <utility>
 
 #include "app/export_sheet_controller.h"
+#include "app/list_controller.h"
+#include "app/window_model.h"
 #include "window/sheets.h"
 #include "window/sheets/sheet.h"
 #include "window/text.h"
@@ -30,7 +32,7 @@ class ExportSheet final : public Sheet {
   QWidget* choice(const char* name, TextKey text, bool ExportOptions::*option);
   void make_choices();
   void make_progress();
-  void follow() override;
+  void show_state() override;
   /// Escape means the export at hand, while there is one.
   void reject() override { controller_.isExporting() ? controller_.cancel() : Sheet::reject(); }
 
@@ -92,7 +94,7 @@ void ExportSheet::make_progress() {
   rows()->addStretch(1);
 }
 
-void ExportSheet::follow() {
+void ExportSheet::show_state() {
   const bool exporting = controller_.isExporting();
   for (const auto& [box, option] : choices_) {
     box->setChecked(controller_.options().*option);
@@ -100,7 +102,7 @@ void ExportSheet::follow() {
     const bool stands_for_itself = option != &ExportOptions::isLocation || !controller_.options().isIncludeLocation;
     box->setEnabled(!exporting && stands_for_itself);
   }
-  show_progress(progress_, exporting, app_.state());
+  show_progress(progress_, exporting, app_.model().state());
   cancel_->setVisible(exporting);
   export_->setEnabled(!exporting);
   close_->setEnabled(!exporting);
@@ -109,7 +111,7 @@ void ExportSheet::follow() {
 }  // namespace
 
 void show_export_sheet(QWidget* parent, BrindleAppController& app) {
-  if (app.showExport()) ExportSheet(parent, app).exec();
+  if (app.list().showExport()) ExportSheet(parent, app).exec();
 }
 
 }  // namespace brindle

@@ -7,6 +7,7 @@
 #include <QVBoxLayout>
 
 #include "app/extensions_editor_controller.h"
+#include "app/window_model.h"
 #include "window/sheets.h"
 #include "window/sheets/sheet.h"
 #include "window/sheets/sheet_table.h"
@@ -22,7 +23,7 @@ class ExtensionsSheet final : public Sheet {
 
  private:
   void make_table();
-  void follow() override;
+  void show_state() override;
 
   ExtensionsEditorController controller_;
   SheetTable* table_ = nullptr;
@@ -41,12 +42,12 @@ ExtensionsSheet::ExtensionsSheet(QWidget* parent, BrindleAppController& app, std
   finish_buttons("SHEETCANCEL", [this] { controller_.showHelp(); });
   attach(controller_);
   table_->setFocus();
-  keep_size(*this, app.user_defaults());
+  keep_size(*this, app.model().user_defaults());
 }
 
 void ExtensionsSheet::make_table() {
   table_ = new SheetTable("extensions", "EXTENSIONSLIST", {{"extension", ""}});
-  table_->selected = [this](std::optional<std::size_t> row) { controller_.tableViewSelectionDidChange(row); };
+  table_->selected = [this](std::optional<std::size_t> row) { controller_.select_row(row); };
   auto* remove = new QShortcut(QKeySequence::Delete, table_);
   remove->setContext(Qt::WidgetShortcut);
   connect(remove, &QShortcut::activated, this, [this] { controller_.remove(); });
@@ -61,7 +62,7 @@ void ExtensionsSheet::make_table() {
   rows()->addLayout(row);
 }
 
-void ExtensionsSheet::follow() {
+void ExtensionsSheet::show_state() {
   table_->show_rows(
       controller_.extensions().size(),
       [this](std::string_view, std::size_t row) { return utf8(qt_text(controller_.extensions()[row])); },

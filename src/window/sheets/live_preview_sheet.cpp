@@ -7,6 +7,8 @@
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
+#include "app/preview_controller.h"
+#include "app/window_model.h"
 #include "settings/field_filter.h"
 #include "window/sheets.h"
 #include "window/sheets/sheet.h"
@@ -53,16 +55,18 @@ class LivePreviewSheet final : public Sheet {
 LivePreviewSheet::LivePreviewSheet(QWidget* parent, BrindleAppController& app)
     : Sheet(parent, "LivePreviewSheet", localized_text("LIVEPREVIEWTITLE")),
       app_(app),
-      enabled_(sheet_check("isLivePreviewEnabled", "LIVEPREVIEWENABLED", app.live_preview().isLivePreviewEnabled)),
-      all_files_(sheet_check("isLivePreviewAllFiles", "LIVEPREVIEWALLITEMS", app.live_preview().isLivePreviewAllFiles)),
-      limit_(limit_field(app.live_preview().livePreviewFilesLimit)) {
+      enabled_(
+          sheet_check("isLivePreviewEnabled", "LIVEPREVIEWENABLED", app.model().live_preview().isLivePreviewEnabled)),
+      all_files_(sheet_check("isLivePreviewAllFiles", "LIVEPREVIEWALLITEMS",
+                             app.model().live_preview().isLivePreviewAllFiles)),
+      limit_(limit_field(app.model().live_preview().livePreviewFilesLimit)) {
   add_hint("LIVEPREVIEWHINT")->setMinimumWidth(fontMetrics().averageCharWidth() * 60);
   limit_row_ = line({"LIVEPREVIEWLIMIT", limit_});
   for (QWidget* row : {static_cast<QWidget*>(enabled_), static_cast<QWidget*>(all_files_), limit_row_})
     rows()->addWidget(row);
   rows()->addStretch(1);
   add_default_button("applyLivePreview", "OK", [this] { apply(); });
-  finish_buttons("SHEETCANCEL", [this] { app_.ports().desktop.show_help("Live-preview.html"); });
+  finish_buttons("SHEETCANCEL", [this] { app_.model().ports().desktop.show_help("Live-preview.html"); });
   connect(enabled_, &QCheckBox::toggled, this, [this] { show_what_counts(); });
   connect(all_files_, &QCheckBox::toggled, this, [this] { show_what_counts(); });
   show_what_counts();
@@ -78,7 +82,7 @@ void LivePreviewSheet::apply() {
   preferences.isLivePreviewEnabled = enabled_->isChecked();
   preferences.isLivePreviewAllFiles = all_files_->isChecked();
   preferences.livePreviewFilesLimit = numeric_field_text(utf16(limit_->text()), usual_limit);
-  app_.setLivePreviewPreferences(preferences);
+  app_.preview().setLivePreviewPreferences(preferences);
   accept();
 }
 

@@ -9,7 +9,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "window/plain_text.h"
+#include "app/preferences_controller.h"
+#include "app/window_model.h"
 #include "window/sheets.h"
 #include "window/sheets/sheet.h"
 #include "window/text.h"
@@ -18,7 +19,7 @@
 namespace brindle {
 namespace {
 
-using Browse = std::optional<std::string> (BrindleAppController::*)(const std::string& current);
+using Browse = std::optional<std::string> (PreferencesController::*)(const std::string& current);
 
 class PreferencesSheet final : public Sheet {
  public:
@@ -38,13 +39,15 @@ class PreferencesSheet final : public Sheet {
 };
 
 PreferencesSheet::PreferencesSheet(QWidget* parent, BrindleAppController& app)
-    : Sheet(parent, "PreferencesSheet", localized_text("PREFERENCESTITLE")), app_(app), edited_(app.preferences()) {
+    : Sheet(parent, "PreferencesSheet", localized_text("PREFERENCESTITLE")),
+      app_(app),
+      edited_(app.model().preferences()) {
   make_folders();
   make_flags();
   rows()->addStretch(1);
   add_default_button("applyPreferences", "OK", [this] { apply(); });
-  finish_buttons("SHEETCANCEL", [this] { app_.ports().desktop.show_help("Preferences.html"); });
-  keep_size(*this, app.user_defaults());
+  finish_buttons("SHEETCANCEL", [this] { app_.model().ports().desktop.show_help("Preferences.html"); });
+  keep_size(*this, app.model().user_defaults());
 }
 
 void PreferencesSheet::make_folders() {
@@ -52,11 +55,11 @@ void PreferencesSheet::make_folders() {
   auto* form = new QFormLayout(folders);
   form->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
   add_folder(form, "defaultLogFolderPath", "PREFERENCESLOGS", &Preferences::defaultLogFolderPath,
-             &BrindleAppController::browseLogFolderPath);
+             &PreferencesController::browseLogFolderPath);
   add_folder(form, "defaultProfileFolderPath", "PREFERENCESPROFILES", &Preferences::defaultProfileFolderPath,
-             &BrindleAppController::browseProfileFolderPath);
+             &PreferencesController::browseProfileFolderPath);
   add_folder(form, "defaultRulesFolderPath", "PREFERENCESRULES", &Preferences::defaultRulesFolderPath,
-             &BrindleAppController::browseRulesFolderPath);
+             &PreferencesController::browseRulesFolderPath);
   rows()->addWidget(folders);
 }
 
@@ -66,7 +69,7 @@ void PreferencesSheet::add_folder(QFormLayout* form, const char* name, TextKey l
   QLineEdit* path = path_line(id, label);
   show_path(path, edited_.*folder);
   QPushButton* chooses = sheet_button(id + "_browse", "PREFERENCESBROWSE", [this, path, folder, browse] {
-    const std::optional<std::string> chosen = (app_.*browse)(edited_.*folder);
+    const std::optional<std::string> chosen = (app_.preferences().*browse)(edited_.*folder);
     if (!chosen) return;
     edited_.*folder = *chosen;
     show_path(path, *chosen);
@@ -92,7 +95,7 @@ void PreferencesSheet::make_flags() {
   saves_profile_ = sheet_check("automaticSaveCurrProfile", "PREFERENCESAUTOSAVE", edited_.automaticSaveCurrProfile);
   shows_hub_ = sheet_check("isShowHubIcon", "PREFERENCESHUB", edited_.isShowHubIcon);
   shows_hub_->setToolTip(localized_text("PREFERENCESHUBTIP"));
-  hidden_ = sheet_check("includeHidden", "PREFERENCESHIDDEN", app_.include_hidden());
+  hidden_ = sheet_check("includeHidden", "PREFERENCESHIDDEN", app_.model().include_hidden());
   hidden_->setToolTip(localized_text("PREFERENCESHIDDENTIP"));
   for (QCheckBox* box : {saves_profile_, shows_hub_, hidden_}) rows()->addWidget(box);
 }
@@ -100,8 +103,8 @@ void PreferencesSheet::make_flags() {
 void PreferencesSheet::apply() {
   edited_.automaticSaveCurrProfile = saves_profile_->isChecked();
   edited_.isShowHubIcon = shows_hub_->isChecked();
-  if (hidden_->isChecked() != app_.include_hidden()) app_.setIncludeHidden(hidden_->isChecked());
-  app_.setPreferences(edited_);
+  if (hidden_->isChecked() != app_.model().include_hidden()) app_.preferences().setIncludeHidden(hidden_->isChecked());
+  app_.preferences().setPreferences(edited_);
   accept();
 }
 

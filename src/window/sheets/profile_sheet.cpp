@@ -6,6 +6,7 @@
 #include <QVBoxLayout>
 
 #include "app/profile_sheet_controller.h"
+#include "app/window_model.h"
 #include "window/sheets.h"
 #include "window/sheets/sheet.h"
 #include "window/sheets/sheet_table.h"
@@ -22,7 +23,7 @@ class ProfileSheet final : public Sheet {
  private:
   void make_new_name();
   void make_table();
-  void follow() override;
+  void show_state() override;
 
   ProfileSheetController controller_;
   SheetTable* table_ = nullptr;
@@ -43,7 +44,7 @@ ProfileSheet::ProfileSheet(QWidget* parent, BrindleAppController& app)
   if (!controller_.profiles().empty()) controller_.tableViewSelectionDidChange(0);
   controller_.profiles().empty() ? name_->setFocus() : table_->setFocus();
   resize(fontMetrics().averageCharWidth() * 80, fontMetrics().height() * 26);
-  keep_size(*this, app.user_defaults());
+  keep_size(*this, app.model().user_defaults());
 }
 
 void ProfileSheet::make_table() {
@@ -80,7 +81,7 @@ void ProfileSheet::make_new_name() {
   rows()->addWidget(line({"NEWPROFILENAME", name_, save_}));
 }
 
-void ProfileSheet::follow() {
+void ProfileSheet::show_state() {
   table_->show_rows(
       controller_.profiles().size(),
       [this](std::string_view column, std::size_t row) { return controller_.objectValue(column, row); },

@@ -9,6 +9,7 @@
 #include <QVBoxLayout>
 
 #include "app/rules_sheet_controller.h"
+#include "app/window_model.h"
 #include "window/sheets.h"
 #include "window/sheets/sheet.h"
 #include "window/text.h"
@@ -27,7 +28,7 @@ class RulesSheet final : public Sheet {
   void make_order_buttons();
   void selection_changed();
   void fill_outline();
-  void follow() override;
+  void show_state() override;
 
   RulesSheetController controller_;
   std::vector<Rule> shown_;
@@ -69,7 +70,7 @@ RulesSheet::RulesSheet(QWidget* parent, BrindleAppController& app)
   attach(controller_);
   outline_->setFocus();
   resize(fontMetrics().averageCharWidth() * 90, fontMetrics().height() * 32);
-  keep_size(*this, app.user_defaults());
+  keep_size(*this, app.model().user_defaults());
 }
 
 void RulesSheet::make_file_row() {
@@ -106,8 +107,8 @@ void RulesSheet::make_order_buttons() {
 // A row of a rule means the rule.
 void RulesSheet::selection_changed() {
   const QList<QTreeWidgetItem*> items = outline_->selectedItems();
-  if (items.isEmpty()) return controller_.outlineViewSelectionDidChange(std::nullopt);
-  controller_.outlineViewSelectionDidChange(static_cast<std::size_t>(rule_row(*outline_, items.front())));
+  if (items.isEmpty()) return controller_.select_rule(std::nullopt);
+  controller_.select_rule(static_cast<std::size_t>(rule_row(*outline_, items.front())));
 }
 
 void RulesSheet::fill_outline() {
@@ -118,7 +119,7 @@ void RulesSheet::fill_outline() {
   outline_->resizeColumnToContents(0);
 }
 
-void RulesSheet::follow() {
+void RulesSheet::show_state() {
   const QSignalBlocker silence(outline_);
   if (shown_ != controller_.rules()) fill_outline();
   show_path(path_, controller_.ruleFilePath());

@@ -76,9 +76,9 @@ QPushButton* Sheet::finish_buttons(TextKey close, std::function<void()> help) {
 
 void Sheet::attach(SheetController& controller) {
   controller_ = &controller;
-  controller.changed = [this] { follow(); };
+  controller.changed = [this] { show_state(); };
   controller.closed = [this] { accept(); };
-  follow();
+  show_state();
 }
 
 QPushButton* sheet_button(std::string_view name, TextKey text, std::function<void()> clicked) {

@@ -29,7 +29,7 @@ class Sheet : public QDialog {
 
  protected:
   /// Shows what the controller says: when the sheet opens, and after each change.
-  virtual void follow() {}
+  virtual void show_state() {}
 
   /// Where the sheet's rows go.
   QVBoxLayout* rows() const { return rows_; }

@@ -8,7 +8,7 @@
 #include <QVBoxLayout>
 
 #include "app/undo_sheet_controller.h"
-#include "window/plain_text.h"
+#include "app/window_model.h"
 #include "window/sheets.h"
 #include "window/sheets/sheet.h"
 #include "window/sheets/sheet_table.h"
@@ -26,7 +26,7 @@ class UndoSheet final : public Sheet {
   void make_table();
   void make_log_buttons();
   void make_progress();
-  void follow() override;
+  void show_state() override;
   /// Escape means the undo at hand, while there is one.
   void reject() override { controller_.isUndoing() ? controller_.cancel() : Sheet::reject(); }
 
@@ -56,7 +56,7 @@ UndoSheet::UndoSheet(QWidget* parent, BrindleAppController& app)
   attach(controller_);
   table_->setFocus();
   resize(fontMetrics().averageCharWidth() * 95, fontMetrics().height() * 30);
-  keep_size(*this, app.user_defaults());
+  keep_size(*this, app.model().user_defaults());
 }
 
 void UndoSheet::make_table() {
@@ -107,7 +107,7 @@ void UndoSheet::make_progress() {
   rows()->addLayout(row);
 }
 
-void UndoSheet::follow() {
+void UndoSheet::show_state() {
   const bool undoing = controller_.isUndoing();
   // The list stays as it is while a log is undone.
   if (!undoing) {
@@ -119,7 +119,7 @@ void UndoSheet::follow() {
   logs_->setText(qt_text(controller_.logs_label()));
   show_path(path_, controller_.currLogFilePath());
   status_->setText(in_one_line(qt_text(controller_.status_label())));
-  show_progress(progress_, undoing, app_.state());
+  show_progress(progress_, undoing, app_.model().state());
   cancel_->setVisible(undoing);
   const bool has_log = !controller_.logFiles().empty() || !controller_.currLogFilePath().empty();
   for (QPushButton* button : {view_, delete_, undo_}) button->setEnabled(!undoing && has_log);
