@@ -1,7 +1,6 @@
 #include "texts/catalogue.h"
 
 #include <algorithm>
-#include <ranges>
 #include <string>
 
 #include "texts/plural_rule.h"
@@ -38,11 +37,15 @@ std::optional<std::string_view> Catalogue::find(std::string_view context, std::s
   std::string wanted(context);
   if (!context.empty()) wanted += '\4';
   wanted += english;
-  const auto places = std::views::iota(std::size_t{0}, size());
-  const auto found =
-      std::ranges::lower_bound(places, wanted, {}, [&](std::size_t i) { return up_to_nul(original(i)); });
-  if (found == places.end() || up_to_nul(original(*found)) != wanted) return std::nullopt;
-  return translation(*found);
+  std::size_t place = 0;  // of the first original that is not before it
+  for (std::size_t count = size(); count > 0;) {
+    const std::size_t half = count / 2;
+    const bool is_before = up_to_nul(original(place + half)) < wanted;
+    place += is_before ? half + 1 : 0;
+    count = is_before ? count - half - 1 : half;
+  }
+  if (place == size() || up_to_nul(original(place)) != wanted) return std::nullopt;
+  return translation(place);
 }
 
 std::string_view Catalogue::form(std::string_view forms, std::optional<std::uint64_t> number) const {
@@ -55,8 +58,9 @@ std::string_view Catalogue::form(std::string_view forms, std::optional<std::uint
 
 std::string_view Catalogue::header(std::string_view field) const {
   if (size() == 0) return {};
-  for (const auto line : std::views::split(translation(0), '\n')) {
-    const std::string_view text(line.begin(), line.end());
+  for (std::string_view rest = translation(0); !rest.empty();) {
+    const std::string_view text = rest.substr(0, rest.find('\n'));
+    rest.remove_prefix(std::min(text.size() + 1, rest.size()));
     if (text.starts_with(field) && text.substr(field.size()).starts_with(": ")) return text.substr(field.size() + 2);
   }
   return {};
