@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "app/brindle_app_controller.h"
+#include "settings/rename_settings.h"
 
 class QListWidget;
 class QScrollArea;
