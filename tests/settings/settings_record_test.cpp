@@ -7,6 +7,7 @@
 #include "platform/app_info.h"
 #include "settings/list_values.h"
 #include "settings/settings_store.h"
+#include "settings/stored_value.h"
 #include "support/case_file.h"
 
 namespace brindle {
@@ -48,10 +49,10 @@ TEST(SettingsRecord, EndsBeforeTheFirstAbsentText) {
     const SettingsRecord record = getCurrentSettings(with({}, changes));
     return std::pair(record.size(), std::prev(record.end())->key);
   };
-  EXPECT_EQ(last_key(""), std::pair(std::size_t{173}, std::u16string(u"generalOptionsIndex")));
+  EXPECT_EQ(last_key(""), std::pair(setting_count - 1, key_text(settings_table()[setting_count - 2].key)));
   EXPECT_EQ(last_key("~alphaNumericSeperator|~photoRenamingMask"),
             std::pair(std::size_t{12}, std::u16string(u"isAlphaNumericSeperator")));
-  EXPECT_EQ(last_key("renameFile=").first, 174U);
+  EXPECT_EQ(last_key("renameFile=").first, setting_count);
 }
 
 // What restoring each kind of value changes, told by the keys and their new text.
