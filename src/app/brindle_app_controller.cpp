@@ -201,8 +201,8 @@ void BrindleAppController::restore_rules() {
   const auto chain = data ? unarchive_value(bytes_of(*data), meta_data_field_class) : std::nullopt;
   Result<std::vector<Rule>> rules =
       chain ? rules_from_property_value(*chain, MethodNames::as_read) : Status("it is no keyed archive");
-  rules_controller().setRules(rules.ok() ? *std::move(rules) : std::vector<Rule>());
-  if (rules.ok()) return;
+  if (rules.ok()) return rules_controller().setRules(*std::move(rules));
+  rules_controller().setRules({});
   model.user_defaults().remove(user_default::last_rule);
   model.save_user_defaults();
 }

@@ -78,7 +78,7 @@ void ListController::acceptDrop(std::vector<std::string> paths) {
 }
 
 void ListController::PasteboardItemsControllerDidFinish(bool folders, bool isProcessSubfolders,
-                                                        std::vector<std::string> paths) {
+                                                        const std::vector<std::string>& paths) {
   jobs_.request([=, this] {
     switch_mode(folders, Asks::always);
     setIncludeSubFolders(isProcessSubfolders);

@@ -26,7 +26,8 @@ class ListController {
   /// A drop on the file table.
   void acceptDrop(std::vector<std::string> paths);
   /// The choose-items sheet was applied. The paths are loaded in any case, in the mode that holds then.
-  void PasteboardItemsControllerDidFinish(bool folders, bool isProcessSubfolders, std::vector<std::string> paths);
+  void PasteboardItemsControllerDidFinish(bool folders, bool isProcessSubfolders,
+                                          const std::vector<std::string>& paths);
   /// 0 is the empty entry. Empties the list; asks when the person's work on it would go with it.
   void recentFolderChanged(std::size_t entry);
   /// The files on the clipboard.

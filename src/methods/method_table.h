@@ -60,7 +60,7 @@ struct RuleKind {
 /// What an option becomes where it is absent, before a run or a rule.
 struct AbsentOption {
   Text RenameSettings::*text;
-  std::u16string_view value = u"";
+  std::u16string_view value = {};
 };
 
 /// A text that must be there; the title and the message of the alert otherwise. It is asked for only while `option` has

@@ -13,6 +13,7 @@ bool is_audio_token(std::u16string_view entry) {
 
 std::optional<Method> selected_method(const RenameSettings& settings) {
   constexpr std::int32_t method_count = 0
+// NOLINTNEXTLINE(bugprone-macro-parentheses): the signs make the sum
 #define METHOD_NAME(name) +1
 #include "settings/settings.def"
       ;

@@ -52,6 +52,7 @@ struct SettingRow {
 
 /// `appVersion`, and the rows of settings.def.
 inline constexpr std::size_t setting_count = 1
+// NOLINTNEXTLINE(bugprone-macro-parentheses): the signs make the sum
 #define SETTING(type, key, default_value, method, change, rules, meaning) +1
 #include "settings/settings.def"
     ;
