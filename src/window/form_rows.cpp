@@ -240,7 +240,7 @@ QWidget* line(const std::vector<LinePart>& parts) {
   return widget;
 }
 
-FormColumn::FormColumn(QBoxLayout* columns, int stretch) : grid_(new QGridLayout) {
+FormColumn::FormColumn(QBoxLayout* parent, int stretch) : grid_(new QGridLayout) {
   // Layouts inside others would take over their spacing.
   const QStyle* style = QApplication::style();
   grid_->setVerticalSpacing(style->pixelMetric(QStyle::PM_LayoutVerticalSpacing));
@@ -250,7 +250,7 @@ FormColumn::FormColumn(QBoxLayout* columns, int stretch) : grid_(new QGridLayout
   column->setSpacing(0);
   column->addLayout(grid_);
   column->addStretch(1);
-  columns->addLayout(column, stretch);
+  parent->addLayout(column, stretch);
 }
 
 void FormColumn::row(TextKey label, QWidget* field) {

@@ -86,8 +86,8 @@ QWidget* line(const std::vector<LinePart>& parts);
 /// Rows of a label, a check box or a radio button with the field it belongs to.
 class FormColumn {
  public:
-  /// Adds itself to `columns`, which share the width by `stretch`.
-  explicit FormColumn(QBoxLayout* columns, int stretch = 1);
+  /// Adds itself to the parent, whose columns share the width by `stretch`.
+  explicit FormColumn(QBoxLayout* parent, int stretch = 1);
 
   void row(TextKey label, QWidget* field);
   void row(QWidget* lead, QWidget* field);
