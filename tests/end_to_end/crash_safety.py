@@ -203,8 +203,8 @@ def kill_everywhere(what, prepare, arguments, repairs=None, new_tree=Tree):
 
     with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
         kills = sum(pool.map(kill_at, calls))
-    # Another thread may have come first, or the clock: then there is one call less.
-    expect(kills >= max(0.9 * len(calls), 10 / EVERY), f"{what}: not killed", kills, calls)
+    # Another thread may have come first, or the clock: then there are a few calls less, of a short list too.
+    expect(kills >= max(0.9 * len(calls) - 3, 10 / EVERY), f"{what}: not killed", kills, calls)
     print(f"{what}: killed at {kills} calls", flush=True)
 
 
