@@ -4,10 +4,14 @@
 
 #include <algorithm>
 #include <bit>
+#include <cerrno>
+#include <string>
 
 #include "platform/ascii.h"
 #include "settings/preferences.h"
 #include "text/hash.h"
+#include "text/name_fold.h"
+#include "text/unicode_fold.h"
 
 namespace brindle {
 namespace {
@@ -109,6 +113,7 @@ bool DiskNames::refresh(Listing& listing, std::size_t expected_tests) {
   const bool is_open = static_cast<bool>(handle());
   error_ = handle().error();
   name_limit_ = is_open ? handle().name_limit() : name_limit_;
+  rename_error_ = is_open ? handle().rename_access(only_own_) : 0;
   FolderStamp stamp;
   const bool kept = is_open && listing.complete && handle().stamp(stamp) && stamp == listing.stamp;
   if (!kept) {
@@ -122,6 +127,8 @@ bool DiskNames::refresh(Listing& listing, std::size_t expected_tests) {
   make_set(listing);
   listing.run = run_;
   listing.name_limit = name_limit_;
+  listing.rename_error = rename_error_;
+  listing.only_own = only_own_;
   return true;
 }
 
@@ -138,9 +145,14 @@ void DiskNames::enter(FolderId folder, std::size_t expected_tests) {
   if (folder == folder_) return;
   folder_ = folder;
   error_ = 0;
+  rename_error_ = 0;
+  only_own_ = false;
   Listing& listing = listings_[folder];
   current_ = listing.run == run_ || refresh(listing, expected_tests) ? &listing : nullptr;
-  if (current_ != nullptr) name_limit_ = listing.name_limit;
+  if (current_ == nullptr) return;
+  name_limit_ = listing.name_limit;
+  rename_error_ = listing.rename_error;
+  only_own_ = listing.only_own;
 }
 
 bool DiskNames::exists(std::string_view name) {
@@ -153,6 +165,38 @@ bool DiskNames::exists(std::string_view name) {
     return true;
   }
   return !current_->case_sensitive && ask_disk(name.data());
+}
+
+int DiskNames::rename_error(std::string_view name) {
+  if (rename_error_ != 0 || !only_own_) return rename_error_;
+  return handle().is_own(name.data()) ? 0 : EPERM;
+}
+
+bool DiskNames::is_same_entry(std::string_view name, const std::string& other) {
+  EntryFacts first;
+  EntryFacts second;
+  return handle() && handle().look_up(name.data(), first) && handle().look_up(other.c_str(), second) &&
+         first.device == second.device && first.inode == second.inode;
+}
+
+// Told by an entry that is there: can it be reached by its name in other letters, or in its other form?
+bool DiskNames::tells_apart(std::string_view a, std::string_view b, std::string_view sample) {
+  if (handle() && handle().tells_case_apart()) return true;
+  const std::string kept(sample);
+  if (differ_in_case_only(a, b)) return !is_same_entry(kept, in_other_letters(kept));
+  const std::string other = in_other_form(sample);
+  return other == kept || !is_same_entry(kept, other);
+}
+
+bool DiskNames::is_another_entry(std::string_view name, std::string_view other) {
+  if (current_ != nullptr) return contains(*current_, name_hash(other));
+  if (!ask_disk(other.data())) return false;
+  if (!is_same_entry(name, std::string(other))) return true;
+  // One file: by one entry, or by two hard links.
+  FolderEntry entry;
+  bool is_listed = false;
+  for (reader_.start(handle()); reader_.next(entry);) is_listed = is_listed || entry.name == other;
+  return is_listed;
 }
 
 bool DiskNames::holds_own_data(std::string_view name, std::uint64_t inode) {

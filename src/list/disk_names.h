@@ -39,6 +39,13 @@ class DiskNames {
   bool holds_own_data(std::string_view name, std::uint64_t inode);
   /// Why the folder cannot be asked (as OpenFolder says it); 0 when it can be. Nothing exists in one that cannot.
   int error() const { return error_; }
+  /// Why the entry cannot be given another name in this folder (errno: EACCES, EROFS, EPERM); 0 when it can, as far as
+  /// the folder's rights tell.
+  int rename_error(std::string_view name);
+  /// Whether two names that are alike (text/name_fold.h) are two names in this folder. `sample` is an entry of it.
+  bool tells_apart(std::string_view a, std::string_view b, std::string_view sample);
+  /// Whether `other`, which differs from the entry's `name` in letter case alone, is the name of another entry.
+  bool is_another_entry(std::string_view name, std::string_view other);
   /// The longest name that the folder's disk takes, in bytes.
   std::size_t name_limit() const { return name_limit_; }
 
@@ -52,6 +59,8 @@ class DiskNames {
     std::uint32_t run = 0;  // the run in which it was last found up to date
     bool hashed = false;
     bool complete = false;
+    int rename_error = 0;
+    bool only_own = false;  // renames what is the user's own, nothing else
     bool case_known = false;
     bool case_sensitive = false;
   };
@@ -61,6 +70,7 @@ class DiskNames {
   const FolderHandle& handle();
   bool ask_disk(const char* name);
   bool is_case_sensitive(const Listing& listing, std::string_view sample);
+  bool is_same_entry(std::string_view name, const std::string& other);
   static void make_set(Listing& listing);
   static bool contains(const Listing& listing, std::uint64_t hash);
 
@@ -75,6 +85,8 @@ class DiskNames {
   Listing* current_ = nullptr;  // null: every test goes to the disk
   std::size_t name_limit_ = 255;
   int error_ = 0;
+  int rename_error_ = 0;
+  bool only_own_ = false;
 };
 
 }  // namespace brindle

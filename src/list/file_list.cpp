@@ -9,7 +9,7 @@
 namespace brindle {
 
 // A million rows are a million of these.
-static_assert(sizeof(ItemRecord) == 40);
+static_assert(sizeof(ItemRecord) == 48);
 
 std::size_t FileList::PathHash::operator()(const PathKey& key) const {
   return hash_bytes(key.name, key.folder);
@@ -139,16 +139,32 @@ void FileList::write(std::size_t row, const FileSystemItem& item, std::size_t na
   thread_local std::string bytes;
   name = item.newFilename();
   std::replace(name.begin(), name.end(), u'/', u':');
-  const NameFault fault = encode_file_name(name, bytes, std::min<std::size_t>(name_limit, UINT16_MAX));
-  if (fault != NameFault::none) {
-    change_status(row, ItemStatus::no_changes);
-    record.reason = intern_reason(describe(fault));
-    return;
-  }
-  const std::string_view kept = proposed_names_.keep(bytes);
+  name_limit = std::min<std::size_t>(name_limit, UINT16_MAX);
+  const NameFault fault = encode_file_name(name, bytes, name_limit);
+  if (fault == NameFault::none) return promise(row, bytes);
+  refuse_unwritable(row, fault, fault == NameFault::too_long ? bytes : to_utf8(name), name_limit);
+}
+
+void FileList::promise(std::size_t row, std::string_view name) {
+  ItemRecord& record = items_[row];
+  change_status(row, ItemStatus::proposed);
+  const std::string_view kept = proposed_names_.keep(name);
   record.proposed_data = kept.data();
   record.proposed_size = static_cast<std::uint16_t>(kept.size());
   set_carries(record, record.proposed() != record.name());
+}
+
+// What was wanted is kept to be shown, as far as it can be.
+void FileList::refuse_unwritable(std::size_t row, NameFault fault, std::string_view name, std::size_t name_limit) {
+  ItemRecord& record = items_[row];
+  const std::string_view kept = proposed_names_.keep(name.substr(0, UINT16_MAX));
+  record.proposed_data = kept.data();
+  record.proposed_size = static_cast<std::uint16_t>(kept.size());
+  change_status(row, ItemStatus::no_changes);
+  record.reason = intern_reason(describe(fault));
+  set_problem(row, Problem::unwritable);
+  if (fault == NameFault::too_long)
+    record.bytes_over = static_cast<std::uint16_t>(std::min<std::size_t>(name.size() - name_limit, UINT16_MAX));
 }
 
 // Every change of a status, and so of a name or a reason, comes through here.
@@ -156,6 +172,10 @@ void FileList::change_status(std::size_t row, ItemStatus status) {
   ItemRecord& record = items_[row];
   set_carries(record, status == ItemStatus::proposed && record.proposed() != record.name());
   record.status = status;
+  record.problem = Problem::none;
+  record.holder = Holder::unlisted;
+  record.bytes_over = 0;
+  clear_warning(row);
   named_end_ = std::max(named_end_, row + 1);
 }
 
@@ -163,6 +183,26 @@ void FileList::set_carries(ItemRecord& record, bool carries) {
   if (record.carries_new_name) --renameable_count_;
   if (carries) ++renameable_count_;
   record.carries_new_name = carries;
+}
+
+void FileList::set_problem(std::size_t row, Problem problem, const char* other) {
+  clear_warning(row);
+  items_[row].problem = problem;
+  items_[row].other = other;
+  set_carries(items_[row], false);
+}
+
+void FileList::set_warning(std::size_t row, Warning warning, const char* other) {
+  ItemRecord& record = items_[row];
+  if (record.problem != Problem::none || (record.warning != Warning::none && record.warning <= warning)) return;
+  record.warning = warning;
+  record.other = other;
+  named_end_ = std::max(named_end_, row + 1);
+}
+
+void FileList::clear_warning(std::size_t row) {
+  items_[row].warning = Warning::none;
+  items_[row].other = nullptr;
 }
 
 void FileList::set_status(std::size_t row, ItemStatus status) {
@@ -196,13 +236,17 @@ std::string_view FileList::wanted(std::size_t row) const {
   const ItemRecord& record = items_[row];
   const bool is_taken =
       record.status == ItemStatus::file_already_exists || record.status == ItemStatus::folder_already_exists;
-  const bool has_failed = record.status == ItemStatus::no_changes && record.reason != 0;
-  return is_taken || has_failed ? record.proposed() : std::string_view();
+  return is_taken || record.has_failed() ? record.proposed() : std::string_view();
 }
 
 void FileList::begin_new_names() {
   old_proposed_names_.absorb(std::move(proposed_names_));
   proposed_names_.clear();
+}
+
+void FileList::keep_new_name(std::size_t row) {
+  ItemRecord& record = items_[row];
+  if (record.proposed_data != nullptr) record.proposed_data = proposed_names_.keep(record.proposed()).data();
 }
 
 void FileList::end_new_names(bool complete) {
@@ -213,11 +257,12 @@ void FileList::reset_new_names(ItemStatus status) {
   proposed_names_.clear();
   old_proposed_names_.clear();
   for (ItemRecord& record : std::span(items_).first(rows_to_reset(status))) {
-    record.status = status;
-    record.reason = 0;
-    record.proposed_data = nullptr;
-    record.proposed_size = 0;
-    record.carries_new_name = false;
+    record = ItemRecord{.name_data = record.name_data,
+                        .inode = record.inode,
+                        .folder = record.folder,
+                        .name_size = record.name_size,
+                        .status = status,
+                        .kind = record.kind};
   }
   named_end_ = 0;
   rest_status_ = status;

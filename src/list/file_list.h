@@ -17,7 +17,9 @@
 
 #include "list/file_system_item.h"
 #include "list/folder_table.h"
+#include "list/item_remark.h"
 #include "list/row_set.h"
+#include "platform/file_name.h"
 #include "text/text_arena.h"
 
 namespace brindle {
@@ -25,19 +27,28 @@ namespace brindle {
 /// One item as the list keeps it. Names are on-disk bytes with a NUL behind their end.
 struct ItemRecord {
   const char* name_data = nullptr;
-  const char* proposed_data = nullptr;  ///< null unless `proposed`, renamed, or the name is taken
-  std::uint64_t inode = 0;              ///< as the listing gave it; 0 when not known
+  const char* proposed_data = nullptr;  ///< null unless `proposed`, renamed, or the item could not get it
+  /// The name of the item that a clash, or the warnings "contested" and "alike", are with; it lies in the same folder.
+  /// Null otherwise.
+  const char* other = nullptr;
+  std::uint64_t inode = 0;  ///< as the listing gave it; 0 when not known
   FolderId folder = FolderTable::root;
   std::uint16_t name_size = 0;
   std::uint16_t proposed_size = 0;
   std::uint16_t reason = 0;  ///< index into the list's reasons; 0: none
   ItemStatus status = ItemStatus::none;
-  std::uint8_t kind = 0;          ///< bits: folder 1, alias 2, package 4
-  bool carries_new_name = false;  ///< a proposed name other than its own: the live preview proposes that one too
+  std::uint8_t kind = 0;         ///< bits: folder 1, alias 2, package 4
+  std::uint16_t bytes_over = 0;  ///< of a name that is too long for its disk
+  Problem problem : 4 = Problem::none;
+  Warning warning : 4 = Warning::none;
+  Holder holder : 2 = Holder::unlisted;  ///< of a name that is taken
+  bool carries_new_name : 1 = false;     ///< it is promised a name, other than its own
 
   std::string_view name() const { return {name_data, name_size}; }
   std::string_view proposed() const { return {proposed_data, proposed_size}; }
   bool is_folder() const { return (kind & 1U) != 0; }
+  /// No name could be made for it, or it could not be renamed; the list has the reason.
+  bool has_failed() const { return status == ItemStatus::no_changes && reason != 0; }
   ItemType type() const {
     return kind == 0 || kind == 4 ? ItemType::file : is_folder() ? ItemType::folder : ItemType::alias;
   }
@@ -96,6 +107,18 @@ class FileList {
   void write(std::size_t row, const FileSystemItem& item, std::size_t name_limit);
   void set_status(std::size_t row, ItemStatus status);
   void set_reason(std::size_t row, std::string_view reason);
+  /// The row keeps its name. `other` is a name of this list, NUL-terminated. A change of the status takes it back.
+  void set_problem(std::size_t row, Problem problem, const char* other = nullptr);
+  void set_holder(std::size_t row, Holder holder) { items_[row].holder = holder; }
+  /// Kept unless the row has a more urgent one.
+  void set_warning(std::size_t row, Warning warning, const char* other = nullptr);
+  void clear_warning(std::size_t row);
+  /// The row was to get a name that cannot be written: it keeps its own, and `name` to be shown. `name_limit` in bytes.
+  void refuse_unwritable(std::size_t row, NameFault fault, std::string_view name, std::size_t name_limit);
+  /// The row is not renamed, whatever it was promised; what it was to get stays to be seen.
+  void withhold(std::size_t row) { set_carries(items_[row], false); }
+  /// The row is to get this name (on-disk bytes, which can be written) after all.
+  void promise(std::size_t row, std::string_view name);
   std::string_view reason(std::size_t row) const { return reasons_[items_[row].reason]; }
   void set_inode(std::size_t row, std::uint64_t inode) { items_[row].inode = inode; }
   /// The row's new-name field as text: status text or proposed name, on-disk form.
@@ -106,12 +129,14 @@ class FileList {
   /// A preview writes its new names between these two calls. Afterwards the names of the preview before are freed,
   /// unless it was broken off: rows it did not reach still hold theirs.
   void begin_new_names();
+  /// The row's new name outlasts the preview that is being made.
+  void keep_new_name(std::size_t row);
   void end_new_names(bool complete);
   /// Forgets all new names and gives every row this status.
   void reset_new_names(ItemStatus status);
   /// How many rows that would write to: those beyond stand so already.
   std::size_t rows_to_reset(ItemStatus status) const { return status == rest_status_ ? named_end_ : items_.size(); }
-  /// Rows that carry a proposed name other than the one they have.
+  /// Rows that are promised a name.
   std::size_t renameable_count() const { return renameable_count_; }
 
   /// After a rename: the proposed name becomes the name, and the row is "Renaming (OK)".

@@ -75,7 +75,8 @@ void AudioParameters::append_value(const AudioAttributes& attributes, std::size_
 }
 
 // A separator stands before a text of the user's own, but never straight behind it.
-void AudioParameters::write_separated(const AudioAttributes& attributes, std::u16string& out) const {
+void AudioParameters::write_separated(const AudioAttributes& attributes, WorkingName& name) const {
+  std::u16string& out = name.result;
   bool after_text = false;
   for (const Entry& entry : entries_) {
     const std::size_t start = out.size();
@@ -83,6 +84,7 @@ void AudioParameters::write_separated(const AudioAttributes& attributes, std::u1
     const std::size_t value = out.size();
     if (entry.token) {
       append_value(attributes, *entry.token, out);
+      if (out.size() == value) name.note(Warning::no_value);
       if (out.size() == value) out.resize(start);
     } else {
       out += entry.text;
@@ -99,6 +101,7 @@ void AudioParameters::write_mask(const AudioAttributes& attributes, WorkingName&
     if (tokens_[i].find(name.result) == SearchText::npos) continue;
     value.clear();
     append_value(attributes, i, value);
+    if (value.empty()) name.note(Warning::no_value);
     name.scratch.clear();
     std::size_t done = 0;
     for (std::size_t at = 0; (at = tokens_[i].find(name.result, done)) != SearchText::npos;) {
@@ -115,7 +118,7 @@ void AudioParameters::write_name(const AudioAttributes& attributes, WorkingName&
   if (separator_.empty()) {
     write_mask(attributes, name);
   } else {
-    write_separated(attributes, name.result);
+    write_separated(attributes, name);
   }
   if (name.result.empty()) name.result = name.base;
 }

@@ -39,7 +39,7 @@ class AudioParameters final : public RenameStep {
 
   static Entry entry_of(std::u16string_view tag);
   void want_for_mask();
-  void write_separated(const AudioAttributes& attributes, std::u16string& out) const;
+  void write_separated(const AudioAttributes& attributes, WorkingName& name) const;
   void write_mask(const AudioAttributes& attributes, WorkingName& name) const;
   void append_value(const AudioAttributes& attributes, std::size_t token, std::u16string& out) const;
 

@@ -48,6 +48,9 @@ class WindowsReplacements {
 struct GeneralParameters final : RenameStep {
   explicit GeneralParameters(const RenameSettings& settings);
   NameOutcome make_name(StepRun& run) const override;
+  bool is_about_extensions() const override {
+    return option >= GeneralOption::convert_extension && option <= GeneralOption::change_extension;
+  }
 
   GeneralOption option;
   std::int32_t letter_case = 0;  ///< 1 upper, 2 lower, 3 proper; any other leaves the text alone

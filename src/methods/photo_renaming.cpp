@@ -182,6 +182,7 @@ void PhotoParameters::write_name(const PhotoMetadata& metadata, std::int32_t num
     } else {
       append_value(token, metadata, values, name);
     }
+    if (name.scratch.empty()) name.note(Warning::no_value);
     if (name.scratch.empty()) continue;
     if (!name.result.empty() && !follows_custom) name.result.append(separator_);
     name.result.append(name.scratch);

@@ -30,6 +30,7 @@ void store(FileSystemItem& item, WorkingName& name, NameOutcome outcome) {
     name.result.append(name.extension);
   }
   item.swap_new_filename(name.result);
+  if (item.newFilename().empty()) name.note(Warning::emptied);
 }
 
 void report_failure(std::u16string& error, const char* reason) {

@@ -12,6 +12,7 @@
 #include <string_view>
 
 #include "list/file_system_item.h"
+#include "list/item_remark.h"
 #include "metadata/audio_attributes.h"
 #include "metadata/image_properties.h"
 #include "metadata/xmp_text.h"
@@ -20,10 +21,15 @@ namespace brindle {
 
 /// The working name of an item and the buffers for the next one. One object serves a whole run of one thread.
 struct WorkingName {
-  std::u16string_view base;       ///< views into the item
-  std::u16string_view extension;  ///< without the dot; empty for none
-  std::u16string result;          ///< the new base, and in the end the whole name
-  std::u16string scratch;         ///< for the text function's own use; holds anything on entry
+  std::u16string_view base;        ///< views into the item
+  std::u16string_view extension;   ///< without the dot; empty for none
+  std::u16string result;           ///< the new base, and in the end the whole name
+  std::u16string scratch;          ///< for the text function's own use; holds anything on entry
+  Warning remark = Warning::none;  ///< what a person should look at twice: the most urgent that a step found
+
+  void note(Warning found) {
+    if (remark == Warning::none || found < remark) remark = found;
+  }
 };
 
 /// What a text function made of the base.
@@ -67,6 +73,9 @@ class RenameStep {
   /// Reads name.base and name.extension and writes name.result, which is empty on entry. What goes wrong is thrown, as
   /// a std::exception.
   virtual NameOutcome make_name(StepRun& run) const = 0;
+
+  /// Whether extensions are what it is about: a change of one is no surprise then.
+  virtual bool is_about_extensions() const { return false; }
 
   // Reading ahead, for steps that read files.
 

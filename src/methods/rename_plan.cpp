@@ -45,6 +45,7 @@ void RenamePlan::reset_counters() {
 }
 
 bool RenamePlan::run(FileSystemItem& item, std::u16string& error, const ItemMetadata* metadata) {
+  working_name_.remark = Warning::none;
   for (std::size_t i = 0; i < steps_.size(); ++i) {
     StepRun run{item, working_name_, steps_[i].counter, photo_number_};
     if (metadata != nullptr && metadata->audio) run.audio = &*metadata->audio;
@@ -52,6 +53,10 @@ bool RenamePlan::run(FileSystemItem& item, std::u16string& error, const ItemMeta
     run_step(*steps_[i].operation, run, error);
   }
   return error.empty();
+}
+
+bool RenamePlan::may_change_extensions() const {
+  return std::ranges::any_of(steps_, [](const Step& step) { return step.operation->is_about_extensions(); });
 }
 
 bool RenamePlan::wants_metadata(std::string_view name) const {

@@ -49,6 +49,10 @@ class RenamePlan {
   /// Runs every step on the item, each on the name the one before made. True when `error` is still empty. `metadata` is
   /// what read_metadata said of the item's file; null to have the steps read what they need.
   bool run(FileSystemItem& item, std::u16string& error, const ItemMetadata* metadata = nullptr);
+  /// What the steps found worth a second look in the last item.
+  Warning remark() const { return working_name_.remark; }
+  /// Some step is about extensions.
+  bool may_change_extensions() const;
 
   // Reading ahead. These may be called on another thread while the plan runs.
 

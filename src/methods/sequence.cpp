@@ -13,8 +13,10 @@ namespace brindle {
 namespace {
 
 // The value is cut to the mask's width: a mask sets the largest width too.
-void append_masked(std::u16string_view value, const std::u16string& mask, std::u16string& out) {
-  append_padded(mask.empty() ? value : value.substr(0, mask.size()), mask, out);
+void append_masked(std::u16string_view value, const std::u16string& mask, WorkingName& name) {
+  const bool is_cut = !mask.empty() && value.size() > mask.size();
+  if (is_cut) name.note(Warning::cut);
+  append_padded(is_cut ? value.substr(0, mask.size()) : value, mask, name.result);
 }
 
 std::int32_t stepped(const NumericParameters& parameters, std::int32_t number) {
@@ -27,12 +29,12 @@ std::int32_t stepped(const NumericParameters& parameters, std::int32_t number) {
   return static_cast<std::int32_t>(std::clamp<std::int64_t>(next, 0, std::numeric_limits<std::int32_t>::max()));
 }
 
-void append_number(std::int32_t number, const std::u16string& mask, std::u16string& out) {
+void append_number(std::int32_t number, const std::u16string& mask, WorkingName& name) {
   std::array<char, 12> digits;
   const char* const end = std::to_chars(digits.begin(), digits.end(), number).ptr;
   std::array<char16_t, 12> units;
   std::copy<const char*>(digits.begin(), end, units.begin());
-  append_masked({units.data(), static_cast<std::size_t>(end - digits.data())}, mask, out);
+  append_masked({units.data(), static_cast<std::size_t>(end - digits.data())}, mask, name);
 }
 
 void step(const AlphabeticParameters& parameters, std::u16string& counter) {
@@ -80,12 +82,12 @@ NameOutcome renameByNumeric(const NumericParameters& parameters, std::int32_t& n
   const std::int32_t number = std::max(numericStartWith, 0);
   numericStartWith = number;
   const bool replaces = !parameters.prefix && !parameters.subffix;
-  if (parameters.prefix || replaces) append_number(number, parameters.mask, name.result);
+  if (parameters.prefix || replaces) append_number(number, parameters.mask, name);
   if (parameters.prefix) name.result.append(parameters.separator);
   if (!replaces) name.result.append(name.base);
   if (parameters.subffix) {
     name.result.append(parameters.separator);
-    append_number(number, parameters.mask, name.result);
+    append_number(number, parameters.mask, name);
   }
   numericStartWith = stepped(parameters, number);
   return NameOutcome::base;
@@ -95,9 +97,12 @@ NameOutcome renameByAlphabetic(const AlphabeticParameters& parameters, std::u16s
                                WorkingName& name) {
   std::u16string& counter = alphabeticStartWith;
   if (counter.empty()) counter = u"a";
-  if (!parameters.mask.empty() && counter.size() > parameters.mask.size()) counter.resize(parameters.mask.size());
+  if (!parameters.mask.empty() && counter.size() > parameters.mask.size()) {
+    counter.resize(parameters.mask.size());
+    name.note(Warning::cut);
+  }
   if (parameters.subffix) name.result.append(name.base).append(parameters.separator);
-  append_masked(counter, parameters.mask, name.result);
+  append_masked(counter, parameters.mask, name);
   if (parameters.prefix) name.result.append(parameters.separator).append(name.base);
   step(parameters, counter);
   return NameOutcome::base;

@@ -175,6 +175,20 @@ bool FolderHandle::identity(FolderIdentity& identity) const {
   return true;
 }
 
+int FolderHandle::rename_access(bool& only_own) const {
+  struct stat status {};
+  only_own = false;
+  if (::faccessat(folder_.get(), ".", W_OK | X_OK, AT_EACCESS) != 0) return errno;
+  if (::fstat(folder_.get(), &status) != 0) return errno;
+  only_own = (status.st_mode & S_ISVTX) != 0 && ::geteuid() != 0 && status.st_uid != ::geteuid();
+  return 0;
+}
+
+bool FolderHandle::is_own(const char* name) const {
+  struct stat status {};
+  return ::fstatat(folder_.get(), name, &status, AT_SYMLINK_NOFOLLOW) == 0 && status.st_uid == ::geteuid();
+}
+
 bool FolderHandle::has_lasting_inodes() const {
   struct statfs disk {};
   if (::fstatfs(folder_.get(), &disk) != 0) return false;

@@ -76,6 +76,11 @@ class FolderHandle {
   bool exists(const char* name) const;
   bool stamp(FolderStamp& stamp) const;
   bool identity(FolderIdentity& identity) const;
+  /// Why this process may not rename what is in the folder: EACCES, EROFS, EPERM (a folder that cannot be changed); 0
+  /// when it may. In a folder that only lets owners rename (sticky), `only_own` is set, and what is not ours stays.
+  int rename_access(bool& only_own) const;
+  /// Whether an entry belongs to this process's user.
+  bool is_own(const char* name) const;
   /// Whether inode numbers stay with their files here, across mounts and renames. FAT, exFAT and most network and FUSE
   /// disks make theirs up as they go.
   bool has_lasting_inodes() const;

@@ -1,5 +1,6 @@
 #include "run/apply.h"
 
+#include <cerrno>
 #include <ctime>
 #include <optional>
 #include <vector>
@@ -33,6 +34,7 @@ class Run {
   void collect_rows();
   bool holds_own_data(std::uint32_t row) const;
   void refuse(std::uint32_t row);
+  void refuse_problem(std::uint32_t row);
   Status open_log();
   Status write_journal();
   void rename_in_order();
@@ -64,10 +66,19 @@ bool Run::holds_own_data(std::uint32_t row) const {
 }
 
 void Run::refuse(std::uint32_t row) {
-  files_.set_status(row, ItemStatus::no_changes);
-  files_.set_reason(row, brindle::holds_own_data);
   if (!result_.first_failed) result_.first_failed = row;
   ++refused_;
+}
+
+// What was not promised is not tried: the name may have become free, and somebody may rely on that it is not taken.
+void Run::refuse_problem(std::uint32_t row) {
+  const ItemRecord record = files_[row];
+  const bool is_move_refused = record.problem == Problem::no_access || rules_.case_method;
+  files_.set_status(row, is_move_refused ? ItemStatus::no_changes : already_exists(record.type()));
+  if (record.reason == 0 && is_move_refused) files_.set_reason(row, describe_error(EEXIST));
+  files_.set_problem(row, record.problem, record.other);
+  files_.set_holder(row, record.holder);
+  refuse(row);
 }
 
 void Run::collect_rows() {
@@ -75,9 +86,14 @@ void Run::collect_rows() {
   put_in_order_of_run(files_, options_);
   for (std::uint32_t row = 0; row < files_.size(); ++row) {
     if (files_[row].carries_new_name && holds_own_data(row)) {
+      files_.set_status(row, ItemStatus::no_changes);
+      files_.set_reason(row, brindle::holds_own_data);
+      files_.set_problem(row, Problem::no_access);
       refuse(row);
     } else if (files_[row].carries_new_name) {
       rows_.push_back(row);
+    } else if (files_[row].status == ItemStatus::proposed && files_[row].problem != Problem::none) {
+      refuse_problem(row);
     } else if (files_[row].status == ItemStatus::proposed) {
       files_.set_status(row, ItemStatus::no_changes);  // the live preview proposes the name that an item has, too
     }

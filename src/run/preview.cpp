@@ -9,6 +9,7 @@
 #include "platform/file_name.h"
 #include "platform/translation.h"
 #include "run/rename_row.h"
+#include "run/second_look.h"
 
 namespace brindle {
 namespace {
@@ -18,8 +19,8 @@ constexpr std::size_t usual_name_limit = 255;
 /// What the two kinds of preview have in common: the counters, the operations, the outcome.
 class PreviewRun {
  public:
-  PreviewRun(FileList& files, RenamePlan& plan, const JobControl& control)
-      : files_(files), plan_(plan), control_(control) {
+  PreviewRun(FileList& files, RenamePlan& plan, const JobControl& control, const RunChoices& choices)
+      : files_(files), plan_(plan), control_(control), choices_(choices) {
     if (plan.resets_on_folder()) sort_by_location(files);
     plan.reset_counters();
     metadata_.emplace(files, plan);
@@ -43,11 +44,13 @@ class PreviewRun {
   void note_failure(std::size_t row);
   void check(std::size_t row, DiskNames& disk_names);
   void preview_row(std::size_t row, DiskNames& disk_names);
+  void look_again(DiskNames* disk_names);
   std::vector<std::uint32_t> count_rows_by_folder() const;
 
   FileList& files_;
   RenamePlan& plan_;
   const JobControl& control_;
+  const RunChoices& choices_;
   std::optional<MetadataWindow> metadata_;  // once the list has its order
   FileSystemItem item_;
   std::u16string error_;
@@ -58,6 +61,11 @@ class PreviewRun {
 void PreviewRun::make_name(std::size_t row, std::size_t name_limit) {
   if (plan_.keeps_loaded_names()) {
     files_.read(row, item_);
+    // What the list asked for counts once more, whatever stood in its way the last time.
+    if (files_[row].problem == Problem::taken) {
+      item_.setNewFilename(decode_file_name(files_[row].proposed()));
+      item_.set_reason({});
+    }
   } else {
     files_.read_without_new_name(row, item_);
   }
@@ -70,6 +78,7 @@ void PreviewRun::make_name(std::size_t row, std::size_t name_limit) {
     outcome_.result = made && !outcome_.error_row;
   }
   files_.write(row, item_, name_limit);
+  if (plan_.remark() != Warning::none) files_.set_warning(row, plan_.remark());
 }
 
 void PreviewRun::note_failure(std::size_t row) {
@@ -84,11 +93,15 @@ void PreviewRun::note_failure(std::size_t row) {
 void PreviewRun::check(std::size_t row, DiskNames& disk_names) {
   const ItemRecord& record = files_[row];
   if (record.status == ItemStatus::none) {
+    const Warning warning = record.warning;
     files_.set_status(row, ItemStatus::no_changes);
+    files_.set_warning(row, warning);
   } else if (record.status != ItemStatus::proposed) {
-    if (record.reason == 0 && !plan_.keeps_loaded_names()) files_.set_reason(row, status_text_reason);
-  } else if (check_new_name(files_, row, disk_names)) {
-    ++outcome_.renameable;
+    if (record.reason != 0 || plan_.keeps_loaded_names()) return;
+    files_.set_reason(row, status_text_reason);
+    files_.set_problem(row, Problem::unwritable);
+  } else {
+    check_new_name(files_, row, disk_names);
   }
 }
 
@@ -97,8 +110,10 @@ void PreviewRun::preview_row(std::size_t row, DiskNames& disk_names) {
     files_.set_status(row, not_found(files_[row].type()));
     const int error = disk_names.error();
     files_.set_reason(row, error == ENOENT || error == ENOTDIR ? std::string_view() : describe_error(error));
+    files_.set_problem(row, Problem::gone);
     return;
   }
+  if (plan_.keeps_loaded_names() && files_[row].problem == Problem::unwritable) return files_.keep_new_name(row);
   make_name(row, disk_names.name_limit());
   check(row, disk_names);
 }
@@ -107,6 +122,13 @@ std::vector<std::uint32_t> PreviewRun::count_rows_by_folder() const {
   std::vector<std::uint32_t> counts(files_.folders().size());
   for (const ItemRecord& record : files_.items()) ++counts[record.folder];
   return counts;
+}
+
+void PreviewRun::look_again(DiskNames* disk_names) {
+  const SecondLookResult looked = brindle::look_again(files_, choices_, disk_names, plan_.may_change_extensions());
+  outcome_.renameable = looked.promised;
+  outcome_.problems = looked.problems;
+  outcome_.warnings = looked.warnings;
 }
 
 PreviewResult PreviewRun::full(DiskNames& disk_names) {
@@ -121,6 +143,7 @@ PreviewResult PreviewRun::full(DiskNames& disk_names) {
     preview_row(row, disk_names);
     ++outcome_.processed;
   }
+  if (!outcome_.cancelled) look_again(&disk_names);
   files_.end_new_names(!outcome_.cancelled);
   throttle.finish(outcome_.processed);
   outcome_.result = outcome_.result || plan_.keeps_loaded_names();
@@ -134,9 +157,9 @@ PreviewResult PreviewRun::quick(std::size_t limit) {
     enter_folder_of(row);
     files_.set_status(row, ItemStatus::none);
     make_name(row, usual_name_limit);
-    if (files_[row].status == ItemStatus::proposed) ++outcome_.renameable;
     if (++outcome_.processed == limit) break;
   }
+  look_again(nullptr);
   outcome_.result = outcome_.result || plan_.keeps_loaded_names();
   outcome_.isHasFilesForRenaming = outcome_.result;
   return outcome_;
@@ -144,12 +167,14 @@ PreviewResult PreviewRun::quick(std::size_t limit) {
 
 }  // namespace
 
-PreviewResult preview(FileList& files, RenamePlan& plan, DiskNames& disk_names, const JobControl& control) {
-  return PreviewRun(files, plan, control).full(disk_names);
+PreviewResult preview(FileList& files, RenamePlan& plan, DiskNames& disk_names, const JobControl& control,
+                      const RunChoices& choices) {
+  return PreviewRun(files, plan, control, choices).full(disk_names);
 }
 
-PreviewResult quickPreview(FileList& files, RenamePlan& plan, std::size_t limit, const JobControl& control) {
-  return PreviewRun(files, plan, control).quick(limit);
+PreviewResult quickPreview(FileList& files, RenamePlan& plan, std::size_t limit, const JobControl& control,
+                           const RunChoices& choices) {
+  return PreviewRun(files, plan, control, choices).quick(limit);
 }
 
 }  // namespace brindle

@@ -67,6 +67,20 @@ std::string_view describe_error(int error) {
   return ::strerrordesc_np(error);
 }
 
+namespace {
+
+bool is_taken(FileList& files, std::size_t row, DiskNames& disk_names) {
+  const ItemRecord& record = files[row];
+  if (!disk_names.exists(record.proposed())) return false;
+  const bool is_case_change = differ_in_case_only(record.name(), record.proposed());
+  if (is_case_change && !disk_names.is_another_entry(record.name(), record.proposed())) return false;
+  if (!is_case_change) files.set_status(row, already_exists(record.type()));
+  files.set_problem(row, Problem::taken);
+  return true;
+}
+
+}  // namespace
+
 bool check_new_name(FileList& files, std::size_t row, DiskNames& disk_names) {
   const ItemRecord& record = files[row];
   if (record.proposed() == record.name()) {
@@ -76,11 +90,15 @@ bool check_new_name(FileList& files, std::size_t row, DiskNames& disk_names) {
   if (record.kind != 0 && disk_names.holds_own_data(record.name(), record.inode)) {
     files.set_status(row, ItemStatus::no_changes);
     files.set_reason(row, brindle::holds_own_data);
+    files.set_problem(row, Problem::no_access);
     return false;
   }
-  if (!disk_names.exists(record.proposed()) || differ_in_case_only(record.name(), record.proposed())) return true;
-  files.set_status(row, already_exists(record.type()));
-  return false;
+  if (const int error = disk_names.rename_error(record.name()); error != 0) {
+    files.set_reason(row, describe_error(error));
+    files.set_problem(row, Problem::no_access);
+    return false;
+  }
+  return !is_taken(files, row, disk_names);
 }
 
 }  // namespace brindle

@@ -41,7 +41,8 @@ inline constexpr std::string_view status_text_reason =
 
 /// Settles a row that has a proposed name: "No Changes" when it is the name that the item has, with the reason when
 /// the program's own data hangs on that name, "… Already Exists" when something else in the folder has it (a change of
-/// case alone is always let through). True when the item can be renamed. `disk_names` has entered the row's folder.
+/// case alone keeps its proposed name, and has a problem when another entry bears it). True when nothing stands in the
+/// way. `disk_names` has entered the row's folder.
 bool check_new_name(FileList& files, std::size_t row, DiskNames& disk_names);
 
 }  // namespace brindle

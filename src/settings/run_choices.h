@@ -1,0 +1,27 @@
+#pragma once
+
+// What a person chooses for one run, beside the settings of its method. Constant data; any thread.
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace brindle {
+
+/// What becomes of a run in which items cannot get their names.
+enum class OnProblem : std::uint8_t {
+  skip,    ///< these keep their names, the others are renamed
+  none,    ///< nothing is renamed
+  number,  ///< a name that is taken, or that an earlier item gets, is numbered until it is free
+};
+
+inline constexpr std::array<std::string_view, 3> on_problem_words = {"skip", "none", "number"};
+
+struct RunChoices {
+  OnProblem on_problem = OnProblem::skip;
+  std::u16string number_pattern = u" ({})";  ///< what stands behind the name; "{}" is the number, from 2 on
+  bool permute = false;                      ///< a name is free when the item that has it leaves it in the same run
+};
+
+}  // namespace brindle
