@@ -27,15 +27,12 @@ EntryKindBits kind_of(const FolderHandle& folder, const FolderEntry& entry) {
   EntryKind kind = entry.kind;
   EntryFacts facts;
   if (kind == EntryKind::unknown && folder.look_up(entry.name.data(), facts)) kind = facts.kind;
-  if (kind == EntryKind::folder) {
-    const bool is_package = is_package_name(entry.name);
-    return {kind_bits(true, false, is_package), !is_package};
-  }
+  if (kind == EntryKind::folder) return {kind_bits(true, false), !is_package_name(entry.name)};
   if (kind != EntryKind::link) return {};
   struct stat target {};
   const bool leads_to_folder =
       ::fstatat(folder.descriptor(), entry.name.data(), &target, 0) == 0 && S_ISDIR(target.st_mode);
-  return {kind_bits(leads_to_folder, true, leads_to_folder && is_package_name(entry.name)), false};
+  return {kind_bits(leads_to_folder, true), false};
 }
 
 bool is_hidden(std::string_view name) {
@@ -148,7 +145,7 @@ void Walk::add_path(const std::string& path) {
   if (error != 0 && !is_missing_file) return note_unreadable(files_.folders().child(parent, name), error);
   const bool is_real_folder = kind.is_folder && !kind.is_alias && !kind.is_package;
   if (is_real_folder == options_.isFolders)
-    count(files_.add(parent, name, kind_bits(kind.is_folder, kind.is_alias, kind.is_package), kind.inode));
+    count(files_.add(parent, name, kind_bits(kind.is_folder, kind.is_alias), kind.inode));
   if (is_real_folder && options_.isIncludeSubFolders) walk_below(files_.folders().child(parent, name));
 }
 

@@ -118,7 +118,7 @@ void FileList::resetFilesDic() {
 void FileList::read_without_new_name(std::size_t row, FileSystemItem& item) const {
   const ItemRecord& record = items_[row];
   item.set_path(folders_, record.folder, record.name());
-  item.set_kind((record.kind & 1U) != 0, (record.kind & 2U) != 0, (record.kind & 4U) != 0);
+  item.set_type(record.type());
 }
 
 void FileList::read(std::size_t row, FileSystemItem& item) const {

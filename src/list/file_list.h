@@ -32,19 +32,18 @@ struct ItemRecord {
   std::uint16_t proposed_size = 0;
   std::uint16_t reason = 0;  ///< index into the list's reasons; 0: none
   ItemStatus status = ItemStatus::none;
-  std::uint8_t kind = 0;          ///< bits: folder 1, alias 2, package 4
+  std::uint8_t kind = 0;          ///< bits: folder 1, alias 2
   bool carries_new_name = false;  ///< a proposed name other than its own: the live preview proposes that one too
 
   std::string_view name() const { return {name_data, name_size}; }
   std::string_view proposed() const { return {proposed_data, proposed_size}; }
   bool is_folder() const { return (kind & 1U) != 0; }
-  ItemType type() const {
-    return kind == 0 || kind == 4 ? ItemType::file : is_folder() ? ItemType::folder : ItemType::alias;
-  }
+  /// A link to a folder is a folder, though never entered.
+  ItemType type() const { return kind == 0 ? ItemType::file : is_folder() ? ItemType::folder : ItemType::alias; }
 };
 
-constexpr std::uint8_t kind_bits(bool is_folder, bool is_alias, bool is_package) {
-  return static_cast<std::uint8_t>((is_folder ? 1U : 0U) | (is_alias ? 2U : 0U) | (is_package ? 4U : 0U));
+constexpr std::uint8_t kind_bits(bool is_folder, bool is_alias) {
+  return static_cast<std::uint8_t>((is_folder ? 1U : 0U) | (is_alias ? 2U : 0U));
 }
 
 /// Rows that somebody has chosen, and the one they are at.
@@ -97,7 +96,6 @@ class FileList {
   void set_status(std::size_t row, ItemStatus status);
   void set_reason(std::size_t row, std::string_view reason);
   std::string_view reason(std::size_t row) const { return reasons_[items_[row].reason]; }
-  void set_inode(std::size_t row, std::uint64_t inode) { items_[row].inode = inode; }
   /// The row's new-name field as text: status text or proposed name, on-disk form.
   std::u16string new_filename(std::size_t row) const;
   /// The name (bytes) that a row was to get, where a status says in its place why it did not; else empty.

@@ -15,12 +15,6 @@ std::u16string extension_entry(std::u16string_view extension) {
   return entry;
 }
 
-std::u16string joined_extensions(const TextList& extensions) {
-  std::u16string text;
-  for (const std::u16string& extension : extensions) text.append(text.empty() ? u"" : u"; ").append(extension);
-  return text;
-}
-
 TextList parsed_extensions(std::u16string_view text) {
   TextList extensions;
   while (!text.empty()) {

@@ -12,9 +12,6 @@ namespace brindle {
 /// The entry for an extension, which may have its dot already; "" for an empty one.
 std::u16string extension_entry(std::u16string_view extension);
 
-/// As a field shows a list: its members joined by "; ".
-std::u16string joined_extensions(const TextList& extensions);
-
 /// The list that a typed text stands for: members between ";", blanks around them and empty ones passed over, none
 /// twice.
 TextList parsed_extensions(std::u16string_view text);

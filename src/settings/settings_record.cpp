@@ -84,10 +84,7 @@ SettingsOutcome setSettings(RenameSettings& settings, const SettingsRecord& reco
   }
   resetPhotoMask(settings);
   resetID3Mask(settings);
-  return {
-      .refresh_replace_remove = selected_method(settings) == Method::replace_remove,
-      .date_left_out = date_left_out(settings, record),
-  };
+  return {.date_left_out = date_left_out(settings, record)};
 }
 
 bool uses_custom_date(const RenameSettings& settings) {

@@ -116,15 +116,6 @@ TEST(SettingsRecord, MakesTheMasksAnew) {
   EXPECT_EQ(now.photoRenamingMask, u"");
 }
 
-TEST(SettingsRecord, SaysWhatTheWindowHasToDo) {
-  const auto outcome = [](const char* changes) {
-    RenameSettings settings;
-    return setSettings(settings, getCurrentSettings(with({}, changes)));
-  };
-  EXPECT_TRUE(outcome("selectedTab=2").refresh_replace_remove);
-  EXPECT_FALSE(outcome("selectedTab=9").refresh_replace_remove);
-}
-
 TEST(PropertyDictionary, KeepsOrderAndReplaces) {
   PropertyDictionary dictionary;
   dictionary.set(u"b", 1);
