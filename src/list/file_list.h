@@ -47,7 +47,7 @@ constexpr std::uint8_t kind_bits(bool is_folder, bool is_alias) {
 }
 
 /// Rows that somebody has chosen, and the one they are at.
-struct FollowedRows {
+struct ChosenRows {
   RowSet rows;
   std::optional<std::size_t> current;
 };
@@ -127,11 +127,8 @@ class FileList {
   /// Another number after each change of which item a row names; appending changes none.
   std::uint64_t order_version() const { return order_version_; }
   /// These rows stay with their items from now on, however the list is ordered; items removed are left out.
-  void follow(FollowedRows rows) { followed_ = std::move(rows); }
-  const FollowedRows& followed() const { return followed_; }
-
-  /// Bytes kept for names, items and folders, about.
-  std::size_t memory() const;
+  void choose(ChosenRows rows) { chosen_ = std::move(rows); }
+  const ChosenRows& chosen() const { return chosen_; }
 
  private:
   struct PathKey {
@@ -149,8 +146,8 @@ class FileList {
   std::uint16_t intern_reason(std::string_view reason);
   void change_status(std::size_t row, ItemStatus status);
   void set_carries(ItemRecord& record, bool carries);
-  void follow_removal(const RowSet& removed);
-  bool follow_order(std::span<const std::uint32_t> order, std::size_t first);
+  void remove_chosen(const RowSet& removed);
+  bool reorder_chosen(std::span<const std::uint32_t> order, std::size_t first);
 
   FolderTable folders_;
   std::vector<ItemRecord> items_;
@@ -164,7 +161,7 @@ class FileList {
   std::size_t named_end_ = 0;
   ItemStatus rest_status_ = ItemStatus::none;
   std::size_t renameable_count_ = 0;
-  FollowedRows followed_;
+  ChosenRows chosen_;
   std::uint64_t order_version_ = 0;
 
   // filesDic. While no folder has been listed twice, the items themselves are the set; the hash set is made when a path
