@@ -5,7 +5,6 @@
 #include <numeric>
 #include <utility>
 
-#include "gather/list_lookup.h"
 #include "gather/list_rows.h"
 #include "list/open_folder.h"
 #include "platform/atomic_file.h"

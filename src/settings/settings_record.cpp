@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "platform/app_info.h"
-#include "settings/list_values.h"
 #include "settings/settings_table.h"
 #include "settings/stored_value.h"
 

@@ -6,7 +6,7 @@
 
 #include "metadata/metadata_ahead.h"
 #include "methods/sample_item.h"
-#include "settings/list_values.h"
+#include "settings/stored_value.h"
 #include "support/sample_images.h"
 #include "support/temp_tree.h"
 #include "text/text_encoding.h"

@@ -5,7 +5,6 @@
 #include <limits>
 
 #include "platform/app_info.h"
-#include "settings/list_values.h"
 #include "settings/settings_store.h"
 #include "settings/stored_value.h"
 #include "support/case_file.h"
