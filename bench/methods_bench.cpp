@@ -15,7 +15,6 @@ std::vector<FileSystemItem> sample_items() {
   std::vector<FileSystemItem> items;
   for (const std::string& name : sample_names(4096)) {
     items.emplace_back().set_path("/home/ann/Pictures/2024 Brest", name);
-    items.back().set_kind(false, false, false);
   }
   return items;
 }

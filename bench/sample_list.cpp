@@ -42,7 +42,7 @@ void fill(FileList& files, std::size_t count) {
     if (at % per_folder == 0) {
       listing = files.begin_listing(files.folders().intern("/bench/Roll " + std::to_string(at / per_folder)));
     }
-    files.add_listed(listing, sample_name(at), kind_bits(false, false, false), at + 1);
+    files.add_listed(listing, sample_name(at), kind_bits(false, false), at + 1);
   }
 }
 

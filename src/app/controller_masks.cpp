@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "app/options_controller.h"
-#include "settings/list_values.h"
+#include "settings/stored_value.h"
 
 namespace brindle {
 namespace {

@@ -109,8 +109,8 @@ void OrderController::sort_by_column(std::string_view column, bool ascending) {
   });
 }
 
-void OrderController::follow_rows(FollowedRows rows) {
-  if (!model_.state().isExecuting) model_.files().follow(std::move(rows));
+void OrderController::follow_rows(ChosenRows rows) {
+  if (!model_.state().isExecuting) model_.files().choose(std::move(rows));
 }
 
 // Moving

@@ -16,9 +16,9 @@ class OrderController {
  public:
   OrderController(MutableWindowModel& model, JobsController& jobs) : model_(model), jobs_(jobs) {}
 
-  /// These rows stay with their items from now on: files().followed() says where they are. While a job has the list,
+  /// These rows stay with their items from now on: files().chosen() says where they are. While a job has the list,
   /// nothing happens.
-  void follow_rows(FollowedRows rows);
+  void follow_rows(ChosenRows rows);
 
   /// Sorts by a column of the table ("filenameWithExtension", "newFilename", "fileLocation", …); ties keep their order.
   /// The columns of photographs read files, and are sorted by a job always.

@@ -33,7 +33,7 @@ bool exists(const std::string& path) {
 }
 
 std::string remove_file(const std::string& path) {
-  if (move_to_trash(path) == 0 || ::unlink(path.c_str()) == 0) return {};
+  if (move_to_trash(path).ok() || ::unlink(path.c_str()) == 0) return {};
   return system_error_text(errno);
 }
 

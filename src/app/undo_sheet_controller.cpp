@@ -243,7 +243,7 @@ void UndoSheetController::tell_undone(const Outcome& outcome) {
   alert.message += localized_format("UNDOTOTALNOSITEMDOESNOTEXISTS", result.left_alone());
   show_alert(ports(), std::move(alert), AlertStyle::informational, what_became_of_log(outcome));
   // A file that is no log goes as well, but only to where it can be got back from.
-  if (result.put_away || (outcome.unreadable && move_to_trash(currLogFilePath_) == 0)) drop_from_list();
+  if (result.put_away || (outcome.unreadable && move_to_trash(currLogFilePath_).ok())) drop_from_list();
 }
 
 std::string UndoSheetController::what_became_of_log(const Outcome& outcome) {

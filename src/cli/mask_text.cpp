@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "metadata/metadata_catalogue.h"
-#include "settings/list_values.h"
+#include "settings/stored_value.h"
 
 namespace brindle {
 namespace {

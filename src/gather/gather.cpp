@@ -1,7 +1,5 @@
 #include "gather/gather.h"
 
-#include <sys/stat.h>
-
 #include <cerrno>
 #include <cstring>
 #include <string_view>
@@ -23,19 +21,15 @@ struct EntryKindBits {
   bool is_real_folder = false;  // a folder that is neither link nor package: the only thing that is ever entered
 };
 
+bool is_entered(const FileKind& kind) {
+  return kind.is_folder && !kind.is_alias && !kind.is_package;
+}
+
 EntryKindBits kind_of(const FolderHandle& folder, const FolderEntry& entry) {
-  EntryKind kind = entry.kind;
-  EntryFacts facts;
-  if (kind == EntryKind::unknown && folder.look_up(entry.name.data(), facts)) kind = facts.kind;
-  if (kind == EntryKind::folder) {
-    const bool is_package = is_package_name(entry.name);
-    return {kind_bits(true, false, is_package), !is_package};
-  }
-  if (kind != EntryKind::link) return {};
-  struct stat target {};
-  const bool leads_to_folder =
-      ::fstatat(folder.descriptor(), entry.name.data(), &target, 0) == 0 && S_ISDIR(target.st_mode);
-  return {kind_bits(leads_to_folder, true, leads_to_folder && is_package_name(entry.name)), false};
+  if (entry.kind == EntryKind::folder) return {kind_bits(true, false), !is_package_name(entry.name)};
+  if (entry.kind != EntryKind::link && entry.kind != EntryKind::unknown) return {};
+  const FileKind kind = file_kind(folder, entry.name.data());
+  return {kind_bits(kind.is_folder, kind.is_alias), is_entered(kind)};
 }
 
 bool is_hidden(std::string_view name) {
@@ -146,9 +140,9 @@ void Walk::add_path(const std::string& path) {
   const int error = look_at(parent, name, kind);
   const bool is_missing_file = error == ENOENT && !options_.isFolders;
   if (error != 0 && !is_missing_file) return note_unreadable(files_.folders().child(parent, name), error);
-  const bool is_real_folder = kind.is_folder && !kind.is_alias && !kind.is_package;
+  const bool is_real_folder = is_entered(kind);
   if (is_real_folder == options_.isFolders)
-    count(files_.add(parent, name, kind_bits(kind.is_folder, kind.is_alias, kind.is_package), kind.inode));
+    count(files_.add(parent, name, kind_bits(kind.is_folder, kind.is_alias), kind.inode));
   if (is_real_folder && options_.isIncludeSubFolders) walk_below(files_.folders().child(parent, name));
 }
 

@@ -5,7 +5,6 @@
 #include <numeric>
 #include <utility>
 
-#include "gather/list_lookup.h"
 #include "gather/list_rows.h"
 #include "list/open_folder.h"
 #include "platform/atomic_file.h"
@@ -123,8 +122,7 @@ void ImportRun::add(std::size_t index) {
   const bool wants_folders = item_.importType != 0;
   const bool is_real_folder = kind.is_folder && !kind.is_alias && !kind.is_package;
   if (kind.exists && is_real_folder != wants_folders) return;
-  const std::uint8_t bits =
-      kind.exists ? kind_bits(kind.is_folder, kind.is_alias, kind.is_package) : kind_bits(wants_folders, false, false);
+  const std::uint8_t bits = kind.exists ? kind_bits(kind.is_folder, kind.is_alias) : kind_bits(wants_folders, false);
   if (!files_.add(folder_of_[index], name, bits, kind.inode)) return;
   ++result_.searchFilesCount;
   const std::size_t row = files_.size() - 1;

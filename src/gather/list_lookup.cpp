@@ -1,5 +1,3 @@
-#include "gather/list_lookup.h"
-
 #include <algorithm>
 #include <cstdint>
 #include <deque>
@@ -8,6 +6,7 @@
 #include <unordered_map>
 #include <unordered_set>
 
+#include "gather/list_rows.h"
 #include "platform/ascii.h"
 #include "platform/file_name.h"
 #include "platform/folder_handle.h"

@@ -1,13 +1,16 @@
 #pragma once
 
-// The text of a rename list taken apart, before anything is looked up. Pure; any thread. Views are into the text.
+// The text of a rename list taken apart, and its lines looked up. Any thread; pure but for the look-up. Views are into
+// the text.
 
 #include <cstddef>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "gather/list_import.h"
+#include "text/text_arena.h"
 
 namespace brindle {
 
@@ -42,5 +45,15 @@ std::string disk_location(std::string_view field);
 /// Takes off the quotes that spreadsheets put around fields, and halves doubled quotes inside. False when the field has
 /// none; then `plain` is the field as it is.
 bool without_quotes(std::string_view field, std::string& plain);
+
+/// What a line stands for, in on-disk bytes. Views are into the arena that was given.
+struct FoundItem {
+  std::string_view path;      ///< real as far as the disk knows it
+  std::string_view new_name;  ///< for an existing item never empty, for a missing one always
+  bool exists = false;
+};
+
+/// The items that the lines stand for, looked up on disk a folder at a time: one a row, in order.
+std::vector<FoundItem> look_up_rows(std::span<const ListRow> rows, TextArena& texts);
 
 }  // namespace brindle

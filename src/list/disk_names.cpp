@@ -53,10 +53,6 @@ void DiskNames::end_listing() {
   filling_ = SIZE_MAX;
 }
 
-void DiskNames::clear() {
-  *this = DiskNames();
-}
-
 void DiskNames::make_set(Listing& listing) {
   if (listing.hashed) return;
   const std::size_t size = std::bit_ceil(std::max<std::size_t>(8, listing.hashes.size() + listing.hashes.size() / 2));

@@ -49,8 +49,6 @@ class DiskNames {
   /// The longest name that the folder's disk takes, in bytes.
   std::size_t name_limit() const { return name_limit_; }
 
-  void clear();
-
  private:
   struct Listing {
     FolderStamp stamp;

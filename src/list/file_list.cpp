@@ -79,18 +79,18 @@ void FileList::remove_if(const std::function<bool(const ItemRecord&)>& leaves) {
     if (record.carries_new_name) --renameable_count_;
   }
   if (removed.empty()) return;
-  follow_removal(removed);
+  remove_chosen(removed);
   items_.resize(kept);
   named_end_ = std::min(named_end_, kept);
   ++order_version_;
 }
 
-void FileList::follow_removal(const RowSet& removed) {
-  followed_.rows.remove(removed, items_.size());
-  if (!followed_.current) return;
-  const std::size_t current = *followed_.current;
-  if (removed.contains(current)) return followed_.current.reset();
-  followed_.current = current - removed.count_before(current);
+void FileList::remove_chosen(const RowSet& removed) {
+  chosen_.rows.remove(removed, items_.size());
+  if (!chosen_.current) return;
+  const std::size_t current = *chosen_.current;
+  if (removed.contains(current)) return chosen_.current.reset();
+  chosen_.current = current - removed.count_before(current);
 }
 
 void FileList::remove_rows(const RowSet& rows) {
@@ -118,7 +118,7 @@ void FileList::resetFilesDic() {
 void FileList::read_without_new_name(std::size_t row, FileSystemItem& item) const {
   const ItemRecord& record = items_[row];
   item.set_path(folders_, record.folder, record.name());
-  item.set_kind((record.kind & 1U) != 0, (record.kind & 2U) != 0, (record.kind & 4U) != 0);
+  item.set_type(record.type());
 }
 
 void FileList::read(std::size_t row, FileSystemItem& item) const {
@@ -295,7 +295,7 @@ std::string FileList::path(std::size_t row) const {
 
 // In place, one cycle of the permutation after the other: a list of a million has no room for a second copy of itself.
 void FileList::reorder(std::vector<std::uint32_t> order, std::size_t first) {
-  if (!follow_order(order, first)) return;
+  if (!reorder_chosen(order, first)) return;
   const std::span<ItemRecord> items = std::span(items_).subspan(first);
   for (std::uint32_t start = 0; start < order.size(); ++start) {
     if (order[start] == start) continue;
@@ -311,22 +311,18 @@ void FileList::reorder(std::vector<std::uint32_t> order, std::size_t first) {
 }
 
 // What the list keeps about its rows goes with them. False when the order is the one there is.
-bool FileList::follow_order(std::span<const std::uint32_t> order, std::size_t first) {
+bool FileList::reorder_chosen(std::span<const std::uint32_t> order, std::size_t first) {
   bool changes = false;
-  const std::optional<std::size_t> old_current = followed_.current;
+  const std::optional<std::size_t> old_current = chosen_.current;
   for (std::size_t i = 0; i < order.size(); ++i) {
     changes = changes || order[i] != i;
-    if (old_current == first + order[i]) followed_.current = first + i;
+    if (old_current == first + order[i]) chosen_.current = first + i;
   }
   if (!changes) return false;
-  followed_.rows.reorder(first, order);
+  chosen_.rows.reorder(first, order);
   if (named_end_ > first) named_end_ = std::max(named_end_, first + order.size());
   ++order_version_;
   return true;
-}
-
-std::size_t FileList::memory() const {
-  return items_.capacity() * sizeof(ItemRecord) + names_.bytes() + proposed_names_.bytes();
 }
 
 }  // namespace brindle

@@ -37,7 +37,7 @@ struct ItemRecord {
   std::uint16_t proposed_size = 0;
   std::uint16_t reason = 0;  ///< index into the list's reasons; 0: none
   ItemStatus status = ItemStatus::none;
-  std::uint8_t kind = 0;         ///< bits: folder 1, alias 2, package 4
+  std::uint8_t kind = 0;         ///< bits: folder 1, alias 2
   std::uint16_t bytes_over = 0;  ///< of a name that is too long for its disk
   Problem problem : 4 = Problem::none;
   Warning warning : 4 = Warning::none;
@@ -49,17 +49,16 @@ struct ItemRecord {
   bool is_folder() const { return (kind & 1U) != 0; }
   /// No name could be made for it, or it could not be renamed; the list has the reason.
   bool has_failed() const { return status == ItemStatus::no_changes && reason != 0; }
-  ItemType type() const {
-    return kind == 0 || kind == 4 ? ItemType::file : is_folder() ? ItemType::folder : ItemType::alias;
-  }
+  /// A link to a folder is a folder, though never entered.
+  ItemType type() const { return kind == 0 ? ItemType::file : is_folder() ? ItemType::folder : ItemType::alias; }
 };
 
-constexpr std::uint8_t kind_bits(bool is_folder, bool is_alias, bool is_package) {
-  return static_cast<std::uint8_t>((is_folder ? 1U : 0U) | (is_alias ? 2U : 0U) | (is_package ? 4U : 0U));
+constexpr std::uint8_t kind_bits(bool is_folder, bool is_alias) {
+  return static_cast<std::uint8_t>((is_folder ? 1U : 0U) | (is_alias ? 2U : 0U));
 }
 
 /// Rows that somebody has chosen, and the one they are at.
-struct FollowedRows {
+struct ChosenRows {
   RowSet rows;
   std::optional<std::size_t> current;
 };
@@ -120,7 +119,6 @@ class FileList {
   /// The row is to get this name (on-disk bytes, which can be written) after all.
   void promise(std::size_t row, std::string_view name);
   std::string_view reason(std::size_t row) const { return reasons_[items_[row].reason]; }
-  void set_inode(std::size_t row, std::uint64_t inode) { items_[row].inode = inode; }
   /// The row's new-name field as text: status text or proposed name, on-disk form.
   std::u16string new_filename(std::size_t row) const;
   /// The name (bytes) that a row was to get, where a status says in its place why it did not; else empty.
@@ -154,11 +152,8 @@ class FileList {
   /// Another number after each change of which item a row names; appending changes none.
   std::uint64_t order_version() const { return order_version_; }
   /// These rows stay with their items from now on, however the list is ordered; items removed are left out.
-  void follow(FollowedRows rows) { followed_ = std::move(rows); }
-  const FollowedRows& followed() const { return followed_; }
-
-  /// Bytes kept for names, items and folders, about.
-  std::size_t memory() const;
+  void choose(ChosenRows rows) { chosen_ = std::move(rows); }
+  const ChosenRows& chosen() const { return chosen_; }
 
  private:
   struct PathKey {
@@ -176,8 +171,8 @@ class FileList {
   std::uint16_t intern_reason(std::string_view reason);
   void change_status(std::size_t row, ItemStatus status);
   void set_carries(ItemRecord& record, bool carries);
-  void follow_removal(const RowSet& removed);
-  bool follow_order(std::span<const std::uint32_t> order, std::size_t first);
+  void remove_chosen(const RowSet& removed);
+  bool reorder_chosen(std::span<const std::uint32_t> order, std::size_t first);
 
   FolderTable folders_;
   std::vector<ItemRecord> items_;
@@ -191,7 +186,7 @@ class FileList {
   std::size_t named_end_ = 0;
   ItemStatus rest_status_ = ItemStatus::none;
   std::size_t renameable_count_ = 0;
-  FollowedRows followed_;
+  ChosenRows chosen_;
   std::uint64_t order_version_ = 0;
 
   // filesDic. While no folder has been listed twice, the items themselves are the set; the hash set is made when a path

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/file_kind.h"
 #include "platform/file_name.h"
 #include "text/date_format.h"
 
@@ -20,28 +19,12 @@ std::u16string shown(std::u16string_view name) {
   return replaced(name, u':', u'/');
 }
 
-std::string_view folder_of(std::string_view path) {
-  const std::size_t slash = path.rfind('/');
-  if (slash == std::string_view::npos) return {};
-  return slash == 0 ? path.substr(0, 1) : path.substr(0, slash);
-}
-
 }  // namespace
 
 NameParts split_extension(std::u16string_view name) {
   const std::size_t dot = name.rfind(u'.');
   if (dot == std::u16string_view::npos || dot == 0) return {name, name.substr(name.size())};
   return {name.substr(0, dot), name.substr(dot + 1)};
-}
-
-std::optional<FileSystemItem> FileSystemItem::initWithPath(std::string_view path, bool include_hidden) {
-  if (path.empty()) return std::nullopt;
-  FileSystemItem item;
-  item.set_path(folder_of(path), path.substr(path.rfind('/') + 1));
-  if (item.isHidden() && !include_hidden) return std::nullopt;
-  const FileKind kind = file_kind(std::string(path));
-  item.set_kind(kind.is_folder, kind.is_alias, kind.is_package);
-  return item;
 }
 
 void FileSystemItem::set_path(std::string_view location, std::string_view name) {
@@ -76,15 +59,6 @@ void FileSystemItem::set_name(std::string_view name) {
   newFilename_.clear();
   reason_.clear();
   if (std::exchange(has_photo_, false)) photo_ = {};
-}
-
-void FileSystemItem::set_kind(bool is_folder, bool is_alias, bool is_package) {
-  isFolder_ = is_folder;
-  isAlias_ = is_alias;
-  isPackageAtpath_ = is_package;
-  const bool is_file = !is_alias && !is_folder;
-  // A folder is told before an alias: a link to a folder is a folder by type, though never entered.
-  itemType_ = is_file ? ItemType::file : is_folder ? ItemType::folder : ItemType::alias;
 }
 
 const std::u16string& FileSystemItem::fileLocation() const {
@@ -125,10 +99,6 @@ std::optional<std::u16string> FileSystemItem::objectForKey(std::string_view key)
   return std::nullopt;
 }
 
-void FileSystemItem::setObject(std::u16string_view value, std::string_view key) {
-  if (key == "newFilename") setNewFilename(value);
-}
-
 std::optional<std::u16string> FileSystemItem::displayField(std::string_view column) const {
   if (column == "filename" || column == "filenameWithExtension") return shown(*objectForKey(column));
   if (column == "newFilename") return shown(newFilename_);
@@ -139,14 +109,6 @@ std::optional<std::u16string> FileSystemItem::displayField(std::string_view colu
     return format_date(*photo_.pictureTaken, u"dd-MMM-yyyy hh:mm:ss a");
   }
   return objectForKey(column);
-}
-
-bool FileSystemItem::isPathExists() const {
-  return file_kind(disk_path()).exists;
-}
-
-bool FileSystemItem::isEqual(std::u16string_view text) const {
-  return text.substr(text.rfind(u'/') + 1).starts_with(u'.');
 }
 
 std::u16string FileSystemItem::getDisplayFilePath(std::u16string_view path) {

@@ -31,11 +31,6 @@ class FileSystemItem {
  public:
   FileSystemItem() = default;
 
-  /// The item for an absolute path, looked up on disk without following a last symbolic link. None when the path is
-  /// empty, or when its last component begins with "." and `include_hidden` is off. A path that does not exist yields
-  /// an item that is a file.
-  static std::optional<FileSystemItem> initWithPath(std::string_view path, bool include_hidden = false);
-
   // The parts of the path. `fileWithPath` is fileLocation + "/" + filenameWithExtension.
 
   const std::u16string& filenameWithExtension() const { return name_; }
@@ -51,14 +46,8 @@ class FileSystemItem {
 
   // Kind.
 
-  bool isFile() const { return itemType_ == ItemType::file; }
-  bool isFolder() const { return isFolder_; }
-  bool isAlias() const { return isAlias_; }
-  bool isPackageAtpath() const { return isPackageAtpath_; }
-  bool isHidden() const { return name_.starts_with(u'.'); }
   ItemType itemType() const { return itemType_; }
-  /// Sets the flags; the type follows: a file is neither alias nor folder, then folder before alias before package.
-  void set_kind(bool is_folder, bool is_alias, bool is_package);
+  void set_type(ItemType type) { itemType_ = type; }
 
   // The new name.
 
@@ -78,18 +67,10 @@ class FileSystemItem {
   // "fileWithPath", "newFilename" (in on-disk form: every "/" turned into ":") and "fileType"; none for any other key.
 
   std::optional<std::u16string> objectForKey(std::string_view key) const;
-  /// Only "newFilename" is written; any other key is ignored.
-  void setObject(std::u16string_view value, std::string_view key);
 
   /// The text of a table cell by column identifier: the keys above with ":" shown as "/" in names, and "make", "model",
   /// "dimensions", "pictureTaken". None for "icon" (the window draws it) and for anything unknown.
   std::optional<std::u16string> displayField(std::string_view column) const;
-
-  bool isPathExists() const;  ///< asks the disk; a dangling symbolic link exists
-
-  /// True only when `text`, upper-cased, has a last path component that begins with ".": an item equals any hidden name
-  /// and nothing else. Searches by equality rely on it.
-  bool isEqual(std::u16string_view text) const;
 
   /// `path` with every ":" shown as "/".
   static std::u16string getDisplayFilePath(std::u16string_view path);
@@ -127,9 +108,6 @@ class FileSystemItem {
   std::u16string newFilename_;
   std::u16string reason_;
   ItemType itemType_ = ItemType::file;
-  bool isFolder_ = false;
-  bool isAlias_ = false;
-  bool isPackageAtpath_ = false;
   PhotoFields photo_;
   bool has_photo_ = false;  // someone may have written into it
 };

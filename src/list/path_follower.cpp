@@ -2,7 +2,7 @@
 
 namespace brindle {
 
-void PathFollower::follow(FolderId folder, std::string_view old_name, std::string_view new_name) {
+void PathFollower::rename(FolderId folder, std::string_view old_name, std::string_view new_name) {
   FolderTable& folders = files_.folders();
   const FolderId renamed = folders.find_child(folder, old_name);
   if (renamed != FolderTable::none) folders.move(renamed, folder, new_name);

@@ -16,7 +16,7 @@ class PathFollower {
   explicit PathFollower(FileList& files) : files_(files) {}
 
   /// The entry `old_name` of `folder` has been renamed to `new_name`. The renamed item's own row is not touched.
-  void follow(FolderId folder, std::string_view old_name, std::string_view new_name);
+  void rename(FolderId folder, std::string_view old_name, std::string_view new_name);
 
   /// A folder has moved. Nothing happens when it would come to lie below itself.
   void move(FolderId folder, FolderId new_parent, std::string_view new_name);

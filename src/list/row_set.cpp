@@ -94,13 +94,6 @@ std::vector<RowRange> RowSet::ranges(RowRange within) const {
   return found;
 }
 
-std::vector<std::size_t> RowSet::rows() const {
-  std::vector<std::size_t> rows;
-  rows.reserve(count_);
-  for (auto row = next(0); row; row = next(*row + 1)) rows.push_back(*row);
-  return rows;
-}
-
 void RowSet::reorder(std::size_t first, std::span<const std::uint32_t> order) {
   if (empty() || order.empty()) return;
   RowSet moved;

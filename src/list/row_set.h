@@ -44,7 +44,6 @@ class RowSet {
   std::size_t count_before(std::size_t row) const;
   /// The rows of the set that lie in `within`, as maximal ranges in order.
   std::vector<RowRange> ranges(RowRange within) const;
-  std::vector<std::size_t> rows() const;  ///< sorted
 
   // Following rows to where they go.
 

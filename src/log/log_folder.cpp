@@ -66,7 +66,7 @@ bool verifyLogFile(const std::string& path) {
 }
 
 Status deleteLogFile(const std::string& path) {
-  if (move_to_trash(path) != 0 && ::unlink(path.c_str()) != 0) {
+  if (!move_to_trash(path).ok() && ::unlink(path.c_str()) != 0) {
     const int error = errno;
     return Status(translated("the log “{}” cannot be removed: {}", path, translated(system_error_text(error))), error);
   }

@@ -4,7 +4,6 @@
 #include <string>
 #include <unordered_map>
 
-#include "metadata/code_table_resources.h"
 #include "platform/message_log.h"
 #include "text/text_encoding.h"
 

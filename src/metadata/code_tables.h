@@ -13,4 +13,10 @@ std::u16string_view subject_text(std::u16string_view code);
 /// The text of a code such as "010100"; "" for a code that is not in the table.
 std::u16string_view scene_text(std::u16string_view code);
 
+// The tables as property lists, resources/subjectcode.plist and resources/scene.plist, which the build puts into the
+// program.
+
+extern const std::string_view subjectcode_property_list;
+extern const std::string_view scene_property_list;
+
 }  // namespace brindle

@@ -3,13 +3,7 @@
 #include <string_view>
 #include <utility>
 
-#include "metadata/image_formats/box_file.h"
-#include "metadata/image_formats/canon_heap.h"
-#include "metadata/image_formats/jpeg_segments.h"
-#include "metadata/image_formats/photoshop_resources.h"
-#include "metadata/image_formats/plain_formats.h"
-#include "metadata/image_formats/png_chunks.h"
-#include "metadata/image_formats/tiff_structure.h"
+#include "metadata/image_formats/readers.h"
 #include "platform/byte_source.h"
 
 namespace brindle {

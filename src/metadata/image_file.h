@@ -14,10 +14,32 @@
 #include <string>
 #include <vector>
 
-#include "metadata/image_formats/iptc_data_sets.h"
-#include "metadata/image_parts.h"
-
 namespace brindle {
+
+enum class ExifTag : std::uint8_t {
+  date_time_original,  ///< texts as the camera wrote them
+  date_time,
+  make,
+  model,
+  user_comment,       ///< eight bytes that name the character set, then the text
+  pixel_x_dimension,  ///< decimal text
+  pixel_y_dimension,
+};
+inline constexpr std::size_t exif_tag_count = 7;
+
+/// What is asked of an image file. More may be delivered where it costs nothing.
+struct ImageParts {
+  bool exif = false;  ///< what the camera wrote down
+  bool iptc = false;  ///< IPTC data sets and the XMP packet
+  bool size = false;  ///< in pixels
+};
+
+/// One value of IPTC. A number may come several times.
+struct IptcDataSet {
+  std::uint8_t record = 0;
+  std::uint8_t number = 0;
+  std::string bytes;
+};
 
 struct ImageFileData {
   std::array<std::string, exif_tag_count> exif;  ///< by ExifTag; empty for what is not there

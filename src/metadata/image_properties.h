@@ -9,7 +9,6 @@
 
 #include "list/file_system_item.h"
 #include "metadata/image_file.h"
-#include "metadata/image_parts.h"
 #include "plist/property_value.h"
 
 namespace brindle {

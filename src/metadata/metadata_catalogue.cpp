@@ -5,8 +5,6 @@
 #include <utility>
 
 #include "platform/message_log.h"
-#include "text/search_text.h"
-#include "text/string_utilities.h"
 
 namespace brindle {
 namespace {
@@ -105,21 +103,6 @@ std::unordered_map<std::u16string_view, const MetaDataField*> make_index() {
   return index;
 }
 
-// Tokens that the photo method itself makes into values.
-bool is_made_elsewhere(const MetaDataField& field) {
-  static const SearchText names[] = {{u"EXIF_", false}, {u"FILEINFO_", false}, {u"SEQUENCES_", false}};
-  for (const SearchText& name : names) {
-    if (name.find(field.tagCode) != SearchText::npos) return true;
-  }
-  return false;
-}
-
-void replace_token(std::u16string& mask, const MetaDataField& field, std::u16string_view colon_replacement) {
-  std::u16string value = field.metadataValue;
-  if (!colon_replacement.empty()) value = replaceString(value, u":", colon_replacement, 1, -1, true);
-  mask = replaceString(mask, field.tagCode, value, 1, -1, true);
-}
-
 }  // namespace
 
 const std::vector<MetadataGroup>& metadata_catalogue() {
@@ -138,8 +121,7 @@ std::u16string_view custom_text(std::u16string_view token, bool& isCustomTag) {
   return isCustomTag ? token.substr(1, token.size() - 2) : std::u16string_view();
 }
 
-void MetaDataList::resetMetaDataList(std::u16string* mask, const FieldInputs& inputs,
-                                     std::u16string_view photoRenamingColonReplace) {
+void MetaDataList::resetMetaDataList(const FieldInputs& inputs) {
   for (MetadataGroup& each : groups_) {
     for (MetaDataField& field : each.FIELDS) {
       field.metadataValue.clear();
@@ -148,7 +130,6 @@ void MetaDataList::resetMetaDataList(std::u16string* mask, const FieldInputs& in
       } catch (const std::exception& failure) {
         log_failure("resetMetaDataList", failure.what());
       }
-      if (mask != nullptr && !is_made_elsewhere(field)) replace_token(*mask, field, photoRenamingColonReplace);
     }
   }
 }
@@ -159,16 +140,6 @@ void MetaDataList::set_value(std::u16string_view token, std::u16string_view valu
       if (field.tagCode == token) field.metadataValue = value;
     }
   }
-}
-
-std::u16string MetaDataList::getTagValue(std::u16string_view token, bool& isCustomTag) const {
-  isCustomTag = false;
-  for (const MetadataGroup& each : groups_) {
-    for (const MetaDataField& field : each.FIELDS) {
-      if (field.tagCode == token) return field.metadataValue;
-    }
-  }
-  return std::u16string(custom_text(token, isCustomTag));
 }
 
 }  // namespace brindle

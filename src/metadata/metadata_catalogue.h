@@ -33,17 +33,12 @@ class MetaDataList {
 
   const std::vector<MetadataGroup>& groups() const { return groups_; }
 
-  /// Refreshes the value of every field whose source is IPTC or XMP, and empties all others. Where `mask` is given,
-  /// each of those fields' tokens in it is replaced by the value, whose colons become `photoRenamingColonReplace`
-  /// unless that is empty. A field that cannot be read is a line in the program's messages, and empty.
-  void resetMetaDataList(std::u16string* mask, const FieldInputs& inputs,
-                         std::u16string_view photoRenamingColonReplace);
+  /// Refreshes the value of every field whose source is IPTC or XMP, and empties all others. A field that cannot be
+  /// read is a line in the program's messages, and empty.
+  void resetMetaDataList(const FieldInputs& inputs);
 
   /// Sets the value of the field of a token, if there is one.
   void set_value(std::u16string_view token, std::u16string_view value);
-
-  /// The value of the field of a token. A token that is no field stands for the text between its brackets.
-  std::u16string getTagValue(std::u16string_view token, bool& isCustomTag) const;
 
  private:
   std::vector<MetadataGroup> groups_;

@@ -123,8 +123,6 @@ XmpPacket::XmpPacket(std::string_view packet) : document_(std::make_unique<Docum
   if (document_->xml.load_buffer(packet.data(), packet.size())) document_->root = find_rdf(document_->xml);
 }
 
-XmpPacket::XmpPacket(XmpPacket&&) noexcept = default;
-XmpPacket& XmpPacket::operator=(XmpPacket&&) noexcept = default;
 XmpPacket::~XmpPacket() = default;
 
 std::string XmpPacket::text(XmpName property) const {

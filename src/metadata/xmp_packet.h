@@ -21,8 +21,6 @@ struct XmpName {
 class XmpPacket {
  public:
   explicit XmpPacket(std::string_view packet);
-  XmpPacket(XmpPacket&&) noexcept;
-  XmpPacket& operator=(XmpPacket&&) noexcept;
   ~XmpPacket();
 
   /// A simple value; of several alternatives the default language's, else the first. "" when there is none.

@@ -220,7 +220,7 @@ MetaDataList read_metadata_values(const std::string& path, const DateParts& part
   MetaDataList list;
   const auto path_of_file = [&path] { return path; };
   const MessageSubject subject(path_of_file);
-  list.resetMetaDataList(nullptr, {image.iptc, xmp, date_format, time_format}, {});
+  list.resetMetaDataList({image.iptc, xmp, date_format, time_format});
   const CameraValues camera = camera_values(image);
   const std::optional<WallTime> date = date_of_stamp(camera.date);
   const std::array<std::u16string, std::size(exif_tokens)> values = {

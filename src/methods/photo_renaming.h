@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "metadata/field_source.h"
-#include "metadata/image_parts.h"
+#include "metadata/image_file.h"
 #include "metadata/metadata_catalogue.h"
 #include "methods/date_parts.h"
 #include "methods/method_table.h"

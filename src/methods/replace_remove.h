@@ -8,7 +8,6 @@
 #include <string_view>
 
 #include "methods/method_table.h"
-#include "text/character_set.h"
 #include "text/search_text.h"
 
 namespace brindle {

@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "methods/method_table.h"
-#include "settings/list_values.h"
 #include "settings/stored_value.h"
 
 namespace brindle {

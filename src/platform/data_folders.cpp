@@ -64,12 +64,14 @@ std::string getAppPath() {
   return home.empty() ? home : home + "/Tessalon/Brindle4";
 }
 
-int make_folders(const std::string& path, unsigned mode) {
-  for (std::size_t slash = path.find('/', 1); slash != std::string::npos; slash = path.find('/', slash + 1)) {
-    const int error = make_folder(path.substr(0, slash), mode);
-    if (error != 0) return error;
+Status make_folders(const std::string& path, unsigned mode) {
+  int error = 0;
+  for (std::size_t end = 0; error == 0 && end != std::string::npos;) {
+    end = path.find('/', end + 1);
+    error = make_folder(path.substr(0, end), mode);
   }
-  return make_folder(path, mode);
+  if (error == 0) return {};
+  return Status(translated("the folder “{}” cannot be made: {}", path, translated(system_error_text(error))), error);
 }
 
 Status createApplicationUsersFolder(std::string_view name) {
@@ -79,11 +81,9 @@ Status createApplicationUsersFolder(std::string_view name) {
                   ENOENT);
   }
   const std::string path = name.empty() ? data_folder : join_path(data_folder, name);
-  const int error = make_folders(path, 0700);
-  if (error != 0)
-    return Status(translated("the folder “{}” cannot be made: {}", path, translated(system_error_text(error))), error);
-  close_to_others(path);
-  return {};
+  Status made = make_folders(path, 0700);
+  if (made.ok()) close_to_others(path);
+  return made;
 }
 
 }  // namespace brindle

@@ -23,7 +23,8 @@ std::string getAppPath();
 /// sentence names the folder.
 Status createApplicationUsersFolder(std::string_view name);
 
-/// Makes the folder at an absolute path with all that is above it. Returns 0 or errno; an existing folder will do.
-int make_folders(const std::string& path, unsigned mode);
+/// Makes the folder at an absolute path with all that is above it; an existing folder will do. The sentence names the
+/// folder.
+Status make_folders(const std::string& path, unsigned mode);
 
 }  // namespace brindle

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
 
 #include "platform/ascii.h"
 
@@ -21,19 +20,6 @@ constexpr std::array<std::string_view, 38> package_extensions = {
     "plugin",    "prefpane", "qlgenerator", "rtfd",         "saver",         "service",       "sparsebundle",
     "tvlibrary", "workflow", "xcodeproj"};
 
-FileKind kind_at(int folder, const char* name) {
-  FileKind kind;
-  struct stat status {};
-  if (::fstatat(folder, name, &status, AT_SYMLINK_NOFOLLOW) != 0) return kind;
-  kind.exists = true;
-  kind.inode = status.st_ino;
-  kind.is_alias = S_ISLNK(status.st_mode);
-  if (kind.is_alias && ::fstatat(folder, name, &status, 0) != 0) return kind;  // a dangling link leads nowhere
-  kind.is_folder = S_ISDIR(status.st_mode);
-  kind.is_package = kind.is_folder && is_package_name(name);
-  return kind;
-}
-
 }  // namespace
 
 bool is_package_name(std::string_view name) {
@@ -44,22 +30,17 @@ bool is_package_name(std::string_view name) {
                      [extension](std::string_view known) { return equal_ignoring_case(extension, known); });
 }
 
-FileKind file_kind(const std::string& path) {
-  const std::size_t slash = path.rfind('/');
-  if (slash == std::string::npos) return {};
-  const std::string parent = slash == 0 ? "/" : path.substr(0, slash);
-  const std::string name = slash + 1 == path.size() ? "." : path.substr(slash + 1);
-  FolderHandle folder = FolderHandle::open_real(parent);
-  const bool passes_link = folder.error() == ELOOP;
-  if (passes_link) folder = FolderHandle::open(parent);
-  if (!folder) return {};
-  FileKind kind = kind_at(folder.descriptor(), name.c_str());
-  kind.is_alias = kind.is_alias || (kind.exists && passes_link);
-  return kind;
-}
-
 FileKind file_kind(const FolderHandle& folder, const char* name) {
-  return kind_at(folder.descriptor(), name);
+  FileKind kind;
+  struct stat status {};
+  if (::fstatat(folder.descriptor(), name, &status, AT_SYMLINK_NOFOLLOW) != 0) return kind;
+  kind.exists = true;
+  kind.inode = status.st_ino;
+  kind.is_alias = S_ISLNK(status.st_mode);
+  if (kind.is_alias && ::fstatat(folder.descriptor(), name, &status, 0) != 0) return kind;  // a dangling link
+  kind.is_folder = S_ISDIR(status.st_mode);
+  kind.is_package = kind.is_folder && is_package_name(name);
+  return kind;
 }
 
 }  // namespace brindle

@@ -125,6 +125,21 @@ int open_in_pieces(const std::string& path, std::size_t most, OpenPiece open) {
 
 constexpr std::size_t longest_piece = PATH_MAX - 1;
 
+ListedEntry listed(const FolderHandle& folder, const FolderEntry& entry) {
+  ListedEntry result;
+  result.name = entry.name;
+  struct stat facts = {};
+  if (::fstatat(folder.descriptor(), entry.name.data(), &facts, AT_SYMLINK_NOFOLLOW) != 0) return result;
+  result.is_link = S_ISLNK(facts.st_mode);
+  // A link that leads nowhere speaks for itself.
+  struct stat target = {};
+  if (result.is_link && ::fstatat(folder.descriptor(), entry.name.data(), &target, 0) == 0) facts = target;
+  result.is_folder = S_ISDIR(facts.st_mode);
+  result.size = facts.st_size;
+  result.modified = facts.st_mtim.tv_sec;
+  return result;
+}
+
 }  // namespace
 
 FolderHandle FolderHandle::open(const std::string& path) {
@@ -244,6 +259,19 @@ bool FolderReader::next(FolderEntry& entry) {
     entry = {name, record.inode, kind_of_type(record.type)};
     return true;
   }
+}
+
+FolderListing list_folder(const std::string& folder, const std::atomic<bool>& cancelled) {
+  FolderListing listing;
+  listing.folder = folder;
+  const FolderHandle handle = FolderHandle::open(folder);
+  listing.error = handle.error();
+  if (!handle) return listing;
+  FolderReader reader;
+  reader.start(handle);
+  for (FolderEntry entry; !cancelled && reader.next(entry);) listing.entries.push_back(listed(handle, entry));
+  listing.error = reader.error();
+  return listing;
 }
 
 }  // namespace brindle

@@ -17,6 +17,7 @@
 #include "platform/folder_handle.h"
 #include "platform/move.h"
 #include "platform/path.h"
+#include "platform/translation.h"
 
 namespace brindle {
 namespace {
@@ -78,7 +79,7 @@ Trash trash_for(const std::string& folder) {
   if (!device_of(folder, device)) return {};
   const std::string home = data_home();
   if (!home.empty() && device_of_nearest(home + "/Trash") == device) {
-    return make_folders(home + "/Trash", 0700) == 0 ? Trash{home + "/Trash", ""} : Trash{};
+    return make_folders(home + "/Trash", 0700).ok() ? Trash{home + "/Trash", ""} : Trash{};
   }
   return trash_of_disk(mount_point_of(folder, device));
 }
@@ -112,24 +113,29 @@ std::string numbered(std::string_view name, int number) {
   return number == 1 ? std::string(cut) : fmt::format("{}.{}", cut, number);
 }
 
+Status failure(int error) {
+  return Status(translated(system_error_text(error)), error);
+}
+
 }  // namespace
 
-int move_to_trash(const std::string& path) {
+Status move_to_trash(const std::string& path) {
   const std::unique_ptr<char, decltype(&std::free)> folder(::realpath(split_path(path).folder.c_str(), nullptr),
                                                            &std::free);
-  if (folder == nullptr) return errno;
+  if (folder == nullptr) return failure(errno);
   const std::string name = split_path(path).name;
   const std::string real_path = join_path(folder.get(), name);
   const Trash trash = trash_for(folder.get());
-  if (trash.path.empty()) return ENOTSUP;
-  if (make_folders(trash.path + "/info", 0700) != 0 || make_folders(trash.path + "/files", 0700) != 0) return ENOTSUP;
+  const bool is_ready = !trash.path.empty() && make_folders(trash.path + "/info", 0700).ok() &&
+                        make_folders(trash.path + "/files", 0700).ok();
+  if (!is_ready) return failure(ENOTSUP);
   const std::string note = note_text(trash, real_path);
   constexpr int most_tries = 10'000;
   int error = EEXIST;
   for (int number = 1; error == EEXIST && number <= most_tries; ++number) {
     error = move_under_name(trash, real_path, note, numbered(name, number));
   }
-  return error;
+  return error == 0 ? Status() : failure(error);
 }
 
 }  // namespace brindle

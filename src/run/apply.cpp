@@ -144,7 +144,7 @@ void Run::settle(std::size_t index, const RowOutcome& outcome, const std::string
   }
   const ItemRecord& record = files_[row];
   if (logged_) log_.addLogEntry(folder_path, record.name(), folder_path, record.proposed());
-  if (follower_) follower_->follow(record.folder, record.name(), record.proposed());
+  if (follower_) follower_->rename(record.folder, record.name(), record.proposed());
   files_.set_renamed(row);
   ++result_.renamed;
   throttle_.step(result_.attempted, [&] { return files_.path(row); });

@@ -55,7 +55,7 @@ class Replay {
     return {path_, files_[index].name(), entry.new_name, entry.inode, may_be_half};
   }
   void renamed(std::size_t index, const IntendedRenaming& renaming) {
-    if (follower_) follower_->follow(files_[index].folder, renaming.old_name, renaming.new_name);
+    if (follower_) follower_->rename(files_[index].folder, renaming.old_name, renaming.new_name);
   }
 
  private:

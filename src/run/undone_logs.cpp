@@ -46,7 +46,7 @@ void send_old_ones_to_trash(const FolderHandle& folder, const std::string& path)
   }
   std::sort(logs.begin(), logs.end(), std::greater<>());
   for (std::size_t i = most_logs; i < logs.size(); ++i) {
-    if (move_to_trash(join_path(path, logs[i].second)) != 0) return;
+    if (!move_to_trash(join_path(path, logs[i].second)).ok()) return;
   }
 }
 
@@ -82,7 +82,7 @@ bool is_own_log(const std::string& log_path, const std::string& log_folder) {
 Result<std::string> put_undone_log_away(const std::string& log_path, const std::string& log_folder) {
   std::string place;
   const int error = move_to_undone(split_path(log_path), log_folder + "/Undone", place);
-  if (error == 0 || move_to_trash(log_path) == 0) return place;
+  if (error == 0 || move_to_trash(log_path).ok()) return place;
   return Status(
       translated("the log “{}” is undone, but cannot be put away: {}", log_path, translated(system_error_text(error))),
       error);

@@ -18,8 +18,7 @@ bool is_decimal_number(std::u16string_view text) {
 }  // namespace
 
 CustomTextFieldFormatter::Answer CustomTextFieldFormatter::check(std::u16string_view text) const {
-  if (maxLength_ < 0 || text.size() > static_cast<std::size_t>(maxLength_)) return {false, false};
-  if (!numberValidate_) return {true, false};
+  if (std::ssize(text) > maximumLength()) return {false, false};
   if (text.empty()) return {true, true};
   const bool accepted = is_decimal_number(text);
   return {accepted, !accepted};

@@ -16,19 +16,12 @@ class CustomTextFieldFormatter {
     bool beep = false;
   };
 
-  std::int32_t maximumLength() const { return maxLength_; }
-  void setMaximumLength(std::int32_t length) { maxLength_ = length; }
-  bool numberValidate() const { return numberValidate_; }
-  void setNumberValidate(bool validate) { numberValidate_ = validate; }
+  static constexpr std::int32_t maximumLength() { return 3; }
 
-  /// Whether a field may come to hold `text`. Too long a text is refused without a sound. With numberValidate a text
-  /// that is not empty must be the decimal form of an integer of at most 300 and nothing else ("007", "+7", "-7" and "7
-  /// " are refused, with a beep); an empty one is accepted with a beep.
+  /// Whether a field may come to hold `text`. More than three units are refused without a sound. Any other text must be
+  /// the decimal form of an integer from 0 to 300 and nothing else ("007", "+7", "-7" and "7 " are refused, with a
+  /// beep); an empty one is accepted with a beep.
   Answer check(std::u16string_view text) const;
-
- private:
-  std::int32_t maxLength_ = 3;
-  bool numberValidate_ = true;
 };
 
 /// What a numeric field (BRNumericTextField) holds after `text` was typed: its integer value, or `tag`, the field's

@@ -12,7 +12,8 @@
 #include "platform/file_name.h"
 #include "platform/translation.h"
 #include "plist/iso_date.h"
-#include "settings/extension_list.h"
+#include "text/text_case.h"
+#include "text/text_encoding.h"
 
 namespace brindle {
 namespace {
@@ -44,6 +45,27 @@ std::vector<std::u16string_view> members_of(std::u16string_view text) {
     text.remove_prefix(std::min(end + 1, text.size()));
   }
   return members;
+}
+
+// ".JPG" for "jpg" and for ".jpg"; "" for nothing.
+std::u16string extension_entry(std::u16string_view extension) {
+  if (extension.starts_with(u'.')) extension.remove_prefix(1);
+  if (extension.empty()) return {};
+  std::u16string entry = u".";
+  append_upper_case(extension, entry);
+  return entry;
+}
+
+TextList parsed_extensions(std::u16string_view text) {
+  TextList extensions;
+  while (!text.empty()) {
+    const std::size_t end = std::min(text.find(u';'), text.size());
+    std::u16string entry = extension_entry(trimmed(text.substr(0, end)));
+    const bool is_new = std::find(extensions.begin(), extensions.end(), entry) == extensions.end();
+    if (!entry.empty() && is_new) extensions.push_back(std::move(entry));
+    text.remove_prefix(std::min(end + 1, text.size()));
+  }
+  return extensions;
 }
 
 // Reading a value into a member: one function a type.

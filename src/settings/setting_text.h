@@ -15,9 +15,9 @@
 #include <string_view>
 #include <vector>
 
-#include "settings/list_values.h"
 #include "settings/rename_settings.h"
 #include "settings/settings_table.h"
+#include "settings/stored_value.h"
 
 namespace brindle {
 

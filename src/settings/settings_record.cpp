@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "platform/app_info.h"
-#include "settings/list_values.h"
 #include "settings/settings_table.h"
 #include "settings/stored_value.h"
 
@@ -84,10 +83,7 @@ SettingsOutcome setSettings(RenameSettings& settings, const SettingsRecord& reco
   }
   resetPhotoMask(settings);
   resetID3Mask(settings);
-  return {
-      .refresh_replace_remove = selected_method(settings) == Method::replace_remove,
-      .date_left_out = date_left_out(settings, record),
-  };
+  return {.date_left_out = date_left_out(settings, record)};
 }
 
 bool uses_custom_date(const RenameSettings& settings) {

@@ -22,8 +22,7 @@ void set_mode(RenameSettings& settings, bool folders);
 /// What the owner of the file list and of the controls has to do after a record was applied. In any case nothing is
 /// ready for renaming any more (`isHasFilesForRenaming` becomes false).
 struct SettingsOutcome {
-  bool refresh_replace_remove = false;  ///< tab 2 is shown: its controls follow the remove type
-  std::optional<Date> date_left_out;    ///< of the record: another day or time than the settings have, and keep
+  std::optional<Date> date_left_out;  ///< of the record: another day or time than the settings have, and keep
 };
 
 /// Writes a record into the settings and rebuilds the two masks from their lists. Keys that the record lacks keep their

@@ -6,6 +6,7 @@
 #include <string>
 #include <utility>
 
+#include "plist/keyed_archive.h"
 #include "plist/scalar_text.h"
 #include "text/number_text.h"
 
@@ -32,6 +33,52 @@ std::optional<std::int32_t> number_of(const PropertyValue& value) {
     return std::isnan(*number) ? 0 : static_cast<std::int32_t>(std::clamp<double>(*number, lowest, highest));
   }
   return std::nullopt;
+}
+
+std::u16string text_at(const PropertyDictionary& dictionary, std::u16string_view key) {
+  const PropertyValue* value = dictionary.find(key);
+  return value ? scalar_text(*value).value_or(u"") : std::u16string();
+}
+
+PropertyDictionary dictionary_of(const MetaDataField& field) {
+  PropertyDictionary dictionary;
+  dictionary.append(u"prefix", field.prefix);
+  dictionary.append(u"label", field.label);
+  dictionary.append(u"tagCode", field.tagCode);
+  dictionary.append(u"metadataCode", field.metadataCode);
+  return dictionary;
+}
+
+std::optional<MetaDataField> field_of(const PropertyValue& value) {
+  if (const auto* token = value.get_if<std::u16string>()) return field_of_token(*token);
+  const auto* dictionary = value.get_if<PropertyDictionary>();
+  if (!dictionary || !dictionary->find(u"tagCode")) return std::nullopt;
+  return MetaDataField{text_at(*dictionary, u"prefix"), text_at(*dictionary, u"label"),
+                       text_at(*dictionary, u"tagCode"), text_at(*dictionary, u"metadataCode"), u""};
+}
+
+// The members of an array, each read by `read`; none as soon as one cannot be read.
+template <class Member>
+std::optional<std::vector<Member>> members_of(const PropertyValue& value,
+                                              std::optional<Member> (*read)(const PropertyValue&)) {
+  const auto* array = value.get_if<PropertyValue::Array>();
+  if (!array) return std::nullopt;
+  std::vector<Member> members;
+  members.reserve(array->size());
+  for (const PropertyValue& element : *array) {
+    std::optional<Member> member = read(element);
+    if (!member) return std::nullopt;
+    members.push_back(std::move(*member));
+  }
+  return members;
+}
+
+// What an archive holds; any other value as it is, and what is no archive as a text, which is no list.
+PropertyValue unarchived(const PropertyValue& value) {
+  const auto* data = value.get_if<PropertyValue::Data>();
+  if (!data) return value;
+  return unarchive_value({reinterpret_cast<const char*>(data->data()), data->size()}, meta_data_field_class)
+      .value_or(PropertyValue());
 }
 
 }  // namespace
@@ -73,6 +120,46 @@ bool restore(Date& date, const PropertyValue& value) {
   const Date* found = value.get_if<Date>();
   if (found) date = *found;
   return found != nullptr;
+}
+
+PropertyValue array_of(const TextList& texts) {
+  return PropertyValue::Array(texts.begin(), texts.end());
+}
+
+PropertyValue array_of(const FieldList& fields) {
+  PropertyValue::Array array;
+  array.reserve(fields.size());
+  for (const MetaDataField& field : fields) array.emplace_back(dictionary_of(field));
+  return array;
+}
+
+std::optional<TextList> texts_of(const PropertyValue& value) {
+  return members_of(value, scalar_text);
+}
+std::optional<FieldList> fields_of(const PropertyValue& value) {
+  return members_of(value, field_of);
+}
+
+MetaDataField field_of_token(std::u16string_view token) {
+  const bool bracketed = token.size() >= 2 && token.front() == u'<' && token.back() == u'>';
+  const std::u16string_view inside = bracketed ? token.substr(1, token.size() - 2) : token;
+  return {u"CUSTOM", std::u16string(token), std::u16string(token), std::u16string(inside), u""};
+}
+
+PropertyValue archived(const TextList& texts) {
+  return archive_value(array_of(texts));
+}
+PropertyValue archived(const FieldList& fields) {
+  std::vector<PropertyDictionary> objects;
+  objects.reserve(fields.size());
+  for (const MetaDataField& field : fields) objects.push_back(dictionary_of(field));
+  return archive_objects(meta_data_field_class.name, objects);
+}
+std::optional<TextList> unarchived_texts(const PropertyValue& value) {
+  return members_of(unarchived(value), scalar_text);
+}
+std::optional<FieldList> unarchived_fields(const PropertyValue& value) {
+  return members_of(unarchived(value), field_of);
 }
 
 }  // namespace brindle

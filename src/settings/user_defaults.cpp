@@ -120,7 +120,7 @@ Status UserDefaults::flush() {
                   error);
   };
   const std::string folder = split_path(path_).folder;
-  if (const int error = make_folders(folder, 0700); error != 0) return failure(error);
+  if (const Status made = make_folders(folder, 0700); !made.ok()) return failure(made.error());
   const FolderLock lock(folder);
   const Content content = read_content(path_);
   if (content.error != 0) return failure(content.error);

@@ -1,6 +1,8 @@
 #pragma once
 
-// A text to search for, made ready once and then used on many names. The search takes time proportional to the text
+// What is searched for in names: a text, or any of a set of characters.
+//
+// A text is made ready once and then used on many names. The search takes time proportional to the text
 // searched, whatever the two texts are, and allocates nothing.
 //
 // Case-insensitive search compares the simple case folds, character by character, so a match has as many units as the
@@ -9,6 +11,7 @@
 //
 // An object is immutable; any number of threads may use it.
 
+#include <bitset>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -43,6 +46,26 @@ class SearchText {
   std::vector<std::uint32_t> fallback_;  // Knuth-Morris-Pratt: how much of the pattern still stands after a mismatch
   bool case_sensitive_ = true;
   bool may_split_ = false;  // begins with a low or ends with a high surrogate
+};
+
+/// A set of single characters to be taken out of names. A character outside the basic plane is one member, not two
+/// halves. Immutable; any thread.
+class CharacterSet {
+ public:
+  CharacterSet() = default;
+  /// The characters of `characters`; with `case_sensitive` off, by simple case folding.
+  CharacterSet(std::u16string_view characters, bool case_sensitive);
+
+  /// Appends what is left of `text` without the members. `reversed` says that the units stand in reverse order, so that
+  /// the halves of a pair have changed places.
+  void append_without(std::u16string_view text, bool reversed, std::u16string& out) const;
+
+ private:
+  bool contains(char32_t character) const;
+
+  std::bitset<128> ascii_;  // every spelling that folds to a member
+  std::u32string others_;   // sorted, folded when the set ignores case
+  bool case_sensitive_ = true;
 };
 
 }  // namespace brindle

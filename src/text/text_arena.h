@@ -37,7 +37,6 @@ class TextArena {
     space_ = 0;
     other.clear();
   }
-  std::size_t bytes() const { return bytes_; }
 
  private:
   void grow(std::size_t needed) {

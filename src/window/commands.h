@@ -11,7 +11,6 @@
 #include "app/brindle_app_controller.h"
 
 class QAction;
-class QMenu;
 class QWidget;
 
 namespace brindle {

@@ -8,9 +8,9 @@
 #include <exception>
 
 #include "app/window_model.h"
+#include "methods/date_parts.h"
 #include "platform/file_name.h"
 #include "text/date_format.h"
-#include "text/date_pattern.h"
 #include "texts/string_table.h"
 #include "window/text.h"
 

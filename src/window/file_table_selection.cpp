@@ -42,7 +42,7 @@ void FileTableView::follow_items() {
   // What was chosen while a job had the list stands, unless the job changed the order.
   if (std::exchange(order_version_, window_model_.files().order_version()) == window_model_.files().order_version())
     return hand_over_selection();
-  const FollowedRows followed = window_model_.files().followed();
+  const ChosenRows followed = window_model_.files().chosen();
   if (followed.current) set_current_row(*followed.current, std::max(currentIndex().column(), 0));
   select_rows(followed.rows);
   if (std::exchange(scrolls_to_current_, false)) scrollTo(currentIndex());

@@ -27,7 +27,7 @@ QIcon icon_of(const ListedEntry& entry) {
   ItemRecord record;
   record.name_data = entry.name.c_str();
   record.name_size = static_cast<std::uint16_t>(entry.name.size());
-  record.kind = kind_bits(entry.is_folder, entry.is_link && !entry.is_folder, false);
+  record.kind = kind_bits(entry.is_folder, entry.is_link && !entry.is_folder);
   return item_icon(record, QFontMetrics(QFont()).height() + 2, qApp->devicePixelRatio());
 }
 

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/folder_listing.h"
+#include "platform/folder_handle.h"
 
 namespace brindle {
 

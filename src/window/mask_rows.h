@@ -4,8 +4,6 @@
 
 #include "window/form_rows.h"
 
-class QLabel;
-
 namespace brindle {
 
 class TokenStrip;

@@ -8,8 +8,6 @@
 
 #include "settings/meta_data_field.h"
 
-class QTreeWidget;
-
 namespace brindle {
 
 /// Fields on their way: pointers into the catalogue, as long as this program runs.

@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "app/ports.h"
-#include "platform/folder_listing.h"
+#include "platform/folder_handle.h"
 
 class QCheckBox;
 class QLabel;

@@ -422,23 +422,23 @@ TEST_F(Renaming, OrderByColumnsAndByHand) {
     EXPECT_EQ(order(), each.order) << each.column;
   }
   EXPECT_EQ(app().model().sorting().column, "fileWithPath");
-  const auto followed = [this] { return app().model().files().followed().rows.rows(); };
+  const auto chosen = [this] { return app().model().files().chosen().rows; };
   app().order().follow_rows({{0, 3}, 3});
   app().order().move_rows_up({0, 3});
-  EXPECT_THAT(followed(), ElementsAre(0, 2));
-  EXPECT_EQ(app().model().files().followed().current, 2);
+  EXPECT_EQ(chosen(), RowSet({0, 2}));
+  EXPECT_EQ(app().model().files().chosen().current, 2);
   EXPECT_EQ(order(), "a/b10.txt a/c.jpg z/b10.txt z/B9.txt ");
   EXPECT_EQ(app().model().sorting().column, "");
   app().order().follow_rows({{0, 3}, {}});
   app().order().move_rows_down({0, 3});
-  EXPECT_THAT(followed(), ElementsAre(1, 3));
+  EXPECT_EQ(chosen(), RowSet({1, 3}));
   EXPECT_EQ(order(), "a/c.jpg a/b10.txt z/b10.txt z/B9.txt ");
   app().order().follow_rows({{0, 3}, {}});
   app().order().move_rows({0, 3}, 2);
-  EXPECT_THAT(followed(), ElementsAre(1, 2));
+  EXPECT_EQ(chosen(), RowSet({1, 2}));
   EXPECT_EQ(order(), "a/b10.txt a/c.jpg z/B9.txt z/b10.txt ");
   app().order().move_rows({1}, 99);
-  EXPECT_THAT(followed(), ElementsAre(1, 3));
+  EXPECT_EQ(chosen(), RowSet({1, 3}));
 }
 
 TEST_F(Renaming, ChoicesAndTheirFlagsGoTogether) {

@@ -8,7 +8,7 @@
 
 #include "plist/keyed_archive.h"
 #include "plist/property_list.h"
-#include "settings/list_values.h"
+#include "settings/stored_value.h"
 
 namespace {
 

@@ -27,6 +27,10 @@ std::vector<std::string> read_texts(const std::string& path) {
   return texts;
 }
 
+std::string mp4_text(const std::string& name, std::string_view text) {
+  return atom("\xA9" + name, mp4_value(text));
+}
+
 class AudioFile : public testing::Test {
  protected:
   std::vector<std::string> texts(std::string_view bytes, const std::string& name = "song.mp3") const {
@@ -66,37 +70,16 @@ TEST_F(AudioFile, ReadsEveryVersionOfId3) {
 
 TEST_F(AudioFile, SeveralArtistsStaySeveral) {
   const std::string id3 = id3_tag(4, text_frame(4, "TPE1", std::string_view("Ella/Joe\0Louis", 14)));
-  const std::string mp4 =
-      mp4_song(atom("\xA9"
-                    "ART",
-                    mp4_value("Ella/Joe") + mp4_value("Louis")));
+  const std::string mp4 = mp4_song(atom("\xA9" + std::string("ART"), mp4_value("Ella/Joe") + mp4_value("Louis")));
   EXPECT_EQ(texts(id3 + mp3_frames(2))[0], "Ella/Joe,Louis");
   EXPECT_EQ(texts(mp4, "song.m4a")[0], "Ella/Joe,Louis");
 }
 
 TEST_F(AudioFile, ReadsMp4WhateverItIsCalled) {
-  const std::string song = mp4_song(atom("\xA9"
-                                         "ART",
-                                         mp4_value("Brel")) +
-                                    atom("\xA9"
-                                         "day",
-                                         mp4_value("1964-10-16T07:00:00Z")) +
-                                    atom("\xA9"
-                                         "gen",
-                                         mp4_value("Chanson")) +
-                                    atom("\xA9"
-                                         "nam",
-                                         mp4_value("Amsterdam")) +
-                                    atom("\xA9"
-                                         "alb",
-                                         mp4_value("Olympia")) +
-                                    atom("\xA9"
-                                         "cmt",
-                                         mp4_value("Live")) +
-                                    atom("trkn", mp4_value(std::string_view("\0\0\0\3\0\14\0\0", 8), '\0')) +
-                                    atom("\xA9"
-                                         "wrt",
-                                         mp4_value("Jouannest")));
+  const std::string song =
+      mp4_song(mp4_text("ART", "Brel") + mp4_text("day", "1964-10-16T07:00:00Z") + mp4_text("gen", "Chanson") +
+               mp4_text("nam", "Amsterdam") + mp4_text("alb", "Olympia") + mp4_text("cmt", "Live") +
+               atom("trkn", mp4_value(std::string_view("\0\0\0\3\0\14\0\0", 8), '\0')) + mp4_text("wrt", "Jouannest"));
   const auto expected = ElementsAre("Brel", "1964", "Chanson", "Amsterdam", "Olympia", "Live", "3", "Jouannest");
   for (const char* name : {"song.m4a", "SONG.M4B", "song.mp3", "song"})
     EXPECT_THAT(texts(song, name), expected) << name;
@@ -138,15 +121,9 @@ TEST_F(AudioFile, FindsTagsInAacAndBehindJunk) {
 }
 
 TEST_F(AudioFile, ValuesEndAtNulAndHaveALimit) {
-  const std::string padded =
-      mp4_song(atom("\xA9"
-                    "nam",
-                    mp4_value(std::string_view("Amster\0dam", 10))));
+  const std::string padded = mp4_song(mp4_text("nam", std::string_view("Amster\0dam", 10)));
   EXPECT_EQ(title(padded, "song.m4a"), "Amster");
-  const std::string endless =
-      mp4_song(atom("\xA9"
-                    "nam",
-                    mp4_value(std::string(1'000'000, 'x'))));
+  const std::string endless = mp4_song(mp4_text("nam", std::string(1'000'000, 'x')));
   EXPECT_EQ(title(endless, "song.m4a"), std::string(4096, 'x'));
 }
 
@@ -185,10 +162,7 @@ std::string packed_frame(std::string_view id) {
 }
 
 TEST_F(AudioFile, HostileFilesHaveNoValuesAndDoNoHarm) {
-  const std::string whole =
-      mp4_song(atom("\xA9"
-                    "nam",
-                    mp4_value("Amsterdam")));
+  const std::string whole = mp4_song(mp4_text("nam", "Amsterdam"));
   const std::string huge_frame = "TIT2" + std::string(4, '\x7F') + std::string(2, '\0') + "\3x";
   const std::string lying_tag = "ID3\4" + std::string(2, '\0') + std::string(4, '\x7F') + huge_frame;
   const std::string bytes[] = {

@@ -20,7 +20,7 @@ class PhotoFieldsCacheTest : public testing::Test {
   /// A photograph by that maker; 0 for an inode that the listing did not give.
   void add(const std::string& name, const std::string& make, std::uint64_t inode) {
     write(name, make);
-    files_.add(folder_, name, kind_bits(false, false, false), inode);
+    files_.add(folder_, name, kind_bits(false, false), inode);
   }
   void write(const std::string& name, const std::string& make) const {
     SampleTiff tiff;

@@ -6,7 +6,7 @@
 
 #include "case_table.h"
 #include "methods/sample_item.h"
-#include "settings/list_values.h"
+#include "settings/stored_value.h"
 
 namespace brindle::test {
 namespace {

@@ -6,7 +6,7 @@
 
 #include "metadata/metadata_ahead.h"
 #include "methods/sample_item.h"
-#include "settings/list_values.h"
+#include "settings/stored_value.h"
 #include "support/sample_images.h"
 #include "support/temp_tree.h"
 #include "text/text_encoding.h"
@@ -172,7 +172,9 @@ TEST_F(PhotoFilesTest, MakesTheSameNamesReadingAheadOrNot) {
     paths.push_back(photo(std::to_string(i) + ".jpg", tiff, {{}, {}, iptc_block({{{2, 90}, std::to_string(i)}})}));
   }
   const auto name = [&](std::size_t row, const PhotoMetadata* read) {
-    FileSystemItem item = *FileSystemItem::initWithPath(paths[row]);
+    FileSystemItem item;
+    const std::size_t name_start = paths[row].rfind('/') + 1;
+    item.set_path(paths[row].substr(0, name_start - 1), paths[row].substr(name_start));
     StepRunner run;
     EXPECT_TRUE(run(parameters, item, nullptr, read));
     return item.newFilename();

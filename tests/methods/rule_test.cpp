@@ -5,7 +5,7 @@
 #include <algorithm>
 
 #include "methods/method_table.h"
-#include "settings/list_values.h"
+#include "settings/stored_value.h"
 #include "support/case_file.h"
 #include "texts/string_table.h"
 

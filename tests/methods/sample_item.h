@@ -14,14 +14,13 @@ inline FileSystemItem sample_item(std::u16string_view name, std::string_view fol
   std::string bytes;
   encode_path(name, bytes);
   item.set_path(folder, bytes);
-  item.set_kind(false, false, false);
   return item;
 }
 
 /// The item of a case: column "name", and perhaps "folder", "kind" ("folder" or "alias") and "newFilename".
 inline FileSystemItem sample_item(const Case& c) {
   FileSystemItem item = sample_item(c["name"], c.has("folder") ? to_utf8(c["folder"]) : "/Users/ann/Photos");
-  item.set_kind(c["kind"] == u"folder", c["kind"] == u"alias", false);
+  item.set_type(c["kind"] == u"folder" ? ItemType::folder : c["kind"] == u"alias" ? ItemType::alias : ItemType::file);
   item.setNewFilename(c["newFilename"]);
   return item;
 }

@@ -1,3 +1,5 @@
+// Where the program keeps what is the user's, and that none of it is renamed.
+
 #include "platform/data_folders.h"
 
 #include <gtest/gtest.h>
@@ -5,6 +7,7 @@
 #include <optional>
 #include <string>
 
+#include "platform/own_folders.h"
 #include "support/environment.h"
 #include "support/temp_tree.h"
 
@@ -51,6 +54,43 @@ TEST(DataFolders, are_made_with_all_above_them) {
   EXPECT_EQ(mode("not/yet/Tessalon/Brindle4/Logs"), ours_alone);
   tree.make({"not/yet/Tessalon/Brindle4/Rules"});
   EXPECT_NE(createApplicationUsersFolder("Rules").reason().find("Brindle4/Rules"), std::string::npos);
+}
+
+TEST(OwnFolders, HangOnAllThatTheirPathsLeadThrough) {
+  const TempTree tree;
+  tree.make({"home/.config/Tessalon/x", "home/.local/other/", "disk/share/Tessalon/Brindle4/Logs/", "disk/else/",
+             "disk/loop -> loop", "home/.local/share -> ../../hop", "hop -> disk/share/.", "elsewhere/logs/kept/"});
+  const Environment folders(
+      {{"XDG_DATA_HOME", tree / "home/.local/share"}, {"XDG_CONFIG_HOME", tree / "home/../home//.config"}});
+  const OwnFolders own = OwnFolders::with_logs_in(tree / "elsewhere/logs");
+  const auto hangs_on = [&](const std::string& path) {
+    const std::size_t slash = (tree / path).rfind('/');
+    const FolderHandle folder = FolderHandle::open((tree / path).substr(0, slash));
+    const std::string name = (tree / path).substr(slash + 1);
+    const bool hangs = own.hang_on(folder, name.c_str());
+    EXPECT_TRUE(!hangs || own.may_hang_on(name, 0)) << path;
+    return hangs;
+  };
+  for (const char* path :
+       {"home", "home/.config", "home/.config/Tessalon", "home/.local", "home/.local/share", "hop", "disk",
+        "disk/share", "disk/share/Tessalon", "disk/share/Tessalon/Brindle4", "elsewhere", "elsewhere/logs"}) {
+    EXPECT_TRUE(hangs_on(path)) << path;
+  }
+  for (const char* path :
+       {"home/.local/other", "disk/else", "disk/loop", "home/.config/Tessalon/x", "gone", "elsewhere/logs/kept"}) {
+    EXPECT_FALSE(hangs_on(path)) << path;
+  }
+  EXPECT_FALSE(own.hang_on(FolderHandle(), "home"));
+  EXPECT_FALSE(OwnFolders().may_hang_on("home", 0));
+}
+
+TEST(OwnFolders, AreNotLookedForBeyondLinksThatGoRound) {
+  const TempTree tree;
+  tree.make({"a -> b", "b -> a", "empty/"});
+  const Environment folders({{"XDG_DATA_HOME", tree / "empty"}, {"XDG_CONFIG_HOME", tree / "empty"}});
+  const OwnFolders own = OwnFolders::with_logs_in(tree / "a/logs");
+  const FolderHandle folder = FolderHandle::open(tree.path());
+  EXPECT_TRUE(own.hang_on(folder, "a") && own.hang_on(folder, "b") && own.hang_on(folder, "empty"));
 }
 
 }  // namespace

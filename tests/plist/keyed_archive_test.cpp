@@ -3,8 +3,8 @@
 #include <gmock/gmock.h>
 
 #include "plist/property_list.h"
-#include "settings/list_values.h"
 #include "settings/sample_list.h"
+#include "settings/stored_value.h"
 
 namespace brindle {
 namespace {

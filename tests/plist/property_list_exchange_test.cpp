@@ -8,8 +8,8 @@
 
 #include "plist/keyed_archive.h"
 #include "plist/property_list.h"
-#include "settings/list_values.h"
 #include "settings/sample_list.h"
+#include "settings/stored_value.h"
 #include "support/temp_tree.h"
 
 namespace brindle {

@@ -1,14 +1,16 @@
 #include "settings/setting_text.h"
 
 #include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include <ctime>
 
 #include "plist/iso_date.h"
+#include "settings/field_filter.h"
 #include "support/case_file.h"
 #include "texts/string_table.h"
 
-namespace brindle {
+namespace brindle::test {
 namespace {
 
 TEST(SettingText, FollowsItsTable) {
@@ -101,5 +103,26 @@ TEST(StringTable, FillsFormats) {
   EXPECT_THAT(localized_format("TIMETAKEN", localized("PREVIEWTIME"), 3), testing::AllOf(testing::HasSubstr("3")));
 }
 
+TEST(TypedText, IsLetIntoShortFieldsOrNot) {
+  const struct {
+    std::u16string text;
+    bool accepted, beep;
+  } cases[] = {{u"", true, true},     {u"0", true, false},  {u"300", true, false},   {u"301", false, true},
+               {u"007", false, true}, {u"+7", false, true}, {u"-7", false, true},    {u"7 ", false, true},
+               {u" 7", false, true},  {u"x", false, true},  {u"1000", false, false}, {u"\u0663", false, true}};
+  CustomTextFieldFormatter filter;
+  for (const auto& each : cases) {
+    const auto answer = filter.check(each.text);
+    EXPECT_EQ(answer.accepted, each.accepted);
+    EXPECT_EQ(answer.beep, each.beep);
+  }
+}
+
+TEST(TypedText, LeavesANumberInNumericFields) {
+  EXPECT_EQ(numeric_field_text(u" 012x", 5), u"12");
+  EXPECT_EQ(numeric_field_text(u"-3", 5), u"-3");
+  for (const char16_t* text : {u"", u"0", u"x1"}) EXPECT_EQ(numeric_field_text(text, 5), u"5");
+}
+
 }  // namespace
-}  // namespace brindle
+}  // namespace brindle::test

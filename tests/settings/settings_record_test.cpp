@@ -5,7 +5,6 @@
 #include <limits>
 
 #include "platform/app_info.h"
-#include "settings/list_values.h"
 #include "settings/settings_store.h"
 #include "settings/stored_value.h"
 #include "support/case_file.h"
@@ -114,15 +113,6 @@ TEST(SettingsRecord, MakesTheMasksAnew) {
                                               {u"isID3RenamingSeperator", u"1"}}));
   EXPECT_EQ(now.id3RenamingMask, u"<Artist>_<Year>");
   EXPECT_EQ(now.photoRenamingMask, u"");
-}
-
-TEST(SettingsRecord, SaysWhatTheWindowHasToDo) {
-  const auto outcome = [](const char* changes) {
-    RenameSettings settings;
-    return setSettings(settings, getCurrentSettings(with({}, changes)));
-  };
-  EXPECT_TRUE(outcome("selectedTab=2").refresh_replace_remove);
-  EXPECT_FALSE(outcome("selectedTab=9").refresh_replace_remove);
 }
 
 TEST(PropertyDictionary, KeepsOrderAndReplaces) {

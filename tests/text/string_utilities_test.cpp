@@ -66,5 +66,10 @@ TEST(SearchText, FindsWhatTryingEveryPositionFinds) {
   }
 }
 
+TEST(DifferInCaseOnly, ComparesLettersAsUnicodeDoes) {
+  EXPECT_TRUE(differ_in_case_only("\xC3\x89t\xC3\xA9", "\xC3\xA9T\xC3\x89"));
+  EXPECT_FALSE(differ_in_case_only("same", "same") || differ_in_case_only("a", "b"));
+}
+
 }  // namespace
 }  // namespace brindle::test

@@ -10,7 +10,6 @@
 #include <string>
 #include <string_view>
 
-#include "metadata/audio_module/asf_order.h"
 #include "metadata/audio_module/bounded_stream.h"
 #include "metadata/audio_module/format_gaps.h"
 #include "platform/module.h"

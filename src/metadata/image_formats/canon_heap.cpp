@@ -1,11 +1,11 @@
-#include "metadata/image_formats/canon_heap.h"
-
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <string>
 #include <string_view>
 #include <utility>
+
+#include "metadata/image_formats/readers.h"
 
 namespace brindle {
 namespace {

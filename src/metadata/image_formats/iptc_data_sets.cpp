@@ -1,7 +1,6 @@
-#include "metadata/image_formats/iptc_data_sets.h"
-
 #include <algorithm>
 
+#include "metadata/image_formats/readers.h"
 #include "platform/byte_source.h"
 
 namespace brindle {

@@ -1,9 +1,7 @@
-#include "metadata/image_formats/jpeg_segments.h"
-
 #include <string>
 #include <string_view>
 
-#include "metadata/image_formats/tiff_structure.h"
+#include "metadata/image_formats/readers.h"
 
 namespace brindle {
 namespace {

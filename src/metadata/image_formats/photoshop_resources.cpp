@@ -1,9 +1,8 @@
-#include "metadata/image_formats/photoshop_resources.h"
 
 #include <algorithm>
 #include <iterator>
 
-#include "metadata/image_formats/tiff_structure.h"
+#include "metadata/image_formats/readers.h"
 
 namespace brindle {
 namespace {

@@ -1,11 +1,10 @@
-#include "metadata/image_formats/plain_formats.h"
 
 #include <algorithm>
 #include <cstdlib>
 #include <string>
 #include <string_view>
 
-#include "metadata/image_formats/tiff_structure.h"
+#include "metadata/image_formats/readers.h"
 
 namespace brindle {
 namespace {

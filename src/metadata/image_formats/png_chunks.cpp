@@ -1,4 +1,3 @@
-#include "metadata/image_formats/png_chunks.h"
 
 #include <zlib.h>
 
@@ -8,8 +7,7 @@
 #include <string_view>
 #include <utility>
 
-#include "metadata/image_formats/photoshop_resources.h"
-#include "metadata/image_formats/tiff_structure.h"
+#include "metadata/image_formats/readers.h"
 
 namespace brindle {
 namespace {

@@ -1,5 +1,3 @@
-#include "metadata/image_formats/tiff_structure.h"
-
 #include <algorithm>
 #include <iterator>
 #include <optional>
@@ -7,6 +5,8 @@
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "metadata/image_formats/readers.h"
 
 namespace brindle {
 namespace {
