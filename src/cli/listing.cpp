@@ -9,6 +9,7 @@
 #include "cli/terminal_text.h"
 #include "platform/file_name.h"
 #include "platform/translation.h"
+#include "texts/shown_text.h"
 
 namespace brindle {
 namespace {
@@ -231,7 +232,7 @@ std::string_view relative_path(std::string_view path, std::string_view folder) {
 std::string status_and_reason(const FileList& files, std::size_t row) {
   std::string text = translated(to_utf8(status_text(files[row].status)));
   const std::string_view reason = files.reason(row);
-  if (!reason.empty()) text.append(": ").append(translated(reason));
+  if (!reason.empty()) text.append(": ").append(reason_in_words(reason));
   return text;
 }
 

@@ -9,6 +9,7 @@
 #include "cli/exit_code.h"
 #include "cli/option_value.h"
 #include "methods/method_table.h"
+#include "platform/translation.h"
 
 namespace brindle {
 namespace {
@@ -25,7 +26,7 @@ bool operands_replaced(const MethodCall& call) {
 std::string listed_options(std::string_view names) {
   std::string text;
   for (const std::string_view name : split_choices(names)) {
-    text += fmt::format("{}--{}", text.empty() ? "" : " or ", name);
+    text += fmt::format("{}--{}", text.empty() ? "" : translated(" or "), name);
   }
   return text;
 }
@@ -36,13 +37,13 @@ void check_operands(const MethodCall& call) {
     const auto& option =
         std::ranges::find_if(call.options, [](const auto& each) { return each.first->replaces_operands; });
     if (call.operands.empty()) return;
-    throw UsageError(fmt::format("{}: --{} stands instead of {}; give one of them", method.word, option->first->name,
-                                 method.operands.front().name));
+    throw UsageError(translated("{}: --{} stands instead of {}; give one of them", method.word, option->first->name,
+                                method.operands.front().name));
   }
   if (call.operands.size() == method.operands.size()) return;
   const MethodOperand& missing = method.operands[call.operands.size()];
-  throw UsageError(fmt::format("{} needs {}, {} (brindle {} --help shows examples)", method.word, missing.name,
-                               missing.help, method.word));
+  throw UsageError(translated("{} needs {}, {} (brindle {} --help shows examples)", method.word, missing.name,
+                              translated(missing.help), method.word));
 }
 
 void check_group(const MethodCall& call) {
@@ -57,7 +58,7 @@ void check_group(const MethodCall& call) {
     if (in_group(option)) names += fmt::format("{}--{}", names.empty() ? "" : ", ", option.name);
   }
   throw UsageError(
-      fmt::format("{} needs one of {} (brindle {} --help shows examples)", method.word, names, method.word));
+      translated("{} needs one of {} (brindle {} --help shows examples)", method.word, names, method.word));
 }
 
 void check_needs(const MethodCall& call) {
@@ -66,7 +67,7 @@ void check_needs(const MethodCall& call) {
     const auto names = split_choices(option->needs);
     if (std::ranges::any_of(names, [&](std::string_view name) { return has_option(call, name); })) continue;
     throw UsageError(
-        fmt::format("{}: --{} goes with {}", call.method->word, option->name, listed_options(option->needs)));
+        translated("{}: --{} goes with {}", call.method->word, option->name, listed_options(option->needs)));
   }
 }
 
@@ -89,7 +90,7 @@ void add_option(MethodCall& call, const MethodOption& option, OptionValue value)
       return;
     }
     if (given->groups.find_first_of(option.groups) != std::string_view::npos) {
-      throw UsageError(fmt::format("{}: give either --{} or --{}", call.method->word, given->name, option.name));
+      throw UsageError(translated("{}: give either --{} or --{}", call.method->word, given->name, option.name));
     }
   }
   call.options.emplace_back(&option, std::move(value));
