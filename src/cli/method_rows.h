@@ -7,12 +7,14 @@
 #include <array>
 #include <cstddef>
 #include <span>
+#include <string>
 #include <string_view>
 
 #include "cli/method_words.h"
 #include "methods/date_parts.h"
 #include "methods/placement.h"
 #include "platform/translation.h"
+#include "settings/rename_settings.h"
 
 namespace brindle {
 
@@ -90,5 +92,12 @@ inline constexpr FillSettings fill_date =
 template <const DatePartMembers& parts>
 inline constexpr FillSettings fill_time =
     [](RenameSettings& s, const OptionValue& v) { fill_pattern(s, parts.time, v); };
+
+/// The fields of a mask, in order. A token of the metadata catalogue becomes its field, one of audio_tokens a field of
+/// its own, and everything else a custom text (a bracketed word that is no token stands for the word).
+FieldList fields_of_mask(std::u16string_view mask);
+
+/// The field that a token in angle brackets stands for.
+MetaDataField field_of_known_token(std::u16string_view token);
 
 }  // namespace brindle
