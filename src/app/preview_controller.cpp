@@ -90,7 +90,8 @@ void PreviewController::tell_operation_error(const PreviewResult& result) {
     const std::u16string name = decode_file_name(model_.files().path(*result.error_row));
     path = in_sentence(FileSystemItem::getDisplayFilePath(name));
   }
-  show_alert(model_.ports(), make_alert_of("", "UNABLETOGENERATENEWFILENAMEERROR", to_utf8(result.error)),
+  show_alert(model_.ports(),
+             make_alert_of("", "UNABLETOGENERATENEWFILENAMEERROR", reason_in_words(to_utf8(result.error))),
              AlertStyle::warning, path);
 }
 

@@ -92,7 +92,7 @@ void RenamingController::tell_failures(const ApplyResult& result, const ApplyOpt
   const FileList& files = model_.files();
   if (!result.first_failed || *result.first_failed >= files.size()) return;
   const std::size_t row = *result.first_failed;
-  std::string reason = localized(files.reason(row));
+  std::string reason = reason_in_words(files.reason(row));
   if (reason.empty()) reason = localized(to_utf8(status_text(files[row].status)));
   const std::string path = in_sentence(FileSystemItem::getDisplayFilePath(decode_file_name(files.path(row))));
   show_alert(model_.ports(),

@@ -4,10 +4,10 @@
 
 #include <algorithm>
 #include <array>
+#include <variant>
 
 #include "cli/method_call.h"
-#include "cli/option_value.h"
-#include "cli/suggestion.h"
+#include "cli/method_words.h"
 #include "platform/path.h"
 #include "platform/translation.h"
 
@@ -22,12 +22,6 @@ std::string meant(std::string_view word, const std::vector<std::string_view>& ca
                   std::string_view dashes = "") {
   const std::string_view closest = closest_word(word, candidates);
   return closest.empty() ? std::string() : translated("; did you mean {}{}?", dashes, closest);
-}
-
-std::vector<std::string_view> words_of_methods() {
-  std::vector<std::string_view> words;
-  for (const MethodWord& row : method_words()) words.push_back(row.word);
-  return words;
 }
 
 std::vector<std::string_view> option_names(const CommandRow& command, const MethodWord* method) {
@@ -65,14 +59,6 @@ std::string where_option_belongs(std::string_view name) {
   return {};
 }
 
-void set_column(ExportOptions& columns, OptionId id) {
-  if (id == OptionId::no_name) columns.isFilename = false;
-  if (id == OptionId::no_new_name) columns.isNewFilename = false;
-  if (id == OptionId::no_location) columns.isLocation = false;
-  if (id == OptionId::full_paths) columns.isIncludeLocation = true;
-  if (id == OptionId::no_header) columns.addColumnNamesInHeader = false;
-}
-
 void choose(std::optional<bool>& choice, bool value, std::string_view complaint) {
   if (choice && *choice != value) throw UsageError(translated(complaint));
   choice = value;
@@ -85,12 +71,14 @@ void set_choice_of_items(Options& options, OptionId id) {
   choose(options.subfolders, id == OptionId::subfolders, to_translate("give either --subfolders or --no-subfolders"));
 }
 
-/// The options that are either given or not.
-struct Flag {
+/// What an option is kept in; a flag with the value that it stands for.
+struct Keeping {
   OptionId id;
-  bool Options::*member;
+  std::variant<bool Options::*, bool ExportOptions::*, std::string Options::*, std::vector<std::string> Options::*>
+      member;
+  bool value = true;
 };
-constexpr auto flags = std::to_array<Flag>({
+constexpr auto keepings = std::to_array<Keeping>({
     {OptionId::hidden, &Options::hidden},
     {OptionId::no_preserve_root, &Options::no_preserve_root},
     {OptionId::nul, &Options::nul},
@@ -99,45 +87,37 @@ constexpr auto flags = std::to_array<Flag>({
     {OptionId::json, &Options::json},
     {OptionId::yes, &Options::yes},
     {OptionId::quiet, &Options::quiet},
+    {OptionId::no_color, &Options::color, false},
     {OptionId::help, &Options::help},
     {OptionId::version, &Options::version},
+    {OptionId::no_name, &ExportOptions::isFilename, false},
+    {OptionId::no_new_name, &ExportOptions::isNewFilename, false},
+    {OptionId::no_location, &ExportOptions::isLocation, false},
+    {OptionId::full_paths, &ExportOptions::isIncludeLocation},
+    {OptionId::no_header, &ExportOptions::addColumnNamesInHeader, false},
+    {OptionId::profile, &Options::profile},
+    {OptionId::rules, &Options::rules},
+    {OptionId::list, &Options::list},
+    {OptionId::from, &Options::from},
+    {OptionId::set, &Options::set},
 });
 
+struct Keep {
+  Options& options;
+  std::string_view text;
+  bool value;
+
+  void operator()(bool Options::*flag) const { options.*flag = value; }
+  void operator()(bool ExportOptions::*flag) const { options.columns.*flag = value; }
+  void operator()(std::string Options::*member) const { options.*member = text; }
+  void operator()(std::vector<std::string> Options::*members) const { (options.*members).emplace_back(text); }
+};
+
 void set_option(Options& options, OptionId id, std::string_view value) {
-  if (const auto* flag = std::ranges::find(flags, id, &Flag::id); flag != flags.end()) {
-    options.*flag->member = true;
-    return;
-  }
-  switch (id) {
-    case OptionId::files:
-    case OptionId::folders:
-    case OptionId::subfolders:
-    case OptionId::no_subfolders:
-      return set_choice_of_items(options, id);
-    case OptionId::sort:
-      options.sort = value == "name" ? ListOrder::name : value == "folder" ? ListOrder::folder : ListOrder::as_found;
-      return;
-    case OptionId::from:
-      options.from.emplace_back(value);
-      return;
-    case OptionId::set:
-      options.set.emplace_back(value);
-      return;
-    case OptionId::profile:
-      options.profile = value;
-      return;
-    case OptionId::rules:
-      options.rules = value;
-      return;
-    case OptionId::list:
-      options.list = value;
-      return;
-    case OptionId::no_color:
-      options.color = false;
-      return;
-    default:
-      return set_column(options.columns, id);
-  }
+  const auto* const keeping = std::ranges::find(keepings, id, &Keeping::id);
+  if (keeping != keepings.end()) return std::visit(Keep{options, value, keeping->value}, keeping->member);
+  if (id != OptionId::sort) return set_choice_of_items(options, id);
+  options.sort = value == "name" ? ListOrder::name : value == "folder" ? ListOrder::folder : ListOrder::as_found;
 }
 
 class ArgumentParser {

@@ -7,14 +7,13 @@
 #include <string_view>
 #include <vector>
 
-#include "cli/cancellation.h"
 #include "cli/commands.h"
-#include "cli/json_report.h"
+#include "cli/json_lines.h"
 #include "cli/listing.h"
 #include "cli/rename_batch.h"
 #include "cli/settings_files.h"
-#include "cli/summary.h"
 #include "gather/list_export.h"
+#include "platform/cancellation.h"
 #include "platform/translation.h"
 #include "texts/list_titles.h"
 

@@ -5,19 +5,39 @@
 #include <string_view>
 #include <vector>
 
-#include "cli/cancellation.h"
 #include "cli/commands.h"
-#include "cli/json_report.h"
+#include "cli/json_lines.h"
 #include "cli/listing.h"
 #include "cli/log_folder.h"
 #include "cli/rename_batch.h"
-#include "cli/summary.h"
+#include "platform/cancellation.h"
 #include "platform/translation.h"
 #include "run/apply.h"
 #include "texts/string_table.h"
 
 namespace brindle {
 namespace {
+
+void print_preview_json(const RenameBatch& batch, const Tally& tally, double seconds, Console& console) {
+  ItemPrinter printer(batch.files, console.out().buffer());
+  for (std::size_t row = 0; row < batch.files.size() && !console.out().closed(); ++row) {
+    printer.print(row);
+    console.out().flush_if_full();
+  }
+  print_summary(console.out().buffer(), {"preview", {tally.items, tally.proposed, 0}, {}, seconds});
+}
+
+void print_preview(const CommandLine& line, const RenameBatch& batch, const Tally& tally, Console& console) {
+  print_listing(batch.files, batch.folder, line.options.all, console);
+  console.out() << preview_sentence(batch, tally) << ".";
+  if (tally.proposed > 0) {
+    console.out() << (console.out_is_terminal() ? "\n" : " ")
+                  << translated("To do it, write rename instead of preview.");
+  }
+  console.out() << "\n";
+  console.out().flush();
+  warn_of_surprises(line, batch, console);
+}
 
 /// The full paths of a list's rows at one moment, packed.
 class PathRecord {
@@ -199,6 +219,21 @@ ExitCode RenameCommand::answer(const ApplyResult& result) const {
 }
 
 }  // namespace
+
+ExitCode run_preview(const CommandLine& line, Console& console) {
+  const Stopwatch watch;
+  RenameBatch batch;
+  if (const auto answer = prepare_batch(line, console, batch)) return *answer;
+  const Tally tally = count_rows(batch.files);
+  if (line.options.json) {
+    print_preview_json(batch, tally, watch.seconds(), console);
+  } else if (!console.quiet()) {
+    print_preview(line, batch, tally, console);
+  } else {
+    report_problems(batch, {}, console);
+  }
+  return tally.problems() + batch.left_out > 0 ? ExitCode::incomplete : ExitCode::done;
+}
 
 ExitCode run_rename(const CommandLine& line, Console& console) {
   return RenameCommand(line, console).run();

@@ -7,7 +7,7 @@
 
 #include "cli/commands.h"
 #include "cli/json_lines.h"
-#include "cli/suggestion.h"
+#include "cli/method_words.h"
 #include "cli/terminal_text.h"
 #include "platform/translation.h"
 #include "settings/setting_text.h"

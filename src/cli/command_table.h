@@ -1,13 +1,13 @@
 #pragma once
 
-// The commands of `brindle`, as data. Constant; any thread.
+// The commands of `brindle`, as data: constant tables from which parsing, help and completions all follow. Any thread.
 
 #include <cstdint>
 #include <span>
 #include <string_view>
 
 #include "cli/exit_code.h"
-#include "cli/option.h"
+#include "cli/method_words.h"
 
 namespace brindle {
 
@@ -37,6 +37,44 @@ constexpr bool takes_paths(Operands operands) {
 constexpr bool takes_methods(Operands operands) {
   return takes_paths(operands) || operands == Operands::file_and_methods;
 }
+
+/// What an option means to the program.
+enum class OptionId : std::uint8_t {
+  files,
+  folders,
+  subfolders,
+  no_subfolders,
+  hidden,
+  no_preserve_root,
+  sort,
+  from,
+  nul,
+  set,
+  profile,
+  rules,
+  list,
+  from_elsewhere,
+  no_name,
+  no_new_name,
+  no_location,
+  full_paths,
+  no_header,
+  all,
+  json,
+  yes,
+  quiet,
+  no_color,
+  help,
+  version,
+};
+
+struct OptionRow {
+  OptionId id;
+  std::string_view name;   ///< without the dashes
+  char letter;             ///< the short form, 0 for none
+  std::string_view value;  ///< how help calls its value; empty when it takes none. "a|b|c" is a choice
+  std::string_view help;
+};
 
 struct CommandRow {
   std::string_view word;      ///< or two words: "profile save"

@@ -5,7 +5,6 @@
 #include <string>
 #include <vector>
 
-#include "cli/cancellation.h"
 #include "cli/commands.h"
 #include "cli/json_lines.h"
 #include "cli/listing.h"
@@ -14,6 +13,7 @@
 #include "cli/rename_batch.h"
 #include "list/item_status.h"
 #include "log/rename_log.h"
+#include "platform/cancellation.h"
 #include "platform/file_name.h"
 #include "platform/real_path.h"
 #include "platform/translation.h"

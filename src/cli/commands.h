@@ -2,7 +2,7 @@
 
 // What the commands do. Each prints to the console and answers with what the shell is told; nothing is thrown but
 // UsageError and what the standard library throws when memory ends. The whole command line runs on the thread that
-// main() was called on, but for what catches Ctrl-C (cancellation.h).
+// main() was called on, but for what catches Ctrl-C (platform/cancellation.h).
 
 #include "cli/arguments.h"
 #include "cli/console.h"

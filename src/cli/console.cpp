@@ -7,8 +7,8 @@
 #include <cerrno>
 #include <cstdlib>
 
-#include "cli/cancellation.h"
 #include "cli/terminal_text.h"
+#include "platform/cancellation.h"
 #include "platform/translation.h"
 
 namespace brindle {

@@ -8,8 +8,8 @@
 #include <string>
 #include <string_view>
 
-#include "cli/output.h"
 #include "platform/job.h"
+#include "platform/output.h"
 
 namespace brindle {
 

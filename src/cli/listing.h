@@ -1,12 +1,14 @@
 #pragma once
 
 // The list with its new names, for people: on a terminal grouped by folder, in columns, with what changes set off; on a
-// pipe one plain line an item, "path -> new name" or "path: status (reason)".
+// pipe one plain line an item, "path -> new name" or "path: status (reason)". And what is said of it in sentences.
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "cli/console.h"
+#include "cli/rename_batch.h"
 #include "list/file_list.h"
 
 namespace brindle {
@@ -21,5 +23,18 @@ std::string_view relative_path(std::string_view path, std::string_view folder);
 
 /// A status and, in words, why: "File Already Exists", or "No Changes: the name would be too long".
 std::string status_and_reason(const FileList& files, std::size_t row);
+
+/// "6 of 8 files would be renamed; 1 unchanged; 1 cannot be: the new name is taken".
+std::string preview_sentence(const RenameBatch& batch, const Tally& tally);
+/// "6 of 8 files renamed; 1 unchanged; 1 not".
+std::string rename_sentence(const RenameBatch& batch, const Tally& tally);
+
+/// Says on standard error what a person would hardly see in the listing: names that two items of a folder would get,
+/// and items that are counted in the order in which the disk lists them.
+void warn_of_surprises(const CommandLine& line, const RenameBatch& batch, Console& console);
+
+/// Names every row that could not be renamed, on standard error, put together by status and reason. Rows whose flag in
+/// `known` is set were shown before and are left out; `known` may be empty.
+void report_problems(const RenameBatch& batch, const std::vector<bool>& known, Console& console);
 
 }  // namespace brindle

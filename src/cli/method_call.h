@@ -1,7 +1,11 @@
 #pragma once
 
-// One method of a command line, and what it means to the settings.
+// One method of a command line, its values read, and what it means to the settings.
 
+#include <array>
+#include <optional>
+#include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -9,6 +13,18 @@
 #include "settings/rename_settings.h"
 
 namespace brindle {
+
+/// A date pattern such as "yyyy-MM-dd" taken apart: part, separator, part, separator, part. A part is a run of one
+/// letter; what stands between, '…' included, is a separator. Absent parts are "None". None when the pattern does not
+/// begin with a part, has more than three, or goes on behind the third.
+std::optional<std::array<std::u16string, 5>> split_pattern(std::u16string_view pattern);
+
+/// "a|b|c" as "a", "b", "c".
+std::vector<std::string_view> split_choices(std::string_view choices);
+
+/// Reads a value. `name` is the option or operand, `form` how help calls the value (the words of a choice). Throws
+/// UsageError when the text is none of that kind.
+OptionValue read_value(ValueKind kind, std::string_view name, std::string_view form, std::string_view text);
 
 /// A method with what was given to it.
 struct MethodCall {

@@ -7,11 +7,14 @@
 #include <array>
 #include <cstddef>
 #include <span>
+#include <string>
 #include <string_view>
 
 #include "cli/method_words.h"
 #include "methods/date_parts.h"
 #include "methods/placement.h"
+#include "platform/translation.h"
+#include "settings/rename_settings.h"
 
 namespace brindle {
 
@@ -40,11 +43,11 @@ constexpr std::array<MethodOption, A + B> join(const std::array<MethodOption, A>
 template <const PlacementMembers& place>
 constexpr std::array<MethodOption, 7> placement_options() {
   return {{
-      {"at-start", "", ValueKind::none, "before the name (the default)",
+      {"at-start", "", ValueKind::none, to_translate("before the name (the default)"),
        [](RenameSettings& s, const OptionValue&) { s.*place.option = Placement::at_beginning; }, option_group::place},
-      {"at-end", "", ValueKind::none, "behind the name, before its extension",
+      {"at-end", "", ValueKind::none, to_translate("behind the name, before its extension"),
        [](RenameSettings& s, const OptionValue&) { s.*place.option = Placement::at_end; }, option_group::place},
-      {"at", "N", ValueKind::number, "so that it begins at character N, from 1",
+      {"at", "N", ValueKind::number, to_translate("so that it begins at character N, from 1"),
        [](RenameSettings& s, const OptionValue& v) {
          s.*place.option = Placement::at_position, s.*place.position = v.text;
        },
@@ -52,16 +55,16 @@ constexpr std::array<MethodOption, 7> placement_options() {
       {"from-end",
        "",
        ValueKind::none,
-       "count N from the end: 1 is behind the last character",
+       to_translate("count N from the end: 1 is behind the last character"),
        [](RenameSettings& s, const OptionValue&) { s.*place.direction = 1; },
        {},
        "at"},
-      {"before", "TEXT", ValueKind::text, "before TEXT, where the name holds it",
+      {"before", "TEXT", ValueKind::text, to_translate("before TEXT, where the name holds it"),
        [](RenameSettings& s, const OptionValue& v) {
          s.*place.option = Placement::before_text, s.*place.before_text = v.text;
        },
        option_group::place},
-      {"after", "TEXT", ValueKind::text, "behind TEXT, where the name holds it",
+      {"after", "TEXT", ValueKind::text, to_translate("behind TEXT, where the name holds it"),
        [](RenameSettings& s, const OptionValue& v) {
          s.*place.option = Placement::after_text, s.*place.after_text = v.text;
        },
@@ -69,7 +72,7 @@ constexpr std::array<MethodOption, 7> placement_options() {
       {"occurrence",
        "N",
        ValueKind::number,
-       "which TEXT, when the name holds several (1)",
+       to_translate("which TEXT, when the name holds several (1)"),
        [](RenameSettings& s, const OptionValue& v) {
          s.*place.before_occurrence = v.text, s.*place.after_occurrence = v.text;
        },
@@ -89,5 +92,12 @@ inline constexpr FillSettings fill_date =
 template <const DatePartMembers& parts>
 inline constexpr FillSettings fill_time =
     [](RenameSettings& s, const OptionValue& v) { fill_pattern(s, parts.time, v); };
+
+/// The fields of a mask, in order. A token of the metadata catalogue becomes its field, one of audio_tokens a field of
+/// its own, and everything else a custom text (a bracketed word that is no token stands for the word).
+FieldList fields_of_mask(std::u16string_view mask);
+
+/// The field that a token in angle brackets stands for.
+MetaDataField field_of_known_token(std::u16string_view token);
 
 }  // namespace brindle

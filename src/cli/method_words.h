@@ -9,12 +9,22 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
-#include "cli/option.h"
 #include "settings/rename_settings.h"
 #include "settings/settings_table.h"
 
 namespace brindle {
+
+/// The candidate that a mistyped word was most likely meant to be; empty when none is near.
+std::string_view closest_word(std::string_view word, std::span<const std::string_view> candidates);
+
+/// Something to type, and what comes of it.
+struct Example {
+  std::string_view words;   ///< as typed in a shell, after "brindle" or, for a method, from its word on
+  std::string_view before;  ///< for a method: a name …
+  std::string_view after;   ///< … and what becomes of it
+};
 
 /// What a value has to look like.
 enum class ValueKind : std::uint8_t {
@@ -71,6 +81,9 @@ struct MethodWord {
 };
 
 std::span<const MethodWord> method_words();
+
+/// The words alone.
+std::vector<std::string_view> words_of_methods();
 
 /// The row of a method's word, or null.
 const MethodWord* find_method(std::string_view word);

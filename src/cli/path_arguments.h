@@ -1,6 +1,6 @@
 #pragma once
 
-// The PATHs of a command line as the core wants them.
+// What the words of a command line lead to: PATHs as the core wants them, and text in a file or a pipe.
 
 #include <cstddef>
 #include <string>
@@ -11,6 +11,13 @@
 #include "cli/console.h"
 
 namespace brindle {
+
+constexpr std::size_t input_text_limit = std::size_t{1} << 30;  ///< in bytes
+
+/// The bytes of a file or pipe; "-" is standard input. What there is of it when the run is cancelled. Tells the person
+/// when a terminal, or a pipe that nobody writes to, is waited for. Throws UsageError for what cannot be read, what is
+/// longer than the limit, and devices, which may have no end.
+std::string read_input_text(const std::string& name, Console& console);
 
 /// What a path stands for (platform/real_path.h). Throws UsageError when it is empty, when it is relative and the
 /// current folder is gone, and when it cannot be had.

@@ -7,15 +7,14 @@
 #include <utility>
 #include <vector>
 
-#include "cli/cancellation.h"
-#include "cli/input_text.h"
-#include "cli/json_report.h"
+#include "cli/json_lines.h"
 #include "cli/listing.h"
 #include "cli/path_arguments.h"
 #include "cli/settings_files.h"
 #include "gather/gather.h"
 #include "gather/list_import.h"
 #include "list/file_order.h"
+#include "platform/cancellation.h"
 #include "platform/file_name.h"
 #include "platform/real_path.h"
 #include "platform/translation.h"

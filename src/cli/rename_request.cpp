@@ -1,17 +1,17 @@
 #include "cli/rename_request.h"
 
 #include <fmt/format.h>
-#include <sys/stat.h>
 
 #include <algorithm>
 #include <optional>
 #include <string_view>
 #include <utility>
 
-#include "cli/mask_text.h"
+#include "cli/method_rows.h"
+#include "cli/method_words.h"
 #include "cli/settings_files.h"
-#include "cli/suggestion.h"
 #include "platform/file_name.h"
+#include "platform/path.h"
 #include "platform/translation.h"
 #include "settings/setting_text.h"
 #include "texts/string_table.h"
@@ -38,16 +38,9 @@ bool chooses_method(const std::string& assignment) {
          (row->method && *row->method != Method::from_list && row->change != SettingChange::shown);
 }
 
-std::string_view closest_method(std::string_view word) {
-  std::vector<std::string_view> words;
-  for (const MethodWord& row : method_words()) words.push_back(row.word);
-  return closest_word(word, words);
-}
-
 [[noreturn]] void ask_for_method(const CommandLine& line) {
   for (const std::string& word : line.operands) {
-    struct stat facts {};
-    const std::string_view method = ::lstat(word.c_str(), &facts) == 0 ? "" : closest_method(word);
+    const std::string_view method = entry_exists(word) ? "" : closest_word(word, words_of_methods());
     if (!method.empty()) throw UsageError(translated("there is no method {}; did you mean {}?", word, method));
   }
   throw UsageError(

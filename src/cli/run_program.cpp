@@ -8,10 +8,10 @@
 #include <string>
 #include <string_view>
 
-#include "cli/cancellation.h"
 #include "cli/commands.h"
 #include "cli/help.h"
 #include "platform/app_info.h"
+#include "platform/cancellation.h"
 #include "platform/message_log.h"
 #include "platform/translation.h"
 #include "texts/string_table.h"

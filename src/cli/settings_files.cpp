@@ -8,6 +8,7 @@
 #include "methods/rule_file.h"
 #include "platform/ascii.h"
 #include "platform/file_name.h"
+#include "platform/path.h"
 #include "platform/translation.h"
 #include "plist/iso_date.h"
 #include "settings/profile_file.h"
@@ -59,8 +60,8 @@ void check_chain(const std::vector<Rule>& rules, const std::string& file) {
 }
 
 bool may_write(const CommandLine& line, Console& console) {
+  if (!entry_exists(line.file)) return true;
   struct stat facts {};
-  if (::lstat(line.file.c_str(), &facts) != 0) return true;
   if (::stat(line.file.c_str(), &facts) == 0 && !S_ISREG(facts.st_mode)) {
     throw UsageError(translated("{} is no file that could be replaced", line.file));
   }

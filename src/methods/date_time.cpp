@@ -3,6 +3,7 @@
 #include <stdexcept>
 
 #include "platform/date.h"
+#include "platform/translation.h"
 #include "text/string_utilities.h"
 
 namespace brindle {
@@ -50,9 +51,11 @@ NameOutcome DateTimeParameters::make_name(StepRun& run) const {
 
 Date DateTimeParameters::date_of(const FileSystemItem& item) const {
   if (source_ == custom_date) return custom_date_;
-  if (source_ != creation_date && source_ != modification_date) throw std::invalid_argument("no date has been chosen");
+  if (source_ != creation_date && source_ != modification_date)
+    throw std::invalid_argument(std::string(to_translate("no date has been chosen")));
   const Result<FileDates> dates = file_dates(item.disk_path());
-  if (!dates.ok()) throw std::runtime_error("the file's date cannot be read: " + dates.reason());
+  if (!dates.ok())
+    throw std::runtime_error(std::string(to_translate("the file's date cannot be read")) + ": " + dates.reason());
   return source_ == creation_date ? dates->creation : dates->modification;
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "platform/translation.h"
 #include "text/string_utilities.h"
 #include "text/text_case.h"
 
@@ -66,7 +67,10 @@ void WindowsReplacements::append_compatible(std::u16string_view text, std::u16st
       out.push_back(unit);
       continue;
     }
-    if (too_long_[found]) throw std::length_error("the replacement holds too many of the characters to be replaced");
+    if (too_long_[found]) {
+      throw std::length_error(
+          std::string(to_translate("the replacement holds too many of the characters to be replaced")));
+    }
     out.append(becomes_[found]);
   }
 }

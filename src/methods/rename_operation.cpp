@@ -3,12 +3,13 @@
 #include <exception>
 
 #include "platform/file_name.h"
+#include "platform/translation.h"
 
 namespace brindle {
 namespace {
 
 std::u16string& failure_format() {
-  static std::u16string format = u"Unable to generate the new file name: %@";
+  static std::u16string format = decode_file_name(to_translate("Unable to generate the new file name")) + u": %@";
   return format;
 }
 

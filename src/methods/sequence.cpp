@@ -6,6 +6,7 @@
 #include <limits>
 #include <stdexcept>
 
+#include "platform/translation.h"
 #include "text/number_text.h"
 #include "text/string_utilities.h"
 
@@ -43,7 +44,8 @@ void step(const AlphabeticParameters& parameters, std::u16string& counter) {
   } else if (parameters.increment) {
     step_up_into_range(counter, std::clamp(parameters.incrementBy, 1, 26));
   } else if (!isAlphabeticNumericInRange(counter)) {
-    throw std::domain_error("the letter counter holds characters other than a to z and is stepped neither up nor down");
+    throw std::domain_error(std::string(
+        to_translate("the letter counter holds characters other than a to z and is stepped neither up nor down")));
   }
 }
 

@@ -13,6 +13,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/translation.h"
 #include "plist/property_list.h"
 #include "plist/property_value.h"
 #include "plist/scalar_text.h"
@@ -88,7 +89,7 @@ class BinaryReader {
 
  private:
   std::nullopt_t fail(std::string_view reason) {
-    if (error_.empty()) error_ = reason;
+    if (error_.empty()) error_ = translated(reason);
     return std::nullopt;
   }
   std::nullopt_t damaged() { return fail("one of its objects is damaged"); }

@@ -1,10 +1,10 @@
-#include <fmt/format.h>
 
 #include <optional>
 #include <utility>
 #include <vector>
 
 #include "platform/file_name.h"
+#include "platform/translation.h"
 #include "plist/property_list.h"
 #include "plist/property_value.h"
 #include "plist/scalar_text.h"
@@ -75,7 +75,7 @@ class XmlReader {
   bool read(PropertyList& list) {
     if (tokens_.next() != Token::start) return fail("it is no XML");
     if (tokens_.name() != u"plist") {
-      return fail(fmt::format("the root element is “{}” where “plist” is expected", shown_name()));
+      return fail(translated("the root element is “{}” where “plist” is expected", shown_name()));
     }
     std::u16string appversion = restore_xml_text(std::u16string(tokens_.attribute(u"appversion")));
     while (!is_finished_) {
@@ -114,10 +114,10 @@ class XmlReader {
     const std::u16string_view element = tokens_.name();
     if (!budget_.take_values(1)) return fail("there are more values than can be read");
     if (element == u"key") return read_key();
-    if (!is_value_expected()) return fail(fmt::format("“{}” stands where no value can be", shown_name()));
+    if (!is_value_expected()) return fail(translated("“{}” stands where no value can be", shown_name()));
     if (is_leaf(element)) return read_leaf(element);
     if (element != u"array" && element != u"dict") {
-      return fail(fmt::format("the element “{}” is none of a property list's", shown_name()));
+      return fail(translated("the element “{}” is none of a property list's", shown_name()));
     }
     if (open_.size() == property_list_depth_limit) return fail("its values are nested too deeply");
     open_.emplace_back().is_dictionary = element == u"dict";
@@ -143,7 +143,7 @@ class XmlReader {
     std::u16string text;
     if (!read_text(text)) return false;
     std::optional<PropertyValue> value = value_of(element, std::move(text));
-    if (!value) return fail(fmt::format("the content of “{}” is not what its name says", to_utf8(element)));
+    if (!value) return fail(translated("the content of “{}” is not what its name says", to_utf8(element)));
     add(std::move(*value));
     return true;
   }

@@ -1,7 +1,5 @@
 #include "plist/xml_tokens.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <array>
 #include <cctype>
@@ -10,6 +8,7 @@
 #include <utility>
 
 #include "platform/file_name.h"
+#include "platform/translation.h"
 #include "text/text_encoding.h"
 #include "text/unicode_fold.h"
 
@@ -46,7 +45,7 @@ std::string declared_encoding(std::string_view bytes) {
 Result<std::u16string> decode_wide(std::string_view bytes) {
   const bool is_whole = bytes.size() % 2 == 0;
   std::u16string text = decode_utf16(bytes, bytes.front() == '\0');
-  if (!is_whole || !is_well_formed(text)) return Status("it is no valid UTF-16 text");
+  if (!is_whole || !is_well_formed(text)) return Status(translated("it is no valid UTF-16 text"));
   return text;
 }
 
@@ -98,16 +97,17 @@ Result<std::u16string> decode_xml(std::string_view bytes) {
   // Editors that save as UTF-8 may leave a declaration of UTF-16 as it is.
   const std::string_view known[] = {"", "UTF-8", "US-ASCII", "ASCII", "UTF-16"};
   if (std::ranges::find(known, encoding) == std::end(known)) {
-    return Status(fmt::format("its encoding, {:.40}, is not one that is read here; save it as UTF-8", encoding));
+    return Status(
+        translated("its encoding, {}, is not one that is read here; save it as UTF-8", encoding.substr(0, 40)));
   }
   std::optional<std::u16string> decoded = decode_valid_utf8(bytes);
-  if (!decoded) return Status("it is no valid UTF-8 text");
+  if (!decoded) return Status(translated("it is no valid UTF-8 text"));
   return std::move(*decoded);
 }
 
 Token XmlTokens::fail(std::string_view reason) {
   const std::u16string_view before = document_.substr(0, at_);
-  error_ = fmt::format("line {}: {}", 1 + std::ranges::count(before, u'\n'), reason);
+  error_ = translated("line {}: {}", 1 + std::ranges::count(before, u'\n'), translated(reason));
   return Token::fault;
 }
 
@@ -123,7 +123,7 @@ Token XmlTokens::next() {
     const Token token = document_[at_] == u'<' ? take_markup() : take_text();
     if (!skipped_) return token;
   }
-  if (!open_.empty()) return fail(fmt::format("it ends within the element “{}”", shown(open_.back())));
+  if (!open_.empty()) return fail(translated("it ends within the element “{}”", shown(open_.back())));
   return has_root_ ? Token::finished : fail("it is no XML: there is no element");
 }
 
@@ -207,7 +207,7 @@ Token XmlTokens::take_start() {
     if (!take_attribute()) return Token::fault;
   }
   closes_itself_ = at(u"/>");
-  if (!skip_past(u">")) return fail(fmt::format("the tag “{}” does not end", shown(name_)));
+  if (!skip_past(u">")) return fail(translated("the tag “{}” does not end", shown(name_)));
   has_root_ = true;
   open_.push_back(name_);
   return Token::start;
@@ -222,7 +222,7 @@ bool XmlTokens::take_attribute() {
   skip_blanks();
   std::u16string_view raw;
   if (!is_given || !take_quoted(raw)) {
-    fail(fmt::format("an attribute of the tag “{}” is damaged", shown(name_)));
+    fail(translated("an attribute of the tag “{}” is damaged", shown(name_)));
     return false;
   }
   std::u16string value;
@@ -245,15 +245,15 @@ Token XmlTokens::take_end() {
   at_ += 2;
   name_ = take_name();
   skip_blanks();
-  if (!at(u">")) return fail(fmt::format("the end of “{}” is damaged", shown(name_)));
+  if (!at(u">")) return fail(translated("the end of “{}” is damaged", shown(name_)));
   ++at_;
   return close();
 }
 
 Token XmlTokens::close() {
   if (open_.empty() || open_.back() != name_) {
-    const std::string open = open_.empty() ? std::string("no element") : "“" + shown(open_.back()) + "”";
-    return fail(fmt::format("“{}” ends where {} is open", shown(name_), open));
+    const std::string open = open_.empty() ? translated("no element") : "“" + shown(open_.back()) + "”";
+    return fail(translated("“{}” ends where {} is open", shown(name_), open));
   }
   open_.pop_back();
   return Token::end;

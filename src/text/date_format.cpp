@@ -11,6 +11,7 @@
 #include <memory>
 #include <stdexcept>
 
+#include "platform/translation.h"
 #include "text/plain_date.h"
 
 namespace brindle {
@@ -135,7 +136,7 @@ class DateFormatter::Pattern {
     icu::UnicodeString text;
     if (format_) format(text, status);
     if (!format_ || U_FAILURE(status))
-      throw std::runtime_error("the date pattern holds a letter that stands for no field");
+      throw std::runtime_error(std::string(to_translate("the date pattern holds a letter that stands for no field")));
     out.append(text.getBuffer(), static_cast<std::size_t>(text.length()));
   }
 

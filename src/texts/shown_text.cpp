@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "platform/file_name.h"
+#include "platform/translation.h"
 
 namespace brindle {
 namespace {
@@ -114,6 +115,13 @@ std::u16string in_lines(std::u16string_view text) {
 std::string in_sentence(std::u16string_view text) {
   if (is_plain_line(text)) return to_utf8(text);
   return to_utf8(first_isolate + in_one_line(text) + end_of_isolate);
+}
+
+std::string reason_in_words(std::string_view english) {
+  const std::string_view whole = sentence_for(english);
+  const std::size_t colon = english.find(": ");
+  if (whole != english || colon == std::string_view::npos) return std::string(whole);
+  return translated(english.substr(0, colon)) + ": " + reason_in_words(english.substr(colon + 2));
 }
 
 }  // namespace brindle

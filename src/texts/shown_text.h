@@ -22,4 +22,8 @@ std::u16string in_lines(std::u16string_view text);
 /// On one line, UTF-8, and kept apart from the sentence around it, whichever way either is written.
 std::string in_sentence(std::u16string_view text);
 
+/// A reason as it is kept, in English, for a person: as a whole where the language knows it, else what stands on both
+/// sides of each ": " for itself.
+std::string reason_in_words(std::string_view english);
+
 }  // namespace brindle

@@ -8,6 +8,7 @@
 #include "app/preview_controller.h"
 #include "list/file_system_item.h"
 #include "platform/file_name.h"
+#include "texts/shown_text.h"
 #include "window/icons.h"
 #include "window/text.h"
 
@@ -160,7 +161,7 @@ QVariant FileTableModel::tooltip(int row, int column) const {
     tip += QStringLiteral(": ") + in_one_line(qt_text(FileSystemItem::getDisplayFilePath(decode_file_name(wanted))));
   if (reason.empty()) return tip;
   // As a sentence of its own.
-  QString why = localized_text(reason);
+  QString why = qt_text(reason_in_words(reason));
   why.replace(0, 1, why.left(1).toUpper());
   return tip + QStringLiteral("\n\n") + in_one_line(why);
 }

@@ -3,7 +3,7 @@
 usage: check_texts.py SOURCE_FOLDER
 
 Every literal in capitals is taken for a key unless it is one of the words below; in the methods, every literal that begins with a
-capital letter is one. That the other languages have the texts of English is the affair of tools/translate.
+capital letter is one, but for sentences (to_translate). That the other languages have the texts of English is the affair of tools/translate.
 """
 
 import pathlib
@@ -12,7 +12,7 @@ import sys
 
 LITERAL = re.compile(r'"((?:[^"\\\n]|\\.)*)"')
 CAPITALS = re.compile(r'"([A-Z][A-Z0-9]{2,})"')
-LABEL = re.compile(r'(?<![\w"])"([A-Z][^"\n]+)"')
+LABEL = re.compile(r'(?<![\w"])(?<!to_translate\()"([A-Z][^"\n]+)"')
 ROW = re.compile(r'^    (keyed|counted|unkeyed)\(\s*"((?:[^"\\]|\\.)*)"', re.MULTILINE)
 # Where texts are asked for. Elsewhere capitals are tags of files, names of variables, kinds of fields.
 PLACES = ("app/**/*", "cli/*", "methods/*.cpp", "settings/settings_record.*")

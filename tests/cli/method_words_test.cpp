@@ -3,7 +3,7 @@
 #include <fmt/format.h>
 #include <gmock/gmock.h>
 
-#include "cli/mask_text.h"
+#include "cli/method_rows.h"
 #include "cli/rename_request.h"
 #include "cli/words.h"
 #include "platform/file_name.h"

@@ -5,13 +5,13 @@
 
 #include "cli/json_lines.h"
 #include "cli/listing.h"
+#include "cli/method_call.h"
+#include "cli/method_words.h"
 #include "cli/name_change.h"
-#include "cli/output.h"
 #include "cli/path_arguments.h"
-#include "cli/pattern_pieces.h"
-#include "cli/suggestion.h"
 #include "cli/terminal_text.h"
 #include "platform/file_name.h"
+#include "platform/output.h"
 
 namespace brindle {
 namespace {

@@ -91,14 +91,14 @@ class Tree:
                           *arguments]).returncode
 
     def kill_after(self, call, number, arguments):
-        command = [*self.strace("-D", "-e", f"inject={call}:delay_exit=400000:when={number}", calls=[call]), BRINDLE,
+        """Stops the program at the end of the call, which the tracer writes down, and kills it there."""
+        record = self.top / "held"
+        record.write_text("")
+        command = [*self.strace("-D", "-e", f"inject={call}:signal=STOP:when={number}", calls=[call], record=record), BRINDLE,
                    *arguments]
         with subprocess.Popen(command, env=self.environment, cwd=os.path.dirname(self.files), stdin=subprocess.DEVNULL,
                               stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL) as process:
-            held = 0  # how often in a row a thread was seen where the tracer holds it
-            while process.poll() is None and held < 5:
-                states = [path.read_text() for path in pathlib.Path(f"/proc/{process.pid}/task").glob("*/stat")]
-                held = held + 1 if any(") t " in state for state in states) else 0
+            while process.poll() is None and b"stopped by SIGSTOP" not in record.read_bytes():
                 time.sleep(0.005)
             process.kill()
             return process.wait()
@@ -203,8 +203,8 @@ def kill_everywhere(what, prepare, arguments, repairs=None, new_tree=Tree):
 
     with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
         kills = sum(pool.map(kill_at, calls))
-    # Another thread may have come first, or the clock: then there are a few calls less, of a short list too.
-    expect(kills >= max(0.9 * len(calls) - 3, 10 / EVERY), f"{what}: not killed", kills, calls)
+    # Another thread may have come first, or the clock: then there are a few calls less.
+    expect(kills >= max(0.9 * len(calls) - 1, 10 / EVERY), f"{what}: not killed", kills, calls)
     print(f"{what}: killed at {kills} calls", flush=True)
 
 

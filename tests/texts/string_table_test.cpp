@@ -13,6 +13,7 @@
 #include "platform/translation.h"
 #include "texts/list_titles.h"
 #include "texts/plural_rule.h"
+#include "texts/shown_text.h"
 
 namespace brindle {
 namespace {
@@ -136,6 +137,9 @@ TEST_F(InLanguage, SentencesAreTranslatedWithTheirValuesFilledIn) {
   EXPECT_EQ(translated("no such sentence, {}", "{}"), "no such sentence, {}");
   EXPECT_EQ(translated(""), "");
   EXPECT_EQ(fill_sentence("{1} {0}", std::vector<std::string>{"a", "b"}), "b a");
+  const std::string reason = "Unable to generate the new file name: the file's date cannot be read: ";
+  EXPECT_EQ(reason_in_words(reason + "“a: b”"),
+            "Der neue Name ließ sich nicht bilden: das Datum der Datei lässt sich nicht lesen: “a: b”");
 }
 
 TEST(StringTable, FormatsTakeTheirArgumentsInOrderOrByPlace) {

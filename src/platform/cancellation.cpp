@@ -1,15 +1,15 @@
-#include "cli/cancellation.h"
+#include "platform/cancellation.h"
 
 #include <csignal>
 
 namespace brindle {
 namespace {
 
-std::atomic<bool> flag = false;
+std::atomic<bool> end_is_asked_for = false;
 static_assert(std::atomic<bool>::is_always_lock_free);  // or a signal handler could not set it
 
 extern "C" void on_signal(int) {
-  flag.store(true, std::memory_order_relaxed);
+  end_is_asked_for.store(true, std::memory_order_relaxed);
 }
 
 }  // namespace
@@ -27,7 +27,7 @@ void catch_signals() {
 }
 
 std::atomic<bool>& cancel_flag() {
-  return flag;
+  return end_is_asked_for;
 }
 
 }  // namespace brindle

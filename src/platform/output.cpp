@@ -1,4 +1,4 @@
-#include "cli/output.h"
+#include "platform/output.h"
 
 #include <unistd.h>
 
