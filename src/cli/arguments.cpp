@@ -8,6 +8,7 @@
 
 #include "cli/method_call.h"
 #include "cli/method_words.h"
+#include "platform/file_name.h"
 #include "platform/path.h"
 #include "platform/translation.h"
 
@@ -71,10 +72,22 @@ void set_choice_of_items(Options& options, OptionId id) {
   choose(options.subfolders, id == OptionId::subfolders, to_translate("give either --subfolders or --no-subfolders"));
 }
 
+void set_on_problem(RunChoices& choices, std::string_view word) {
+  const auto* const found = std::ranges::find(on_problem_words, word);
+  choices.on_problem = static_cast<OnProblem>(found - on_problem_words.begin());
+}
+
+void set_number_pattern(RunChoices& choices, std::string_view pattern) {
+  choices.number_pattern = decode_file_name(pattern);
+  if (!is_number_pattern(choices.number_pattern))
+    throw UsageError(translated("--number-pattern needs \"{}\" once, where the number goes", "{}"));
+}
+
 /// What an option is kept in; a flag with the value that it stands for.
 struct Keeping {
   OptionId id;
-  std::variant<bool Options::*, bool ExportOptions::*, std::string Options::*, std::vector<std::string> Options::*>
+  std::variant<bool Options::*, bool ExportOptions::*, bool RunChoices::*, std::string Options::*,
+               std::vector<std::string> Options::*>
       member;
   bool value = true;
 };
@@ -82,6 +95,7 @@ constexpr auto keepings = std::to_array<Keeping>({
     {OptionId::hidden, &Options::hidden},
     {OptionId::no_preserve_root, &Options::no_preserve_root},
     {OptionId::nul, &Options::nul},
+    {OptionId::permute, &RunChoices::permute},
     {OptionId::from_elsewhere, &Options::from_elsewhere},
     {OptionId::all, &Options::all},
     {OptionId::json, &Options::json},
@@ -109,6 +123,7 @@ struct Keep {
 
   void operator()(bool Options::*flag) const { options.*flag = value; }
   void operator()(bool ExportOptions::*flag) const { options.columns.*flag = value; }
+  void operator()(bool RunChoices::*flag) const { options.choices.*flag = value; }
   void operator()(std::string Options::*member) const { options.*member = text; }
   void operator()(std::vector<std::string> Options::*members) const { (options.*members).emplace_back(text); }
 };
@@ -116,6 +131,8 @@ struct Keep {
 void set_option(Options& options, OptionId id, std::string_view value) {
   const auto* const keeping = std::ranges::find(keepings, id, &Keeping::id);
   if (keeping != keepings.end()) return std::visit(Keep{options, value, keeping->value}, keeping->member);
+  if (id == OptionId::on_problem) return set_on_problem(options.choices, value);
+  if (id == OptionId::number_pattern) return set_number_pattern(options.choices, value);
   if (id != OptionId::sort) return set_choice_of_items(options, id);
   options.sort = value == "name" ? ListOrder::name : value == "folder" ? ListOrder::folder : ListOrder::as_found;
 }

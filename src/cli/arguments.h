@@ -13,6 +13,7 @@
 #include "cli/exit_code.h"
 #include "cli/method_call.h"
 #include "gather/list_export.h"
+#include "settings/run_choices.h"
 
 namespace brindle {
 
@@ -31,6 +32,7 @@ struct Options {
   std::string profile;           ///< the files to start from; "" for none
   std::string rules;
   std::string list;
+  RunChoices choices;
   bool from_elsewhere = false;
   ExportOptions columns;
   bool all = false;

@@ -30,6 +30,13 @@ constexpr auto options = std::to_array<OptionRow>({
     {rules, "rules", 0, "FILE", to_translate("run the chain of a rule file, instead of METHODs")},
     {list, "list", 0, "FILE",
      to_translate("rename as a tab-delimited list says (name, new name, location); \"-\" is standard input")},
+    {on_problem, "on-problem", 0, "skip|none|number",
+     to_translate("what happens when items cannot get their names: the others are renamed (skip, the default), nothing "
+                  "is (none), or a name that is taken is numbered (number)")},
+    {number_pattern, "number-pattern", 0, "TEXT",
+     to_translate("what --on-problem number puts behind the name; \"{}\" is the number, from 2 on (\" ({})\")")},
+    {permute, "permute", 0, "",
+     to_translate("take a name for free when the item that has it is renamed in the same run: swaps, cycles, shifts")},
     {from_elsewhere, "from-elsewhere", 0, "",
      to_translate("let a log that does not lie in the log folder move items to other folders, too")},
     {no_name, "no-name", 0, "", to_translate("leave out the column of names")},
@@ -47,15 +54,16 @@ constexpr auto options = std::to_array<OptionRow>({
 });
 
 constexpr auto preview_options =
-    std::to_array<OptionId>({files, folders, subfolders, no_subfolders, hidden, sort, from, nul, list, rules, profile,
-                             set, all, json, quiet, no_color, help});
-constexpr auto rename_options =
-    std::to_array<OptionId>({files, folders, subfolders, no_subfolders, hidden, no_preserve_root, sort, from, nul, list,
-                             rules, profile, set, all, yes, json, quiet, no_color, help});
-constexpr auto export_options =
-    std::to_array<OptionId>({no_name,       no_new_name, no_location, full_paths, no_header, files, folders, subfolders,
-                             no_subfolders, hidden,      sort,        from,       nul,       list,  rules,   profile,
-                             set,           yes,         json,        quiet,      no_color,  help});
+    std::to_array<OptionId>({files,   folders, subfolders, no_subfolders,  hidden,  sort, from, nul,   list,     rules,
+                             profile, set,     on_problem, number_pattern, permute, all,  json, quiet, no_color, help});
+constexpr auto rename_options = std::to_array<OptionId>(
+    {files, folders, subfolders, no_subfolders, hidden,     no_preserve_root, sort,    from, nul,
+     list,  rules,   profile,    set,           on_problem, number_pattern,   permute, all,  yes,
+     json,  quiet,   no_color,   help});
+constexpr auto export_options = std::to_array<OptionId>(
+    {no_name,        no_new_name, no_location, full_paths, no_header, files,    folders, subfolders, no_subfolders,
+     hidden,         sort,        from,        nul,        list,      rules,    profile, set,        on_problem,
+     number_pattern, permute,     yes,         json,       quiet,     no_color, help});
 constexpr auto profile_save_options = std::to_array<OptionId>(
     {files, folders, subfolders, no_subfolders, profile, set, yes, json, quiet, no_color, help});
 constexpr auto profile_show_options = std::to_array<OptionId>({all, json, quiet, no_color, help});

@@ -8,6 +8,7 @@
 
 #include "platform/byte_text.h"
 #include "platform/file_name.h"
+#include "texts/remark_text.h"
 
 namespace brindle {
 namespace {
@@ -187,6 +188,9 @@ void ItemPrinter::print(std::size_t row, std::string_view old_path) {
   if (const std::string_view wanted = files_.wanted(row); !wanted.empty()) line.bytes("wanted", wanted);
   line.flag("renamed", record.status == ItemStatus::renaming_ok);
   if (record.reason != 0) line.text("reason", files_.reason(row));
+  if (record.problem != Problem::none) line.text("problem", word_of(record.problem));
+  if (const std::string with = problem_with(files_, row); !with.empty()) line.bytes("problemWith", with);
+  if (record.warning != Warning::none) line.text("warning", word_of(record.warning));
 }
 
 }  // namespace brindle

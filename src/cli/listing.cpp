@@ -3,8 +3,10 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <vector>
 
 #include "cli/name_change.h"
@@ -12,7 +14,7 @@
 #include "cli/terminal_text.h"
 #include "platform/file_name.h"
 #include "platform/translation.h"
-#include "text/hash.h"
+#include "texts/remark_text.h"
 #include "texts/shown_text.h"
 
 namespace brindle {
@@ -31,7 +33,7 @@ bool is_shown(const ItemRecord& record, bool all) {
 // Which name it is that exists already; where there is a reason, that says enough.
 void append_wanted_name(const FileList& files, std::size_t row, const Console& console, std::string& text) {
   const std::string_view wanted = files.wanted(row);
-  if (wanted.empty() || files[row].reason != 0) return;
+  if (wanted.empty() || files[row].has_failed()) return;
   text += ": ";
   console.append_shown(wanted, text);
 }
@@ -118,8 +120,10 @@ void GroupedListing::print_row(std::size_t row, std::size_t column) {
   const ItemRecord& record = files_[row];
   old_name_.clear();
   console_.append_shown(record.name(), old_name_);
-  if (record.status == ItemStatus::proposed) {
+  if (record.status == ItemStatus::proposed && record.problem == Problem::none) {
     print_change(record, column);
+    if (record.warning != Warning::none)
+      text_.append(style_.faint).append("  ⚠ ").append(warning_text(files_, row)).append(style_.plain);
   } else {
     print_status(row, column);
   }
@@ -192,7 +196,7 @@ class PlainListing {
     enter(record.folder);
     text_ += prefix_;
     console_.append_shown(record.name(), text_);
-    if (record.status == ItemStatus::proposed) {
+    if (record.status == ItemStatus::proposed && record.problem == Problem::none) {
       text_ += " -> ";
       console_.append_shown(record.proposed(), text_);
     } else {
@@ -234,6 +238,7 @@ std::string_view relative_path(std::string_view path, std::string_view folder) {
 }
 
 std::string status_and_reason(const FileList& files, std::size_t row) {
+  if (files[row].status == ItemStatus::proposed) return problem_text(files, row);
   std::string text = translated(to_utf8(status_text(files[row].status)));
   const std::string_view reason = files.reason(row);
   if (!reason.empty()) text.append(": ").append(reason_in_words(reason));
@@ -263,22 +268,46 @@ std::string rest_of_sentence(const Tally& tally, std::string_view cannot) {
     if (count == 0) return;
     causes.push_back(count == tally.problems() ? std::string(cause) : fmt::format("{} {}", count, cause));
   };
+  add_cause(tally.clashing, translated("another gets the name"));
   add_cause(tally.taken, translated("new name taken"));
   add_cause(tally.missing, translated("not found"));
   add_cause(tally.failed, translated("for the reason given"));
   return text + fmt::format("; {} {} ({})", tally.problems(), cannot, fmt::join(causes, ", "));
 }
 
-// How many rows would get a name that an earlier row of the same folder gets.
-std::size_t count_given_twice(const FileList& files) {
-  std::vector<std::uint64_t> names;
-  for (const ItemRecord& record : files.items()) {
-    if (record.status != ItemStatus::proposed) continue;
-    const std::uint64_t folder = (record.folder + std::uint64_t{1}) * 0x9E3779B97F4A7C15U;
-    names.push_back(hash_bytes(record.proposed(), folder));
+/// Problems that one thing helps against.
+struct Remedy {
+  Problem problem;
+  std::optional<Holder> holder;  // of a taken name; none: any
+  std::string_view title;
+  std::string_view advice;
+};
+constexpr std::string_view numbers_them = to_translate("--on-problem number numbers them.");
+constexpr auto remedies = std::to_array<Remedy>({
+    {Problem::clash, {}, to_translate("Their name goes to an earlier one"), numbers_them},
+    {Problem::taken, Holder::leaves, to_translate("Their name becomes free in the same run"),
+     to_translate("--permute renames in an order that works.")},
+    {Problem::taken, Holder::stays, to_translate("Their name is that of an item that stays"), numbers_them},
+    {Problem::taken, Holder::unlisted, to_translate("Their name is there already"), numbers_them},
+    {Problem::unwritable,
+     {},
+     to_translate("Their name cannot be on this disk"),
+     to_translate("Make it shorter, or leave out what it cannot hold.")},
+    {Problem::gone, {}, to_translate("Not there any more"), to_translate("See which files are meant.")},
+    {Problem::no_access, {}, to_translate("Not to be renamed"), to_translate("See who owns them and their folder.")},
+});
+
+bool is_helped(const ItemRecord& record, const Remedy& remedy) {
+  return record.problem == remedy.problem && (!remedy.holder || record.holder == *remedy.holder);
+}
+
+void tell_remedies(const RenameBatch& batch, Console& console) {
+  for (const Remedy& remedy : remedies) {
+    const auto helped =
+        std::ranges::count_if(batch.files.items(), [&](const ItemRecord& record) { return is_helped(record, remedy); });
+    if (helped == 0) continue;
+    console.note(fmt::format("{}: {}. {}", translated(remedy.title), helped, translated(remedy.advice)));
   }
-  std::ranges::sort(names);
-  return static_cast<std::size_t>(names.end() - std::unique(names.begin(), names.end()));
 }
 
 // In the order of the list; with a new start in each folder the run sorts it itself.
@@ -297,6 +326,10 @@ bool counts_items(const RenameRequest& request) {
 }  // namespace
 
 std::string preview_sentence(const RenameBatch& batch, const Tally& tally) {
+  if (tally.withheld > 0) {
+    return translated("Nothing would be renamed, since not all of it can be{}",
+                      rest_of_sentence(tally, translated("cannot be")));
+  }
   return translated_count(tally.proposed, "{} of {} {} would be renamed{}", "{} of {} {} would be renamed{}",
                           tally.proposed, tally.items, batch.noun(tally.items),
                           rest_of_sentence(tally, translated("cannot be")));
@@ -310,10 +343,7 @@ std::string rename_sentence(const RenameBatch& batch, const Tally& tally) {
 }
 
 void warn_of_surprises(const CommandLine& line, const RenameBatch& batch, Console& console) {
-  if (const std::size_t twice = count_given_twice(batch.files); twice > 0) {
-    console.note(translated_count(twice, "{} would get a name that another one gets too, and keep the old one.",
-                                  "{} would get a name that another one gets too, and keep the old one.", twice));
-  }
+  if (console.out_is_terminal()) tell_remedies(batch, console);
   const bool in_disk_order = line.options.sort == ListOrder::as_found && batch.files.size() > batch.paths;
   if (in_disk_order && counts_items(batch.request)) {
     console.note(

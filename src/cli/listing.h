@@ -29,8 +29,8 @@ std::string preview_sentence(const RenameBatch& batch, const Tally& tally);
 /// "6 of 8 files renamed; 1 unchanged; 1 not".
 std::string rename_sentence(const RenameBatch& batch, const Tally& tally);
 
-/// Says on standard error what a person would hardly see in the listing: names that two items of a folder would get,
-/// and items that are counted in the order in which the disk lists them.
+/// Says on standard error what a person would hardly see in the listing: on a terminal, how many have which problem and
+/// what helps; and that items are counted in the order in which the disk lists them.
 void warn_of_surprises(const CommandLine& line, const RenameBatch& batch, Console& console);
 
 /// Names every row that could not be renamed, on standard error, put together by status and reason. Rows whose flag in

@@ -7,8 +7,8 @@
 #include "methods/photo_renaming.h"
 #include "methods/prefix_suffix.h"
 #include "platform/file_name.h"
-#include "settings/stored_value.h"
 #include "settings/setting_text.h"
+#include "settings/stored_value.h"
 
 namespace brindle {
 namespace {

@@ -20,6 +20,7 @@
 #include "platform/translation.h"
 #include "run/preview.h"
 #include "run/rename_row.h"
+#include "run/second_look.h"
 #include "texts/list_titles.h"
 #include "texts/string_table.h"
 
@@ -179,6 +180,7 @@ ExitCode report_refusal(const CommandLine& line, Console& console, const Refusal
 }
 
 bool is_problem(const ItemRecord& record) {
+  if (record.problem != Problem::none) return true;
   switch (record.status) {
     case ItemStatus::file_already_exists:
     case ItemStatus::folder_already_exists:
@@ -192,20 +194,35 @@ bool is_problem(const ItemRecord& record) {
   }
 }
 
+// A row that has a proposed name, and none of its own.
+std::size_t& Tally::of_proposed(const ItemRecord& record) {
+  if (record.carries_new_name) return proposed;
+  switch (record.problem) {
+    case Problem::none:
+      return withheld;
+    case Problem::clash:
+      return clashing;
+    case Problem::taken:
+      return taken;
+    default:
+      return failed;
+  }
+}
+
 Tally count_rows(const FileList& files) {
   Tally tally;
   tally.items = files.size();
   for (const ItemRecord& record : files.items()) {
     switch (record.status) {
       case ItemStatus::proposed:
-        ++tally.proposed;
+        ++tally.of_proposed(record);
         break;
       case ItemStatus::renaming_ok:
         ++tally.renamed;
         break;
       case ItemStatus::file_already_exists:
       case ItemStatus::folder_already_exists:
-        ++tally.taken;
+        ++(record.problem == Problem::clash ? tally.clashing : tally.taken);
         break;
       case ItemStatus::file_not_found:
       case ItemStatus::folder_not_found:
@@ -228,10 +245,15 @@ namespace {
 
 // The new names, unless a list has brought them or none were asked for.
 void make_names(const CommandLine& line, Console& console, RenameBatch& batch) {
-  if (batch.request.is_from_list() || !says_how(line)) return;
+  if (!says_how(line)) return;
+  const RunChoices& choices = line.options.choices;
+  if (batch.request.is_from_list()) {
+    look_again(batch.files, choices, &batch.disk_names, false);
+    return;
+  }
   RenamePlan plan = batch.request.plan();
   ProgressLine progress(console, translated("Naming"));
-  preview(batch.files, plan, batch.disk_names, {&cancel_flag(), &progress});
+  preview(batch.files, plan, batch.disk_names, {&cancel_flag(), &progress}, choices);
 }
 
 std::optional<ExitCode> try_to_prepare(const CommandLine& line, Console& console, RenameBatch& batch, Demand demand) {

@@ -19,14 +19,17 @@ namespace brindle {
 /// How many rows stand how.
 struct Tally {
   std::size_t items = 0;
-  std::size_t proposed = 0;
+  std::size_t proposed = 0;  ///< promised a name
+  std::size_t withheld = 0;  ///< would be, if others had no problems (--on-problem none)
   std::size_t renamed = 0;
   std::size_t unchanged = 0;  ///< nothing to change, no reason to complain
+  std::size_t clashing = 0;   ///< an earlier item gets the name
   std::size_t taken = 0;      ///< the new name exists
   std::size_t missing = 0;    ///< the item itself does not exist
   std::size_t failed = 0;     ///< has a reason of its own
 
-  std::size_t problems() const { return taken + missing + failed; }
+  std::size_t problems() const { return clashing + taken + missing + failed; }
+  std::size_t& of_proposed(const ItemRecord& record);
 };
 
 /// Whether a row is one that could not be renamed, as opposed to one that need not be.

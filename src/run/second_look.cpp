@@ -77,8 +77,8 @@ std::size_t extension_start(std::string_view name) {
 }
 
 std::string numbered(const std::string& pattern, int number) {
-  const std::size_t place = std::min(pattern.find("{}"), pattern.size());
-  return pattern.substr(0, place) + std::to_string(number) + (place < pattern.size() ? pattern.substr(place + 2) : "");
+  std::string text = pattern;
+  return text.replace(pattern.find("{}"), 2, std::to_string(number));
 }
 
 class Look {

@@ -24,4 +24,10 @@ struct RunChoices {
   bool permute = false;                      ///< a name is free when the item that has it leaves it in the same run
 };
 
+/// Whether the pattern says once where the number goes.
+constexpr bool is_number_pattern(std::u16string_view pattern) {
+  const std::size_t place = pattern.find(u"{}");
+  return place != std::u16string_view::npos && pattern.find(u"{}", place + 2) == std::u16string_view::npos;
+}
+
 }  // namespace brindle
