@@ -142,7 +142,7 @@ NumberField* number_field(const PanelContext& context, SettingKey key, TextKey n
 }
 
 QCheckBox* check_box(const PanelContext& context, SettingKey key, TextKey text) {
-  auto* box = new QCheckBox(localized_text(text));
+  auto* box = new QCheckBox(text_with_mnemonic(text));
   box->setObjectName(object_name(key));
   context.bindings.bind(box, key);
   return box;
@@ -166,7 +166,7 @@ std::vector<QRadioButton*> radio_buttons(const PanelContext& context, QWidget* o
   group->setObjectName(object_name(key));
   std::vector<QRadioButton*> buttons;
   for (const TextKey text : texts) {
-    auto* button = new QRadioButton(localized_text(text), owner);
+    auto* button = new QRadioButton(text_with_mnemonic(text), owner);
     const int id = static_cast<int>(buttons.size());
     button->setObjectName(object_name(key) + QString::number(id));
     group->addButton(button, id);
@@ -177,7 +177,7 @@ std::vector<QRadioButton*> radio_buttons(const PanelContext& context, QWidget* o
 }
 
 QPushButton* push_button(std::string_view name, TextKey text, std::function<void()> clicked) {
-  auto* button = new QPushButton(localized_text(text));
+  auto* button = new QPushButton(text_with_mnemonic(text));
   button->setObjectName(object_name(name));
   button->setAutoDefault(false);
   QObject::connect(button, &QPushButton::clicked, button, std::move(clicked));
@@ -225,7 +225,7 @@ QWidget* line(const std::vector<LinePart>& parts) {
   bool grows = false;
   for (const LinePart& part : parts) {
     if (part.widget == nullptr) {
-      waiting = text_label(part.text);
+      waiting = plain_label(text_with_mnemonic(part.text));
       layout->addWidget(waiting);
       continue;
     }
@@ -254,7 +254,7 @@ FormColumn::FormColumn(QBoxLayout* parent, int stretch) : grid_(new QGridLayout)
 }
 
 void FormColumn::row(TextKey label, QWidget* field) {
-  QLabel* text = plain_label(localized_text(label) + QLatin1Char(':'));
+  QLabel* text = plain_label(text_with_mnemonic(label) + QLatin1Char(':'));
   set_buddy(text, first_field(field));
   row(text, field);
 }

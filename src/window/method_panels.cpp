@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "window/mnemonics.h"
-
 namespace brindle {
 
 const MethodPanel& method_panel(Method method) {
@@ -12,9 +10,7 @@ const MethodPanel& method_panel(Method method) {
 
 QWidget* make_method_panel(Method method, BrindleAppController& controller, SettingBindings& bindings,
                            QWidget* parent) {
-  QWidget* panel = method_panel(method).make({controller, bindings}, parent);
-  give_mnemonics(panel);
-  return panel;
+  return method_panel(method).make({controller, bindings}, parent);
 }
 
 }  // namespace brindle

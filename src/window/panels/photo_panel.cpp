@@ -19,7 +19,7 @@ constexpr std::int32_t photo_items = 0;
 
 QWidget* photo_mask_row(const PanelContext& context) {
   TokenStrip* strip = mask_strip(context, "photoMetaDataList", "PHOTOMASKHINT");
-  QPushButton* edit = push_button("editPhotoMask", "EDITMORE", [strip, &controller = context.controller] {
+  QPushButton* edit = push_button("editPhotoMask", "EDITMASK", [strip, &controller = context.controller] {
     show_photo_mask_sheet(strip->window(), controller);
   });
   edit->setToolTip(localized_text("EDITMASKTIP"));
