@@ -47,7 +47,7 @@ std::string_view help_page(const T& t) {
 }
 
 void open_list(const T& t) {
-  t.app.options().select_tab(tab_of(Method::from_list));
+  t.app.options().select_tab(Method::from_list);
   t.app.list().browseRenameFile();
   // Loading it comes next.
   auto* load = t.window.findChild<QWidget*>(QStringLiteral("loadRenameFile"));

@@ -122,7 +122,7 @@ void make_methods_menu(QMenu& menu, BrindleAppController& app) {
     if (tab < 10) action->setShortcut(QKeySequence(QStringLiteral("Ctrl+%1").arg((tab + 1) % 10)));
     group->addAction(action);
     QObject::connect(action, &QAction::triggered, &menu, [&app, chosen = method->method] {
-      app.options().select_tab(tab_of(chosen));
+      app.options().select_tab(chosen);
       app.model().ports().desktop.focus_setting(method_panel(chosen).first_setting);
     });
   }

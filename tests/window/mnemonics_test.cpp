@@ -78,7 +78,7 @@ class MnemonicsTest : public WindowTest {
   }
   void look_at_panels() {
     for (const MethodRow* method : method_table()) {
-      controller->options().select_tab(tab_of(method->method));
+      controller->options().select_tab(method->method);
       for (const char* page : {"emptyHint", "loadingBox"}) {
         find<QStackedWidget>("listPanel")->setCurrentWidget(find(page));
         look_at(std::string(method->title).c_str(), texts_of(*window));

@@ -49,7 +49,7 @@ class PanelTest : public testing::Test {
     EXPECT_TRUE(QTest::qWaitForWindowActive(frame.get()));
   }
   QWidget* show_panel(std::int32_t tab) {
-    controller->options().select_tab(tab);
+    controller->options().select_tab(static_cast<Method>(tab));
     // The fields of the panel before go with it.
     frame.reset();
     bindings = std::make_unique<SettingBindings>(controller->model().settings(), nullptr);
