@@ -17,6 +17,10 @@
 #include <QWidget>
 #include <utility>
 
+#include "app/name_example.h"
+#include "app/window_model.h"
+#include "texts/shown_text.h"
+#include "texts/string_table.h"
 #include "window/text.h"
 
 namespace brindle {
@@ -289,8 +293,42 @@ QLayout* FormColumn::indented(QWidget* widget) const {
   return box;
 }
 
+namespace {
+
+class ExampleLine final : public QLabel {
+ public:
+  ExampleLine(Method method, WindowModel& model) : method_(method), model_(model) {
+    setObjectName(QStringLiteral("example"));
+    setTextFormat(Qt::PlainText);
+    setForegroundRole(QPalette::PlaceholderText);
+    // A long name is cut off rather than widening the window.
+    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    observer_ = model_.add_observer([this](ChangedSet changed) {
+      if (has(changed, Changed::rows) || has(changed, Changed::state)) refresh();
+    });
+    refresh();
+  }
+  ~ExampleLine() override { model_.remove_observer(observer_); }
+
+ private:
+  void refresh() {
+    if (selected_method(model_.values()) != method_) return;
+    const FileList* files = model_.state().isExecuting ? nullptr : &model_.files();
+    const NameExample example = name_example(model_.values(), files, model_.now());
+    const std::string after = example.problem.empty() ? in_sentence(example.after) : example.problem;
+    setText(qt_text(localized_format("EXAMPLELINE", in_sentence(example.before), after)));
+    setToolTip(text());
+  }
+
+  Method method_;
+  WindowModel& model_;
+  std::uint32_t observer_ = 0;
+};
+
+}  // namespace
+
 PanelFrame::PanelFrame(Method method, QWidget* parent)
-    : widget_(new PanelBody(parent)), rows_(new QVBoxLayout(widget_)) {
+    : method_(method), widget_(new PanelBody(parent)), rows_(new QVBoxLayout(widget_)) {
   widget_->setObjectName(QStringLiteral("methodPanel%1").arg(tab_of(method)));
   // On a wide screen a field is not drawn away from its label.
   widget_->setMaximumWidth(widget_->fontMetrics().height() * 72);
@@ -313,9 +351,9 @@ QBoxLayout* PanelFrame::columns() {
   return columns_;
 }
 
-void PanelFrame::foot(QWidget* row) {
+void PanelFrame::foot(WindowModel& model) {
   rows_->addStretch(1);
-  rows_->addWidget(row);
+  rows_->addWidget(new ExampleLine(method_, model));
 }
 
 }  // namespace brindle

@@ -77,7 +77,7 @@ void MethodArea::make_list() {
 void MethodArea::make_panel(Method method) {
   QScrollArea* frame = frames_.at(static_cast<std::size_t>(method));
   if (frame->widget() != nullptr) return;
-  frame->setWidget(make_method_panel(method, app_, *bindings_, frame));
+  frame->setWidget(method_panel(method).make({app_, *bindings_}, frame));
   order_tabs(*this);
 }
 

@@ -53,7 +53,7 @@ class PanelTest : public testing::Test {
     // The fields of the panel before go with it.
     frame.reset();
     bindings = std::make_unique<SettingBindings>(controller->model().settings(), nullptr);
-    QWidget* panel = make_method_panel(static_cast<Method>(tab), *controller, *bindings, nullptr);
+    QWidget* panel = method_panel(static_cast<Method>(tab)).make({*controller, *bindings}, nullptr);
     show(panel, 820, 250);
     return panel;
   }

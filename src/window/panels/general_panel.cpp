@@ -8,7 +8,6 @@
 #include "app/options_controller.h"
 #include "app/window_model.h"
 #include "methods/general.h"
-#include "window/example_line.h"
 #include "window/method_panels.h"
 #include "window/text.h"
 
@@ -90,7 +89,7 @@ QWidget* make_general_panel(const PanelContext& context, QWidget* parent) {
   add_rows(context, left, buttons, std::span(rows).first(rows_on_the_left));
   FormColumn right(panel.columns(), 3);
   add_rows(context, right, buttons, std::span(rows).subspan(rows_on_the_left));
-  panel.foot(new ExampleLine(Method::general, controller.model()));
+  panel.foot(context.controller.model());
   return panel.widget();
 }
 

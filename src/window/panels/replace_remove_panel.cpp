@@ -8,7 +8,6 @@
 
 #include "app/options_controller.h"
 #include "app/window_model.h"
-#include "window/example_line.h"
 #include "window/method_panels.h"
 #include "window/text.h"
 
@@ -89,7 +88,7 @@ QWidget* make_replace_remove_panel(const PanelContext& context, QWidget* parent)
   add_text_rows(context, left);
   FormColumn right(panel.columns());
   add_range_rows(context, right);
-  panel.foot(new ExampleLine(Method::replace_remove, controller.model()));
+  panel.foot(context.controller.model());
   return panel.widget();
 }
 

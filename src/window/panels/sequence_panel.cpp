@@ -6,7 +6,6 @@
 #include "app/options_controller.h"
 #include "app/window_model.h"
 #include "methods/sequence.h"
-#include "window/example_line.h"
 #include "window/method_panels.h"
 #include "window/text.h"
 
@@ -77,7 +76,7 @@ QWidget* make_sequence_panel(const PanelContext& context, QWidget* parent) {
   right.row(hint);
   right.row(separates, separator);
   right.row(check_box(context, "isAlphaNumericResetSequenceOnEachFolder", "RESTARTINFOLDER"));
-  panel.foot(new ExampleLine(Method::sequence, context.controller.model()));
+  panel.foot(context.controller.model());
   return owner;
 }
 
