@@ -100,7 +100,7 @@ struct BrindleAppController::Parts final : private JobsOwner {
   }
 
   void settings_changed(const SettingsChange& change) {
-    if (change.contains("selectedTab")) chain.rules().tabChanged(model.values().selectedTab);
+    if (change.contains("selectedTab")) chain.rules().tabChanged(selected_method(model.values()));
     options.rebuild_masks(change);
     preview.settings_changed(change);
     model.tell(Changed::settings | Changed::state);

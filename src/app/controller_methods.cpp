@@ -14,11 +14,11 @@ void OptionsController::choose(RuleVariant variant, const std::function<void(Ren
   });
 }
 
-void OptionsController::select_tab(std::int32_t tab) {
-  settings_.commit([tab](RenameSettings& settings) {
+void OptionsController::select_tab(Method method) {
+  settings_.commit([method](RenameSettings& settings) {
     // The list file is forgotten when its tab is left.
-    if (settings.selectedTab == tab_of(Method::from_list) && tab != settings.selectedTab) settings.renameFile.reset();
-    settings.selectedTab = tab;
+    if (selected_method(settings) == Method::from_list && method != Method::from_list) settings.renameFile.reset();
+    settings.selectedTab = tab_of(method);
   });
 }
 
@@ -42,14 +42,11 @@ void OptionsController::insertOptionChanged(std::int32_t option) {
   choose(RuleVariant::insert, [option](RenameSettings& settings) { settings.insertDeleteInsertOptionIndex = option; });
 }
 
-void OptionsController::replaceRemoveChanged(std::int32_t choice) {
-  const RuleVariant variant = choice == 0   ? RuleVariant::replace
-                              : choice == 1 ? RuleVariant::remove
-                                            : RuleVariant::remove_characters;
-  choose(variant, [choice](RenameSettings& settings) {
-    settings.isReplaceRemoveRemoveCharacters = choice == 2;
+void OptionsController::replaceRemoveChanged(RuleVariant choice) {
+  choose(choice, [choice](RenameSettings& settings) {
+    settings.isReplaceRemoveRemoveCharacters = choice == RuleVariant::remove_characters;
     // Only with this flag a rule made of these options removes characters too.
-    if (choice == 2) settings.isReplaceRemoveAllOccurrence = true;
+    if (choice == RuleVariant::remove_characters) settings.isReplaceRemoveAllOccurrence = true;
   });
   settings_.signal();
 }

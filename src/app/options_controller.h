@@ -18,12 +18,12 @@ class OptionsController {
 
   // The radio buttons of the method tabs (controller_methods.cpp).
 
-  void select_tab(std::int32_t tab);
+  void select_tab(Method method);
   void alphaNumericIncrementDecrementChanged(bool decrement);
   void alphaNumericNumericAlphabeticChanged(bool alphabetic);
   void insertDeleteChanged(bool deletes);
   void insertOptionChanged(std::int32_t option);
-  void replaceRemoveChanged(std::int32_t choice);  ///< 0 replace, 1 remove, 2 remove characters
+  void replaceRemoveChanged(RuleVariant choice);  ///< replace, remove or remove_characters
   /// What goes with the characters: 0 each of them, 1 what lies between occurrences, 2 that and the occurrences.
   void replaceRemoveRemoveTypeChanged(std::int32_t type);
   void prefixSuffixChanged(bool date);

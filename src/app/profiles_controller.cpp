@@ -75,7 +75,7 @@ bool ProfilesController::show_quietly(const SettingsRecord& record) {
 
 void ProfilesController::start_with_method() {
   rules_.clear_selection();
-  rules_.tabChanged(values().selectedTab);
+  rules_.tabChanged(selected_method(values()));
 }
 
 bool ProfilesController::setSettings(const SettingsRecord& record) {

@@ -15,7 +15,7 @@ void RulesController::update_enabled() {
   // While a chain runs, what is worked out here is for afterwards.
   Enabled& enabled = before_executing_ ? *before_executing_ : enabled_;
   const bool several = rules_.size() > 1;
-  enabled.addButton = tab_ != tab_of(Method::from_list);
+  enabled.addButton = method_ != Method::from_list;
   enabled.clearAllButton = enabled.saveRuleButton = !rules_.empty();
   enabled.clearButton = enabled.updateRuleButton = selected_.has_value();
   enabled.moveUp = several && selected_ && *selected_ > 0;
@@ -96,8 +96,8 @@ void RulesController::move_selected(std::size_t row) {
   tableViewSelectionDidChange(row);
 }
 
-void RulesController::tabChanged(std::int32_t tab) {
-  tab_ = tab;
+void RulesController::tabChanged(std::optional<Method> method) {
+  method_ = method;
   update_enabled();
 }
 

@@ -65,8 +65,8 @@ class RulesController {
   void clearAll();
   void moveUp();
   void moveDown();
-  /// The window shows another method: a list makes no rules.
-  void tabChanged(std::int32_t tab);
+  /// The window shows another method: a list makes no rules. None where the settings name no method.
+  void tabChanged(std::optional<Method> method);
   void resetData(bool select_top_row);
   void clear_selection();
   /// While a chain runs every control is off; afterwards each is as it was.
@@ -91,7 +91,7 @@ class RulesController {
   std::optional<std::size_t> selected_;
   Enabled enabled_;
   std::optional<Enabled> before_executing_;
-  std::int32_t tab_ = 0;
+  std::optional<Method> method_;
   bool is_open_ = false;
 };
 

@@ -131,6 +131,14 @@ const Language& current_language() {
 }
 
 std::string localized(std::string_view key) {
+  std::string text = localized_with_mnemonic(key);
+  // In a sentence that came with its values "&" may be part of a name.
+  const std::size_t mark = text.find('&');
+  if (mark < text.size() && text[mark + 1] != ' ' && find_text(key) != nullptr) text.erase(mark, 1);
+  return text;
+}
+
+std::string localized_with_mnemonic(std::string_view key) {
   return std::string(text_in(current_language(), key));
 }
 

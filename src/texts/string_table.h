@@ -38,8 +38,10 @@ void set_language(const Language& language);
 const Language& current_language();
 
 /// The text of a key; an unknown key is taken for an English sentence, as translated() does. Of texts that depend on a
-/// number, the form for most numbers.
+/// number, the form for most numbers. The "&" of a mnemonic is left out.
 std::string localized(std::string_view key);
+/// The same with the "&" before the letter that is pressed with Alt, for what shows such letters.
+std::string localized_with_mnemonic(std::string_view key);
 /// The text of a key in each language, in the order of languages().
 std::vector<std::string> localized_in_all_languages(std::string_view key);
 

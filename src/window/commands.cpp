@@ -47,7 +47,7 @@ std::string_view help_page(const T& t) {
 }
 
 void open_list(const T& t) {
-  t.app.options().select_tab(tab_of(Method::from_list));
+  t.app.options().select_tab(Method::from_list);
   t.app.list().browseRenameFile();
   // Loading it comes next.
   auto* load = t.window.findChild<QWidget*>(QStringLiteral("loadRenameFile"));
@@ -142,7 +142,7 @@ QList<QKeySequence> shortcuts_of(const Command& command) {
 
 // The toolbar shows no keys by itself.
 QString tooltip_of(const Command& command, const QAction& action) {
-  QString text = command.tip.empty() ? action.text().remove(u'&') : localized_text(command.tip);
+  QString text = localized_text(command.tip.empty() ? command.text : command.tip);
   if (!action.shortcut().isEmpty())
     text += QStringLiteral(" (%1)").arg(action.shortcut().toString(QKeySequence::NativeText));
   return text;
@@ -160,7 +160,7 @@ Commands::Commands(const CommandTargets& targets, QObject* parent) : QObject(par
 }
 
 QAction* Commands::make(const Command& command) {
-  auto* action = new QAction(localized_text(command.text), this);
+  auto* action = new QAction(text_with_mnemonic(command.text), this);
   action->setObjectName(qt_text(command.id));
   if (command.id == "livePreview") {
     action->setIcon(switch_icon("live_on", "live_off"));

@@ -17,6 +17,10 @@
 #include <QWidget>
 #include <utility>
 
+#include "app/name_example.h"
+#include "app/window_model.h"
+#include "texts/shown_text.h"
+#include "texts/string_table.h"
 #include "window/text.h"
 
 namespace brindle {
@@ -142,7 +146,7 @@ NumberField* number_field(const PanelContext& context, SettingKey key, TextKey n
 }
 
 QCheckBox* check_box(const PanelContext& context, SettingKey key, TextKey text) {
-  auto* box = new QCheckBox(localized_text(text));
+  auto* box = new QCheckBox(text_with_mnemonic(text));
   box->setObjectName(object_name(key));
   context.bindings.bind(box, key);
   return box;
@@ -166,7 +170,7 @@ std::vector<QRadioButton*> radio_buttons(const PanelContext& context, QWidget* o
   group->setObjectName(object_name(key));
   std::vector<QRadioButton*> buttons;
   for (const TextKey text : texts) {
-    auto* button = new QRadioButton(localized_text(text), owner);
+    auto* button = new QRadioButton(text_with_mnemonic(text), owner);
     const int id = static_cast<int>(buttons.size());
     button->setObjectName(object_name(key) + QString::number(id));
     group->addButton(button, id);
@@ -177,7 +181,7 @@ std::vector<QRadioButton*> radio_buttons(const PanelContext& context, QWidget* o
 }
 
 QPushButton* push_button(std::string_view name, TextKey text, std::function<void()> clicked) {
-  auto* button = new QPushButton(localized_text(text));
+  auto* button = new QPushButton(text_with_mnemonic(text));
   button->setObjectName(object_name(name));
   button->setAutoDefault(false);
   QObject::connect(button, &QPushButton::clicked, button, std::move(clicked));
@@ -225,7 +229,7 @@ QWidget* line(const std::vector<LinePart>& parts) {
   bool grows = false;
   for (const LinePart& part : parts) {
     if (part.widget == nullptr) {
-      waiting = text_label(part.text);
+      waiting = plain_label(text_with_mnemonic(part.text));
       layout->addWidget(waiting);
       continue;
     }
@@ -254,7 +258,7 @@ FormColumn::FormColumn(QBoxLayout* parent, int stretch) : grid_(new QGridLayout)
 }
 
 void FormColumn::row(TextKey label, QWidget* field) {
-  QLabel* text = plain_label(localized_text(label) + QLatin1Char(':'));
+  QLabel* text = plain_label(text_with_mnemonic(label) + QLatin1Char(':'));
   set_buddy(text, first_field(field));
   row(text, field);
 }
@@ -289,8 +293,42 @@ QLayout* FormColumn::indented(QWidget* widget) const {
   return box;
 }
 
+namespace {
+
+class ExampleLine final : public QLabel {
+ public:
+  ExampleLine(Method method, WindowModel& model) : method_(method), model_(model) {
+    setObjectName(QStringLiteral("example"));
+    setTextFormat(Qt::PlainText);
+    setForegroundRole(QPalette::PlaceholderText);
+    // A long name is cut off rather than widening the window.
+    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    observer_ = model_.add_observer([this](ChangedSet changed) {
+      if (has(changed, Changed::rows) || has(changed, Changed::state)) refresh();
+    });
+    refresh();
+  }
+  ~ExampleLine() override { model_.remove_observer(observer_); }
+
+ private:
+  void refresh() {
+    if (selected_method(model_.values()) != method_) return;
+    const FileList* files = model_.state().isExecuting ? nullptr : &model_.files();
+    const NameExample example = name_example(model_.values(), files, model_.now());
+    const std::string after = example.problem.empty() ? in_sentence(example.after) : example.problem;
+    setText(qt_text(localized_format("EXAMPLELINE", in_sentence(example.before), after)));
+    setToolTip(text());
+  }
+
+  Method method_;
+  WindowModel& model_;
+  std::uint32_t observer_ = 0;
+};
+
+}  // namespace
+
 PanelFrame::PanelFrame(Method method, QWidget* parent)
-    : widget_(new PanelBody(parent)), rows_(new QVBoxLayout(widget_)) {
+    : method_(method), widget_(new PanelBody(parent)), rows_(new QVBoxLayout(widget_)) {
   widget_->setObjectName(QStringLiteral("methodPanel%1").arg(tab_of(method)));
   // On a wide screen a field is not drawn away from its label.
   widget_->setMaximumWidth(widget_->fontMetrics().height() * 72);
@@ -313,9 +351,9 @@ QBoxLayout* PanelFrame::columns() {
   return columns_;
 }
 
-void PanelFrame::foot(QWidget* row) {
+void PanelFrame::foot(WindowModel& model) {
   rows_->addStretch(1);
-  rows_->addWidget(row);
+  rows_->addWidget(new ExampleLine(method_, model));
 }
 
 }  // namespace brindle

@@ -113,10 +113,11 @@ class PanelFrame {
   void head(QWidget* row);
   /// The columns, made on the first call; one below the other where the window is narrow.
   QBoxLayout* columns();
-  /// The example, or another text that explains the method.
-  void foot(QWidget* row);
+  /// What the method makes of a name, one line at the foot; silent while another method is chosen.
+  void foot(WindowModel& model);
 
  private:
+  Method method_;
   PanelBody* widget_;
   QVBoxLayout* rows_;
   QBoxLayout* columns_ = nullptr;

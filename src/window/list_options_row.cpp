@@ -11,7 +11,6 @@
 #include "app/list_controller.h"
 #include "app/preferences_controller.h"
 #include "app/window_model.h"
-#include "window/mnemonics.h"
 #include "window/setting_bindings.h"
 #include "window/text.h"
 #include "window/theme.h"
@@ -21,7 +20,7 @@ namespace {
 
 template <class Button>
 Button* button(QWidget* parent, const char* name, std::string_view key) {
-  auto* made = new Button(localized_text(key), parent);
+  auto* made = new Button(text_with_mnemonic(key), parent);
   made->setObjectName(QString::fromLatin1(name));
   return made;
 }
@@ -46,7 +45,6 @@ class ListOptionsRow final : public QWidget {
     row->addSpacing(spacing(*this));
     for (QWidget* part : {static_cast<QWidget*>(subfolders_), static_cast<QWidget*>(hidden_)}) row->addWidget(part);
     row->addStretch();
-    give_mnemonics(this);
     call_controller();
     bindings.follow({"isFiles", "isFolders", "isIncludeSubFolders"}, [this](const RenameSettings&) { show_state(); });
     observer_ = model_.add_observer([this](ChangedSet) { show_state(); });

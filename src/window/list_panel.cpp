@@ -18,7 +18,6 @@
 #include "window/commands.h"
 #include "window/file_table_view.h"
 #include "window/icons.h"
-#include "window/mnemonics.h"
 #include "window/text.h"
 #include "window/theme.h"
 #include "window/url_drops.h"
@@ -68,7 +67,7 @@ LoadingBox::LoadingBox(QWidget* parent)
       path_(plain_label(this)),
       progress_(new QProgressBar(this)),
       count_(plain_label(this)),
-      cancel_(new QPushButton(icon("cancel"), localized_text("COMMANDCANCEL"), this)) {
+      cancel_(new QPushButton(icon("cancel"), text_with_mnemonic("COMMANDCANCEL"), this)) {
   setObjectName(QStringLiteral("loadingBox"));
   QFont large = font();
   large.setPointSizeF(large.pointSizeF() * 1.25);
@@ -177,7 +176,6 @@ void add_buttons_to_hint(QWidget* hint, const QList<QAction*>& actions) {
     row->addWidget(button);
   }
   row->addStretch();
-  give_mnemonics(hint);
   auto* rows = static_cast<QVBoxLayout*>(hint->layout());  // NOLINT(cppcoreguidelines-pro-type-static-cast-downcast)
   rows->insertLayout(rows->count() - 1, row);
 }

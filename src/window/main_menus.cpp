@@ -122,7 +122,7 @@ void make_methods_menu(QMenu& menu, BrindleAppController& app) {
     if (tab < 10) action->setShortcut(QKeySequence(QStringLiteral("Ctrl+%1").arg((tab + 1) % 10)));
     group->addAction(action);
     QObject::connect(action, &QAction::triggered, &menu, [&app, chosen = method->method] {
-      app.options().select_tab(tab_of(chosen));
+      app.options().select_tab(chosen);
       app.model().ports().desktop.focus_setting(method_panel(chosen).first_setting);
     });
   }
@@ -134,17 +134,18 @@ void make_methods_menu(QMenu& menu, BrindleAppController& app) {
 
 void add_submenu(QMenu& menu, std::string_view name, BrindleAppController& app, FileTableView& table) {
   if (name == "@recent") {
-    QMenu* recent = menu.addMenu(icon("recent"), localized_text("MENURECENT"));
+    QMenu* recent = menu.addMenu(icon("recent"), text_with_mnemonic("MENURECENT"));
     live_menu(recent, [&app](QMenu& filled) { fill_recent(filled, app); });
   } else if (name == "@rules") {
-    live_menu(menu.addMenu(localized_text("MENURULEFILES")), [&app](QMenu& filled) { fill_rules(filled, app); });
+    live_menu(menu.addMenu(text_with_mnemonic("MENURULEFILES")), [&app](QMenu& filled) { fill_rules(filled, app); });
   } else if (name == "@columns") {
-    live_menu(menu.addMenu(localized_text("MENUCOLUMNS")), [&table](QMenu& filled) { fill_columns(filled, table); });
+    live_menu(menu.addMenu(text_with_mnemonic("MENUCOLUMNS")),
+              [&table](QMenu& filled) { fill_columns(filled, table); });
   } else if (name == "@sort") {
-    live_menu(menu.addMenu(localized_text("MENUSORTBY")),
+    live_menu(menu.addMenu(text_with_mnemonic("MENUSORTBY")),
               [&app, &table](QMenu& filled) { fill_sort(filled, app, table); });
   } else if (name == "@methods") {
-    make_methods_menu(*menu.addMenu(localized_text("MENUMETHODS")), app);
+    make_methods_menu(*menu.addMenu(text_with_mnemonic("MENUMETHODS")), app);
   }
 }
 
@@ -165,7 +166,7 @@ void add_recent_button(QToolBar& toolbar, BrindleAppController& app) {
 
 void make_menu_bar(QMainWindow& window, const Commands& commands, BrindleAppController& app, FileTableView& table) {
   for (const MenuLayout& layout : menus()) {
-    QMenu* menu = window.menuBar()->addMenu(localized_text(layout.key));
+    QMenu* menu = window.menuBar()->addMenu(text_with_mnemonic(layout.key));
     menu->setObjectName(qt_text(layout.key));
     for (const std::string_view entry : layout.entries) {
       if (entry == "-") {

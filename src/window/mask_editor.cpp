@@ -59,7 +59,7 @@ QString outline_title(const MetaDataField& field) {
 QVBoxLayout* titled_column(QWidget* widget, TextKey title, QWidget* buddy) {
   auto* column = new QVBoxLayout(widget);
   column->setContentsMargins(0, 0, 0, 0);
-  QLabel* label = text_label(title);
+  QLabel* label = plain_label(text_with_mnemonic(title));
   label->setBuddy(buddy);
   column->addWidget(label);
   return column;

@@ -70,14 +70,14 @@ void MethodArea::make_list() {
   list_->setMaximumWidth(width * 3 / 2);
   splitter_->setSizes({width, width * 4});
   connect(list_, &QListWidget::currentRowChanged, this, [this](int row) {
-    if (row >= 0 && row != app_.model().values().selectedTab) app_.options().select_tab(row);
+    if (row >= 0 && row != app_.model().values().selectedTab) app_.options().select_tab(static_cast<Method>(row));
   });
 }
 
 void MethodArea::make_panel(Method method) {
   QScrollArea* frame = frames_.at(static_cast<std::size_t>(method));
   if (frame->widget() != nullptr) return;
-  frame->setWidget(make_method_panel(method, app_, *bindings_, frame));
+  frame->setWidget(method_panel(method).make({app_, *bindings_}, frame));
   order_tabs(*this);
 }
 
@@ -100,7 +100,7 @@ void MethodArea::focus_setting(std::string_view key) {
   const std::optional<Method> owner = row != nullptr ? row->method : std::nullopt;
   const std::optional<Method> method = owner ? owner : selected_method(app_.model().values());
   if (!method) return;
-  if (selected_method(app_.model().values()) != method) app_.options().select_tab(tab_of(*method));
+  if (selected_method(app_.model().values()) != method) app_.options().select_tab(*method);
   make_panel(*method);
   QWidget* field = bindings_->field_of(key);
   if (field == nullptr) return;

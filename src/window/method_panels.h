@@ -3,6 +3,7 @@
 // The parameter panels of the methods, one a file in panels/, and the table that lists them. Every settings key of a
 // method has its field here, bound to the record.
 
+#include <algorithm>
 #include <array>
 #include <string_view>
 
@@ -24,8 +25,8 @@ QWidget* make_from_list_panel(const PanelContext& context, QWidget* parent);
 /// What the window has of a method beside its row in the method table.
 struct MethodPanel {
   Method method;
-  QWidget* (*make)(const PanelContext&, QWidget*);
-  std::string_view first_setting;  ///< the field that whoever calls for the method wants first
+  QWidget* (*make)(const PanelContext&, QWidget* parent);  ///< what the context names outlives the panel
+  std::string_view first_setting;                          ///< the field that whoever calls for the method wants first
   std::string_view help_page;
 };
 
@@ -42,9 +43,8 @@ inline constexpr auto method_panels = std::to_array<MethodPanel>({
     {Method::from_list, make_from_list_panel, "renameFile", "Rename-from-list.html"},
 });
 
-const MethodPanel& method_panel(Method method);
-
-/// The panel of a method. `controller` and `bindings` outlive it.
-QWidget* make_method_panel(Method method, BrindleAppController& controller, SettingBindings& bindings, QWidget* parent);
+inline const MethodPanel& method_panel(Method method) {
+  return *std::ranges::find(method_panels, method, &MethodPanel::method);
+}
 
 }  // namespace brindle

@@ -16,7 +16,6 @@
 
 #include "window/folder_model.h"
 #include "window/icons.h"
-#include "window/mnemonics.h"
 #include "window/open_panel.h"
 #include "window/places.h"
 #include "window/text.h"
@@ -53,11 +52,11 @@ OpenPanel::OpenPanel(QWidget* parent, const OpenRequest& request, OpenPanelMemor
       table_(new QTreeView),
       path_(field("panelPath", "PANELPATH")),
       filter_(field("panelFilter", "PANELFILTER")),
-      hidden_(new QCheckBox(localized_text("PANELHIDDEN"))),
+      hidden_(new QCheckBox(text_with_mnemonic("PANELHIDDEN"))),
       back_(tool_button("back", "panelBack", "PANELBACK")),
       up_(tool_button("move_up", "panelUp", "PANELUP")),
       status_(plain_label()),
-      choose_(new QPushButton(localized_text("PANELCHOOSE"))) {
+      choose_(new QPushButton(text_with_mnemonic("PANELCHOOSE"))) {
   setObjectName(QStringLiteral("openPanel"));
   setWindowTitle(title_text(request_.title));
   setWindowModality(Qt::WindowModal);
@@ -65,7 +64,6 @@ OpenPanel::OpenPanel(QWidget* parent, const OpenRequest& request, OpenPanelMemor
   make_table();
   make_fields();
   lay_out();
-  give_mnemonics(this);
   adopt_filter();
   const std::string& begin = request_.folder.empty() ? memory_.folder : request_.folder;
   go_to(begin.empty() ? path_bytes(QDir::homePath()) : begin);
@@ -161,7 +159,7 @@ void OpenPanel::lay_out() {
   below->addWidget(hidden_);
   auto* buttons = new QDialogButtonBox;
   buttons->addButton(choose_, QDialogButtonBox::AcceptRole);
-  auto* cancel = new QPushButton(localized_text("SHEETCANCEL"));
+  auto* cancel = new QPushButton(text_with_mnemonic("SHEETCANCEL"));
   cancel->setAutoDefault(true);
   buttons->addButton(cancel, QDialogButtonBox::RejectRole);
   connect(choose_, &QPushButton::clicked, this, [this] { choose(); });

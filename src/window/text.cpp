@@ -15,6 +15,10 @@ QString localized_text(std::string_view key) {
   return qt_text(localized(key));
 }
 
+QString text_with_mnemonic(std::string_view key) {
+  return qt_text(localized_with_mnemonic(key));
+}
+
 QString path_text(std::string_view bytes) {
   return qt_text(decode_file_name(bytes));
 }

@@ -31,6 +31,8 @@ inline std::string utf8(const QString& text) {
 
 /// The text of a key of the string table.
 QString localized_text(std::string_view key);
+/// The same for what is reached by Alt and a letter: buttons, labels of fields, menus. "&" stands before the letter.
+QString text_with_mnemonic(std::string_view key);
 
 /// A path or a name (bytes) as text. Every byte string comes back exactly through path_bytes.
 QString path_text(std::string_view bytes);

@@ -29,7 +29,7 @@ class Renaming : public ControllerTest {
 
   /// Chooses to put `text` before each name.
   void insert(const std::u16string& text) {
-    app().options().select_tab(1);
+    app().options().select_tab(Method::insert_delete);
     set([&text](RenameSettings& settings) { settings.insertDeleteInsert = text; });
   }
   void preview() {
@@ -115,7 +115,7 @@ TEST_F(Renaming, StateFollowsTheList) {
   app().preview().actionPreview();
   EXPECT_TRUE(ports_.desktop.has("tooltip NOITEMSTOPREVIEW"));
   EXPECT_FALSE(app().list().showExport());
-  app().options().select_tab(9);
+  app().options().select_tab(Method::from_list);
   app().list().filesFoldersOptionChanged(false);
   add({"a"});
   EXPECT_THAT(rows(), ElementsAre("a -> No Changes"));
@@ -153,11 +153,11 @@ TEST_F(Renaming, WhatIsMissingIsToldAndGetsTheFocus) {
   EXPECT_THAT(rows(), ElementsAre("a"));
   ASSERT_EQ(ports_.alerts.shown.size(), 1U);
   EXPECT_EQ(ports_.alerts.shown[0].title_key, "UNABLETOADDRULE");
-  app().options().select_tab(0);
+  app().options().select_tab(Method::sequence);
   set([](RenameSettings& settings) { settings.alphaNumericIncrementBy = u"0"; });
   preview();
   EXPECT_EQ(app().model().values().alphaNumericIncrementBy, u"1");
-  app().options().select_tab(9);
+  app().options().select_tab(Method::from_list);
   ports_.alerts.shown.clear();
   app().chain().addToRule();  // makes no rule, and says nothing
   EXPECT_THAT(app().rules_controller().rules(), IsEmpty());
@@ -169,7 +169,7 @@ TEST_F(Renaming, AChainIsPreviewedWhileItsDrawerIsOpen) {
   add({"a", "b"});
   insert(u"x");
   app().chain().addToRule();
-  app().options().select_tab(0);
+  app().options().select_tab(Method::sequence);
   app().chain().addToRule();
   app().rules_controller().setOpen(true);
   app().preview().actionPreview();
@@ -202,14 +202,14 @@ TEST_F(Renaming, TheLivePreviewFollowsTyping) {
   EXPECT_THAT(rows(), ElementsAre("a -> No New Name", "b -> No New Name", "c -> No New Name"));
   EXPECT_THAT(alerts(), IsEmpty());
   EXPECT_FALSE(app().model().state().rename_enabled);
-  app().options().select_tab(3);  // takes over from the names of the last method
+  app().options().select_tab(Method::prefix_suffix);  // takes over from the names of the last method
   advance(400);
   EXPECT_THAT(rows(), ElementsAre("a -> a", "b -> b", "c -> No New Name"));
   set([](RenameSettings& settings) { settings.prefixSuffixSuffix = u"!"; });
   advance(400);
   EXPECT_THAT(rows(), ElementsAre("a -> a!", "b -> b!", "c -> No New Name"));
   app().preview().set_new_name(2, u"d");
-  app().options().select_tab(5);  // but not from a name typed by hand
+  app().options().select_tab(Method::general);  // but not from a name typed by hand
   set([](RenameSettings& settings) { settings.generalSwapPosition = std::nullopt; });
   EXPECT_EQ(ports_.main_thread.timers(), 0U);  // nothing was typed: a value went absent
   app().options().generalOptionsChanged(1);    // its key does not count, its button does
@@ -224,7 +224,7 @@ TEST_F(Renaming, TheLivePreviewFollowsTyping) {
 TEST_F(Renaming, ALivePreviewThatChangesNothingIsNoRename) {
   tree_.make({"a", "b"});
   add({"a", "b"});
-  app().options().select_tab(2);
+  app().options().select_tab(Method::replace_remove);
   const auto replace_a = [this](const char16_t* with) {
     set([with](RenameSettings& settings) {
       settings.replaceRemoveThis = u"a";
@@ -234,10 +234,10 @@ TEST_F(Renaming, ALivePreviewThatChangesNothingIsNoRename) {
   replace_a(u"A");
   advance(400);
   EXPECT_THAT(rows(), ElementsAre("a -> A", "b -> b"));
-  app().options().select_tab(9);  // a list brings its own names
+  app().options().select_tab(Method::from_list);  // a list brings its own names
   EXPECT_THAT(rows(), ElementsAre("a", "b"));
   EXPECT_FALSE(app().model().state().rename_enabled);
-  app().options().select_tab(2);
+  app().options().select_tab(Method::replace_remove);
   replace_a(u"c");
   advance(400);
   ports_.alerts.answers = {0};
@@ -344,7 +344,7 @@ TEST_F(Renaming, FromAList) {
   std::ofstream(tree_ / "list.txt") << "a\tA2\t" << tree_.path() << "\nb\t\t" << tree_.path() << "\nnone\tn\t"
                                     << tree_.path() << "\n";
   std::ofstream(tree_ / "empty.txt") << "nothing\n";
-  app().options().select_tab(9);
+  app().options().select_tab(Method::from_list);
   app().list().loadRenameFile(false);
   run();
   ports_.chooser.open_answers = {{tree_ / "empty.txt"}, {tree_ / "list.txt"}};
@@ -363,7 +363,7 @@ TEST_F(Renaming, FromAList) {
   EXPECT_FALSE(app().model().state().preview_enabled);
   rename();
   EXPECT_THAT(tree_.names(), ElementsAre("A2", "b", "empty.txt", "list.txt", "old"));
-  app().options().select_tab(0);
+  app().options().select_tab(Method::sequence);
   EXPECT_FALSE(app().model().values().renameFile);
 }
 
@@ -450,7 +450,7 @@ TEST_F(Renaming, ChoicesAndTheirFlagsGoTogether) {
   app().options().alphaNumericIncrementDecrementChanged(true);
   app().options().alphaNumericNumericAlphabeticChanged(true);
   app().options().prefixSuffixChanged(true);
-  app().options().replaceRemoveChanged(2);
+  app().options().replaceRemoveChanged(RuleVariant::remove_characters);
   app().options().replaceRemoveRemoveTypeChanged(1);
   const RenameSettings& s = app().model().values();
   EXPECT_TRUE(s.isInsertDeleteInsertAtAfterText && !s.isInsertDeleteInsertAtBeginning);
@@ -462,7 +462,7 @@ TEST_F(Renaming, ChoicesAndTheirFlagsGoTogether) {
   EXPECT_TRUE(s.isPrefixSuffixDate && !s.isPrefixSuffixString && s.prefixSuffixIndex == 1);
   EXPECT_TRUE(s.isReplaceRemoveRemoveCharacters && !s.isReplaceRemoveReplace && !s.isReplaceRemoveRemove);
   EXPECT_TRUE(s.removeReplaceIndex == 2 && s.replaceRemoveRemoveType == 1 && s.selectedTab == 0);
-  app().options().replaceRemoveChanged(1);
+  app().options().replaceRemoveChanged(RuleVariant::remove);
   EXPECT_TRUE(s.isReplaceRemoveRemove && !s.isReplaceRemoveRemoveCharacters);
 
   set([](RenameSettings& settings) {
@@ -502,7 +502,7 @@ TEST_F(WithThreads, ThreadsLoadPreviewAndRenameWhileTheQueueStaysShort) {
   tree_.make(names);
   const auto settle = [this] { ports_.main_thread.run_until([this] { return !app().model().state().isExecuting; }); };
   app().list().loadFiles({tree_ / "d"});
-  app().options().select_tab(1);  // typing goes on while a job runs
+  app().options().select_tab(Method::insert_delete);  // typing goes on while a job runs
   set([](RenameSettings& settings) { settings.insertDeleteInsert = u"x"; });
   settle();
   EXPECT_EQ(app().model().state().count_label, "300 files found");

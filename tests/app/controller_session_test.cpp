@@ -65,10 +65,10 @@ TEST_F(Session, ComesBackAsItWasLeft) {
   ports_.chooser.open_answers = {{tree_ / "folder"}};
   app().list().addFolderAction();
   run();
-  app().options().select_tab(1);
+  app().options().select_tab(Method::insert_delete);
   set([](RenameSettings& settings) { settings.insertDeleteInsert = u"x\u00e9"; });
   app().chain().addToRule();
-  app().options().select_tab(5);
+  app().options().select_tab(Method::general);
   app().options().generalOptionsChanged(10);
   app().preferences().setIncludeHidden(true);
   app().preview().setLivePreviewPreferences({false, true, u"3"});

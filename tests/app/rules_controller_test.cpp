@@ -113,9 +113,9 @@ TEST_F(RulesControllerTest, EveryControlIsOffWhileAChainRunsAndAsItWasAfterwards
   EXPECT_EQ(marks(), u"abc");
   rules.setIsExecuting(false);
   EXPECT_EQ(rules.enabled(), before);
-  rules.tabChanged(tab_of(Method::from_list));
+  rules.tabChanged(Method::from_list);
   EXPECT_FALSE(rules.enabled().addButton);
-  rules.tabChanged(0);
+  rules.tabChanged(Method::sequence);
   EXPECT_TRUE(rules.enabled().addButton);
 }
 

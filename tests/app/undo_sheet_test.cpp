@@ -32,7 +32,7 @@ class UndoSheet : public ControllerTest {
     tree_.make(names);
     app().list().filesFoldersOptionChanged(false);
     add(names);
-    app().options().select_tab(1);
+    app().options().select_tab(Method::insert_delete);
     set([](RenameSettings& settings) { settings.insertDeleteInsert = u"x"; });
     app().preview().actionPreview();
     advance(500);
@@ -126,7 +126,7 @@ TEST_F(UndoSheet, ACancelledUndoKeepsItsLog) {
 TEST_F(UndoSheet, TheLivePreviewMakesWay) {
   rename({"a.jpg"});
   app().options().setPhotoMetaDataList({*find_field(u"<EXIF_Date>")});
-  app().options().select_tab(7);
+  app().options().select_tab(Method::photo);
   ports_.worker.hold = true;
   set([](RenameSettings& settings) { settings.insertDeleteInsert = u"y"; });
   advance(500);

@@ -46,7 +46,7 @@ TEST_F(FileTableTest, TheModelKeepsItsPromisesThroughEveryChange) {
   disk.make({"a.txt", "b.jpg", "sub/c.mp3"});
   for (int column = 0; column < table().model()->columnCount(); ++column) table().show_column(column, true);
   drop_on_list({disk / "a.txt", disk / "b.jpg", disk / "sub/c.mp3"});
-  controller->options().select_tab(3);
+  controller->options().select_tab(Method::prefix_suffix);
   controller->preview().actionPreview();
   wait_until_idle();
   controller->preview().set_new_name(0, u"b.jpg");

@@ -171,7 +171,7 @@ TEST_F(ForeignNamesTest, ArePlainTextInTheWholeWindow) {
   chooser.save_answers = {disk / (names[5] + "[*].brprofile")};
   controller->profiles().saveAsProfile();
   for (std::int32_t tab = 0; tab < 10; ++tab) {
-    controller->options().select_tab(tab);
+    controller->options().select_tab(static_cast<Method>(tab));
     QApplication::processEvents();
   }
   QTest::keyClick(&table(), Qt::Key_Space);

@@ -52,12 +52,12 @@ QString next_stop(const QWidget* from) {
 
 TEST_F(LooksTest, TheTabKeyGoesThroughTheWindowAsItIsRead) {
   for (std::int32_t tab = 0; tab < 10; ++tab) {
-    controller->options().select_tab(tab);
+    controller->options().select_tab(static_cast<Method>(tab));
     const QString first = next_stop(find("methodList"));
     EXPECT_NE(find(("methodPanel" + std::to_string(tab)).c_str())->findChild<QWidget*>(first), nullptr)
         << tab << first.toStdString();
   }
-  controller->options().select_tab(1);
+  controller->options().select_tab(Method::insert_delete);
   EXPECT_EQ(next_stop(find("isInsertDeleteDelete0")), "insertDeleteInsert");
   EXPECT_EQ(next_stop(find("optionHidden")), "hint_addFiles");
 }
@@ -86,7 +86,7 @@ TEST_P(InEachFont, NoPanelScrollsSidewaysBesideTheRules) {
     find<QAction>("showRules")->trigger();
     EXPECT_TRUE(find("ruleTableView")->isVisible());
     for (std::int32_t tab = 0; tab < 10; ++tab) {
-      controller->options().select_tab(tab);
+      controller->options().select_tab(static_cast<Method>(tab));
       QApplication::processEvents();
       const QWidget* panel = find(("methodPanel" + std::to_string(tab)).c_str());
       EXPECT_LE(panel->width(), panel->parentWidget()->width()) << tab << language.code;

@@ -50,7 +50,7 @@ TEST_F(MethodPanels, EveryKeyHasAFieldThatSaysWhatItIs) {
   }
 }
 
-TEST_F(MethodPanels, FitTheirPlaceInEveryLanguageWithMnemonicsOfTheirOwn) {
+TEST_F(MethodPanels, FitTheirPlaceInEveryLanguage) {
   for (const Language& language : languages()) {
     set_language(language);
     for (std::int32_t tab = 0; std::cmp_less(tab, method_table().size()); ++tab) {
@@ -58,12 +58,6 @@ TEST_F(MethodPanels, FitTheirPlaceInEveryLanguageWithMnemonicsOfTheirOwn) {
       const std::string name = "panel" + std::to_string(tab) + "_" + std::string(language.code);
       EXPECT_LE(panel->minimumSizeHint().width(), 820) << name;
       EXPECT_LE(panel->minimumSizeHint().height(), 250) << name;
-      QSet<QString> keys;
-      for (const QAbstractButton* button : panel->findChildren<QAbstractButton*>()) {
-        const QString key = button->shortcut().toString();
-        EXPECT_TRUE(key.isEmpty() || !keys.contains(key)) << name << " " << key.toStdString();
-        keys << key;
-      }
       picture(frame.get(), name);
     }
   }

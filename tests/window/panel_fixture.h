@@ -49,11 +49,11 @@ class PanelTest : public testing::Test {
     EXPECT_TRUE(QTest::qWaitForWindowActive(frame.get()));
   }
   QWidget* show_panel(std::int32_t tab) {
-    controller->options().select_tab(tab);
+    controller->options().select_tab(static_cast<Method>(tab));
     // The fields of the panel before go with it.
     frame.reset();
     bindings = std::make_unique<SettingBindings>(controller->model().settings(), nullptr);
-    QWidget* panel = make_method_panel(static_cast<Method>(tab), *controller, *bindings, nullptr);
+    QWidget* panel = method_panel(static_cast<Method>(tab)).make({*controller, *bindings}, nullptr);
     show(panel, 820, 250);
     return panel;
   }

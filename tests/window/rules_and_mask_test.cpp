@@ -67,13 +67,13 @@ TEST_F(RulesDrawerTest, TheChainIsMadeByButtonsAndKeys) {
   const QString summary = table->model()->index(1, 1).data(Qt::ToolTipRole).toString();
   EXPECT_TRUE(summary.contains("new") && summary.contains("Prefix")) << summary.toStdString();
   EXPECT_TRUE(table->model()->index(1, 2).data().toString().endsWith(": new"));
-  controller->options().select_tab(1);
+  controller->options().select_tab(Method::insert_delete);
   find<QToolButton>("updateRuleButton")->click();
   EXPECT_TRUE(QToolTip::text().contains("Prefix")) << QToolTip::text().toStdString();
   picture(frame.get(), "rules");
   QTest::keyClick(table, Qt::Key_Delete);
   EXPECT_EQ(chain(), u"ab");
-  controller->options().select_tab(9);
+  controller->options().select_tab(Method::from_list);
   EXPECT_FALSE(find("addButton")->isEnabled());
   find<QToolButton>("clearAllButton")->click();
   EXPECT_EQ(table->model()->rowCount(), 0);

@@ -56,7 +56,7 @@ class SheetsTest : public WindowTest {
     return rows;
   }
   void insert_text(const char16_t* text) {
-    controller->options().select_tab(1);
+    controller->options().select_tab(Method::insert_delete);
     controller->model().settings().commit([text](RenameSettings& settings) { settings.insertDeleteInsert = text; });
   }
   void rename_all() {

@@ -7,7 +7,6 @@
 #include "app/window_model.h"
 #include "methods/date_time.h"
 #include "window/date_parts_rows.h"
-#include "window/example_line.h"
 #include "window/method_panels.h"
 #include "window/placement_rows.h"
 #include "window/text.h"
@@ -61,7 +60,7 @@ QWidget* make_date_time_panel(const PanelContext& context, QWidget* parent) {
   FormColumn right(panel.columns(), 3);
   add_placement_rows(context, right, panel.widget(), date_placement,
                      [&controller](int option) { controller.options().dateTimeOptionsChanged(option); });
-  panel.foot(new ExampleLine(Method::date_time, controller.model()));
+  panel.foot(context.controller.model());
   return panel.widget();
 }
 

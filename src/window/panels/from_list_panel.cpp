@@ -45,7 +45,6 @@ QWidget* make_from_list_panel(const PanelContext& context, QWidget* parent) {
   column.row("LISTHOLDS", line({kinds[0], kinds[1]}));
   column.row(new QWidget, line({load}));
   column.row(new QWidget, hint_label("LISTFORMAT"));
-  panel.foot(new QWidget);
   return panel.widget();
 }
 

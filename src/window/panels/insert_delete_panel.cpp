@@ -5,7 +5,6 @@
 #include "app/options_controller.h"
 #include "app/window_model.h"
 #include "methods/insert_delete.h"
-#include "window/example_line.h"
 #include "window/method_panels.h"
 #include "window/placement_rows.h"
 
@@ -48,7 +47,7 @@ QWidget* make_insert_delete_panel(const PanelContext& context, QWidget* parent) 
   right.row("NUMBEROFCHARACTERS", line({count}));
   right.row(backwards);
   enable_when(context, {"isInsertDeleteDelete"}, {position, count, backwards}, deletes);
-  panel.foot(new ExampleLine(Method::insert_delete, controller.model()));
+  panel.foot(context.controller.model());
   return owner;
 }
 

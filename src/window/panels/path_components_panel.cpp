@@ -3,7 +3,6 @@
 #include "app/options_controller.h"
 #include "app/window_model.h"
 #include "methods/path_components.h"
-#include "window/example_line.h"
 #include "window/method_panels.h"
 #include "window/placement_rows.h"
 #include "window/text.h"
@@ -22,7 +21,7 @@ QWidget* make_path_components_panel(const PanelContext& context, QWidget* parent
   FormColumn right(panel.columns(), 3);
   add_placement_rows(context, right, panel.widget(), path_placement,
                      [&controller](int option) { controller.options().pathComponentsOptionsChanged(option); });
-  panel.foot(new ExampleLine(Method::path_components, controller.model()));
+  panel.foot(context.controller.model());
   return panel.widget();
 }
 

@@ -5,7 +5,6 @@
 #include "app/window_model.h"
 #include "methods/photo_renaming.h"
 #include "window/date_parts_rows.h"
-#include "window/example_line.h"
 #include "window/mask_rows.h"
 #include "window/method_panels.h"
 #include "window/sheets.h"
@@ -19,7 +18,7 @@ constexpr std::int32_t photo_items = 0;
 
 QWidget* photo_mask_row(const PanelContext& context) {
   TokenStrip* strip = mask_strip(context, "photoMetaDataList", "PHOTOMASKHINT");
-  QPushButton* edit = push_button("editPhotoMask", "EDITMORE", [strip, &controller = context.controller] {
+  QPushButton* edit = push_button("editPhotoMask", "EDITMASK", [strip, &controller = context.controller] {
     show_photo_mask_sheet(strip->window(), controller);
   });
   edit->setToolTip(localized_text("EDITMASKTIP"));
@@ -45,7 +44,7 @@ QWidget* make_photo_panel(const PanelContext& context, QWidget* parent) {
   padding->setToolTip(localized_text("PHOTOPADDINGTIP"));
   right.row("NUMBERPADDING", padding);
   right.row(check_box(context, "isPhotoResetSequenceOnEachFolder", "RESTARTINFOLDER"));
-  panel.foot(new ExampleLine(Method::photo, context.controller.model()));
+  panel.foot(context.controller.model());
   return panel.widget();
 }
 

@@ -7,7 +7,6 @@
 #include "app/window_model.h"
 #include "methods/prefix_suffix.h"
 #include "window/date_parts_rows.h"
-#include "window/example_line.h"
 #include "window/method_panels.h"
 
 namespace brindle {
@@ -57,7 +56,7 @@ QWidget* make_prefix_suffix_panel(const PanelContext& context, QWidget* parent) 
   right.row(kinds[1]);
   right.indent();
   add_date_rows(context, right);
-  panel.foot(new ExampleLine(Method::prefix_suffix, controller.model()));
+  panel.foot(context.controller.model());
   return panel.widget();
 }
 

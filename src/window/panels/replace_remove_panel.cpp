@@ -3,28 +3,30 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QRadioButton>
+#include <algorithm>
+#include <array>
 
 #include "app/options_controller.h"
 #include "app/window_model.h"
-#include "window/example_line.h"
 #include "window/method_panels.h"
 #include "window/text.h"
 
 namespace brindle {
 namespace {
 
-enum Choice { replace, remove_text, remove_characters };
+// In the order of the buttons, which `removeReplaceIndex` counts.
+constexpr std::array choices = {RuleVariant::replace, RuleVariant::remove, RuleVariant::remove_characters};
 constexpr std::int32_t single_characters = 0;  // of the remove type
 
-Choice choice_of(const RenameSettings& settings) {
-  if (settings.isReplaceRemoveReplace) return replace;
-  return settings.isReplaceRemoveRemoveCharacters ? remove_characters : remove_text;
+RuleVariant choice_of(const RenameSettings& settings) {
+  if (settings.isReplaceRemoveReplace) return RuleVariant::replace;
+  return settings.isReplaceRemoveRemoveCharacters ? RuleVariant::remove_characters : RuleVariant::remove;
 }
 bool replaces(const RenameSettings& settings) {
-  return choice_of(settings) == replace;
+  return choice_of(settings) == RuleVariant::replace;
 }
 bool removes_characters(const RenameSettings& settings) {
-  return choice_of(settings) == remove_characters;
+  return choice_of(settings) == RuleVariant::remove_characters;
 }
 // Whether occurrences are counted at all, and whether from one to another.
 bool counts(const RenameSettings& settings) {
@@ -72,16 +74,21 @@ QWidget* make_replace_remove_panel(const PanelContext& context, QWidget* parent)
   BrindleAppController& controller = context.controller;
   const auto kinds =
       radio_buttons(context, panel.widget(), "removeReplaceIndex", {"REPLACETEXT", "REMOVETEXT", "REMOVECHARACTERS"},
-                    [&controller](int choice) { controller.options().replaceRemoveChanged(choice); });
+                    [&controller](int button) {
+                      controller.options().replaceRemoveChanged(choices.at(static_cast<std::size_t>(button)));
+                    });
   // The flags decide what is done, not the index.
   context.bindings.follow({"removeReplaceIndex", "isReplaceRemoveReplace", "isReplaceRemoveRemoveCharacters"},
-                          [kinds](const RenameSettings& settings) { kinds[choice_of(settings)]->setChecked(true); });
+                          [kinds](const RenameSettings& settings) {
+                            const auto* chosen = std::ranges::find(choices, choice_of(settings));
+                            kinds[static_cast<std::size_t>(chosen - choices.begin())]->setChecked(true);
+                          });
   panel.head(line({kinds[0], kinds[1], kinds[2]}));
   FormColumn left(panel.columns());
   add_text_rows(context, left);
   FormColumn right(panel.columns());
   add_range_rows(context, right);
-  panel.foot(new ExampleLine(Method::replace_remove, controller.model()));
+  panel.foot(context.controller.model());
   return panel.widget();
 }
 

@@ -5,7 +5,7 @@
 
 #include "app/options_controller.h"
 #include "app/window_model.h"
-#include "window/example_line.h"
+#include "methods/sequence.h"
 #include "window/method_panels.h"
 #include "window/text.h"
 
@@ -22,8 +22,8 @@ bool counts_down(const RenameSettings& settings) {
 }
 
 QWidget* start_fields(const PanelContext& context) {
-  NumberField* number = number_field(context, "alphaNumericNumericStartWith", "STARTWITH", {0, 999999999, false});
-  QLineEdit* letters = text_field(context, "alphaNumericAlphabeticStartWith", "STARTWITH", 6);
+  NumberField* number = number_field(context, key_of(number_counter.start), "STARTWITH", {0, 999999999, false});
+  QLineEdit* letters = text_field(context, key_of(letter_counter.start), "STARTWITH", 6);
   letters->setValidator(new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[a-z]{0,6}")), letters));
   letters->setToolTip(localized_text("STARTLETTERSTIP"));
   show_when(context, {"isAlphaNumericAlphabetic"}, {number}, [](const RenameSettings& s) { return !is_lettered(s); });
@@ -76,7 +76,7 @@ QWidget* make_sequence_panel(const PanelContext& context, QWidget* parent) {
   right.row(hint);
   right.row(separates, separator);
   right.row(check_box(context, "isAlphaNumericResetSequenceOnEachFolder", "RESTARTINFOLDER"));
-  panel.foot(new ExampleLine(Method::sequence, context.controller.model()));
+  panel.foot(context.controller.model());
   return owner;
 }
 

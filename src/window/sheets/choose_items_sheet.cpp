@@ -67,7 +67,7 @@ ChooseItemsSheet::ChooseItemsSheet(QWidget* parent, BrindleAppController& app, s
 }
 
 QRadioButton* ChooseItemsSheet::choice(const char* name, TextKey text, bool folders) {
-  auto* button = new QRadioButton(localized_text(text));
+  auto* button = new QRadioButton(text_with_mnemonic(text));
   button->setObjectName(QString::fromLatin1(name));
   connect(button, &QRadioButton::clicked, this, [this, folders] { controller_.filesFoldersOptionChanged(folders); });
   rows()->addWidget(button);

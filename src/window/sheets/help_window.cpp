@@ -19,7 +19,6 @@
 #include "texts/string_table.h"
 #include "window/form_rows.h"
 #include "window/icons.h"
-#include "window/mnemonics.h"
 #include "window/sheets.h"
 #include "window/text.h"
 #include "window/theme.h"
@@ -142,7 +141,6 @@ HelpWindow::HelpWindow() : contents_(new QListWidget), browser_(new HelpBrowser)
   connect(browser_, &QTextBrowser::sourceChanged, this, [this](const QUrl& url) { page_changed(url); });
   connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
   resize(QSize(letter * 136, fontMetrics().height() * 42).boundedTo(screen()->availableSize() * 0.9));
-  give_mnemonics(this);
 }
 
 QWidget* HelpWindow::make_bar() {

@@ -79,10 +79,10 @@ void PreferencesSheet::add_folder(QFormLayout* form, const char* name, TextKey l
     show_path(path, edited_.*folder);
   });
   const QString about = localized_text(label);
-  chooses->setAccessibleName(chooses->text() + QStringLiteral(" ") + about);
-  resets->setAccessibleName(resets->text() + QStringLiteral(" ") + about);
+  chooses->setAccessibleName(localized_text("PREFERENCESBROWSE") + QStringLiteral(" ") + about);
+  resets->setAccessibleName(localized_text("PREFERENCESDEFAULT") + QStringLiteral(" ") + about);
   resets->setToolTip(localized_text("PREFERENCESDEFAULTTIP"));
-  QLabel* text = plain_label(about + QLatin1Char(':'));
+  QLabel* text = plain_label(text_with_mnemonic(label) + QLatin1Char(':'));
   text->setBuddy(path);
   auto* field = new QHBoxLayout;
   field->addWidget(path, 1);

@@ -9,7 +9,6 @@
 #include <QVBoxLayout>
 #include <utility>
 
-#include "window/mnemonics.h"
 #include "window/text.h"
 #include "window/theme.h"
 
@@ -33,7 +32,6 @@ Sheet::Sheet(QWidget* parent, const char* name, const QString& title)
   all->setSpacing(margin);
   all->addLayout(rows_, 1);
   all->addWidget(buttons_);
-  give_mnemonics(this);
 }
 
 void Sheet::reject() {
@@ -94,7 +92,7 @@ void add_key(QWidget& widget, QKeySequence::StandardKey key, std::function<void(
 }
 
 QCheckBox* sheet_check(std::string_view name, TextKey text, bool checked) {
-  auto* box = new QCheckBox(localized_text(text));
+  auto* box = new QCheckBox(text_with_mnemonic(text));
   box->setObjectName(qt_text(name));
   box->setChecked(checked);
   return box;
