@@ -72,21 +72,21 @@ void set_choice_of_items(Options& options, OptionId id) {
   choose(options.subfolders, id == OptionId::subfolders, to_translate("give either --subfolders or --no-subfolders"));
 }
 
-void set_on_problem(RunChoices& choices, std::string_view word) {
+void set_on_problem(GivenChoices& choices, std::string_view word) {
   const auto* const found = std::ranges::find(on_problem_words, word);
   choices.on_problem = static_cast<OnProblem>(found - on_problem_words.begin());
 }
 
-void set_number_pattern(RunChoices& choices, std::string_view pattern) {
+void set_number_pattern(GivenChoices& choices, std::string_view pattern) {
   choices.number_pattern = decode_file_name(pattern);
-  if (!is_number_pattern(choices.number_pattern))
+  if (!is_number_pattern(*choices.number_pattern))
     throw UsageError(translated("--number-pattern needs \"{}\" once, where the number goes", "{}"));
 }
 
 /// What an option is kept in; a flag with the value that it stands for.
 struct Keeping {
   OptionId id;
-  std::variant<bool Options::*, bool ExportOptions::*, bool RunChoices::*, std::string Options::*,
+  std::variant<bool Options::*, bool ExportOptions::*, bool GivenChoices::*, std::string Options::*,
                std::vector<std::string> Options::*>
       member;
   bool value = true;
@@ -95,7 +95,7 @@ constexpr auto keepings = std::to_array<Keeping>({
     {OptionId::hidden, &Options::hidden},
     {OptionId::no_preserve_root, &Options::no_preserve_root},
     {OptionId::nul, &Options::nul},
-    {OptionId::permute, &RunChoices::permute},
+    {OptionId::permute, &GivenChoices::permute},
     {OptionId::from_elsewhere, &Options::from_elsewhere},
     {OptionId::all, &Options::all},
     {OptionId::json, &Options::json},
@@ -123,7 +123,7 @@ struct Keep {
 
   void operator()(bool Options::*flag) const { options.*flag = value; }
   void operator()(bool ExportOptions::*flag) const { options.columns.*flag = value; }
-  void operator()(bool RunChoices::*flag) const { options.choices.*flag = value; }
+  void operator()(bool GivenChoices::*flag) const { options.choices.*flag = value; }
   void operator()(std::string Options::*member) const { options.*member = text; }
   void operator()(std::vector<std::string> Options::*members) const { (options.*members).emplace_back(text); }
 };
@@ -388,6 +388,13 @@ void ArgumentParser::check_line() const {
 }
 
 }  // namespace
+
+RunChoices GivenChoices::over(RunChoices choices) const {
+  choices.on_problem = on_problem.value_or(choices.on_problem);
+  choices.number_pattern = number_pattern.value_or(choices.number_pattern);
+  choices.permute = permute || choices.permute;
+  return choices;
+}
 
 CommandLine parse_arguments(std::span<const char* const> words) {
   return ArgumentParser(words).parse();

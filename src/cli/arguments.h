@@ -19,6 +19,15 @@ namespace brindle {
 
 enum class ListOrder : std::uint8_t { as_found, name, folder };
 
+/// The choices of the run that the line makes; the others are a profile's, or the usual ones.
+struct GivenChoices {
+  std::optional<OnProblem> on_problem;
+  std::optional<std::u16string> number_pattern;
+  bool permute = false;
+
+  RunChoices over(RunChoices choices) const;
+};
+
 /// The options of the commands.
 struct Options {
   std::optional<bool> folders;
@@ -32,7 +41,7 @@ struct Options {
   std::string profile;           ///< the files to start from; "" for none
   std::string rules;
   std::string list;
-  RunChoices choices;
+  GivenChoices choices;
   bool from_elsewhere = false;
   ExportOptions columns;
   bool all = false;

@@ -29,6 +29,15 @@ std::string version_of(const PropertyValue& value) {
   return text == nullptr ? std::string() : to_utf8(*text);
 }
 
+void add_choices(const RunChoices& choices, std::vector<ShownSetting>& shown) {
+  const RunChoices usual;
+  if (choices.on_problem != usual.on_problem)
+    shown.push_back({"onProblem", "text", std::string(on_problem_words[static_cast<std::size_t>(choices.on_problem)])});
+  if (choices.number_pattern != usual.number_pattern)
+    shown.push_back({"numberPattern", "text", to_utf8(choices.number_pattern)});
+  if (choices.permute) shown.push_back({"permute", "bool", "true"});
+}
+
 // The keys that a record holds, in the order of the settings. Its version and its date are kept from settings that are
 // in use, so they are read here.
 std::vector<ShownSetting> settings_of(const SettingsRecord& record) {
@@ -46,6 +55,7 @@ std::vector<ShownSetting> settings_of(const SettingsRecord& record) {
     const bool is_default = !is_version && row.key != "selectedTab" && text == text_of_setting(defaults, row);
     shown.push_back({row.key, type_name(row), std::move(text), is_default});
   }
+  add_choices(choices_in(record), shown);
   return shown;
 }
 
@@ -63,7 +73,8 @@ ExitCode run_profile_save(const CommandLine& line, Console& console) {
   if (const auto* refusal = std::get_if<Refusal>(&request)) return report_refusal(line, console, *refusal);
   note_date_left_out(std::get<RenameRequest>(request).date_left_out, console);
   if (!may_write(line, console)) return ExitCode::done;
-  const SettingsRecord record = getCurrentSettings(std::get<RenameRequest>(request).settings);
+  SettingsRecord record = getCurrentSettings(std::get<RenameRequest>(request).settings);
+  put_choices(record, std::get<RenameRequest>(request).choices);
   if (const Status status = write_profile_file(line.file, record); !status.ok()) throw UsageError(status.reason());
   if (line.options.json) {
     JsonLine(console.out().buffer(), "summary").text("command", line.command->word).bytes("file", line.file);

@@ -64,8 +64,9 @@ constexpr auto export_options = std::to_array<OptionId>(
     {no_name,        no_new_name, no_location, full_paths, no_header, files,    folders, subfolders, no_subfolders,
      hidden,         sort,        from,        nul,        list,      rules,    profile, set,        on_problem,
      number_pattern, permute,     yes,         json,       quiet,     no_color, help});
-constexpr auto profile_save_options = std::to_array<OptionId>(
-    {files, folders, subfolders, no_subfolders, profile, set, yes, json, quiet, no_color, help});
+constexpr auto profile_save_options =
+    std::to_array<OptionId>({files, folders, subfolders, no_subfolders, profile, set, on_problem, number_pattern,
+                             permute, yes, json, quiet, no_color, help});
 constexpr auto profile_show_options = std::to_array<OptionId>({all, json, quiet, no_color, help});
 constexpr auto rules_save_options = std::to_array<OptionId>({set, yes, json, quiet, no_color, help});
 constexpr auto undo_options = std::to_array<OptionId>({from_elsewhere, yes, json, quiet, no_color, help});

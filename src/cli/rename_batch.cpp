@@ -246,7 +246,7 @@ namespace {
 // The new names, unless a list has brought them or none were asked for.
 void make_names(const CommandLine& line, Console& console, RenameBatch& batch) {
   if (!says_how(line)) return;
-  const RunChoices& choices = line.options.choices;
+  const RunChoices& choices = batch.request.choices;
   if (batch.request.is_from_list()) {
     look_again(batch.files, choices, &batch.disk_names, false);
     return;

@@ -116,7 +116,9 @@ CommonSettings common_settings(const Options& options, Date now, bool must_choos
     const SettingsRecord record = read_profile(options.profile);
     if (must_choose_method) check_method(record, options.profile);
     common.date_left_out = start_from_profile(settings, record).date_left_out;
+    common.choices = choices_in(record);
   }
+  common.choices = options.choices.over(std::move(common.choices));
   choose_items(settings, options);
   return common;
 }
@@ -138,6 +140,7 @@ std::variant<RenameRequest, Refusal> make_request(const CommandLine& line, Date 
   RenameRequest request;
   const CommonSettings common = common_settings(options, now, demand == Demand::method && runs_method_of_profile(line));
   request.settings = common.settings;
+  request.choices = common.choices;
   request.now = now;
   if (!options.rules.empty()) {
     take_rules(request, options);

@@ -20,7 +20,8 @@ namespace brindle {
 struct RenameRequest {
   RenameSettings
       settings;  ///< of the method; with a chain, only the choices of all methods count (files or folders, …)
-  std::vector<Rule> rules;            ///< the chain; empty for a single method
+  std::vector<Rule> rules;  ///< the chain; empty for a single method
+  RunChoices choices;
   Date now{};                         ///< the start of the run
   std::optional<Date> date_left_out;  ///< of the profile, where the start of the run would come into the names instead
 
@@ -40,6 +41,7 @@ enum class Demand : std::uint8_t {
 struct CommonSettings {
   RenameSettings settings;
   std::optional<Date> date_left_out;  ///< of the profile: the settings have `now`
+  RunChoices choices;
 };
 /// The defaults, those of --profile, and files or folders as the line says. Throws UsageError when the profile cannot
 /// be read, or chooses no method although it must.

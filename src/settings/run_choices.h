@@ -1,11 +1,13 @@
 #pragma once
 
-// What a person chooses for one run, beside the settings of its method. Constant data; any thread.
+// What a person chooses for one run, beside the settings of its method. Any thread.
 
 #include <array>
 #include <cstdint>
 #include <string>
 #include <string_view>
+
+#include "settings/settings_record.h"
 
 namespace brindle {
 
@@ -29,5 +31,12 @@ constexpr bool is_number_pattern(std::u16string_view pattern) {
   const std::size_t place = pattern.find(u"{}");
   return place != std::u16string_view::npos && pattern.find(u"{}", place + 2) == std::u16string_view::npos;
 }
+
+// In a record (a profile), the choices stand beside the settings, under keys of their own, each only when it is not the
+// usual one: "onProblem" (a word), "numberPattern", "permute".
+
+void put_choices(SettingsRecord& record, const RunChoices& choices);
+/// Keys that are missing or make no sense are the usual choice.
+RunChoices choices_in(const SettingsRecord& record);
 
 }  // namespace brindle
