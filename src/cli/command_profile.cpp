@@ -35,7 +35,7 @@ void add_choices(const RunChoices& choices, std::vector<ShownSetting>& shown) {
     shown.push_back({"onProblem", "text", std::string(on_problem_words[static_cast<std::size_t>(choices.on_problem)])});
   if (choices.number_pattern != usual.number_pattern)
     shown.push_back({"numberPattern", "text", to_utf8(choices.number_pattern)});
-  if (choices.permute) shown.push_back({"permute", "bool", "true"});
+  if (choices.permute) shown.push_back({"permute", "boolean", "true"});
 }
 
 // The keys that a record holds, in the order of the settings. Its version and its date are kept from settings that are

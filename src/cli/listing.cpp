@@ -30,9 +30,9 @@ bool is_shown(const ItemRecord& record, bool all) {
   return all || record.status == ItemStatus::proposed || is_problem(record);
 }
 
-// Which name it is that exists already; where there is a reason, that says enough.
+// Which name it is that it does not get; where no name could be made, the reason says enough.
 void append_wanted_name(const FileList& files, std::size_t row, const Console& console, std::string& text) {
-  const std::string_view wanted = files.wanted(row);
+  const std::string_view wanted = files[row].status == ItemStatus::proposed ? files[row].proposed() : files.wanted(row);
   if (wanted.empty() || files[row].has_failed()) return;
   text += ": ";
   console.append_shown(wanted, text);

@@ -28,8 +28,8 @@ enum class Warning : std::uint8_t {
   emptied,    ///< nothing was left of the name, and the old one came back
   no_value,   ///< the file has no value for a field of the mask
   cut,        ///< the counter was longer than its mask
-  extension,  ///< the extension changes, though no step was about extensions
   hidden,     ///< the new name begins with "." and the old one did not
+  extension,  ///< the extension changes, though no step was about extensions
 };
 
 /// Who has a name that is taken.
@@ -41,8 +41,8 @@ enum class Holder : std::uint8_t {
 
 inline constexpr std::array<std::string_view, 6> problem_words = {"",           "clash", "taken",
                                                                   "unwritable", "gone",  "no-access"};
-inline constexpr std::array<std::string_view, 8> warning_words = {"",         "contested", "alike",     "emptied",
-                                                                  "no-value", "cut",       "extension", "hidden"};
+inline constexpr std::array<std::string_view, 8> warning_words = {"",         "contested", "alike",  "emptied",
+                                                                  "no-value", "cut",       "hidden", "extension"};
 
 /// What machine output calls it; empty for none.
 constexpr std::string_view word_of(Problem problem) {

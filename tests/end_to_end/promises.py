@@ -35,7 +35,7 @@ class Tree:
         self.environment = {**os.environ, "XDG_DATA_HOME": str(self.top / "data"),
                             "XDG_CONFIG_HOME": str(self.top / "config"), "LC_ALL": "C.UTF-8"}
         self.folders_mode = rng.random() < 0.25
-        places = [self.files, self.files / "d", self.files / "d" / "a"][:rng.randint(1, 3)]
+        places = [self.files, self.files / "d", self.files / "d" / "e"][:rng.randint(1, 3)]
         for place in places:
             place.mkdir(parents=True, exist_ok=True)
             for name in rng.sample(NAMES, rng.randint(2, len(NAMES))):
@@ -58,21 +58,23 @@ class Tree:
         return done.returncode, objects, done.stderr
 
     def list_file(self):
-        """A permutation or a mapping of the names in one folder, with some names that are not there."""
+        """A permutation of the names in one folder, some of them changed; None where it holds none."""
         folder = self.rng.choice([pathlib.Path(f) for f, _, _ in os.walk(self.files)])
-        kind = "FOLDERS" if self.folders_mode else "FILES"
         names = sorted(n for n in os.listdir(folder) if (folder / n).is_dir() == self.folders_mode and n[0] != ".")
+        if not names:
+            return None
         wanted = self.rng.sample(names, len(names))
         wanted = [self.rng.choice(NAMES) if self.rng.random() < 0.15 else name for name in wanted]
         path = self.top / "list.txt"
         rows = [f"{old}\t{new}\t{folder}" for old, new in zip(names, wanted)]
         path.write_text("\n".join(["Filename\tNew Filename\tLocation", *rows]) + "\n")
-        return ["--list", str(path)], kind
+        return ["--list", str(path)]
 
     def what(self):
         mode = ["--folders"] if self.folders_mode else []
-        if self.rng.random() < 0.35:
-            return [*mode, *self.list_file()[0]]
+        listed = self.list_file() if self.rng.random() < 0.35 else None
+        if listed:
+            return [*mode, *listed]
         chain = []
         for method in self.rng.sample(METHODS, self.rng.choice([1, 1, 2])):
             chain += (["then"] if chain else []) + method
