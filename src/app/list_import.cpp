@@ -6,6 +6,7 @@
 #include "app/list_controller.h"
 #include "platform/file_name.h"
 #include "platform/message_log.h"
+#include "run/second_look.h"
 #include "texts/list_titles.h"
 #include "texts/string_table.h"
 
@@ -78,7 +79,9 @@ void ListController::fill_list(const std::shared_ptr<FileRenameItem>& item) {
   JobCall call;
   call.job = Job::loading;
   call.work = [this, item, result](const JobControl& control) {
-    *result = importFiles(model_.files(), *item, model_.include_hidden(), model_.disk_names(), control);
+    FileList& files = model_.files();
+    *result = importFiles(files, *item, model_.include_hidden(), model_.disk_names(), control);
+    result->isHasFilesForRenaming = look_again(files, model_.choices(), &model_.disk_names(), false).promised > 0;
   };
   call.finished = [this, result, folders] {
     model_.state().isHasFilesForRenaming = result->isHasFilesForRenaming;

@@ -103,7 +103,7 @@ void PreviewController::quickPreview() {
   call.quiet = true;
   call.work = [this, plan, result, limit](const JobControl& control) {
     if (!plan) return model_.files().reset_new_names(ItemStatus::no_new_name);
-    *result = brindle::quickPreview(model_.files(), *plan, limit, control);
+    *result = brindle::quickPreview(model_.files(), *plan, limit, control, model_.choices());
   };
   call.finished = [this, plan, result] {
     if (plan) names_made(*plan);

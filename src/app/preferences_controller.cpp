@@ -31,6 +31,9 @@ void PreferencesController::read() {
   live.isLivePreviewEnabled = defaults.boolean(user_default::live_preview, true);
   live.isLivePreviewAllFiles = defaults.boolean(user_default::live_preview_all_files, false);
   live.livePreviewFilesLimit = defaults.text(user_default::live_preview_files_limit, u"2500");
+  const PropertyValue* choices = defaults.find(user_default::run_choices);
+  const auto* record = choices == nullptr ? nullptr : choices->get_if<PropertyDictionary>();
+  model_.choices() = record == nullptr ? RunChoices() : choices_in(*record);
   model_.set_include_hidden(defaults.boolean(user_default::include_hidden, false));
 }
 

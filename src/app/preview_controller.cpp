@@ -66,7 +66,7 @@ void PreviewController::run_preview(const std::shared_ptr<RenamePlan>& plan) {
   JobCall call;
   call.job = Job::preview;
   call.work = [this, plan, result](const JobControl& control) {
-    *result = preview(model_.files(), *plan, model_.disk_names(), control);
+    *result = preview(model_.files(), *plan, model_.disk_names(), control, model_.choices());
   };
   call.finished = [this, plan, result] {
     model_.state().isHasFilesForRenaming = result->isHasFilesForRenaming;
@@ -95,6 +95,16 @@ void PreviewController::tell_operation_error(const PreviewResult& result) {
              AlertStyle::warning, path);
 }
 
+void PreviewController::set_choices(const RunChoices& choices) {
+  model_.choices() = choices;
+  SettingsRecord record;
+  put_choices(record, choices);
+  model_.user_defaults().set(user_default::run_choices, record);
+  model_.save_user_defaults();
+  model_.tell(Changed::preferences);
+  if (model_.live_preview().isLivePreviewEnabled && model_.names_made_with.is_live) remake();
+}
+
 void PreviewController::set_new_name(std::size_t row, std::u16string_view text) {
   if (model_.state().isExecuting || row >= model_.files().size()) return;
   FileList& files = model_.files();
@@ -113,6 +123,7 @@ void PreviewController::set_new_name(std::size_t row, std::u16string_view text) 
   if (!names.exists(files[row].name())) {
     files.set_status(row, not_found(files[row].type()));
     files.set_reason(row, {});
+    files.set_problem(row, Problem::gone);
   } else if (files[row].status == ItemStatus::none) {
     files.set_status(row, ItemStatus::no_changes);
   } else if (files[row].status == ItemStatus::proposed) {

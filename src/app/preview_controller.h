@@ -32,6 +32,10 @@ class PreviewController {
   /// Puts a name typed by hand into a row, in display form, and settles its status.
   void set_new_name(std::size_t row, std::u16string_view text);
 
+  /// What the next runs do about items that cannot get their names; remembered. Names are made anew where they follow
+  /// by themselves.
+  void set_choices(const RunChoices& choices);
+
   // The live preview (live_preview.cpp).
 
   void setLivePreviewPreferences(const LivePreviewPreferences& preferences);

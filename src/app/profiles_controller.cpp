@@ -63,6 +63,8 @@ bool ProfilesController::open_profile(const std::string& path) {
   };
   if (record.ok() && !isFileVersionMatch(version_of(*record))) return refuse("PROFILEINCOMPATIBLE", path);
   if (!record.ok() || !show_quietly(*record)) return refuse("PROFILELOADFAILED", record.reason());
+  // A profile that makes no choices leaves those of the window.
+  if (const RunChoices choices = choices_in(*record); choices != RunChoices()) model_.choices() = choices;
   set_curr_profile(path);
   start_with_method();
   return true;
@@ -114,8 +116,14 @@ void ProfilesController::replace_settings(RenameSettings settings) {
 
 // Saving
 
+SettingsRecord ProfilesController::record_of_profile() const {
+  SettingsRecord record = getCurrentSettings(values());
+  put_choices(record, model_.choices());
+  return record;
+}
+
 bool ProfilesController::write_profile(const std::string& path) {
-  const Status status = write_profile_file(path, getCurrentSettings(values()));
+  const Status status = write_profile_file(path, record_of_profile());
   if (!status.ok())
     show_alert(model_.ports(), make_alert("PROFILETITLE", "PROFILESAVEDFAILED"), AlertStyle::critical, status.reason());
   return status.ok();
@@ -141,7 +149,7 @@ bool ProfilesController::saveAsProfile() {
 
 bool ProfilesController::saveNewProfile(const std::string& path) {
   desktop().end_editing();
-  const Status status = write_profile_file(path, getCurrentSettings(values()));
+  const Status status = write_profile_file(path, record_of_profile());
   if (!status.ok()) log_failure("saveNewProfile", status.reason());
   return status.ok();
 }

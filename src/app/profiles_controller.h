@@ -47,6 +47,7 @@ class ProfilesController {
   void replace_settings(RenameSettings settings);
   void start_with_method();
   void set_curr_profile(const std::string& path);
+  SettingsRecord record_of_profile() const;
   bool write_profile(const std::string& path);
 
   MutableWindowModel& model_;

@@ -22,6 +22,7 @@
 #include "metadata/photo_fields_cache.h"
 #include "platform/date.h"
 #include "settings/preferences.h"
+#include "settings/run_choices.h"
 #include "settings/settings_store.h"
 #include "settings/user_defaults.h"
 
@@ -116,6 +117,7 @@ class WindowModel {
   const RenameSettings& values() const { return settings_.settings(); }
   const Preferences& preferences() const { return preferences_; }
   const LivePreviewPreferences& live_preview() const { return live_preview_; }
+  const RunChoices& choices() const { return choices_; }
   bool include_hidden() const { return include_hidden_; }  ///< hidden items are listed too
   const std::vector<RecentItem>& recentItems() const { return recent_.items(); }
   UserDefaults& user_defaults() { return defaults_; }
@@ -134,6 +136,7 @@ class WindowModel {
   UserDefaults defaults_;
   Preferences preferences_;
   LivePreviewPreferences live_preview_;
+  RunChoices choices_;
   RecentItems recent_;
   bool include_hidden_ = false;
   FileList files_;
@@ -169,6 +172,8 @@ class MutableWindowModel final : public WindowModel {
   Preferences& preferences() { return preferences_; }
   using WindowModel::live_preview;
   LivePreviewPreferences& live_preview() { return live_preview_; }
+  using WindowModel::choices;
+  RunChoices& choices() { return choices_; }
   RecentItems& recent() { return recent_; }
   void set_include_hidden(bool include) { include_hidden_ = include; }
   DiskNames& disk_names() { return disk_names_; }

@@ -24,6 +24,8 @@ struct RunChoices {
   OnProblem on_problem = OnProblem::skip;
   std::u16string number_pattern = u" ({})";  ///< what stands behind the name; "{}" is the number, from 2 on
   bool permute = false;                      ///< a name is free when the item that has it leaves it in the same run
+
+  bool operator==(const RunChoices&) const = default;
 };
 
 /// Whether the pattern says once where the number goes.

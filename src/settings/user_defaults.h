@@ -60,6 +60,7 @@ inline constexpr std::string_view hub_position = "HUBPOSITION";  ///< text: "x,y
 inline constexpr std::string_view live_preview = "LIVEPREVIEW";  ///< flag
 inline constexpr std::string_view live_preview_all_files = "LIVEPREVIEWALLFILES";      ///< flag
 inline constexpr std::string_view live_preview_files_limit = "LIVEPREVIEWFILESLIMIT";  ///< text: a number of items
+inline constexpr std::string_view run_choices = "RUNCHOICES";        ///< dictionary: see settings/run_choices.h
 inline constexpr std::string_view include_hidden = "INCLUDEHIDDEN";  ///< flag: names that begin with "." are listed
 }  // namespace user_default
 

@@ -8,6 +8,7 @@
 #include "app/preview_controller.h"
 #include "list/file_system_item.h"
 #include "platform/file_name.h"
+#include "texts/remark_text.h"
 #include "texts/shown_text.h"
 #include "window/icons.h"
 #include "window/text.h"
@@ -104,6 +105,8 @@ QVariant FileTableModel::data(const QModelIndex& index, int role) const {
       return in_one_line(text(row, name_column).toString());
     case status_role:
       return static_cast<int>(record.status);
+    case problem_role:
+      return record.problem != Problem::none;
     default:
       return {};
   }
@@ -151,19 +154,27 @@ void FileTableModel::request_photo_fields() {
 }
 
 QVariant FileTableModel::tooltip(int row, int column) const {
+  const auto place = static_cast<std::size_t>(row);
   const FileList& files = model_.files();
-  const std::string_view reason = files.reason(static_cast<std::size_t>(row));
-  const std::string_view wanted = files.wanted(static_cast<std::size_t>(row));
-  QString tip = in_one_line(text(row, column == icon_column ? name_column : column).toString());
-  if ((reason.empty() && wanted.empty()) || (column != icon_column && column != new_name_column)) return tip;
-  tip = in_one_line(text(row, new_name_column).toString());
+  const std::string_view wanted = files.wanted(place);
+  const std::string remark = remark_of(place);
+  const QString tip = in_one_line(text(row, column == icon_column ? name_column : column).toString());
+  if ((remark.empty() && wanted.empty()) || (column != icon_column && column != new_name_column)) return tip;
+  QString name = in_one_line(text(row, new_name_column).toString());
   if (!wanted.empty())
-    tip += QStringLiteral(": ") + in_one_line(qt_text(FileSystemItem::getDisplayFilePath(decode_file_name(wanted))));
-  if (reason.empty()) return tip;
-  // As a sentence of its own.
-  QString why = qt_text(reason_in_words(reason));
-  why.replace(0, 1, why.left(1).toUpper());
-  return tip + QStringLiteral("\n\n") + in_one_line(why);
+    name += QStringLiteral(": ") + in_one_line(qt_text(FileSystemItem::getDisplayFilePath(decode_file_name(wanted))));
+  if (remark.empty()) return name;
+  QString why = qt_text(remark);
+  why.replace(0, 1, why.left(1).toUpper());  // as a sentence of its own
+  return name + QStringLiteral("\n\n") + in_one_line(why);
+}
+
+// Why the row has its status, will not get its name, or is worth a second look.
+std::string FileTableModel::remark_of(std::size_t row) const {
+  const FileList& files = model_.files();
+  const ItemRecord& record = files[row];
+  if (record.problem != Problem::none) return problem_text(files, row);
+  return record.reason != 0 ? reason_in_words(files.reason(row)) : warning_text(files, row);
 }
 
 QVariant FileTableModel::headerData(int section, Qt::Orientation orientation, int role) const {

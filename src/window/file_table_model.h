@@ -28,6 +28,7 @@ class FileTableModel final : public QAbstractTableModel {
   static constexpr int current_name_role = Qt::UserRole;
   /// The ItemStatus of the row (int).
   static constexpr int status_role = Qt::UserRole + 1;
+  static constexpr int problem_role = Qt::UserRole + 2;  ///< whether the item will not get its name
 
   FileTableModel(BrindleAppController& app, QObject* parent);
   ~FileTableModel() override;
@@ -61,6 +62,7 @@ class FileTableModel final : public QAbstractTableModel {
   QVariant new_name_text(int row) const;
   QVariant photo_text(int row, int column) const;
   QVariant tooltip(int row, int column) const;
+  std::string remark_of(std::size_t row) const;
   void request_photo_fields();
 
   WindowModel& model_;

@@ -14,6 +14,7 @@
 #include "app/chain_controller.h"
 #include "app/list_controller.h"
 #include "app/options_controller.h"
+#include "app/preview_controller.h"
 #include "app/window_model.h"
 #include "methods/method_table.h"
 #include "window/commands.h"
@@ -38,7 +39,8 @@ const std::array<MenuLayout, 7>& menus() {
       {"MENUEDIT",
        {"editName", "copyNames", "-", "remove", "clear", "selectAll", "-", "moveUp", "moveDown", "-", "preferences"}},
       {"MENURENAME",
-       {"preview", "rename", "cancel", "-", "undo", "-", "@methods", "-", "livePreview", "livePreviewPreferences"}},
+       {"preview", "rename", "cancel", "-", "undo", "-", "@methods", "@choices", "-", "livePreview",
+        "livePreviewPreferences"}},
       {"MENURULES", {"addRule", "showRules", "-", "ruleFiles", "@rules"}},
       {"MENUPROFILES",
        {"emptyProfile", "defaultProfile", "openProfile", "-", "saveProfile", "saveProfileAs", "-", "manageProfiles"}},
@@ -110,6 +112,28 @@ void fill_sort(QMenu& menu, BrindleAppController& app, FileTableView& table) {
   }
 }
 
+// What a run does about items that cannot get their names.
+void fill_choices(QMenu& menu, BrindleAppController& app) {
+  const RunChoices now = app.model().choices();
+  const auto add = [&](std::string_view key, bool is_on, const RunChoices& chosen) {
+    QAction* action = menu.addAction(text_with_mnemonic(key));
+    action->setCheckable(true);
+    action->setChecked(is_on);
+    action->setEnabled(is_idle(app));
+    QObject::connect(action, &QAction::triggered, &menu, [&app, chosen] { app.preview().set_choices(chosen); });
+  };
+  constexpr auto keys = std::to_array<std::string_view>({"CHOICESKIP", "CHOICENONE", "CHOICENUMBER"});
+  RunChoices chosen = now;
+  for (std::size_t i = 0; i < keys.size(); ++i) {
+    chosen.on_problem = static_cast<OnProblem>(i);
+    add(keys.at(i), now.on_problem == chosen.on_problem, chosen);
+  }
+  menu.addSeparator();
+  chosen = now;
+  chosen.permute = !now.permute;
+  add("CHOICEPERMUTE", now.permute, chosen);
+}
+
 // Made once: the keys work without the menu having been open.
 void make_methods_menu(QMenu& menu, BrindleAppController& app) {
   auto* group = new QActionGroup(&menu);
@@ -144,6 +168,8 @@ void add_submenu(QMenu& menu, std::string_view name, BrindleAppController& app, 
   } else if (name == "@sort") {
     live_menu(menu.addMenu(text_with_mnemonic("MENUSORTBY")),
               [&app, &table](QMenu& filled) { fill_sort(filled, app, table); });
+  } else if (name == "@choices") {
+    live_menu(menu.addMenu(text_with_mnemonic("MENUCHOICES")), [&app](QMenu& filled) { fill_choices(filled, app); });
   } else if (name == "@methods") {
     make_methods_menu(*menu.addMenu(text_with_mnemonic("MENUMETHODS")), app);
   }

@@ -90,8 +90,10 @@ void NameDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, 
   const int margin = style->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, widget) + 1;
   painter->save();
   painter->setClipRect(cell.rect, Qt::IntersectClip);  // marks piled on a letter reach further than its line
-  painter->setPen(selected ? cell.palette.color(group, QPalette::HighlightedText)
-                           : status_colour(status, cell.palette));
+  const bool is_problem = index.data(FileTableModel::problem_role).toBool();
+  painter->setPen(selected     ? cell.palette.color(group, QPalette::HighlightedText)
+                  : is_problem ? problem_colour(cell.palette)
+                               : status_colour(status, cell.palette));
   draw(painter, cell.rect.adjusted(margin, 0, -margin, 0), text, changed, cell.font);
   painter->restore();
 }

@@ -66,10 +66,14 @@ int portal_colour_scheme() {
 
 }  // namespace
 
+QColor problem_colour(const QPalette& palette) {
+  return is_dark(palette) ? QColor(0xff, 0x8a, 0x80) : QColor(0xb7, 0x1c, 0x1c);
+}
+
 QColor status_colour(ItemStatus status, const QPalette& palette) {
   const bool dark = is_dark(palette);
   if (status == ItemStatus::renaming_ok) return dark ? QColor(0x7d, 0xb4, 0xff) : QColor(0x14, 0x52, 0xb8);
-  if (is_terminal(status)) return dark ? QColor(0xff, 0x8a, 0x80) : QColor(0xb7, 0x1c, 0x1c);
+  if (is_terminal(status)) return problem_colour(palette);
   return palette.color(QPalette::Active, QPalette::Text);
 }
 

@@ -14,6 +14,8 @@ namespace brindle {
 /// The colour of a new name or a status: red where nothing will be renamed, blue where it was, else the text's own.
 /// Each has a contrast of at least 4.5 to 1 on the palette's base colour.
 QColor status_colour(ItemStatus status, const QPalette& palette);
+/// Of a name that an item will not get.
+QColor problem_colour(const QPalette& palette);
 
 /// Text that explains: quieter than the rest, yet of sufficient contrast.
 QColor quiet_colour(const QPalette& palette);
