@@ -8,6 +8,7 @@
 #include "gather/gather.h"
 #include "methods/rename_plan.h"
 #include "run/preview.h"
+#include "run/second_look.h"
 #include "sample_list.h"
 
 namespace brindle::bench {
@@ -66,6 +67,27 @@ void preview_again(benchmark::State& state) {
   report_time_an_item(state, count);
 }
 
+// A million rows, named as if a preview had just checked them: new names, every tenth that of the row before it.
+FileList named_rows(std::size_t rows_a_folder) {
+  constexpr std::size_t rows = 1'000'000;
+  FileList files;
+  const auto names = sample_names(rows);
+  files.begin_new_names();
+  for (std::size_t row = 0; row < rows; ++row) {
+    const FolderId folder = files.folders().intern("/tree/" + std::to_string(row / rows_a_folder));
+    files.add_listed(files.begin_listing(folder), names[row], 0, row + 1);
+    files.promise(files.size() - 1, "Brest - " + names[row % 10 == 9 ? row - 1 : row]);
+  }
+  return files;
+}
+
+void look_again_at_a_million(benchmark::State& state) {
+  FileList files = named_rows(static_cast<std::size_t>(state.range(0)));
+  for (auto _ : state) benchmark::DoNotOptimize(look_again(files, {}, nullptr, false).promised);
+  report_time_an_item(state, files.size());
+}
+
+BENCHMARK(look_again_at_a_million)->Arg(1000)->Arg(1'000'000)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(gather_a_tree)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(preview_again)->Unit(benchmark::kMillisecond)->UseRealTime();
 

@@ -98,7 +98,7 @@ class Look {
   using Found = NamesInFolders::Found;
 
   template <class Each>
-  void for_each_key(NamesInFolders& names, NameOfRow name, std::uint8_t states, Each each);
+  void for_each_key(NameOfRow name, std::uint8_t states, Each each);
   static constexpr std::uint8_t bit(State state) {
     return static_cast<std::uint8_t>(1U << static_cast<unsigned>(state));
   }
@@ -137,7 +137,7 @@ class Look {
 
 // The names are hashed some rows before they are looked up: in a list of a million each look-up would wait for memory.
 template <class Each>
-void Look::for_each_key(NamesInFolders& names, NameOfRow name, std::uint8_t states, Each each) {
+void Look::for_each_key(NameOfRow name, std::uint8_t states, Each each) {
   constexpr std::size_t ahead = 16;
   std::array<std::pair<std::uint32_t, Key>, ahead> keys;
   std::size_t filled = 0;
@@ -149,7 +149,8 @@ void Look::for_each_key(NamesInFolders& names, NameOfRow name, std::uint8_t stat
     if ((states & bit(states_[row])) == 0) continue;
     const ItemRecord& record = files_[row];
     keys[filled] = {row, NamesInFolders::key(record.folder, (record.*name)())};
-    names.prefetch(keys[filled].second);
+    now_->prefetch(keys[filled].second);
+    if (then_) then_->prefetch(keys[filled].second);
     if (++filled == ahead) flush();
   }
   flush();
@@ -194,7 +195,7 @@ void Look::list_present_names() {
   const std::uint8_t listed = asks_list_ ? bit(State::stays) | bit(State::wants) | bit(State::held) : bit(State::stays);
   const std::size_t rows = asks_list_ ? files_.size() : files_.size() - candidates_;
   now_.emplace(files_, &ItemRecord::name, rows);
-  for_each_key(*now_, &ItemRecord::name, listed,
+  for_each_key(&ItemRecord::name, listed,
                [&](std::uint32_t row, const Key& key) { now_->add(key, now_->find(key), row); });
 }
 
@@ -358,7 +359,7 @@ SecondLookResult Look::run() {
   // A name that was numbered stands there beside the one it was to be.
   then_.emplace(files_, &ItemRecord::proposed,
                 choices_.on_problem == OnProblem::number ? 2 * candidates_ : candidates_);
-  for_each_key(*then_, &ItemRecord::proposed, bit(State::wants) | bit(State::held),
+  for_each_key(&ItemRecord::proposed, bit(State::wants) | bit(State::held),
                [&](std::uint32_t row, const Key& key) { claim(row, key); });
   resolve();
   name_holders();
