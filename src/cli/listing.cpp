@@ -33,7 +33,7 @@ bool is_shown(const ItemRecord& record, bool all) {
 // Which name it is that it does not get; where no name could be made, the reason says enough.
 void append_wanted_name(const FileList& files, std::size_t row, const Console& console, std::string& text) {
   const std::string_view wanted = files[row].status == ItemStatus::proposed ? files[row].proposed() : files.wanted(row);
-  if (wanted.empty() || files[row].has_failed()) return;
+  if (wanted.empty() || files[row].reason != 0) return;
   text += ": ";
   console.append_shown(wanted, text);
 }
