@@ -76,7 +76,7 @@ std::size_t extension_start(std::string_view name) {
   return dot == std::string_view::npos || dot == 0 ? name.size() : dot;
 }
 
-std::string numbered(const std::string& pattern, int number) {
+std::string filled_in(const std::string& pattern, int number) {
   std::string text = pattern;
   return text.replace(pattern.find("{}"), 2, std::to_string(number));
 }
@@ -277,7 +277,7 @@ void Look::number(std::uint32_t row) {
   int& next = next_number_.try_emplace(NamesInFolders::key(record.folder, wanted).hash, 2).first->second;
   std::string name;
   do {
-    name = wanted.substr(0, end) + numbered(pattern_, next++) + wanted.substr(end);
+    name = wanted.substr(0, end) + filled_in(pattern_, next++) + wanted.substr(end);
   } while (name.size() <= limit && !is_free(record.folder, name));
   if (name.size() > limit) return files_.refuse_unwritable(row, NameFault::too_long, name, limit);
   files_.promise(row, name);
