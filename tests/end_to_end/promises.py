@@ -24,6 +24,12 @@ CHOICES = [[], ["--permute"], ["--on-problem", "number"], ["--on-problem", "none
            ["--permute", "--on-problem", "number"], ["--permute", "--on-problem", "none"]]
 
 
+NOBODY = 65534
+# As somebody who is not allowed everything.
+AS_NOBODY = ["setpriv", f"--reuid={NOBODY}", f"--regid={NOBODY}", "--clear-groups"] if os.geteuid() == 0 else []
+CAN_BE_NOBODY = not AS_NOBODY or subprocess.run([*AS_NOBODY, BRINDLE, "--version"], capture_output=True).returncode == 0
+
+
 class Failure(Exception):
     pass
 
@@ -42,6 +48,22 @@ class Tree:
                 path = place / name
                 if not os.path.lexists(path):
                     (path.mkdir if self.folders_mode or rng.random() < 0.1 else path.touch)()
+        self.user = []
+        if CAN_BE_NOBODY and rng.random() < 0.2:
+            self.close(rng.choice(places))
+
+    def close(self, place):
+        """A folder that must not be changed, or in which everybody changes only what is theirs."""
+        if AS_NOBODY:
+            self.user = AS_NOBODY
+            for path in [self.top, *self.top.rglob("*")]:
+                os.chown(path, NOBODY, NOBODY, follow_symlinks=False)
+        if AS_NOBODY and self.rng.random() < 0.5:
+            place.chmod(0o1777)
+            for path in [place, *self.rng.sample(sorted(place.iterdir()), 2)]:
+                os.chown(path, 0, 0)
+        else:
+            place.chmod(0o555)
 
     def inodes(self):
         found = {}
@@ -52,7 +74,7 @@ class Tree:
         return found
 
     def run(self, *arguments):
-        done = subprocess.run([BRINDLE, *arguments], env=self.environment, capture_output=True, text=True,
+        done = subprocess.run([*self.user, BRINDLE, *arguments], env=self.environment, capture_output=True, text=True,
                               stdin=subprocess.DEVNULL)
         objects = [json.loads(line) for line in done.stdout.splitlines() if line.startswith("{")]
         return done.returncode, objects, done.stderr
@@ -138,10 +160,14 @@ def main():
     for number in range(seed, seed + trees):
         with tempfile.TemporaryDirectory(prefix="brindle-promises-") as top:
             try:
-                check_tree(Tree(top, random.Random(number)))
+                tree = Tree(top, random.Random(number))
+                check_tree(tree)
             except Failure as failure:
                 print(f"FAILED tree {number}:", *failure.args, sep="\n  ")
                 sys.exit(1)
+            finally:
+                for folder, _, _ in os.walk(top):
+                    os.chmod(folder, 0o755)
     print(f"{trees} trees from {seed}: what was promised was done, undone, done again and undone")
 
 
