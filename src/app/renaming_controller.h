@@ -1,8 +1,10 @@
 #pragma once
 
-// The Rename button: the question, the job, and what is said afterwards. Main thread.
+// The Rename button, and Redo: the question, the job, and what is said afterwards. Main thread.
 
 #include <cstddef>
+#include <functional>
+#include <memory>
 
 #include "app/jobs_controller.h"
 #include "app/preview_controller.h"
@@ -16,6 +18,9 @@ class RenamingController {
       : model_(model), jobs_(jobs), preview_(preview) {}
 
   void actionApply();
+  /// Does the renaming again that was undone last, after the same question; the items of the list follow. `done` is
+  /// called at its end, whichever that is. No job may be running.
+  void redo(std::function<void()> done = {});
 
   // For an undo.
 
@@ -25,6 +30,15 @@ class RenamingController {
   void show_undone(std::size_t restored);
 
  private:
+  struct Redo;
+
+  static void look_at(Redo& redo, const JobControl& control);
+  void ask_to_redo(const std::shared_ptr<Redo>& redo);
+  void rename_again(Redo& redo, const JobControl& control);
+  void show_redone(const Redo& redo);
+  void tell_redone(const Redo& redo);
+  void end_redo(const Redo& redo);
+
   ApplyOptions options() const;
   void apply_names(const ApplyOptions& options);
   void show_apply(const ApplyResult& result, const ApplyOptions& options);

@@ -191,6 +191,21 @@ void UndoSheetController::undoRenaming() {
   when_idle([this] { start_undo(); });
 }
 
+void UndoSheetController::redo() {
+  if (isUndoing_) return;
+  when_idle([this] {
+    begin("REDOINGITEMS");
+    renaming_.redo([this] {
+      isUndoing_ = false;
+      status_label_.clear();
+      currLogFilePath_.clear();
+      totalFilesCanBeUndoFromLog_ = 0;
+      loadUserLogFiles();
+      tell();
+    });
+  });
+}
+
 void UndoSheetController::start_undo() {
   if (currLogFilePath_.empty()) return;  // deleted while this waited
   begin("UNDOINGITEMS");

@@ -32,7 +32,7 @@ class UndoSheetController final : public SheetController {
 
   const std::string& currLogFilePath() const { return currLogFilePath_; }  ///< "" when none is selected
   std::size_t totalFilesCanBeUndoFromLog() const { return totalFilesCanBeUndoFromLog_; }
-  bool isUndoing() const { return isUndoing_; }  ///< a log is being read or undone
+  bool isUndoing() const { return isUndoing_; }  ///< a log is being read, undone or done again
   const std::string& status_label() const { return status_label_; }
   std::string logs_label() const;  ///< how many logs there are
 
@@ -40,6 +40,8 @@ class UndoSheetController final : public SheetController {
   void loadUserLogFiles();
   void openLogFile();
   void undoRenaming();
+  /// Does again what was undone last; its new log is listed then.
+  void redo();
   /// Stops the undo at hand; its log stays, and undoing it again goes on from there.
   void cancel();
   void viewLogFileContent();

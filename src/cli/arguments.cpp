@@ -97,6 +97,7 @@ constexpr auto keepings = std::to_array<Keeping>({
     {OptionId::nul, &Options::nul},
     {OptionId::permute, &GivenChoices::permute},
     {OptionId::from_elsewhere, &Options::from_elsewhere},
+    {OptionId::dry_run, &Options::dry_run},
     {OptionId::all, &Options::all},
     {OptionId::json, &Options::json},
     {OptionId::yes, &Options::yes},

@@ -43,6 +43,7 @@ struct Options {
   std::string list;
   GivenChoices choices;
   bool from_elsewhere = false;
+  bool dry_run = false;
   ExportOptions columns;
   bool all = false;
   bool json = false;

@@ -10,6 +10,7 @@
 #include "cli/listing.h"
 #include "cli/log_folder.h"
 #include "cli/rename_batch.h"
+#include "cli/rename_command.h"
 #include "platform/cancellation.h"
 #include "platform/translation.h"
 #include "run/apply.h"
@@ -18,22 +19,11 @@
 namespace brindle {
 namespace {
 
-void print_preview_json(const RenameBatch& batch, const Tally& tally, double seconds, Console& console) {
-  ItemPrinter printer(batch.files, console.out().buffer());
-  for (std::size_t row = 0; row < batch.files.size() && !console.out().closed(); ++row) {
-    printer.print(row);
-    console.out().flush_if_full();
-  }
-  print_summary(console.out().buffer(), {"preview", {tally.items, tally.proposed, 0}, {}, seconds});
-}
-
-void print_preview(const CommandLine& line, const RenameBatch& batch, const Tally& tally, Console& console) {
+void print_preview(const CommandLine& line, const RenameBatch& batch, const Tally& tally, std::string_view how_to_do_it,
+                   Console& console) {
   print_listing(batch.files, batch.folder, line.options.all, console);
   console.out() << preview_sentence(batch, tally) << ".";
-  if (tally.proposed > 0) {
-    console.out() << (console.out_is_terminal() ? "\n" : " ")
-                  << translated("To do it, write rename instead of preview.");
-  }
+  if (tally.proposed > 0) console.out() << (console.out_is_terminal() ? "\n" : " ") << translated(how_to_do_it);
   console.out() << "\n";
   console.out().flush();
   warn_of_surprises(line, batch, console);
@@ -61,7 +51,8 @@ class PathRecord {
 
 class RenameCommand {
  public:
-  RenameCommand(const CommandLine& line, Console& console) : line_(line), options_(line.options), console_(console) {}
+  RenameCommand(const CommandLine& line, Console& console, const RenamingSource& source)
+      : line_(line), options_(line.options), console_(console), source_(source) {}
 
   ExitCode run();
 
@@ -80,6 +71,7 @@ class RenameCommand {
   const CommandLine& line_;
   const Options& options_;
   Console& console_;
+  const RenamingSource& source_;
   Stopwatch watch_;
   RenameBatch batch_;
   Tally before_;
@@ -89,13 +81,18 @@ class RenameCommand {
 ExitCode RenameCommand::run() {
   if (!options_.yes && !console_.in_is_terminal()) {
     throw UsageError(
-        translated("rename asks before it renames, and standard input is no terminal; --yes renames without asking"));
+        translated("{} asks before it renames, and standard input is no terminal; --yes renames without asking",
+                   line_.command->word));
   }
   finish_interrupted_runs(console_);
-  if (const auto answer = prepare_batch(line_, console_, batch_)) return *answer;
+  if (const auto answer = source_.prepare(batch_)) return *answer;
   before_ = count_rows(batch_.files);
   show_preview();
-  if (before_.proposed == 0) return give_up(ExitCode::done);
+  if (before_.proposed == 0) {
+    const ExitCode code = give_up(ExitCode::done);
+    if (source_.done) source_.done(batch_, {});
+    return code;
+  }
   if (!is_wanted()) return give_up(is_cancelled() ? ExitCode::cancelled : ExitCode::done);
   put_in_order_of_run(batch_.files, apply_options());  // so that what is remembered of the rows stays theirs
   const std::vector<bool> known_problems = problems_shown();
@@ -108,6 +105,7 @@ ExitCode RenameCommand::run() {
   } else {
     print_for_people(result, known_problems);
   }
+  if (source_.done) source_.done(batch_, result);
   return answer(result);
 }
 
@@ -132,7 +130,8 @@ ExitCode RenameCommand::give_up(ExitCode code) {
   if (options_.json) {
     ItemPrinter printer(batch_.files, console_.out().buffer());
     for (std::size_t row = 0; row < batch_.files.size(); ++row) printer.print(row, batch_.files.path(row));
-    print_summary(console_.out().buffer(), {"rename", {before_.items, before_.proposed, 0}, {}, watch_.seconds()});
+    print_summary(console_.out().buffer(),
+                  {line_.command->word, {before_.items, before_.proposed, 0}, {}, watch_.seconds()});
   } else if (console_.quiet()) {
     report_problems(batch_, {}, console_);
   }
@@ -195,8 +194,9 @@ void RenameCommand::print_json(const PathRecord& old_paths, const ApplyResult& r
     printer.print(row, old_paths[row]);
     console_.out().flush_if_full();
   }
-  print_summary(console_.out().buffer(),
-                {"rename", {after_.items, before_.proposed, after_.renamed}, result.log_path, watch_.seconds()});
+  print_summary(
+      console_.out().buffer(),
+      {line_.command->word, {after_.items, before_.proposed, after_.renamed}, result.log_path, watch_.seconds()});
   if (!result.error.empty() && !result.log_failed) console_.error(result.error);
 }
 
@@ -220,23 +220,42 @@ ExitCode RenameCommand::answer(const ApplyResult& result) const {
 
 }  // namespace
 
-ExitCode run_preview(const CommandLine& line, Console& console) {
-  const Stopwatch watch;
-  RenameBatch batch;
-  if (const auto answer = prepare_batch(line, console, batch)) return *answer;
+ExitCode show_preview(const CommandLine& line, Console& console, const RenameBatch& batch,
+                      std::string_view how_to_do_it) {
   const Tally tally = count_rows(batch.files);
   if (line.options.json) {
-    print_preview_json(batch, tally, watch.seconds(), console);
+    ItemPrinter printer(batch.files, console.out().buffer());
+    for (std::size_t row = 0; row < batch.files.size() && !console.out().closed(); ++row) {
+      printer.print(row);
+      console.out().flush_if_full();
+    }
   } else if (!console.quiet()) {
-    print_preview(line, batch, tally, console);
+    print_preview(line, batch, tally, how_to_do_it, console);
   } else {
     report_problems(batch, {}, console);
   }
   return tally.problems() + batch.left_out > 0 ? ExitCode::incomplete : ExitCode::done;
 }
 
+ExitCode rename_batch(const CommandLine& line, Console& console, const RenamingSource& source) {
+  return RenameCommand(line, console, source).run();
+}
+
+ExitCode run_preview(const CommandLine& line, Console& console) {
+  const Stopwatch watch;
+  RenameBatch batch;
+  if (const auto answer = prepare_batch(line, console, batch)) return *answer;
+  const ExitCode code = show_preview(line, console, batch, to_translate("To do it, write rename instead of preview."));
+  if (line.options.json) {
+    const Tally tally = count_rows(batch.files);
+    print_summary(console.out().buffer(), {"preview", {tally.items, tally.proposed, 0}, {}, watch.seconds()});
+  }
+  return code;
+}
+
 ExitCode run_rename(const CommandLine& line, Console& console) {
-  return RenameCommand(line, console).run();
+  const RenamingSource source{[&](RenameBatch& batch) { return prepare_batch(line, console, batch); }, nullptr};
+  return rename_batch(line, console, source);
 }
 
 }  // namespace brindle

@@ -39,6 +39,7 @@ constexpr auto options = std::to_array<OptionRow>({
      to_translate("take a name for free when the item that has it is renamed in the same run: swaps, cycles, shifts")},
     {from_elsewhere, "from-elsewhere", 0, "",
      to_translate("let a log that does not lie in the log folder move items to other folders, too")},
+    {dry_run, "dry-run", 0, "", to_translate("show what would happen, and touch nothing")},
     {no_name, "no-name", 0, "", to_translate("leave out the column of names")},
     {no_new_name, "no-new-name", 0, "", to_translate("leave out the column of new names")},
     {no_location, "no-location", 0, "", to_translate("leave out the column of folders")},
@@ -69,7 +70,8 @@ constexpr auto profile_save_options =
                              permute, yes, json, quiet, no_color, help});
 constexpr auto profile_show_options = std::to_array<OptionId>({all, json, quiet, no_color, help});
 constexpr auto rules_save_options = std::to_array<OptionId>({set, yes, json, quiet, no_color, help});
-constexpr auto undo_options = std::to_array<OptionId>({from_elsewhere, yes, json, quiet, no_color, help});
+constexpr auto undo_options = std::to_array<OptionId>({from_elsewhere, dry_run, all, yes, json, quiet, no_color, help});
+constexpr auto redo_options = std::to_array<OptionId>({dry_run, all, yes, json, quiet, no_color, help});
 constexpr auto list_options = std::to_array<OptionId>({json, quiet, no_color, help});
 constexpr auto plain_options = std::to_array<OptionId>({quiet, no_color, help});
 
@@ -129,7 +131,16 @@ constexpr auto export_examples = std::to_array<Example>({
 });
 constexpr auto undo_examples = std::to_array<Example>({
     {"undo", "", ""},
+    {"undo --dry-run", "", ""},
     {"undo 'Log 21-11-2026 10-00-00-12.xml'", "", ""},
+});
+constexpr auto redo_examples = std::to_array<Example>({
+    {"redo", "", ""},
+    {"redo 'Log 21-11-2026 10-00-00-12.xml'", "", ""},
+});
+constexpr auto logs_examples = std::to_array<Example>({
+    {"logs", "", ""},
+    {"logs 'Log 21-11-2026 10-00-00-12.xml'", "", ""},
 });
 constexpr auto settings_examples = std::to_array<Example>({{"settings", "", ""}, {"settings selectedTab", "", ""}});
 constexpr auto fields_examples = std::to_array<Example>({{"fields", "", ""}, {"fields IMG_9.jpg", "", ""}});
@@ -151,14 +162,18 @@ constexpr auto commands = std::to_array<CommandRow>({
                   "rest once more. While a renaming is going on, or one that was interrupted cannot be finished, "
                   "nothing is undone."),
      Operands::log, undo_options, run_undo, undo_examples},
-    {"logs",
-     "[OPTION]...",
-     to_translate("list the logs of past renamings, newest first"),
-     "",
-     Operands::none,
-     list_options,
-     run_logs,
-     {}},
+    {"redo", "[OPTION]... [LOG]",
+     to_translate("do a renaming again that was undone: the one undone last, or that of LOG"),
+     to_translate(
+         "LOG is a path, or the name of a log in the folder Undone of the log folder (see brindle logs). Items "
+         "that have their new names already keep them, and what cannot be renamed says why. The renaming has "
+         "a log of its own, as any other; when all of it was done again, the undone log goes."),
+     Operands::log, redo_options, run_redo, redo_examples},
+    {"logs", "[OPTION]... [LOG]", to_translate("list the logs of past renamings, newest first; with LOG, its names"),
+     to_translate("Of each renaming: when it was, how many items it renamed, in which folder (or below which), the "
+                  "first old and new name, and whether it was undone. LOG is a path, or the name of a log in the log "
+                  "folder or its folder Undone."),
+     Operands::log, list_options, run_logs, logs_examples},
     {"recover",
      "[OPTION]...",
      to_translate("finish the logs of interrupted runs"),

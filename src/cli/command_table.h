@@ -57,6 +57,7 @@ enum class OptionId : std::uint8_t {
   number_pattern,
   permute,
   from_elsewhere,
+  dry_run,
   no_name,
   no_new_name,
   no_location,

@@ -9,6 +9,7 @@
 #include "cli/json_lines.h"
 #include "cli/listing.h"
 #include "cli/log_folder.h"
+#include "cli/logged_batch.h"
 #include "cli/path_arguments.h"
 #include "cli/rename_batch.h"
 #include "list/item_status.h"
@@ -113,6 +114,7 @@ bool is_wanted(const std::string& log, std::size_t entries, const Options& optio
 
 ExitCode run_undo(const CommandLine& line, Console& console) {
   const Stopwatch watch;
+  if (line.options.dry_run) return show_dry_run(line, console, LogDirection::back);
   if (!line.options.yes && !console.in_is_terminal()) {
     throw UsageError(
         translated("undo asks before it renames, and standard input is no terminal; --yes undoes without asking"));

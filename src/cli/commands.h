@@ -14,6 +14,7 @@ ExitCode run_preview(const CommandLine& line, Console& console);
 ExitCode run_rename(const CommandLine& line, Console& console);
 ExitCode run_export(const CommandLine& line, Console& console);
 ExitCode run_undo(const CommandLine& line, Console& console);
+ExitCode run_redo(const CommandLine& line, Console& console);
 ExitCode run_logs(const CommandLine& line, Console& console);
 ExitCode run_recover(const CommandLine& line, Console& console);
 ExitCode run_profile_save(const CommandLine& line, Console& console);

@@ -117,6 +117,15 @@ JsonLine& JsonLine::bytes(std::string_view key, std::string_view value) {
   return *this;
 }
 
+JsonLine& JsonLine::names(std::string_view key, JsonPair keys, JsonPair values) {
+  begin(key);
+  buffer_ += '{';
+  first_ = true;
+  bytes(keys.first, values.first).bytes(keys.second, values.second);
+  buffer_ += '}';
+  return *this;
+}
+
 JsonLine& JsonLine::pairs(std::string_view key, std::string_view first, std::string_view second,
                           std::span<const JsonPair> members) {
   begin(key);

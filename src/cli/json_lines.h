@@ -41,6 +41,8 @@ class JsonLine {
   JsonLine& seconds(std::string_view key, double value);
   JsonLine& flag(std::string_view key, bool value) { return raw(key, value ? "true" : "false"); }
   JsonLine& null(std::string_view key) { return raw(key, "null"); }
+  /// An object with two names (see bytes).
+  JsonLine& names(std::string_view key, JsonPair keys, JsonPair values);
   /// An array of objects with two texts each.
   JsonLine& pairs(std::string_view key, std::string_view first, std::string_view second,
                   std::span<const JsonPair> members);

@@ -343,7 +343,7 @@ std::string rename_sentence(const RenameBatch& batch, const Tally& tally) {
 }
 
 void warn_of_surprises(const CommandLine& line, const RenameBatch& batch, Console& console) {
-  if (console.out_is_terminal()) tell_remedies(batch, console);
+  if (console.out_is_terminal() && find_option(*line.command, "on-problem") != nullptr) tell_remedies(batch, console);
   const bool in_disk_order = line.options.sort == ListOrder::as_found && batch.files.size() > batch.paths;
   if (in_disk_order && counts_items(batch.request)) {
     console.note(

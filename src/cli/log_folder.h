@@ -23,8 +23,15 @@ struct FinishedRuns {
 /// Finishes the logs of interrupted runs, and says so on standard error.
 FinishedRuns finish_interrupted_runs(Console& console);
 
+/// The journal of a run that was interrupted, or goes on; empty when there is none. Nothing is touched.
+std::string find_unfinished_run();
+
 /// The log a person means: a path, or a name in the log folder; the newest when `given` is empty. Throws UsageError
 /// when there is no such log.
 std::string find_log(const std::string& given);
+/// The same for logs that were undone, in their folder: the one undone last when `given` is empty.
+std::string find_undone_log(const std::string& given);
+/// A log of either kind.
+std::string find_any_log(const std::string& given);
 
 }  // namespace brindle

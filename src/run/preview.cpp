@@ -41,6 +41,7 @@ class PreviewRun {
   }
 
   void make_name(std::size_t row, std::size_t name_limit);
+  void keep_loaded_name(std::size_t row, std::size_t name_limit);
   void note_failure(std::size_t row);
   void check(std::size_t row, DiskNames& disk_names);
   void preview_row(std::size_t row, DiskNames& disk_names);
@@ -59,16 +60,8 @@ class PreviewRun {
 
 // Runs the operations on a row and stores what they made. A row whose operations fail keeps its name and says why.
 void PreviewRun::make_name(std::size_t row, std::size_t name_limit) {
-  if (plan_.keeps_loaded_names()) {
-    files_.read(row, item_);
-    // What the list asked for counts once more, whatever stood in its way the last time.
-    if (files_[row].problem == Problem::taken) {
-      item_.setNewFilename(decode_file_name(files_[row].proposed()));
-      item_.set_reason({});
-    }
-  } else {
-    files_.read_without_new_name(row, item_);
-  }
+  if (plan_.keeps_loaded_names()) return keep_loaded_name(row, name_limit);
+  files_.read_without_new_name(row, item_);
   if (!plan_.empty()) {
     error_.clear();
     const std::optional<ItemMetadata> metadata = metadata_->take(row);
@@ -79,6 +72,16 @@ void PreviewRun::make_name(std::size_t row, std::size_t name_limit) {
   }
   files_.write(row, item_, name_limit);
   if (plan_.remark() != Warning::none) files_.set_warning(row, plan_.remark());
+}
+
+// What was asked for counts once more, whatever stood in its way the last time.
+void PreviewRun::keep_loaded_name(std::size_t row, std::size_t name_limit) {
+  const ItemRecord& record = files_[row];
+  if (record.status != ItemStatus::proposed && record.problem != Problem::taken) return;
+  const std::string name(record.proposed());
+  files_.set_reason(row, {});
+  if (name.size() > name_limit) return files_.refuse_unwritable(row, NameFault::too_long, name, name_limit);
+  files_.promise(row, name);
 }
 
 void PreviewRun::note_failure(std::size_t row) {

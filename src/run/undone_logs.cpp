@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <cstdint>
 #include <string_view>
 #include <tuple>
@@ -14,6 +15,7 @@
 #include <vector>
 
 #include "log/log_name.h"
+#include "log/rename_log.h"
 #include "platform/ascii.h"
 #include "platform/atomic_file.h"
 #include "platform/folder_handle.h"
@@ -34,7 +36,8 @@ std::string numbered(const std::string& name, int number) {
   return fmt::format("{} ({}){}", name.substr(0, dot), number, name.substr(dot));
 }
 
-void send_old_ones_to_trash(const FolderHandle& folder, const std::string& path) {
+// The one undone last first.
+std::vector<std::string> names_by_time(const FolderHandle& folder) {
   std::vector<std::pair<std::int64_t, std::string>> logs;
   FolderReader reader;
   FolderEntry entry;
@@ -45,8 +48,15 @@ void send_old_ones_to_trash(const FolderHandle& folder, const std::string& path)
     logs.emplace_back(facts.st_mtim.tv_sec * 1'000'000'000 + facts.st_mtim.tv_nsec, entry.name);
   }
   std::sort(logs.begin(), logs.end(), std::greater<>());
-  for (std::size_t i = most_logs; i < logs.size(); ++i) {
-    if (!move_to_trash(join_path(path, logs[i].second)).ok()) return;
+  std::vector<std::string> names;
+  for (auto& log : logs) names.push_back(std::move(log.second));
+  return names;
+}
+
+void send_old_ones_to_trash(const FolderHandle& folder, const std::string& path) {
+  const std::vector<std::string> names = names_by_time(folder);
+  for (std::size_t i = most_logs; i < names.size(); ++i) {
+    if (!move_to_trash(join_path(path, names[i])).ok()) return;
   }
 }
 
@@ -81,11 +91,41 @@ bool is_own_log(const std::string& log_path, const std::string& log_folder) {
 
 Result<std::string> put_undone_log_away(const std::string& log_path, const std::string& log_folder) {
   std::string place;
-  const int error = move_to_undone(split_path(log_path), log_folder + "/Undone", place);
+  const int error = move_to_undone(split_path(log_path), undone_folder(log_folder), place);
   if (error == 0 || move_to_trash(log_path).ok()) return place;
   return Status(
       translated("the log “{}” is undone, but cannot be put away: {}", log_path, translated(system_error_text(error))),
       error);
+}
+
+std::string undone_folder(const std::string& log_folder) {
+  return join_path(log_folder, "Undone");
+}
+
+std::vector<std::string> undone_logs(const std::string& log_folder) {
+  const std::string path = undone_folder(log_folder);
+  const FolderHandle folder = FolderHandle::open(path);
+  if (!folder) return {};
+  std::vector<std::string> logs = names_by_time(folder);
+  for (std::string& log : logs) log = join_path(path, log);
+  return logs;
+}
+
+std::vector<std::string> logs_since_undo(const std::string& undone_log, const std::string& log_folder) {
+  struct stat facts {};
+  if (::stat(undone_log.c_str(), &facts) != 0) return {};
+  const Date undone(std::chrono::milliseconds(facts.st_mtim.tv_sec * 1000 + facts.st_mtim.tv_nsec / 1'000'000));
+  std::vector<std::string> logs;
+  for (const LogRecord& record : loadUserLogFiles(log_folder)) {
+    if (record.dateCreated < undone) break;
+    logs.push_back(join_path(log_folder, record.logFileName));
+  }
+  return logs;
+}
+
+bool drop_redone_log(const std::string& log_path, const std::string& log_folder, bool new_log_holds_it) {
+  if (!is_own_log(log_path, undone_folder(log_folder))) return false;
+  return new_log_holds_it ? ::unlink(log_path.c_str()) == 0 : deleteLogFile(log_path).ok();
 }
 
 }  // namespace brindle

@@ -92,6 +92,7 @@ constexpr auto commands = std::to_array<Command>({
     {"cancel", "COMMANDCANCEL", "cancel", "Esc", Needs::job, [](const T& t, bool) { t.app.jobs().cancelProcess(); }},
     {"undo", "COMMANDUNDO", "undo", "Ctrl+Z", Needs::idle, [](const T& t, bool) { show_undo_sheet(&t.window, t.app); },
      nullptr, false, "SHORTUNDO"},
+    {"redo", "COMMANDREDO", "", "Ctrl+Shift+Z;Ctrl+Y", Needs::idle, [](const T& t, bool) { t.app.renaming().redo(); }},
     {"livePreview", "COMMANDLIVEPREVIEW", "live_on", "Ctrl+Shift+L", Needs::nothing, set_live_preview,
      [](const T& t) { return t.app.model().live_preview().isLivePreviewEnabled; }, false, "SHORTLIVEPREVIEW",
      "TIPLIVEPREVIEW"},

@@ -39,7 +39,7 @@ const std::array<MenuLayout, 7>& menus() {
       {"MENUEDIT",
        {"editName", "copyNames", "-", "remove", "clear", "selectAll", "-", "moveUp", "moveDown", "-", "preferences"}},
       {"MENURENAME",
-       {"preview", "rename", "cancel", "-", "undo", "-", "@methods", "@choices", "-", "livePreview",
+       {"preview", "rename", "cancel", "-", "undo", "redo", "-", "@methods", "@choices", "-", "livePreview",
         "livePreviewPreferences"}},
       {"MENURULES", {"addRule", "showRules", "-", "ruleFiles", "@rules"}},
       {"MENUPROFILES",

@@ -87,6 +87,43 @@ TEST_F(UndoSheet, UndoesTheSelectedLogAndTellsWhatItCouldNot) {
   EXPECT_TRUE(sheet.sheetClosed());
 }
 
+TEST_F(UndoSheet, WhatWasUndoneLastIsDoneAgainAfterAQuestion) {
+  app().renaming().redo();
+  EXPECT_THAT(alerts(), ElementsAre("REDONOTHING"));
+  rename({"a", "b", "c"});
+  UndoSheetController sheet(app());
+  sheet.tableViewSelectionDidChange(0);
+  sheet.undoRenaming();
+  run();
+  alerts();
+  ports_.alerts.answers = {1};
+  app().renaming().redo();
+  run();
+  EXPECT_THAT(alerts(), ElementsAre("REDOMESSAGEFILES"));
+  EXPECT_THAT(tree_.names(), ElementsAre("a", "b", "c"));
+  tree_.make({"xb"});
+  ports_.alerts.answers = {0};
+  sheet.redo();
+  run();
+  ASSERT_THAT(ports_.alerts.shown, SizeIs(2));
+  EXPECT_THAT(ports_.alerts.shown[0].informative_text, HasSubstr("2 new names"));
+  EXPECT_THAT(ports_.alerts.shown[0].informative_text, HasSubstr("/b”: "));
+  EXPECT_THAT(ports_.alerts.shown[1].message, HasSubstr("Its log stays"));
+  alerts();
+  EXPECT_THAT(tree_.names(), ElementsAre("b", "xa", "xb", "xc"));
+  EXPECT_THAT(rows(), ElementsAre("xa", "b", "xc")) << "the list of the window follows";
+  EXPECT_FALSE(sheet.isUndoing());
+  EXPECT_THAT(sheet.logFiles(), SizeIs(1)) << "the new log";
+  std::filesystem::remove(tree_ / "xb");
+  ports_.alerts.answers = {0};
+  app().renaming().redo();
+  run();
+  EXPECT_THAT(tree_.names(), ElementsAre("xa", "xb", "xc"));
+  EXPECT_THAT(alerts(), ElementsAre("REDOMESSAGEFILES")) << "all of it: the log has gone without a word";
+  app().renaming().redo();
+  EXPECT_THAT(alerts(), ElementsAre("REDONOTHING"));
+}
+
 TEST_F(UndoSheet, TheListFollows) {
   rename({"a", "b"});
   EXPECT_THAT(rows(), ElementsAre("xa -> Renaming (OK)", "xb -> Renaming (OK)"));

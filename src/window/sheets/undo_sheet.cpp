@@ -42,6 +42,7 @@ class UndoSheet final : public Sheet {
   QPushButton* delete_ = nullptr;
   QPushButton* cancel_ = nullptr;
   QPushButton* undo_ = nullptr;
+  QPushButton* redo_ = nullptr;
   QPushButton* close_ = nullptr;
 };
 
@@ -86,7 +87,8 @@ void UndoSheet::make_log_buttons() {
   auto* row = new QHBoxLayout;
   row->addWidget(logs_);
   row->addStretch(1);
-  for (QPushButton* button : {open_, view_, delete_}) row->addWidget(button);
+  redo_ = sheet_button("redo", "REDOBUTTON", [this] { controller_.redo(); });
+  for (QPushButton* button : {redo_, open_, view_, delete_}) row->addWidget(button);
   rows()->addLayout(row);
 }
 
@@ -130,6 +132,7 @@ void UndoSheet::show_state() {
     close_->setDefault(true);  // the next log is selected: Enter once more must not undo that, too
   }
   open_->setEnabled(!undoing);
+  redo_->setEnabled(!undoing);
   close_->setEnabled(!undoing);
 }
 
