@@ -2,6 +2,7 @@
 
 #include <unicode/unorm2.h>
 
+#include <algorithm>
 #include <cstring>
 
 #include "platform/file_name.h"
@@ -54,8 +55,18 @@ std::u16string normalized(std::u16string_view text, Normalize form) {
   return result;
 }
 
-std::u16string folded_name(std::string_view name) {
-  return folded(normalized(decode_file_name(name), unorm2_getNFCInstance));
+// Below the combining marks every text is in its composed form.
+bool may_be_decomposed(std::u16string_view text) {
+  return std::ranges::any_of(text, [](char16_t unit) { return unit >= 0x300; });
+}
+
+void fold_name(std::string_view name, std::u16string& folded) {
+  thread_local std::u16string text;
+  text.clear();
+  append_decoded(name, text);
+  if (may_be_decomposed(text)) text = normalized(text, unorm2_getNFCInstance);
+  folded.resize(text.size());
+  for (std::size_t i = 0; i < text.size(); ++i) folded[i] = fold_unit(text, i);
 }
 
 }  // namespace
@@ -63,13 +74,23 @@ std::u16string folded_name(std::string_view name) {
 std::uint64_t folded_name_hash(std::string_view name, std::uint64_t seed) {
   std::uint64_t hash = seed;
   if (hash_ascii(name, hash)) return hash;
-  const std::string text = to_utf8(folded_name(name));  // some letters fold to ASCII
+  thread_local std::u16string text;
+  fold_name(name, text);
+  const bool is_ascii =
+      std::ranges::all_of(text, [](char16_t unit) { return unit < 0x80; });  // some letters fold to it
+  if (!is_ascii) return hash_bytes({reinterpret_cast<const char*>(text.data()), text.size() * sizeof(char16_t)}, seed);
   hash = seed;
-  return hash_ascii(text, hash) ? hash : hash_bytes(text, seed);
+  hash_ascii(to_utf8(text), hash);
+  return hash;
 }
 
 bool are_alike(std::string_view a, std::string_view b) {
-  return a == b || folded_name(a) == folded_name(b);
+  thread_local std::u16string first;
+  thread_local std::u16string second;
+  if (a == b) return true;
+  fold_name(a, first);
+  fold_name(b, second);
+  return first == second;
 }
 
 std::string in_other_form(std::string_view name) {
