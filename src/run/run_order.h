@@ -24,6 +24,18 @@ struct RunOrder {
   std::vector<RowCycle> cycles;  ///< by rising place
 };
 
+/// The cycles of a run, met one after the other while the places rise.
+class CyclesAhead {
+ public:
+  /// From this place on. The cycles must stay where they are.
+  CyclesAhead(std::span<const RowCycle> cycles, std::uint32_t place);
+  /// The cycle that begins at a place not below those asked about before; else null.
+  const RowCycle* at(std::uint32_t place);
+
+ private:
+  std::span<const RowCycle> ahead_;
+};
+
 /// Whether two names (NUL-terminated) that differ in letter case alone lead to one entry of the folder. Asked only
 /// about a name that a row is to get and one that another row of the folder has.
 using IsOneEntry = std::function<bool(FolderId folder, const char* name, const char* other)>;

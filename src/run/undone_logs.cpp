@@ -26,6 +26,7 @@ namespace brindle {
 namespace {
 
 constexpr std::size_t most_logs = 50;
+constexpr const char* undone_folder = "Undone";
 
 // "Log … 3.xml", then "Log … 3 (2).xml": the number of items stays in its place.
 std::string numbered(const std::string& name, int number) {
@@ -79,9 +80,13 @@ bool is_own_log(const std::string& log_path, const std::string& log_folder) {
          ::lstat(log_path.c_str(), &log) == 0 && S_ISREG(log.st_mode) && log.st_uid == ::geteuid();
 }
 
+bool is_put_away(const std::string& log_path) {
+  return split_path(split_path(log_path).folder).name == undone_folder;
+}
+
 Result<std::string> put_undone_log_away(const std::string& log_path, const std::string& log_folder) {
   std::string place;
-  const int error = move_to_undone(split_path(log_path), log_folder + "/Undone", place);
+  const int error = move_to_undone(split_path(log_path), join_path(log_folder, undone_folder), place);
   if (error == 0 || move_to_trash(log_path).ok()) return place;
   return Status(
       translated("the log “{}” is undone, but cannot be put away: {}", log_path, translated(system_error_text(error))),
