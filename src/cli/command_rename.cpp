@@ -159,6 +159,7 @@ ApplyOptions RenameCommand::apply_options() const {
   options.method = selected_method(settings);
   options.generalOptionIndex = settings.generalOptionIndex;
   options.is_chain = batch_.request.is_chain();
+  options.permute = batch_.request.choices.permute;
   return options;
 }
 

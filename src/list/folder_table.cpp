@@ -1,6 +1,7 @@
 #include "list/folder_table.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "text/hash.h"
 
@@ -82,6 +83,17 @@ void FolderTable::move(FolderId folder, FolderId new_parent, std::string_view ne
   node.name_data = kept.data();
   node.name_size = static_cast<std::uint32_t>(kept.size());
   children_.emplace(Key{new_parent, kept}, folder);
+}
+
+void FolderTable::rename_children(FolderId parent, std::span<const NameChange> changes) {
+  std::vector<std::pair<FolderId, std::string_view>> renamed;
+  for (const NameChange& change : changes) {
+    const auto known = children_.find(Key{parent, change.old_name});
+    if (known == children_.end()) continue;
+    renamed.emplace_back(known->second, change.new_name);
+    children_.erase(known);
+  }
+  for (const auto& [folder, new_name] : renamed) move(folder, parent, new_name);
 }
 
 std::optional<FolderIdentity> FolderTable::identity(FolderId folder) const {

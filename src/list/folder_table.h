@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -18,6 +19,12 @@
 namespace brindle {
 
 using FolderId = std::uint32_t;
+
+/// A name of an entry and the one that it gets.
+struct NameChange {
+  std::string_view old_name;
+  std::string_view new_name;
+};
 
 class FolderTable {
  public:
@@ -44,6 +51,10 @@ class FolderTable {
   /// Gives a folder another name, or another parent: it keeps its number, and what is below it goes with it. Another
   /// folder that was known by the new path is known by it no more: on disk it cannot be there.
   void move(FolderId folder, FolderId new_parent, std::string_view new_name);
+
+  /// Gives folders of one parent new names at once, so that they may take over each other's. Those not known are passed
+  /// over.
+  void rename_children(FolderId parent, std::span<const NameChange> changes);
 
   /// Which folder on disk it was when it was listed; none before that.
   std::optional<FolderIdentity> identity(FolderId folder) const;

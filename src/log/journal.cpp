@@ -73,6 +73,7 @@ Status JournalWriter::create(const std::string& path, const JournalInfo& info) {
   buffer_ = std::make_unique_for_overwrite<char[]>(buffer_size);
   filled_ = 0;
   count_ = 0;
+  has_cycles_ = false;
   written_ = sizeof(JournalHeader);  // its place is left free until seal()
   checksum_ = {};
   return {};
@@ -114,10 +115,17 @@ void JournalWriter::add(std::uint32_t folder, std::string_view old_name, std::st
   ++count_;
 }
 
+void JournalWriter::begin_cycle(std::size_t count, std::string_view reserved) {
+  const JournalRecord record{cycle_definition, static_cast<std::uint16_t>(reserved.size()), 0, count};
+  append(&record, sizeof record);
+  append(reserved.data(), reserved.size());
+  has_cycles_ = true;
+}
+
 bool JournalWriter::write_header() {
   JournalHeader header;
   header.magic = journal_magic;
-  header.version = journal_version;
+  header.version = has_cycles_ ? journal_version_with_cycles : journal_version;
   header.flags = (info_.isFolders ? flag_folders : 0) | (info_.paths_follow ? flag_paths_follow : 0);
   header.entries = count_;
   header.body_size = written_ - sizeof header;

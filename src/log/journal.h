@@ -43,10 +43,13 @@ class JournalWriter {
   Status create(const std::string& path, const JournalInfo& info);
 
   /// Says once which path (bytes, absolute, as it is before the run) a folder's number stands for, before its first
-  /// entry. Numbers are the caller's, below 2^32 - 1.
+  /// entry. Numbers are the caller's, below 2^32 - 2.
   void add_folder(std::uint32_t folder, std::string_view path);
   /// Appends the renaming number size(): names are bytes of at most 65,535; `inode` is 0 when not known.
   void add(std::uint32_t folder, std::string_view old_name, std::string_view new_name, std::uint64_t inode);
+  /// Says that the next `count` renamings (two or more, of one folder) pass their names round (run/name_cycle.h), with
+  /// the help of `reserved`, a name that nothing has.
+  void begin_cycle(std::size_t count, std::string_view reserved);
   std::size_t size() const { return count_; }
 
   /// Ends the list and brings it, and the file's entry in its folder, to the disk. No rename may be made before this
@@ -77,6 +80,7 @@ class JournalWriter {
   std::uint64_t written_ = 0;  // the header's place included
   Checksum checksum_;
   std::size_t count_ = 0;
+  bool has_cycles_ = false;
   std::uint64_t marks_offset_ = 0;
   MarkMap marks_;
 };
@@ -88,6 +92,13 @@ struct JournalEntry {
   std::uint64_t inode = 0;
   std::string_view old_name;  ///< valid as long as the reader
   std::string_view new_name;
+};
+
+/// Entries, one behind the other and of one folder, that pass their names round.
+struct JournalCycle {
+  std::size_t first = 0;
+  std::size_t count = 0;      ///< two or more, all of them entries
+  std::string_view reserved;  ///< the name of one entry, free before the run; valid as long as the reader
 };
 
 /// Reads a journal and checks every byte of it but the marks. One thread.
@@ -110,18 +121,25 @@ class JournalReader {
   const JournalInfo& info() const { return info_; }
   const std::vector<std::string_view>& folders() const { return folders_; }
   const std::vector<JournalEntry>& entries() const { return entries_; }
+  const std::vector<JournalCycle>& cycles() const { return cycles_; }  ///< in the order of their entries
+
+  /// Writes down what recovery does with an entry, for the next one, should this one be stopped.
+  void mark(std::size_t index, JournalMark mark) noexcept;
 
  private:
   State read_file();
+  bool are_cycles_whole() const;
   bool read_records(std::string_view body, std::uint64_t count);
   void read_marks(std::string_view marks);
 
   FileDescriptor file_;
   std::string error_;
   std::string bytes_;
+  std::uint64_t marks_offset_ = 0;
   JournalInfo info_;
   std::vector<std::string_view> folders_;
   std::vector<JournalEntry> entries_;
+  std::vector<JournalCycle> cycles_;
 };
 
 }  // namespace brindle

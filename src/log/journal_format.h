@@ -8,6 +8,8 @@
 //   body      records, each a JournalRecord followed by its texts:
 //               a folder: folder = folder_definition, inode = its number, text = its path
 //               an entry: folder = a number defined before, text = old name and new name
+//               a cycle (version 2, which only a run that has one is written in): folder = cycle_definition, inode =
+//                 how many of the entries that follow pass their names round, text = the reserved name
 //   marks     one byte an entry, from the next multiple of the page size on
 //
 // A journal counts as sealed when its header is there and the checksums of header and body are right.
@@ -109,7 +111,9 @@ static_assert(sizeof(JournalRecord) == 16);
 
 inline constexpr std::array<char, 8> journal_magic = {'b', 'r', 'i', 'n', 'j', 'r', 'n', 'l'};
 inline constexpr std::uint32_t journal_version = 1;
+inline constexpr std::uint32_t journal_version_with_cycles = 2;
 inline constexpr std::uint32_t folder_definition = UINT32_MAX;
+inline constexpr std::uint32_t cycle_definition = UINT32_MAX - 1;
 
 inline constexpr std::uint32_t flag_folders = 1;
 inline constexpr std::uint32_t flag_paths_follow = 2;

@@ -101,7 +101,7 @@ JournalReader::State JournalReader::parse(std::string_view bytes) {
     return State::damaged;
   }
   const std::string_view marks = marks_of(bytes, header);
-  if (header.version != journal_version) {
+  if (header.version != journal_version && header.version != journal_version_with_cycles) {
     error_ = translated("another version of the program made it");
     return State::damaged;
   }
@@ -119,7 +119,15 @@ JournalReader::State JournalReader::parse(std::string_view bytes) {
     return State::damaged;
   }
   read_marks(marks);
+  marks_offset_ = header.marks_offset;
   return State::sealed;
+}
+
+void JournalReader::mark(std::size_t index, JournalMark mark) noexcept {
+  const auto byte = static_cast<std::uint8_t>(mark);
+  entries_[index].mark = mark;
+  // A mark that is lost makes the item's fate a question to the disk, no more.
+  if (file_ && ::pwrite(file_.get(), &byte, 1, static_cast<off_t>(marks_offset_ + index)) != 1) return;
 }
 
 bool JournalReader::read_records(std::string_view body, std::uint64_t count) {
@@ -135,12 +143,29 @@ bool JournalReader::read_records(std::string_view body, std::uint64_t count) {
       folders_.push_back(text);
       continue;
     }
+    if (record.folder == cycle_definition) {
+      cycles_.push_back({entries_.size(), record.inode, text});
+      continue;
+    }
     const auto number = numbers.find(record.folder);
     if (number == numbers.end()) return false;
     entries_.push_back({number->second, JournalMark::none, record.inode, text.substr(0, record.old_size),
                         text.substr(record.old_size)});
   }
-  return entries_.size() == count;
+  return entries_.size() == count && are_cycles_whole();
+}
+
+bool JournalReader::are_cycles_whole() const {
+  std::size_t end = 0;
+  return std::ranges::all_of(cycles_, [&](const JournalCycle& cycle) {
+    if (cycle.first < end || cycle.count < 2 || cycle.count > entries_.size() - cycle.first) return false;
+    end = cycle.first + cycle.count;
+    const auto is_elsewhere = [&](const JournalEntry& entry) { return entry.folder != entries_[cycle.first].folder; };
+    return std::none_of(entries_.begin() + static_cast<std::ptrdiff_t>(cycle.first),
+                        entries_.begin() + static_cast<std::ptrdiff_t>(end), is_elsewhere) &&
+           !cycle.reserved.empty() &&
+           cycle.reserved.find_first_of(std::string_view("/\0", 2)) == std::string_view::npos;
+  });
 }
 
 void JournalReader::read_marks(std::string_view marks) {

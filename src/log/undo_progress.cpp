@@ -118,6 +118,7 @@ int UndoProgress::open_file(const std::string& path) {
 }
 
 int UndoProgress::adopt_or_begin(std::uint64_t log_checksum, std::size_t entries) {
+  entries_ = entries;
   ProgressHeader wanted;
   wanted.log_checksum = log_checksum;
   wanted.entries = entries;
@@ -146,6 +147,33 @@ void UndoProgress::set(std::size_t entry, UndoMark mark) {
   } else {
     unkept_[entry] = static_cast<std::uint8_t>(mark);
   }
+}
+
+// Behind the marks, 8 bytes for each entry; what nobody asked for takes no space.
+std::uint64_t UndoProgress::inodes_offset(std::size_t entry) const {
+  return (marks_offset() + entries_ + 7) / 8 * 8 + std::uint64_t{8} * entry;
+}
+
+int UndoProgress::keep_inodes(std::size_t first, std::span<const std::uint64_t> inodes) {
+  if (!file_) return ENOSPC;
+  const auto size = static_cast<ssize_t>(inodes.size_bytes());
+  const ssize_t written =
+      ::pwrite(file_.get(), inodes.data(), inodes.size_bytes(), static_cast<off_t>(inodes_offset(first)));
+  if (written != size) return written < 0 ? errno : ENOSPC;
+  if (::fdatasync(file_.get()) != 0) return errno;
+  if (is_durable_) return 0;
+  const int error = sync_folder_of(path_);
+  is_durable_ = error == 0;
+  return error;
+}
+
+std::vector<std::uint64_t> UndoProgress::kept_inodes(std::size_t first, std::size_t count) const {
+  std::vector<std::uint64_t> inodes(count);
+  const std::size_t size = count * sizeof inodes.front();
+  const bool read = file_ && ::pread(file_.get(), inodes.data(), size, static_cast<off_t>(inodes_offset(first))) ==
+                                 static_cast<ssize_t>(size);
+  if (!read || std::ranges::find(inodes, 0U) != inodes.end()) return {};
+  return inodes;
 }
 
 void UndoProgress::finish(UndoEnd end) {

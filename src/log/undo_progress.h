@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -45,6 +46,12 @@ class UndoProgress {
   bool goes_on() const { return goes_on_; }
   UndoEnd end_before() const { return end_before_; }
 
+  /// Brings to the disk who is who among entries that pass their names round, before the first of them moves: an inode
+  /// for each of the entries from `first` on. 0, or errno; ENOSPC where nothing can be kept.
+  [[nodiscard]] int keep_inodes(std::size_t first, std::span<const std::uint64_t> inodes);
+  /// What was kept of them, also by an undo before this one; empty when nothing was.
+  std::vector<std::uint64_t> kept_inodes(std::size_t first, std::size_t count) const;
+
   /// Writes down how this undo ended.
   void finish(UndoEnd end);
   /// Deletes the file: the log is put away.
@@ -54,12 +61,15 @@ class UndoProgress {
   Status lock(const std::string& log_path);
   int open_file(const std::string& path);
   int adopt_or_begin(std::uint64_t log_checksum, std::size_t entries);
+  std::uint64_t inodes_offset(std::size_t entry) const;
   void close_file();
 
   FileDescriptor log_;  // held locked
   FileDescriptor file_;
   std::string path_;
   MarkMap marks_;
+  std::size_t entries_ = 0;
+  bool is_durable_ = false;
   std::vector<std::uint8_t> unkept_;  // the marks where there is no file
   bool goes_on_ = false;
   UndoEnd end_before_ = UndoEnd::open;

@@ -263,6 +263,11 @@ int move_exclusively(const FolderHandle& from_folder, const char* from, const Fo
   return is_refusal_of_flag(errno) ? move_in_two_steps(from_folder, from, to_folder, to, watcher) : errno;
 }
 
+int exchange_names(const FolderHandle& folder, const char* one, const char* other) {
+  if (::renameat2(folder.descriptor(), one, folder.descriptor(), other, RENAME_EXCHANGE) == 0) return 0;
+  return is_refusal_of_flag(errno) ? ENOTSUP : errno;
+}
+
 int move_changing_case(const FolderHandle& folder, const char* from, const char* to) {
   EntryFacts old_entry;
   EntryFacts new_entry;

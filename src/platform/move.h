@@ -62,6 +62,10 @@ void settle_names_aside(const FolderHandle& folder, const char* from, const char
 [[nodiscard]] int move_exclusively(const FolderHandle& from_folder, const char* from, const FolderHandle& to_folder,
                                    const char* to, MoveWatcher* watcher = nullptr);
 
+/// Swaps two entries of a folder in one step: each gets the name of the other. Returns 0 or errno; ENOTSUP where the
+/// disk or the system cannot do that.
+[[nodiscard]] int exchange_names(const FolderHandle& folder, const char* one, const char* other);
+
 /// The move for a name that changes in letter case alone, on a disk where both spellings name the same entry:
 /// rename(2). The two names must differ in case only. Returns EEXIST unless they lead to the same file, and the folder
 /// does not list both (two hard links are two files).

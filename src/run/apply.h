@@ -23,6 +23,7 @@ struct ApplyOptions {
   bool is_chain = false;     ///< the names came from a chain of rules
   std::string log_folder;    ///< absolute; must exist
   bool without_log = false;  ///< the person chose to go on although no log can be written
+  bool permute = false;      ///< a name counts as free when the row that has it leaves it in the same run
 };
 
 struct ApplyResult {
@@ -44,8 +45,10 @@ void put_in_order_of_run(FileList& files, const ApplyOptions& options);
 
 /// Puts the list into the order of the run and renames every row that carries a proposed name; the paths below a
 /// renamed folder follow it where that order is by location. Nothing on disk is ever replaced: a row whose target is
-/// taken gets "… Already Exists", one whose rename fails gets "No Changes" and the reason. A cancelled run leaves the
-/// rows not reached as they were. The rows' statuses and paths, and the duplicate set, are up to date afterwards.
+/// taken gets "… Already Exists", one whose rename fails gets "No Changes" and the reason. With `permute`, a row goes
+/// after whoever has its new name, and rows that pass their names round are renamed together or not at all. A cancelled
+/// run leaves the rows not reached as they were. The rows' statuses and paths, and the duplicate set, are up to date
+/// afterwards.
 ApplyResult applyRenames(FileList& files, const ApplyOptions& options, const JobControl& control);
 
 }  // namespace brindle

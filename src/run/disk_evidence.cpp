@@ -47,12 +47,24 @@ Evidence DiskEvidence::ask(const IntendedRenaming& renaming) {
     return settle_half_step(renaming);
   }
   if (has_both && new_entry.inode == old_entry.inode) {
+    if (renaming.old_name_is_wanted) {  // two hard links may both have moved up
+      return renaming.new_name_was_taken ? Evidence::not_renamed : Evidence::renamed;
+    }
     return lists(renaming.new_name) && !lists(renaming.old_name) ? Evidence::renamed : Evidence::not_renamed;
   }
+  const bool shares_names = renaming.new_name_was_taken || renaming.old_name_is_wanted;
+  if (shares_names && !keeps_inodes_) return ask_names(renaming, has_old, has_new);
   const bool knows_file = renaming.inode != 0 && (keeps_inodes_ || (has_new && has_old));
   if (has_new && (knows_file ? new_entry.inode == renaming.inode : !has_old)) return Evidence::renamed;
   if (has_old && (knows_file ? old_entry.inode == renaming.inode : !has_new)) return Evidence::not_renamed;
   return Evidence::cannot_tell;
+}
+
+// A new name that was free when the turn came is there for one reason only.
+Evidence DiskEvidence::ask_names(const IntendedRenaming& renaming, bool has_old, bool has_new) {
+  if (renaming.new_name_was_taken) return Evidence::not_renamed;
+  if (has_new) return Evidence::renamed;
+  return has_old ? Evidence::not_renamed : Evidence::cannot_tell;
 }
 
 Evidence DiskEvidence::settle_half_step(const IntendedRenaming& renaming) {

@@ -17,7 +17,11 @@ struct IntendedRenaming {
   std::string_view old_name;
   std::string_view new_name;
   std::uint64_t inode = 0;   ///< of the entry to be renamed; 0 when not known
-  bool may_be_half = false;  ///< it may have been cut off, and no other renaming of the run gives up the new name
+  bool may_be_half = false;  ///< it may have been cut off, and both names may be its own
+
+  // Names that more than one renaming of the run is about say less.
+  bool new_name_was_taken = false;  ///< another one of the run had it when the turn came, and kept it
+  bool old_name_is_wanted = false;  ///< another one of the run may have it now
 };
 
 enum class Evidence {
@@ -39,6 +43,7 @@ class DiskEvidence {
  private:
   void enter(std::string_view folder);
   bool lists(std::string_view name);
+  static Evidence ask_names(const IntendedRenaming& renaming, bool has_old, bool has_new);
   bool looks_half(const IntendedRenaming& renaming, const EntryFacts& old_entry, const EntryFacts& new_entry);
 
   std::string path_;

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "platform/process.h"
+#include "run/name_cycle.h"
 
 namespace brindle {
 namespace {
@@ -15,11 +16,11 @@ constexpr std::size_t rows_worth_a_thread = 64;
 
 // An outcome in one word: the status above, the errno in the low bits.
 std::int32_t pack(const RowOutcome& outcome) {
-  return (static_cast<std::int32_t>(outcome.status) << 16) | outcome.error;
+  return (outcome.is_stranded ? 1 << 24 : 0) | (static_cast<std::int32_t>(outcome.status) << 16) | outcome.error;
 }
 
 RowOutcome unpack(std::int32_t packed) {
-  return {static_cast<ItemStatus>(packed >> 16), packed & 0xFFFF};
+  return {static_cast<ItemStatus>(packed >> 16 & 0xFF), packed & 0xFFFF, packed >> 24 != 0};
 }
 
 }  // namespace
@@ -32,11 +33,18 @@ bool folders_are_independent(const FileList& files, std::span<const std::uint32_
   });
 }
 
-FolderWorkers::FolderWorkers(const FileList& files, std::span<const std::uint32_t> rows, const RowRules& rules,
-                             JournalWriter* journal, const JobControl& control)
-    : files_(files), rows_(rows), rules_(rules), journal_(journal), control_(control), outcomes_(rows.size()) {
+FolderWorkers::FolderWorkers(const FileList& files, const RunOrder& order, std::uint64_t run_number,
+                             const RowRules& rules, JournalWriter* journal, const JobControl& control)
+    : files_(files),
+      rows_(order.rows),
+      cycles_(order.cycles),
+      run_number_(run_number),
+      rules_(rules),
+      journal_(journal),
+      control_(control),
+      outcomes_(order.rows.size()) {
   sort_into_tasks();
-  const std::size_t useful = std::min(tasks_.size(), 1 + rows.size() / rows_worth_a_thread);
+  const std::size_t useful = std::min(tasks_.size(), 1 + rows_.size() / rows_worth_a_thread);
   const std::size_t cores = std::max<std::size_t>(1, std::thread::hardware_concurrency());
   const std::size_t count = std::min({useful, cores, most_threads});
   threads_.reserve(count);
@@ -93,10 +101,24 @@ void FolderWorkers::work() {
 }
 
 void FolderWorkers::rename_rows(const Task& task, const FolderHandle& folder) {
+  CyclesAhead cycles(cycles_, order_[task.begin]);
   for (std::uint32_t i = task.begin; i < task.end && !control_.cancelled(); ++i) {
     const std::uint32_t index = order_[i];
+    if (const RowCycle* cycle = cycles.at(index)) {
+      rename_rows_round(*cycle, folder);
+      i += cycle->count - 1;
+      continue;
+    }
     const RowOutcome outcome = rename_row(files_[rows_[index]], folder, rules_, journal_, index);
     outcomes_[index].store(pack(outcome), std::memory_order_release);
+  }
+}
+
+void FolderWorkers::rename_rows_round(const RowCycle& cycle, const FolderHandle& folder) {
+  const std::vector<RowOutcome> outcomes = rename_cycle(files_, rows_.subspan(cycle.first, cycle.count), folder,
+                                                        reserved_name(run_number_, cycle.first), journal_, cycle.first);
+  for (std::uint32_t i = 0; i < cycle.count; ++i) {
+    outcomes_[cycle.first + i].store(pack(outcomes[i]), std::memory_order_release);
   }
 }
 

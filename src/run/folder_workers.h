@@ -14,6 +14,7 @@
 #include "log/journal.h"
 #include "platform/job.h"
 #include "run/rename_row.h"
+#include "run/run_order.h"
 
 namespace brindle {
 
@@ -21,12 +22,12 @@ namespace brindle {
 /// order.
 bool folders_are_independent(const FileList& files, std::span<const std::uint32_t> rows);
 
-/// Renames rows in the background and hands out the outcomes in list order. While it works, the owner may change rows
+/// Renames rows in the background and hands out the outcomes in their order. While it works, the owner may change rows
 /// whose outcome it has taken, and nothing else of the list.
 class FolderWorkers {
  public:
-  /// `journal` may be null. Starts at once, on as many threads as pay.
-  FolderWorkers(const FileList& files, std::span<const std::uint32_t> rows, const RowRules& rules,
+  /// `order` must stay as it is; `journal` may be null. Starts at once, on as many threads as pay.
+  FolderWorkers(const FileList& files, const RunOrder& order, std::uint64_t run_number, const RowRules& rules,
                 JournalWriter* journal, const JobControl& control);
   FolderWorkers(const FolderWorkers&) = delete;
   FolderWorkers& operator=(const FolderWorkers&) = delete;
@@ -48,9 +49,12 @@ class FolderWorkers {
   bool rename_next_folder(OpenFolder& folder);
   void work();
   void rename_rows(const Task& task, const FolderHandle& folder);
+  void rename_rows_round(const RowCycle& cycle, const FolderHandle& folder);
 
   const FileList& files_;
   std::span<const std::uint32_t> rows_;
+  std::span<const RowCycle> cycles_;
+  std::uint64_t run_number_;
   RowRules rules_;
   JournalWriter* journal_;
   const JobControl& control_;

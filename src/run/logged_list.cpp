@@ -312,6 +312,7 @@ LoggedPreview preview_log(const LogFile& log, LogDirection direction, FileList& 
 ApplyOptions redo_options(bool folders, std::string log_folder) {
   ApplyOptions options;
   options.isFolders = folders;
+  options.permute = true;
   options.log_folder = std::move(log_folder);
   return options;
 }

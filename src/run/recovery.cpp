@@ -8,10 +8,11 @@
 #include <cerrno>
 #include <new>
 #include <optional>
+#include <span>
 #include <stdexcept>
 #include <string_view>
 #include <tuple>
-#include <unordered_set>
+#include <unordered_map>
 
 #include "list/file_list.h"
 #include "list/path_follower.h"
@@ -25,6 +26,8 @@
 #include "platform/path.h"
 #include "platform/translation.h"
 #include "run/disk_evidence.h"
+#include "run/stopped_cycle.h"
+#include "text/hash.h"
 
 namespace brindle {
 namespace {
@@ -33,9 +36,8 @@ namespace {
 /// paths follow renamed folders, the run is gone through once more.
 class Replay {
  public:
-  explicit Replay(const JournalReader& journal) : journal_(journal) {
-    old_names_.reserve(journal.entries().size());
-    for (const JournalEntry& entry : journal.entries()) old_names_.insert(entry.old_name);
+  explicit Replay(const JournalReader& journal) : journal_(journal), renamed_(journal.entries().size()) {
+    find_shared_names();
     if (!journal.info().paths_follow) return;
     for (const JournalEntry& entry : journal.entries()) {
       const FolderId folder = files_.folders().intern(journal.folders()[entry.folder]);
@@ -47,23 +49,69 @@ class Replay {
 
   IntendedRenaming at(std::size_t index) {
     const JournalEntry& entry = journal_.entries()[index];
-    const bool was_cut_off = entry.mark != JournalMark::done && entry.mark != JournalMark::failed;
-    const bool may_be_half = was_cut_off && !old_names_.contains(entry.new_name);
-    if (!follower_) return {journal_.folders()[entry.folder], entry.old_name, entry.new_name, entry.inode, may_be_half};
+    IntendedRenaming renaming{journal_.folders()[entry.folder], entry.old_name, entry.new_name, entry.inode};
+    describe_names(index, renaming);
+    if (!follower_) return renaming;
     path_.clear();
     files_.folders().append_path(files_[index].folder, path_);
-    return {path_, files_[index].name(), entry.new_name, entry.inode, may_be_half};
+    renaming.folder = path_;
+    renaming.old_name = files_[index].name();
+    return renaming;
   }
-  void renamed(std::size_t index, const IntendedRenaming& renaming) {
-    if (follower_) follower_->rename(files_[index].folder, renaming.old_name, renaming.new_name);
+  /// Entries of one folder, one behind the other, were renamed; at once, when they are several.
+  void renamed(std::size_t first, std::span<const NameChange> changes) {
+    std::fill_n(renamed_.begin() + static_cast<std::ptrdiff_t>(first), changes.size(), true);
+    if (follower_) follower_->follow_all(files_[first].folder, changes);
   }
 
  private:
+  struct NameKey {
+    std::uint32_t folder;
+    std::string_view name;
+    bool operator==(const NameKey&) const = default;
+  };
+  struct NameHash {
+    std::size_t operator()(const NameKey& key) const { return hash_bytes(key.name, key.folder); }
+  };
+  static constexpr std::uint32_t nobody = UINT32_MAX;
+
+  // Who has the name that an entry is to get, and who is to get the name that it has.
+  void find_shared_names() {
+    const std::vector<JournalEntry>& entries = journal_.entries();
+    std::unordered_map<NameKey, std::uint32_t, NameHash> by_old_name;
+    by_old_name.reserve(entries.size());
+    for (std::uint32_t i = 0; i < entries.size(); ++i)
+      by_old_name.emplace(NameKey{entries[i].folder, entries[i].old_name}, i);
+    holders_.resize(entries.size(), nobody);
+    followers_.resize(entries.size(), nobody);
+    for (std::uint32_t i = 0; i < entries.size(); ++i) {
+      const auto holder = by_old_name.find({entries[i].folder, entries[i].new_name});
+      if (holder == by_old_name.end() || holder->second == i) continue;
+      holders_[i] = holder->second;
+      followers_[holder->second] = i;
+    }
+  }
+  void describe_names(std::size_t index, IntendedRenaming& renaming) const {
+    const std::vector<JournalEntry>& entries = journal_.entries();
+    const JournalEntry& entry = entries[index];
+    const std::uint32_t holder = holders_[index];
+    const std::uint32_t follower = followers_[index];
+    const bool shares_names = holder != nobody || follower != nobody;
+    renaming.old_name_is_wanted = follower != nobody;
+    renaming.new_name_was_taken =
+        (holder != nobody && !renamed_[holder]) || (shares_names && entry.mark == JournalMark::failed);
+    const bool was_cut_off = entry.mark != JournalMark::done && entry.mark != JournalMark::failed;
+    const bool is_link_of_follower = follower != nobody && entries[follower].inode == entry.inode;
+    renaming.may_be_half = was_cut_off && !renaming.new_name_was_taken && !is_link_of_follower;
+  }
+
   const JournalReader& journal_;
   FileList files_;
   std::optional<PathFollower> follower_;
   std::string path_;
-  std::unordered_set<std::string_view> old_names_;
+  std::vector<bool> renamed_;
+  std::vector<std::uint32_t> holders_;
+  std::vector<std::uint32_t> followers_;
 };
 
 /// Says of each entry, in order, whether it was renamed. The disk is asked, always: a mark may never have reached the
@@ -88,18 +136,59 @@ class Judge {
   DiskEvidence disk_;
 };
 
-Result<RecoveredRun> write_log(const JournalReader& journal, const std::string& path) {
+/// The log in the making, with what the run comes to as the disk tells it.
+class RecoveredLog {
+ public:
+  RecoveredLog(JournalReader& journal, RenameLogWriter& log) : journal_(journal), log_(log), replay_(journal) {}
+
+  Status add_all() {
+    auto cycle = journal_.cycles().begin();
+    for (std::size_t i = 0; i < journal_.entries().size(); ++i) {
+      if (cycle == journal_.cycles().end() || cycle->first != i) {
+        add_one(i);
+        continue;
+      }
+      if (Status status = add_cycle(*cycle); !status.ok()) return status;
+      i += cycle++->count - 1;
+    }
+    return {};
+  }
+
+ private:
+  void add_one(std::size_t index) {
+    const IntendedRenaming renaming = replay_.at(index);
+    if (!judge_.is_renamed(journal_.entries()[index].mark, renaming)) return;
+    log_.addLogEntry(renaming.folder, renaming.old_name, renaming.folder, renaming.new_name);
+    const NameChange change{renaming.old_name, renaming.new_name};
+    replay_.renamed(index, {&change, 1});
+  }
+
+  Status add_cycle(const JournalCycle& recorded) {
+    StoppedCycle cycle(journal_, recorded, replay_.at(recorded.first).folder);
+    if (Status status = cycle.settle(); !status.ok()) return status;
+    std::vector<NameChange> changes;
+    for (std::size_t member = 0; member < recorded.count; ++member) {
+      if (!cycle.is_renamed(member)) continue;
+      changes.push_back(cycle.names(member));
+      log_.addLogEntry(cycle.folder(), changes.back().old_name, cycle.folder(), changes.back().new_name);
+    }
+    // All of them, or none; but for what somebody has taken away since.
+    if (changes.size() == recorded.count) replay_.renamed(recorded.first, changes);
+    return {};
+  }
+
+  JournalReader& journal_;
+  RenameLogWriter& log_;
+  Replay replay_;
+  Judge judge_;
+};
+
+Result<RecoveredRun> write_log(JournalReader& journal, const std::string& path) {
   RenameLogWriter log;
   Status status = log.take_over(path, journal.info().isFolders ? "FOLDERS" : "FILES", journal.info().appversion);
   if (!status.ok()) return status;
-  Replay replay(journal);
-  Judge judge;
-  for (std::size_t i = 0; i < journal.entries().size(); ++i) {
-    const IntendedRenaming renaming = replay.at(i);
-    if (!judge.is_renamed(journal.entries()[i].mark, renaming)) continue;
-    log.addLogEntry(renaming.folder, renaming.old_name, renaming.folder, renaming.new_name);
-    replay.renamed(i, renaming);
-  }
+  status = RecoveredLog(journal, log).add_all();
+  if (!status.ok()) return status;
   status = log.saveLog();
   if (!status.ok()) return status;
   return RecoveredRun{log.saved_path(), log.count()};

@@ -2,8 +2,10 @@
 
 #include <cerrno>
 #include <cstring>
+#include <utility>
 
 #include "platform/move.h"
+#include "run/name_cycle.h"
 #include "text/unicode_fold.h"
 
 namespace brindle {
@@ -59,8 +61,33 @@ RowOutcome rename_row(const ItemRecord& record, const FolderHandle& folder, cons
   return outcome;
 }
 
+std::vector<RowOutcome> rename_cycle(const FileList& files, std::span<const std::uint32_t> rows,
+                                     const FolderHandle& folder, const std::string& reserved, JournalWriter* journal,
+                                     std::size_t first) {
+  if (!folder) return std::vector<RowOutcome>(rows.size(), {ItemStatus::no_changes, folder.error()});
+  std::vector<CycleMember> members;
+  members.reserve(rows.size());
+  for (const std::uint32_t row : rows) {
+    members.push_back({files[row].name_data, files[row].proposed_data, files[row].inode});
+  }
+  const auto mark = [=](std::size_t member, JournalMark now) {
+    if (journal != nullptr) journal->mark(first + member, now);
+  };
+  NameCycle cycle(folder, std::move(members), reserved, mark);
+  const int error = cycle.carry_out();
+  if (error == 0) return std::vector<RowOutcome>(rows.size(), {ItemStatus::renaming_ok, 0});
+  const bool is_stranded = !cycle.is_at(CycleGoal::old_names);
+  std::vector<RowOutcome> outcomes(rows.size(), {ItemStatus::no_changes, another_of_cycle_failed, is_stranded});
+  outcomes[cycle.failed_member()].error = error;
+  for (std::size_t member = 0; member < rows.size() && !is_stranded; ++member) mark(member, JournalMark::failed);
+  return outcomes;
+}
+
 std::string_view describe_error(int error) {
   if (error == 0) return {};
+  if (error == another_stands_there) return to_translate("another file has its name by now");
+  if (error == another_of_cycle_failed)
+    return to_translate("it changes names with others, and one of them cannot be renamed");
   if (error == ESTALE) return "its folder is not the one that was listed any more";
   if (error == ELOOP) return "a symbolic link stands in the way to it";
   if (error == ENOTSUP) return "this disk cannot rename without the risk of replacing another file";

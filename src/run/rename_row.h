@@ -5,7 +5,10 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "list/disk_names.h"
 #include "list/file_list.h"
@@ -19,6 +22,7 @@ namespace brindle {
 struct RowOutcome {
   ItemStatus status = ItemStatus::none;  ///< none: not attempted
   int error = 0;                         ///< errno behind "No Changes"; see describe_error
+  bool is_stranded = false;              ///< under neither its old nor its new name, until the journal is recovered
 };
 
 struct RowRules {
@@ -30,6 +34,13 @@ struct RowRules {
 /// of the journal up to date meanwhile (`journal` may be null).
 RowOutcome rename_row(const ItemRecord& record, const FolderHandle& folder, const RowRules& rules,
                       JournalWriter* journal, std::size_t index);
+
+/// The same for rows of one folder that pass their names round (see NameCycle): all of them get their new names, or all
+/// keep their old ones. `first` is the number of the first one's entry, `reserved` the name that the journal has for
+/// it.
+std::vector<RowOutcome> rename_cycle(const FileList& files, std::span<const std::uint32_t> rows,
+                                     const FolderHandle& folder, const std::string& reserved, JournalWriter* journal,
+                                     std::size_t first);
 
 /// The reason of a failed attempt, in words. Of folders that OpenFolder opens, ESTALE says that another one stands
 /// there, and ELOOP that a symbolic link does.

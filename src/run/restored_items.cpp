@@ -1,5 +1,7 @@
 #include "run/restored_items.h"
 
+#include <utility>
+
 #include "text/hash.h"
 
 namespace brindle {
@@ -38,21 +40,39 @@ void RestoredItems::moved(std::string_view from_folder, std::string_view from_na
   const FolderId from = find_folder(from_folder);
   if (from == FolderTable::none) return;
   const FolderId to = to_folder == from_folder ? from : files_.folders().intern(to_folder);
-  move_row({from, from_name}, to, to_name);
-  const FolderId folder = files_.folders().find_child(from, from_name);
-  if (folder != FolderTable::none) follower_.move(folder, to, to_name);
+  const bool is_next = displaced_.parent == from && displaced_.name == from_name;
+  const Displaced before = is_next ? std::move(displaced_) : Displaced();
+  displaced_ = Displaced();
+  displaced_.parent = to;
+  displaced_.name = to_name;
+  move_row({from, from_name}, {to, to_name}, before);
+  move_folder({from, from_name}, {to, to_name}, before);
 }
 
-void RestoredItems::move_row(Key from, FolderId to_folder, std::string_view to_name) {
+void RestoredItems::move_folder(Key from, Key to, const Displaced& before) {
+  const FolderTable& folders = files_.folders();
+  const FolderId folder = before.folder_came ? before.folder : folders.find_child(from.folder, from.name);
+  if (folder == FolderTable::none) return;
+  displaced_.folder = folders.find_child(to.folder, to.name);
+  displaced_.folder_came = true;
+  follower_.move(folder, to.folder, to.name);
+}
+
+void RestoredItems::move_row(Key from, Key to, const Displaced& before) {
   if (rows_.empty()) index();
-  const auto found = rows_.find(from);
-  if (found == rows_.end()) return;
-  const std::uint32_t row = found->second;
-  rows_.erase(found);
-  files_.set_path(row, to_folder, to_name);
-  files_.set_status(row, ItemStatus::none);
-  files_.set_reason(row, {});
-  rows_.insert_or_assign(Key{to_folder, files_[row].name()}, row);
+  std::optional<std::uint32_t> row = before.row;
+  if (!before.row_came) {
+    const auto found = rows_.find(from);
+    if (found != rows_.end()) row = found->second;
+    if (found != rows_.end()) rows_.erase(found);
+  }
+  if (!row) return;
+  files_.set_path(*row, to.folder, to.name);
+  files_.set_status(*row, ItemStatus::none);
+  files_.set_reason(*row, {});
+  displaced_.row_came = true;
+  const auto [place, is_free] = rows_.try_emplace(Key{to.folder, files_[*row].name()}, *row);
+  if (!is_free) displaced_.row = std::exchange(place->second, *row);
 }
 
 }  // namespace brindle

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -37,13 +38,27 @@ class RestoredItems {
     std::size_t operator()(const Key& key) const;
   };
 
+  // Items that pass their names round are told of one after the other: who had a name when another one came to it is
+  // the next to move, listed or not.
+  struct Displaced {
+    FolderId parent = FolderTable::none;
+    std::string name;
+    bool row_came = false;
+    bool folder_came = false;
+    std::optional<std::uint32_t> row;
+    FolderId folder = FolderTable::none;
+  };
+
   void index();
   FolderId find_folder(std::string_view path) const;
-  void move_row(Key from, FolderId to_folder, std::string_view to_name);
+  void move_row(Key from, Key to, const Displaced& before);
+  void move_folder(Key from, Key to, const Displaced& before);
 
   FileList& files_;
   PathFollower follower_;
   std::unordered_map<Key, std::uint32_t, KeyHash> rows_;  // made when the first item moves
+
+  Displaced displaced_;
 };
 
 }  // namespace brindle

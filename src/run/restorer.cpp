@@ -59,9 +59,54 @@ const EntryPlaces::Index& EntryPlaces::by_source() {
   return filled(by_source_, log_, source_of);
 }
 
-bool EntryPlaces::is_back(std::size_t entry) const {
-  if (progress_.get(entry) == UndoMark::restored) return true;
-  return entry_exists(source_of(log_.entries[entry])) && !entry_exists(target_of(log_.entries[entry]));
+// As the entry names it, or where folders that have got their old names back have taken it.
+std::string EntryPlaces::folder_now(std::string_view folder, std::size_t entry) {
+  constexpr int deepest = 64;
+  if (!progress_.goes_on() || depth_ == deepest || !may_lead_elsewhere()) return std::string(folder);
+  ++depth_;
+  std::string place = place_of(folder, entry);
+  --depth_;
+  return place;
+}
+
+bool EntryPlaces::has_old_name(std::size_t entry) {
+  return entry_exists(join_path(folder_now(log_.entries[entry].source_folder, entry), log_.entries[entry].source_name));
+}
+bool EntryPlaces::has_new_name(std::size_t entry) {
+  return entry_exists(join_path(folder_now(log_.entries[entry].target_folder, entry), log_.entries[entry].target_name));
+}
+
+// Where entries took over each other's names, what stands at the new one may be another's.
+bool EntryPlaces::is_back(std::size_t entry) {
+  if (const LogCycle* cycle = cycle_around(cycles_, entry)) return is_cycle_back(*cycle);
+  const bool is_marked = progress_.get(entry) == UndoMark::restored;
+  if (is_marked && !shares_names()) return true;
+  if (!has_new_name(entry)) return is_marked || has_old_name(entry);
+  return shares_names() && gave_up_its_new_name(entry);
+}
+
+// Both names of each are there, before and after; the inodes tell, or where there are none to trust, the marks.
+bool EntryPlaces::is_cycle_back(const LogCycle& cycle) {
+  const auto known = cycles_back_.find(cycle.first);
+  if (known != cycles_back_.end()) return known->second;
+  const std::vector<std::uint64_t> inodes = progress_.kept_inodes(cycle.first, cycle.count);
+  const LogEntry& first = log_.entries[cycle.first];
+  const FolderHandle folder = FolderHandle::open_real(folder_now(first.source_folder, cycle.first));
+  const bool by_inode = progress_.end_before() == UndoEnd::open && folder && folder.has_lasting_inodes();
+  bool is_back = !inodes.empty();
+  for (std::size_t i = 0; i < cycle.count && is_back; ++i) {
+    EntryFacts facts;
+    is_back = by_inode
+                  ? folder.look_up(log_.entries[cycle.first + i].source_name.data(), facts) && facts.inode == inodes[i]
+                  : progress_.get(cycle.first + i) == UndoMark::restored;
+  }
+  cycles_back_.emplace(cycle.first, is_back);
+  return is_back;
+}
+
+bool EntryPlaces::shares_names() {
+  if (!shares_names_) shares_names_ = !cycles_.empty() || take_over_names(log_);
+  return *shares_names_;
 }
 
 std::string EntryPlaces::place_of(std::string_view folder, std::size_t entry) {
@@ -77,7 +122,8 @@ std::string EntryPlaces::place_of(std::string_view folder, std::size_t entry) {
       above_size = size;
     }
     if (above == none) return place;
-    entry = above;
+    const LogCycle* cycle = cycle_around(cycles_, above);
+    entry = cycle != nullptr ? cycle->first : above;  // its members moved all at once
     place = source_of(log_.entries[above]) + place.substr(above_size);
   }
 }
@@ -94,18 +140,24 @@ bool EntryPlaces::gave_up_its_new_name(std::size_t entry) {
   std::vector<std::size_t> chain;
   std::uint8_t answer = unknown;
   for (std::size_t at = entry; answer == unknown;) {
-    if (at == none || !entry_exists(source_of(log_.entries[at]))) {
+    if (at == none || !has_old_name(at)) {
       answer = no;
     } else if (answers_[at] != unknown) {
       answer = answers_[at];
     } else {
       chain.push_back(at);
-      if (!entry_exists(target_of(log_.entries[at]))) answer = yes;
+      if (!has_new_name(at)) answer = yes;
       at = find_holder(at);
     }
   }
   for (const std::size_t at : chain) answers_[at] = answer;
   return answer == yes;
+}
+
+bool EntryPlaces::is_another_at_new_name(std::size_t entry) {
+  if (!shares_names()) return false;
+  const std::size_t holder = find_holder(entry);
+  return holder != none && has_old_name(holder) && (!has_new_name(holder) || gave_up_its_new_name(holder));
 }
 
 const FolderHandle& Restorer::open(HeldFolder& held, std::string_view path) {
@@ -117,6 +169,7 @@ const FolderHandle& Restorer::open(HeldFolder& held, std::string_view path) {
 }
 
 const FolderHandle& Restorer::find(HeldFolder& held, std::string_view logged, std::size_t number) {
+  if (was_tried_before_ && places_.may_lead_elsewhere()) return open(held, places_.place_of(logged, number));
   const FolderHandle& handle = open(held, logged);
   if (handle || handle.error() != ENOENT) return handle;
   const std::string place = places_.place_of(logged, number);
@@ -135,8 +188,7 @@ std::string_view Restorer::restore(const LogEntry& entry, std::size_t number, Mo
   if (!target) return describe(target.error(), entry.target_folder, target_gone);
   const FolderHandle& source = find(sources_, entry.source_folder, number);
   if (!source) return describe(source.error(), entry.source_folder, source_folder_gone);
-  if (own_folders_.may_hang_on(entry.target_name, 0) && own_folders_.hang_on(target, entry.target_name.data()))
-    return holds_own_data;
+  if (holds_own_data(target, entry.target_name)) return brindle::holds_own_data;
   int error = move_exclusively(target, entry.target_name.data(), source, entry.source_name.data(), &watcher);
   // After another undo, two names of one file, or none, may be an interrupted move whose mark was lost.
   if ((error == EEXIST || error == ENOENT) && was_tried_before_ && may_move_in_two_steps(source) &&
@@ -175,7 +227,21 @@ bool Restorer::is_back(const LogEntry& entry, std::size_t number) {
 
 bool Restorer::is_forth(const LogEntry& entry, std::size_t number) {
   const Names names = look(entry, number);
-  return names.new_name && !names.old_name;
+  return names.new_name && !names.old_name && !places_.is_another_at_new_name(number);
+}
+
+const FolderHandle& Restorer::open_to_change(const LogEntry& entry, std::size_t number) {
+  const FolderHandle& folder = find(sources_, entry.source_folder, number);
+  sources_.has_changed = static_cast<bool>(folder);
+  return folder;
+}
+
+std::string_view Restorer::describe(int error, const LogEntry& entry) {
+  return error == EEXIST ? source_taken : describe(error, entry.target_folder, target_gone);
+}
+
+bool Restorer::holds_own_data(const FolderHandle& folder, std::string_view name) const {
+  return own_folders_.may_hang_on(name, 0) && own_folders_.hang_on(folder, name.data());
 }
 
 int Restorer::sync() {

@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -17,12 +18,17 @@
 #include "platform/folder_handle.h"
 #include "platform/move.h"
 #include "platform/own_folders.h"
+#include "run/log_cycles.h"
 
 namespace brindle {
 
 class EntryPlaces {
  public:
-  EntryPlaces(const LogFile& log, const UndoProgress& progress) : log_(log), progress_(progress) {}
+  EntryPlaces(const LogFile& log, const UndoProgress& progress)
+      : log_(log), progress_(progress), cycles_(cycles_in(log)) {}
+
+  /// The entries that passed their names round, rising.
+  const std::vector<LogCycle>& cycles() const { return cycles_; }
 
   /// The present path of a folder that the entry numbered `entry` names: it may lie in folders that have got their old
   /// names back.
@@ -31,18 +37,32 @@ class EntryPlaces {
   /// Whether an entry whose old and new name are both there has its old name: what stands at the new one is then
   /// another entry's item, which has got its old name back.
   bool gave_up_its_new_name(std::size_t entry);
+  /// Whether what stands at an entry's new name is another entry's item, which has got its old name back.
+  bool is_another_at_new_name(std::size_t entry);
+  /// Whether the path of a folder, as an entry names it, may lead to another folder by now, which has got its old name
+  /// back.
+  bool may_lead_elsewhere() { return log_.type == "FOLDERS" && shares_names(); }
 
  private:
   using Index = std::unordered_map<std::string, std::vector<std::size_t>>;  // entries by path, rising
 
   const Index& by_target();
   const Index& by_source();
-  bool is_back(std::size_t entry) const;
+  bool is_back(std::size_t entry);
+  bool is_cycle_back(const LogCycle& cycle);
+  bool has_old_name(std::size_t entry);
+  bool has_new_name(std::size_t entry);
+  std::string folder_now(std::string_view folder, std::size_t entry);
+  bool shares_names();
   std::size_t find_holder(std::size_t entry);
 
   const LogFile& log_;
   const UndoProgress& progress_;
-  Index by_target_;  // made when first needed
+  std::vector<LogCycle> cycles_;
+  std::optional<bool> shares_names_;
+  std::unordered_map<std::size_t, bool> cycles_back_;  // by first entry
+  int depth_ = 0;                                      // of questions about folders of folders
+  Index by_target_;                                    // made when first needed
   Index by_source_;
   std::vector<std::uint8_t> answers_;  // of gave_up_its_new_name, kept: chains of names are long
 };
@@ -62,6 +82,12 @@ class Restorer {
   bool is_back(const LogEntry& entry, std::size_t number);
   /// Whether the disk has the new name and not the old one.
   bool is_forth(const LogEntry& entry, std::size_t number);
+
+  /// The folder in which the entries of a cycle lie, to move them there. Valid until the next call.
+  const FolderHandle& open_to_change(const LogEntry& entry, std::size_t number);
+  /// Why that one cannot be opened, or an entry not be moved in it.
+  std::string_view describe(int error, const LogEntry& entry);
+  bool holds_own_data(const FolderHandle& folder, std::string_view name) const;
 
   /// Brings all that was moved to the disks it lies on. 0 or errno.
   [[nodiscard]] int sync();

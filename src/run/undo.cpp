@@ -8,6 +8,7 @@
 #include "platform/atomic_file.h"
 #include "platform/path.h"
 #include "platform/translation.h"
+#include "run/cycle_restorer.h"
 #include "run/recovery.h"
 #include "run/restorer.h"
 #include "run/undone_logs.h"
@@ -37,17 +38,28 @@ class Undoing {
         report_(report),
         result_(result),
         places_(log, progress),
-        restorer_(places_, progress.goes_on(), log_folder) {}
+        restorer_(places_, progress.goes_on(), log_folder),
+        cycle_restorer_(log, places_.cycles(), progress, restorer_) {}
 
+  /// The log was undone and put away: what passed its names round has done so back, though the names do not tell.
+  void was_put_away() { was_put_away_ = true; }
   /// Leaves alone what would change its folder.
   void stay_in_folders() { stays_in_folders_ = true; }
 
   void run(const JobControl& control) {
     ProgressThrottle throttle(control, log_.entries.size());
+    cycle_restorer_.finish_stopped();
+    auto cycle = places_.cycles().rbegin();
     for (std::size_t i = log_.entries.size(); i > 0; --i) {
       result_.cancelled = control.cancelled();
       if (result_.cancelled) break;
       const LogEntry& entry = log_.entries[i - 1];
+      while (cycle != places_.cycles().rend() && cycle->first + cycle->count > i) ++cycle;
+      if (cycle != places_.cycles().rend() && cycle->first + cycle->count == i && undo(*cycle)) {
+        i = cycle->first + 1;
+        throttle.step(result_.reached, [&] { return join_path(entry.source_folder, entry.source_name); });
+        continue;
+      }
       count(entry, undo(i - 1, entry));
       throttle.step(result_.reached, [&] { return join_path(entry.source_folder, entry.source_name); });
     }
@@ -85,6 +97,21 @@ class Undoing {
     return reason_.empty() ? restored_before(before) : UndoOutcome::left;
   }
 
+  // False when the entries turn out to be each for itself.
+  bool undo(const LogCycle& cycle) {
+    using enum CycleRestorer::Outcome;
+    const UndoMark before = progress_.get(cycle.first);
+    const CycleRestorer::Outcome what = was_put_away_ ? restored : cycle_restorer_.restore(cycle);
+    if (what == no_cycle) return false;
+    for (std::size_t i = cycle.first + cycle.count; i > cycle.first; --i) {
+      reason_ = what == left ? cycle_restorer_.reason(i - 1) : std::string_view();
+      count(log_.entries[i - 1], what == moved  ? UndoOutcome::moved
+                                 : what == left ? UndoOutcome::left
+                                                : restored_before(before));
+    }
+    return true;
+  }
+
   // Whose doing it is that an entry has its old name.
   UndoOutcome restored_before(UndoMark before) const {
     const bool by_undo = before != UndoMark::none && before != UndoMark::left;
@@ -97,6 +124,8 @@ class Undoing {
   UndoResult& result_;
   EntryPlaces places_;
   Restorer restorer_;
+  CycleRestorer cycle_restorer_;
+  bool was_put_away_ = false;
   std::string_view reason_;  // why the entry at hand was left alone
   bool stays_in_folders_ = false;
 };
@@ -142,6 +171,7 @@ UndoResult undoRenaming(const std::string& log_path, const LogFile& log, const J
   const std::string log_folder = options.log_folder.empty() ? split_path(log_path).folder : options.log_folder;
   Undoing undoing(log, log_folder, progress, report, result);
   if (!options.from_elsewhere && !is_own_log(log_path, log_folder)) undoing.stay_in_folders();
+  if (is_put_away(log_path)) undoing.was_put_away();
   undoing.run(control);
   if (result.cancelled || !result.error.empty()) return result;
   if (result.left_alone() > 0) {

@@ -28,6 +28,7 @@ namespace brindle {
 namespace {
 
 constexpr std::size_t most_logs = 50;
+constexpr std::string_view undone_folder_name = "Undone";
 
 // "Log … 3.xml", then "Log … 3 (2).xml": the number of items stays in its place.
 std::string numbered(const std::string& name, int number) {
@@ -89,6 +90,10 @@ bool is_own_log(const std::string& log_path, const std::string& log_folder) {
          ::lstat(log_path.c_str(), &log) == 0 && S_ISREG(log.st_mode) && log.st_uid == ::geteuid();
 }
 
+bool is_put_away(const std::string& log_path) {
+  return split_path(split_path(log_path).folder).name == undone_folder_name;
+}
+
 Result<std::string> put_undone_log_away(const std::string& log_path, const std::string& log_folder) {
   std::string place;
   const int error = move_to_undone(split_path(log_path), undone_folder(log_folder), place);
@@ -99,7 +104,7 @@ Result<std::string> put_undone_log_away(const std::string& log_path, const std::
 }
 
 std::string undone_folder(const std::string& log_folder) {
-  return join_path(log_folder, "Undone");
+  return join_path(log_folder, undone_folder_name);
 }
 
 std::vector<std::string> undone_logs(const std::string& log_folder) {

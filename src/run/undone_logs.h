@@ -14,6 +14,9 @@ namespace brindle {
 /// program. What any other log asks for is somebody else's word.
 bool is_own_log(const std::string& log_path, const std::string& log_folder);
 
+/// Whether a log lies where undone logs are kept.
+bool is_put_away(const std::string& log_path);
+
 /// Moves the log of a renaming that was undone into "Undone" of the log folder; where that cannot be (another disk),
 /// into the trash. Older logs there than the newest fifty go to the trash, or stay where there is none. Returns its
 /// new path, empty for the trash; on failure the log is where it was. The sentence names it, and its errno is set.

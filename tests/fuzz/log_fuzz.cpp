@@ -78,6 +78,10 @@ void read_journal(std::string bytes) {
     total += entry.old_name.size() + entry.new_name.size();
   }
   require(total <= bytes.size());
+  for (const brindle::JournalCycle& cycle : reader.cycles()) {
+    require(cycle.count >= 2 && cycle.first <= reader.entries().size());
+    require(cycle.count <= reader.entries().size() - cycle.first);
+  }
 }
 
 }  // namespace

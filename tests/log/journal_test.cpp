@@ -17,11 +17,14 @@ struct Made {
   std::string path;
 };
 
-Made make_journal(const TempTree& tree, std::size_t entries) {
+constexpr std::size_t no_cycle = SIZE_MAX;
+
+Made make_journal(const TempTree& tree, std::size_t entries, std::size_t first_in_cycle = no_cycle) {
   Made made;
   made.path = tree / "logs/Log 01-01-2026 00-00-00-#.journal";
   EXPECT_EQ(made.writer->create(made.path, {true, true, "4.5.6"}).reason(), "");
   for (std::size_t i = 0; i < entries; ++i) {
+    if (i == first_in_cycle) made.writer->begin_cycle(2, ".reserved");
     const auto folder = static_cast<std::uint32_t>(1000 - i / 3);
     if (i % 3 == 0) made.writer->add_folder(folder, "/folder/" + std::string(i, 'f'));
     made.writer->add(folder, "old" + std::to_string(i), std::string(i % 255 + 1, 'n'), i * 1'000'000'007);
@@ -83,6 +86,31 @@ TEST(Journal, is_worth_nothing_when_cut_or_changed) {
     std::string changed = marked;
     changed[at] = static_cast<char>(changed[at] ^ 0x10);
     EXPECT_EQ(JournalReader().parse(changed), State::damaged) << at;
+  }
+}
+
+TEST(Journal, knows_which_entries_pass_their_names_round) {
+  struct Case {
+    std::size_t entries;
+    std::size_t first;
+    State state;
+  };
+  // Three entries a folder: a cycle lies in one, and is whole.
+  for (const Case& test : {Case{7, no_cycle, State::sealed}, Case{7, 1, State::sealed}, Case{7, 3, State::sealed},
+                           Case{7, 2, State::damaged}, Case{7, 6, State::damaged}}) {
+    const LogTree tree;
+    Made made = make_journal(tree, test.entries, test.first);
+    ASSERT_EQ(made.writer->seal().reason(), "");
+    made.writer->mark(0, JournalMark::done);
+    const std::string bytes = content_of(made.path);
+    JournalReader reader;
+    ASSERT_EQ(reader.parse(bytes), test.state) << test.first;
+    EXPECT_EQ(static_cast<int>(bytes[8]), test.first == no_cycle ? 1 : 2) << "the version";
+    if (test.state != State::sealed || test.first == no_cycle) continue;
+    ASSERT_EQ(reader.cycles().size(), 1U);
+    EXPECT_EQ(reader.cycles()[0].first, test.first);
+    EXPECT_EQ(reader.cycles()[0].count, 2U);
+    EXPECT_EQ(reader.cycles()[0].reserved, ".reserved");
   }
 }
 

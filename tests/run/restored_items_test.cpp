@@ -53,5 +53,19 @@ TEST(RestoredItems, go_on_when_two_folders_come_together_or_paths_run_in_a_ring)
   EXPECT_THAT(paths(files), ElementsAre("/x/a/first", "/x/a/two", "/x/a/b/three"));
 }
 
+TEST(RestoredItems, pass_their_names_round_listed_or_not) {
+  FileList files;
+  for (const char* path : {"/x/a", "/x/a/in a", "/x/b", "/x/c", "/x/c/in c", "/y/2"}) add(files, path);
+  {
+    RestoredItems items(files);
+    items.moved("/x", "a", "/x", "c");
+    items.moved("/x", "c", "/x", "b");
+    items.moved("/x", "b", "/x", "a");
+    items.moved("/y", "2", "/y", "1");  // with one that is not listed
+    items.moved("/y", "1", "/y", "2");
+  }
+  EXPECT_THAT(paths(files), ElementsAre("/x/c", "/x/c/in a", "/x/a", "/x/b", "/x/b/in c", "/y/1"));
+}
+
 }  // namespace
 }  // namespace brindle
