@@ -12,7 +12,7 @@ for number in {1..300}; do
   printf '\xFF\xD8\xFF\xED\0\x2APhotoshop 3.0\0008BIM\x04\x04\0\0\0\0\0\x0D\x1C\x02\x0C\0\x08\x1b9999999\0\xFF\xD9' > "$top/photos/$number.jpg"
 done
 cd "$top" || exit 1
-preview=("$BRINDLE" preview --sort name photos photo 'x<IPTC_Image_Subject_Code>')
+preview=("$BRINDLE" preview --sort name photos photo 'x<IPTC_Image_Subject_Code><SEQUENCES_Number_Sequence>')
 "${preview[@]}" > names 2> said || fail "$(cat said)"
 grep -q '^photos/300\.jpg -> ' names || fail "the names were not made"
 [ "$(grep -c 'no text for the code' said)" = 1 ] || fail "said so often: $(grep -c 'no text for the code' said)"
