@@ -183,6 +183,10 @@ bool FolderHandle::stamp(FolderStamp& stamp) const {
   return true;
 }
 
+void FolderHandle::sync() const {
+  ::fsync(folder_.get());
+}
+
 bool FolderHandle::identity(FolderIdentity& identity) const {
   struct stat status {};
   if (::fstat(folder_.get(), &status) != 0) return false;

@@ -77,6 +77,8 @@ class FolderHandle {
   bool look_up(const char* name, EntryFacts& facts) const;
   bool exists(const char* name) const;
   bool stamp(FolderStamp& stamp) const;
+  /// Brings the names in the folder to the disk, where it can.
+  void sync() const;
   bool identity(FolderIdentity& identity) const;
   /// Why this process may not rename what is in the folder: EACCES, EROFS, EPERM (a folder that cannot be changed); 0
   /// when it may. In a folder that only lets owners rename (sticky), `only_own` is set, and what is not ours stays.

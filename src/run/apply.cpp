@@ -50,6 +50,7 @@ class Run {
   void rename_one(std::uint32_t index, const FolderHandle& folder, const std::string& folder_path);
   void rename_round(const RowCycle& cycle, const FolderHandle& folder, const std::string& folder_path);
   void settle(std::size_t index, const RowOutcome& outcome, const std::string& folder_path);
+  void sync_rounds();
   void save_log();
   void finish();
 
@@ -244,7 +245,21 @@ void Run::rename_by_folder() {
   }
 }
 
+// A log that tells of exchanges which the disk forgets when the power fails would have them undone that never were.
+void Run::sync_rounds() {
+  OpenFolder folder;
+  FolderId synced = FolderTable::none;
+  for (const RowCycle& cycle : order_.cycles) {
+    const FolderId at = files_[order_.rows[cycle.first]].folder;
+    if (at == synced) continue;
+    folder.open(files_.folders(), at);
+    folder.handle().sync();
+    synced = at;
+  }
+}
+
 void Run::save_log() {
+  sync_rounds();
   if (stranded_) {
     // Recovery gives the names back, and makes the log.
     result_.error = translated(
