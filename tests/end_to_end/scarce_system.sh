@@ -38,7 +38,7 @@ expect 0 '' 0 without clone,clone3 EAGAIN "$BRINDLE" undo --yes
 for number in {1..40}; do
   printf '\xFF\xD8\xFF\xE1\0\x22Exif\0\0MM\0*\0\0\0\x08\0\x01\x01\x0F\0\x02\0\0\0\x04Ace\0\0\0\0\0\xFF\xD9' > "$top/files/one/$number.jpg"
 done
-expect 0 'Ace' 0 without clone,clone3 EAGAIN "$BRINDLE" preview "$top/files/one" photo '<EXIF_Device_Make>_<filename>'
+expect 0 'Ace' 0 without clone,clone3 EAGAIN "$BRINDLE" preview "$top/files/one" photo '<EXIF_Device_Make>_<FILEINFO_Filename>'
 
 make_files
 rm -rf "$logs"
