@@ -32,7 +32,7 @@ class StoppedCycle {
 
  private:
   JournalMark mark(std::size_t member) const { return journal_.entries()[recorded_.first + member].mark; }
-  bool all_marked(JournalMark mark, std::size_t from) const;
+  bool all_marked(JournalMark wanted, std::size_t from) const;
   Status settle_in(const FolderHandle& folder);
 
   JournalReader& journal_;

@@ -50,6 +50,7 @@ std::vector<std::string> names_by_time(const FolderHandle& folder) {
   }
   std::sort(logs.begin(), logs.end(), std::greater<>());
   std::vector<std::string> names;
+  names.reserve(logs.size());
   for (auto& log : logs) names.push_back(std::move(log.second));
   return names;
 }

@@ -82,6 +82,7 @@ QWidget* make_general_panel(const PanelContext& context, QWidget* parent) {
        {text_with_hint(context, "generalConvertWindowsCompatibleString", "WINDOWSCOMPATIBLE", "WINDOWSCOMPATIBLETIP")}},
   };
   std::vector<TextKey> texts;
+  texts.reserve(std::size(rows));
   for (const OptionRow& row : rows) texts.push_back(row.text);
   const auto buttons = radio_buttons(context, panel.widget(), "generalOptionIndex", texts,
                                      [&controller](int option) { controller.options().generalOptionsChanged(option); });
