@@ -73,7 +73,7 @@ void ListController::import_list(const std::shared_ptr<FileRenameItem>& item) {
 void ListController::fill_list(const std::shared_ptr<FileRenameItem>& item) {
   const bool folders = item->importType != 0;
   switch_mode(folders, Asks::always);
-  model_.names_made_with = {Method::from_list, values().generalOptionIndex, false};
+  model_.names_made_with = {Method::from_list, values().generalOptionIndex, false, model_.choices().permute};
   model_.state().isRulePreview = false;
   const auto result = std::make_shared<ImportResult>();
   JobCall call;

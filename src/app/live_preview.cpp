@@ -94,7 +94,7 @@ void PreviewController::quickPreview() {
   model_.commit_quietly(std::move(edited));
   model_.state().isRulePreview = false;
   model_.state().isHasFilesForRenaming = false;
-  model_.names_made_with = {selected_method(values()), values().generalOptionIndex, true};
+  model_.names_made_with = {selected_method(values()), values().generalOptionIndex, true, model_.choices().permute};
   const auto plan = refusal ? nullptr : std::make_shared<RenamePlan>(values(), model_.now());
   const auto result = std::make_shared<PreviewResult>();
   const std::size_t limit = row_limit(model_.live_preview());

@@ -61,7 +61,7 @@ void PreviewController::doPreviewRule() {
 
 void PreviewController::run_preview(const std::shared_ptr<RenamePlan>& plan) {
   model_.state().isHasFilesForRenaming = false;
-  model_.names_made_with = {selected_method(values()), values().generalOptionIndex, false};
+  model_.names_made_with = {selected_method(values()), values().generalOptionIndex, false, model_.choices().permute};
   const auto result = std::make_shared<PreviewResult>();
   JobCall call;
   call.job = Job::preview;

@@ -40,7 +40,7 @@ ApplyOptions RenamingController::options() const {
   options.method = model_.names_made_with.method;
   options.generalOptionIndex = model_.names_made_with.generalOptionIndex;
   options.is_chain = model_.state().isRulePreview;
-  options.permute = model_.choices().permute;
+  options.permute = model_.names_made_with.permute;
   options.log_folder = model_.preferences().defaultLogFolderPath;
   if (options.log_folder == default_preferences().defaultLogFolderPath) {
     // That it cannot be made is told by the log that cannot be.

@@ -155,6 +155,7 @@ struct NameSource {
   std::optional<Method> method;
   std::int32_t generalOptionIndex = 0;
   bool is_live = false;  ///< by the live preview, and nothing has been done to them since
+  bool permute = false;  ///< names were promised that others leave
 };
 
 class MutableWindowModel final : public WindowModel {

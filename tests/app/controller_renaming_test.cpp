@@ -89,6 +89,17 @@ TEST_F(Renaming, PathsMayPassThroughLinksAndWhatCannotBeReadIsALineWithAList) {
   EXPECT_EQ(app().model().state().unreadable_label + app().model().state().unreadable_list, "");
 }
 
+TEST_F(Renaming, NamesAreGivenByTheChoicesThatTheyWerePromisedBy) {
+  tree_.make({"a", "xa"});
+  add({"a", "xa"});
+  app().preview().set_choices({.permute = true});
+  insert(u"x");
+  preview();
+  app().preview().set_choices({});
+  rename();
+  EXPECT_EQ(tree_.names(), (std::vector<std::string>{"xa", "xxa"}));
+}
+
 TEST_F(Renaming, StateFollowsTheList) {
   tree_.make({"a", "b", "c"});
   add({"a", "b", "c"});
